@@ -1,0 +1,74 @@
+include(CMakePackageConfigHelpers)
+include(GenerateExportHeader)
+
+# zephyr_compile_settings(TARGET): the language level, visibility, warnings and instrumentation that hold for
+# all code of this project.
+function(zephyr_compile_settings target)
+  target_compile_features(${target} PUBLIC cxx_std_17 PRIVATE cxx_std_20)
+  set_target_properties(${target} PROPERTIES
+    CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    POSITION_INDEPENDENT_CODE ON)
+  target_link_libraries(${target} PRIVATE
+    $<BUILD_INTERFACE:zephyr_warnings> $<BUILD_INTERFACE:zephyr_instrumentation>)
+endfunction()
+
+# zephyr_add_library(TARGET ALIAS name EXPORT_HEADER path MACRO prefix HEADERS dir LINKS target... SOURCES file...)
+# A versioned shared library TARGET, alias Zephyr::name, installed with its headers as the CMake package TARGET. Its
+# objects are compiled once, as TARGETObjects, so that tests of what is not exported can link the same code.
+function(zephyr_add_library target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "ALIAS;EXPORT_HEADER;MACRO;HEADERS" "SOURCES;LINKS")
+  add_library(${target}Objects OBJECT ${arg_SOURCES})
+  add_library(${target} SHARED $<TARGET_OBJECTS:${target}Objects>)
+  add_library(Zephyr::${arg_ALIAS} ALIAS ${target})
+
+  generate_export_header(${target} BASE_NAME ${arg_MACRO}
+    EXPORT_FILE_NAME ${CMAKE_CURRENT_BINARY_DIR}/include/${arg_EXPORT_HEADER})
+  target_compile_definitions(${target}Objects PRIVATE ${target}_EXPORTS)
+
+  foreach(built IN ITEMS ${target}Objects ${target})
+    zephyr_compile_settings(${built})
+    target_include_directories(${built} PUBLIC
+      $<BUILD_INTERFACE:${arg_HEADERS}>
+      $<BUILD_INTERFACE:${CMAKE_CURRENT_BINARY_DIR}/include>
+      $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+    target_link_libraries(${built} PUBLIC ${arg_LINKS})
+  endforeach()
+
+  # Templates of the standard library are instantiated with default visibility; the version script keeps what is
+  # exported to this project's own names.
+  set(version_script ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+  target_link_options(${target} PRIVATE LINKER:--version-script=${version_script})
+  if(NOT ZEPHYR_CONSOLE_SANITIZERS) # whose runtime may be left to the program
+    target_link_options(${target} PRIVATE LINKER:--no-undefined)
+  endif()
+  set_target_properties(${target} PROPERTIES
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR}
+    EXPORT_NAME ${arg_ALIAS}
+    LINK_DEPENDS ${version_script})
+  zephyr_install_library(${target} ${arg_HEADERS} ${CMAKE_CURRENT_BINARY_DIR}/include)
+endfunction()
+
+# zephyr_install_library(TARGET headers...)
+# Installs TARGET, the headers below each folder, and a CMake package TARGET from cmake/TARGETConfig.cmake.in.
+function(zephyr_install_library target)
+  set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/${target})
+  install(TARGETS ${target} EXPORT ${target}Targets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
+  foreach(headers IN LISTS ARGN)
+    install(DIRECTORY ${headers}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN *.h)
+  endforeach()
+  install(EXPORT ${target}Targets NAMESPACE Zephyr:: DESTINATION ${package_dir})
+
+  set(config ${PROJECT_BINARY_DIR}/cmake/${target}Config.cmake)
+  configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/${target}Config.cmake.in ${config}
+    INSTALL_DESTINATION ${package_dir})
+  write_basic_package_version_file(${PROJECT_BINARY_DIR}/cmake/${target}ConfigVersion.cmake
+    COMPATIBILITY SameMajorVersion)
+  install(FILES ${config} ${PROJECT_BINARY_DIR}/cmake/${target}ConfigVersion.cmake DESTINATION ${package_dir})
+endfunction()

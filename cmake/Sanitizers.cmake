@@ -1,0 +1,14 @@
+# Instrumentation for the checking presets; empty for what is shipped.
+set(ZEPHYR_CONSOLE_SANITIZERS "" CACHE STRING "Sanitizers to build with, as -fsanitize takes them")
+option(ZEPHYR_CONSOLE_COVERAGE "Count the lines and branches that run" OFF)
+
+add_library(zephyr_instrumentation INTERFACE)
+if(ZEPHYR_CONSOLE_SANITIZERS)
+  target_compile_options(zephyr_instrumentation INTERFACE
+    -fsanitize=${ZEPHYR_CONSOLE_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(zephyr_instrumentation INTERFACE -fsanitize=${ZEPHYR_CONSOLE_SANITIZERS})
+endif()
+if(ZEPHYR_CONSOLE_COVERAGE)
+  target_compile_options(zephyr_instrumentation INTERFACE --coverage -fprofile-update=atomic)
+  target_link_options(zephyr_instrumentation INTERFACE --coverage)
+endif()

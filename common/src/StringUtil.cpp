@@ -1,0 +1,154 @@
+#include "zephyr/common/StringUtil.h"
+
+#include <QByteArrayView>
+#include <QChar>
+#include <QString>
+#include <QStringDecoder>
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+
+namespace zephyr {
+
+namespace {
+
+constexpr std::string_view kUtf8ByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kUtf8Replacement = "\xEF\xBF\xBD";
+constexpr char32_t kReplacement = QChar::ReplacementCharacter;
+constexpr std::string_view kAsciiWhiteSpace = " \t\n\v\f\r";
+constexpr std::size_t kLongestSequence = 4; // bytes
+
+bool isWellFormed(std::string_view utf8)
+{
+    return QByteArrayView(utf8.data(), static_cast<qsizetype>(utf8.size())).isValidUtf8();
+}
+
+// The bytes of the well-formed sequence that `utf8` starts with, 0 when there is none.
+std::size_t sequenceLength(std::string_view utf8)
+{
+    const std::size_t longest = std::min(kLongestSequence, utf8.size());
+    for (std::size_t length = 1; length <= longest; ++length) {
+        if (isWellFormed(utf8.substr(0, length))) {
+            return length;
+        }
+    }
+    return 0;
+}
+
+// Whether bytes behind `part`, which has two at least, would make it a well-formed sequence. From the third
+// byte on, where any continuation byte can stand, 80 can.
+bool isBrokenOff(std::string_view part)
+{
+    std::string whole(part);
+    while (whole.size() < kLongestSequence) {
+        whole += '\x80';
+        if (isWellFormed(whole)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The bytes of the maximal ill-formed part that `utf8` starts with, where it starts with no well-formed
+// sequence.
+std::size_t illFormedLength(std::string_view utf8)
+{
+    for (std::size_t length = kLongestSequence - 1; length > 1; --length) {
+        if (length <= utf8.size() && isBrokenOff(utf8.substr(0, length))) {
+            return length;
+        }
+    }
+    return 1;
+}
+
+// `utf8` with U+FFFD for each ill-formed part. Qt alone would answer one for each byte of it.
+std::string repaired(std::string_view utf8)
+{
+    std::string wellFormed;
+    wellFormed.reserve(utf8.size());
+    while (!utf8.empty()) {
+        const std::size_t length = sequenceLength(utf8);
+        wellFormed += length > 0 ? utf8.substr(0, length) : kUtf8Replacement;
+        utf8.remove_prefix(length > 0 ? length : illFormedLength(utf8));
+    }
+    return wellFormed;
+}
+
+std::u32string decoded(std::string_view wellFormed)
+{
+    // By itself Qt drops a byte order mark at the start.
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::ConvertInitialBom | QStringDecoder::Flag::Stateless);
+    const QString text =
+        decoder(QByteArrayView(wellFormed.data(), static_cast<qsizetype>(wellFormed.size())));
+    return text.toStdU32String();
+}
+
+bool isScalarValue(char32_t value)
+{
+    return value <= QChar::LastValidCodePoint && !QChar::isSurrogate(value);
+}
+
+// The bytes of the blank that `text` starts with, 0 when there is none.
+std::size_t leadingBlank(std::string_view text)
+{
+    if (text.starts_with(kUtf8ByteOrderMark)) {
+        return kUtf8ByteOrderMark.size();
+    }
+    return !text.empty() && kAsciiWhiteSpace.find(text.front()) != std::string_view::npos ? 1 : 0;
+}
+
+// The bytes of the blank that `text` ends with, 0 when there is none.
+std::size_t trailingBlank(std::string_view text)
+{
+    if (text.ends_with(kUtf8ByteOrderMark)) {
+        return kUtf8ByteOrderMark.size();
+    }
+    return !text.empty() && kAsciiWhiteSpace.find(text.back()) != std::string_view::npos ? 1 : 0;
+}
+
+bool isBlank(char32_t value)
+{
+    return value == QChar::ByteOrderMark || QChar::isSpace(value);
+}
+
+} // namespace
+
+std::string StringUtil::trim(std::string_view text)
+{
+    while (const std::size_t blank = leadingBlank(text)) {
+        text.remove_prefix(blank);
+    }
+    while (const std::size_t blank = trailingBlank(text)) {
+        text.remove_suffix(blank);
+    }
+    return std::string(text);
+}
+
+std::u32string StringUtil::trim(std::u32string_view text)
+{
+    const auto first = std::find_if_not(text.begin(), text.end(), isBlank);
+    const auto last = std::find_if_not(text.rbegin(), std::make_reverse_iterator(first), isBlank).base();
+    return std::u32string(first, last);
+}
+
+std::string StringUtil::toString(std::u32string_view text)
+{
+    QString utf16;
+    utf16.reserve(static_cast<qsizetype>(text.size()));
+    for (const char32_t value : text) {
+        utf16 += QChar::fromUcs4(isScalarValue(value) ? value : kReplacement);
+    }
+    return utf16.toStdString();
+}
+
+std::u32string StringUtil::toU32String(std::string_view text)
+{
+    if (isWellFormed(text)) {
+        return decoded(text);
+    }
+    return decoded(repaired(text));
+}
+
+} // namespace zephyr
