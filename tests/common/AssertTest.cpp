@@ -9,7 +9,6 @@
 #include <cstdlib>
 #include <stdexcept>
 #include <thread>
-#include <utility>
 #include <vector>
 
 namespace {

@@ -77,8 +77,8 @@ TEST_F(ExternalProcessTest, KeepsDotSegmentsThatALinkMayGiveAMeaning)
 TEST_F(ExternalProcessTest, ResolvesARelativePathAgainstTheCurrentDirectory)
 {
     const TemporaryWorkingDirectory directory;
-    const QByteArray url = "file://" + QByteArray(directory.path().c_str()) + "/log.txt";
-    EXPECT_EQ(urlsOf("log.txt"), QList<QByteArray>{url});
+    EXPECT_EQ(urlsOf("log.txt").size(), 1);
+    EXPECT_EQ(mHandler.opened.value(0).toLocalFile().toStdString(), (directory.path() / "log.txt").string());
     EXPECT_TRUE(mAnswer);
 }
 
@@ -98,9 +98,7 @@ TEST_F(ExternalProcessTest, OpensNothingForAnEmptyPath)
 
 TEST_F(ExternalProcessTest, ReplacesBytesThatAreNoText)
 {
-    EXPECT_EQ(urlsOf("/tmp/a\xFF"
-                     "b"),
-              QList<QByteArray>{"file:///tmp/a%EF%BF%BDb"});
+    EXPECT_EQ(urlsOf("/tmp/\xFFx"), QList<QByteArray>{"file:///tmp/%EF%BF%BDx"});
 }
 
 } // namespace

@@ -231,11 +231,9 @@ TEST(StringUtilUtf8, WritesAMarkForEveryValueBeyondTheLast)
 
 TEST(StringUtilUtf8, NeverTakesALeadingValueForAByteOrder)
 {
-    const char32_t swapped[] = {0xFFFE0000, U'a', 0x62000000};
-    EXPECT_EQ(StringUtil::toString({swapped, 3}), "\xEF\xBF\xBD"
-                                                  "a\xEF\xBF\xBD");
-    EXPECT_EQ(StringUtil::toString(U"\uFFFEa"), "\xEF\xBF\xBE"
-                                                "a");
+    const char32_t swapped[] = {0xFFFE0000, U'x', 0x62000000};
+    EXPECT_EQ(StringUtil::toString({swapped, 3}), "\xEF\xBF\xBDx\xEF\xBF\xBD");
+    EXPECT_EQ(StringUtil::toString(U"\uFFFEx"), "\xEF\xBF\xBEx");
 }
 
 // Trimming of bytes
@@ -245,10 +243,7 @@ TEST(StringUtilTrim, LeavesBytesWithoutBlanksAtTheEndsAsTheyAre)
     EXPECT_EQ(StringUtil::trim(""sv), "");
     EXPECT_EQ(StringUtil::trim("a"sv), "a");
     EXPECT_EQ(StringUtil::trim("a \t b"sv), "a \t b");
-    EXPECT_EQ(StringUtil::trim("a\xEF\xBB\xBF"
-                               "b"sv),
-              "a\xEF\xBB\xBF"
-              "b");
+    EXPECT_EQ(StringUtil::trim("x\xEF\xBB\xBFy"sv), "x\xEF\xBB\xBFy");
 }
 
 TEST(StringUtilTrim, TakesExactlyTheAsciiWhiteSpaceFromBytes)

@@ -23,11 +23,11 @@ namespace fs = std::filesystem;
 /// The directory that the build put this program's helper into, which is this program's own.
 const fs::path kBuildDirectory = fs::path(PRINT_PATHS_PROGRAM).parent_path();
 
-/// What the shell command prints, its warnings and errors included.
+/// What the shell command prints.
 std::string outputOf(const std::string& command)
 {
     std::string output;
-    FILE* const pipe = popen((command + " 2>&1").c_str(), "r");
+    FILE* const pipe = popen(command.c_str(), "r");
     std::array<char, 256> part{};
     while (pipe != nullptr && std::fgets(part.data(), part.size(), pipe) != nullptr) {
         output += part.data();

@@ -20,12 +20,11 @@ struct AssertFailure
 
 /// Where programming errors are reported, and who decides what becomes of them.
 ///
-/// - It is: one handler for the process, with a warning in Qt's log as the default. It is not: a macro, and
-/// it never stops
-///   the program itself.
+/// - It is: one handler for the process, with a warning in Qt's log as the default. It is not: a macro; it
+///   never stops the program itself.
 /// - Threads: any, all at once. No lock is held while the handler runs, so it may report, or replace itself.
 /// - Ownership: the handler is kept until it is replaced, and past the end of `main`; what it refers to must
-/// live as long.
+///   live as long.
 /// - Failure: none of its own; what a handler throws goes to the caller of notifyAssert().
 struct Assert
 {
@@ -43,7 +42,7 @@ struct Assert
     ZEPHYR_COMMON_EXPORT static bool notifyAssert(const char* source, int line, const char* expression,
                                                   const char* message, bool canContinue);
 
-    /// Replaces the handler and returns the one before; an empty one stands for the default in both
+    /// Replaces the handler and returns a copy of the one before; an empty one stands for the default in both
     /// directions, so that passing the answer back restores what was. A call of the handler before that
     /// another thread has begun may still run when this returns.
     ZEPHYR_COMMON_EXPORT static Handler setHandler(Handler handler);

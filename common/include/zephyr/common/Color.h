@@ -8,7 +8,7 @@ namespace zephyr {
 /// A colour of 8 bits a channel: red, green, blue, and alpha from 0 (transparent) to 255 (opaque).
 ///
 /// - It is: four numbers, not premultiplied. It is not: bound to a colour space, nor able to convert or to
-/// mix.
+///   mix.
 /// - Threads: an immutable value, usable from any thread.
 /// - Ownership: owns nothing.
 /// - Failure: none.

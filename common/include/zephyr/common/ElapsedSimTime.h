@@ -8,7 +8,7 @@ namespace zephyr {
 /// The time that passed from the previous frame of a simulation to this one.
 ///
 /// - It is: what a host hands to everything that moves with time. It is not: a clock; it measures nothing
-/// itself.
+///   itself.
 /// - Threads: an immutable value, usable from any thread.
 /// - Ownership: owns nothing.
 /// - Failure: none.

@@ -15,8 +15,7 @@ namespace zephyr {
 /// - Threads: any, all at once; nothing is kept and no locale is asked.
 /// - Ownership: views in, the caller's own copies out.
 /// - Failure: no text is refused; what can't be text becomes U+FFFD, the replacement character. Memory
-/// exhaustion leaves
-///   as `std::bad_alloc`. Texts must stay below 2^30 units.
+///   exhaustion leaves as `std::bad_alloc`. Texts must stay below 2^29 units.
 ///
 /// Both directions keep U+0000, noncharacters such as U+FFFF, and U+FEFF wherever it stands, so that every
 /// sequence of scalar values (U+0000 to U+D7FF and U+E000 to U+10FFFF) comes back as it went. The cost is
@@ -25,12 +24,12 @@ struct StringUtil
 {
     /// `text` without the blanks at both ends: ASCII white space and UTF-8 byte order marks, in any order.
     ///
-    /// | text                       | answer |
-    /// |----------------------------|--------|
-    /// | `" \t a b \r\n"`           | `"a b"` |
+    /// | text                              | answer   |
+    /// |-----------------------------------|----------|
+    /// | `" \t a b \r\n"`                  | `"a b"`  |
     /// | `"\xEF\xBB\xBF \xEF\xBB\xBF// x"` | `"// x"` |
-    /// | `"\xEF\xBB"`, half a mark  | itself |
-    /// | `"\xC2\xA0"`, U+00A0       | itself |
+    /// | `"\xEF\xBB"`, part of a mark      | itself   |
+    /// | `"\xC2\xA0"`, U+00A0              | itself   |
     ///
     /// White space is U+0009 to U+000D and U+0020. The text needn't be well-formed.
     ZEPHYR_COMMON_EXPORT static std::string trim(std::string_view text);
@@ -46,13 +45,13 @@ struct StringUtil
     /// The code points of UTF-8 text. Each maximal ill-formed part becomes one U+FFFD: a sequence that breaks
     /// off, as far as it goes, and otherwise each byte that can't be part of a sequence.
     ///
-    /// | bytes                           | answer |
-    /// |---------------------------------|--------|
+    /// | bytes                           | answer      |
+    /// |---------------------------------|-------------|
     /// | `41 E2 82` (broken off)         | `A`, U+FFFD |
     /// | `E1 80 41` (broken off)         | U+FFFD, `A` |
-    /// | `C0 AF` (overlong)              | 2 x U+FFFD |
-    /// | `ED A0 80` (a surrogate)        | 3 x U+FFFD |
-    /// | `F4 90 80 80` (beyond U+10FFFF) | 4 x U+FFFD |
+    /// | `C0 AF` (overlong)              | 2 x U+FFFD  |
+    /// | `ED A0 80` (a surrogate)        | 3 x U+FFFD  |
+    /// | `F4 90 80 80` (beyond U+10FFFF) | 4 x U+FFFD  |
     ZEPHYR_COMMON_EXPORT static std::u32string toU32String(std::string_view text);
 };
 
