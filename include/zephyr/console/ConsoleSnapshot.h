@@ -1,0 +1,96 @@
+#ifndef ZEPHYR_CONSOLE_CONSOLESNAPSHOT_H
+#define ZEPHYR_CONSOLE_CONSOLESNAPSHOT_H
+
+#include "zephyr/common/Color.h"
+#include "zephyr/console/ConsoleMessageType.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+class QFont;
+
+namespace zephyr::console {
+
+class Console;
+
+/// One line of the log. It never changes once written.
+struct LogEntry
+{
+    std::u32string text;     ///< Code points, the indent included as leading spaces; may hold line feeds.
+    ConsoleMessageType type; ///< What wrote it; Input is drawn with the prompt in front.
+    std::uint32_t indent;    ///< The number of spaces that were put in front of the text.
+};
+
+/// A self-contained copy of everything that drawing a console needs, as Console::snapshot() takes it.
+///
+/// - It is: a value, taken in one step, so that its lines, input and cursor belong together. It is not: a
+///   live view; it says neither whether the console is open nor how large the window is.
+/// - Threads: may be taken on one thread and drawn on another. Const members take no lock and may be called
+///   from any thread at once.
+/// - Ownership: it owns its lines and its input and shares the font, which nothing changes.
+/// - Failure: none; font() is null when the console has none.
+class ConsoleSnapshot
+{
+public:
+    /// The fields in the order of their accessors below.
+    ConsoleSnapshot(const std::vector<LogEntry>& lines, const std::u32string& input, Color textColor,
+                    Color backgroundColor, std::uint32_t cursorPosition, char32_t cursorChar,
+                    double cursorBlinkRate, std::uint32_t scrollOffset, std::shared_ptr<QFont> font)
+        : mLines(lines),
+          mInput(input),
+          mTextColor(textColor),
+          mBackgroundColor(backgroundColor),
+          mCursorPosition(cursorPosition),
+          mCursorChar(cursorChar),
+          mCursorBlinkRate(cursorBlinkRate),
+          mScrollOffset(scrollOffset),
+          mFont(std::move(font))
+    {}
+
+    /// The whole log, oldest line first. It lives in the snapshot: keep that while walking over it.
+    const std::vector<LogEntry>& lines() const { return mLines; }
+
+    /// The line being typed, in code points.
+    const std::u32string& activeInput() const { return mInput; }
+
+    /// The colour of all text.
+    const Color& textColor() const { return mTextColor; }
+
+    /// The colour behind the text; its alpha lets the simulation shine through.
+    const Color& backgroundColor() const { return mBackgroundColor; }
+
+    /// The insertion point, in code points from the start of the input. It may lie past the input's end.
+    std::uint32_t cursorPosition() const { return mCursorPosition; }
+
+    /// The code point that shows the cursor.
+    char32_t cursorChar() const { return mCursorChar; }
+
+    /// How often a second the cursor changes between shown and hidden.
+    double cursorBlinkRate() const { return mCursorBlinkRate; }
+
+    /// How many log entries the view is scrolled back from the newest; 0 shows the newest at the bottom.
+    std::uint32_t scrollOffset() const { return mScrollOffset; }
+
+    /// The font of all text, null when there is none. It lives at least as long as this snapshot.
+    const QFont* font() const { return mFont.get(); }
+
+private:
+    friend class Console; // Console::refresh() brings the fields up to date
+
+    std::vector<LogEntry> mLines;
+    std::u32string mInput;
+    Color mTextColor;
+    Color mBackgroundColor;
+    std::uint32_t mCursorPosition;
+    char32_t mCursorChar;
+    double mCursorBlinkRate;
+    std::uint32_t mScrollOffset;
+    std::shared_ptr<QFont> mFont;
+};
+
+} // namespace zephyr::console
+
+#endif

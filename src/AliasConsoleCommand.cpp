@@ -1,0 +1,70 @@
+#include "AliasConsoleCommand.h"
+
+#include "SplitString.h"
+#include "zephyr/common/StringUtil.h"
+#include "zephyr/console/Console.h"
+
+#include <utility>
+
+namespace zephyr::console {
+
+namespace {
+
+const std::u32string kDone = U"Done.";
+
+constexpr unsigned kIndent = 4; // spaces
+constexpr unsigned kWordCount = 3;
+constexpr char32_t kLineSeparator = U';';
+
+/// The lines that a value as typed stands for; empty lines count.
+std::vector<std::u32string> linesOf(std::u32string value)
+{
+    removeQuotes(value);
+    std::vector<std::u32string> lines = splitString(value, kLineSeparator);
+    for (std::u32string& line : lines) {
+        line = StringUtil::trim(line);
+    }
+    return lines;
+}
+
+} // namespace
+
+AliasConsoleCommand::AliasConsoleCommand(AliasTable& aliases) : mAliases(aliases) {}
+
+std::u32string AliasConsoleCommand::name() const
+{
+    return U"alias";
+}
+
+void AliasConsoleCommand::execute(const ConsoleArgs& args, Console& console)
+{
+    if (args.argCount() != kWordCount) {
+        // Deliberately no more than this: without handlers it answers that the word is not a valid argument.
+        printHelp(args.subCmd(), console, kIndent);
+        return;
+    }
+    std::vector<std::u32string> lines = linesOf(args.arg(2));
+    if (lines.empty()) {
+        clear(args.subCmd(), console);
+    } else {
+        define(args.subCmd(), std::move(lines), console);
+    }
+}
+
+void AliasConsoleCommand::define(const std::u32string& aliasName, std::vector<std::u32string> lines,
+                                 Console& console)
+{
+    mAliases.insert_or_assign(aliasName, std::move(lines));
+    console.writeIndented(kDone, Output, kIndent);
+}
+
+void AliasConsoleCommand::clear(const std::u32string& aliasName, Console& console)
+{
+    if (mAliases.erase(aliasName) == 0) {
+        console.writeIndented(aliasName + U" is not an existing alias.  Nothing to do.", Output, kIndent);
+        return;
+    }
+    console.writeIndented(U"Cleared alias '" + aliasName + U"'", Output, kIndent);
+}
+
+} // namespace zephyr::console

@@ -1,0 +1,61 @@
+#include "SplitString.h"
+
+#include <algorithm>
+
+namespace zephyr::console {
+
+namespace {
+
+constexpr char32_t kQuote = U'"';
+constexpr char32_t kMask = 0xFFFF; // a noncharacter, which no keyboard types
+
+void replaceInsideQuotes(std::u32string& text, char32_t from, char32_t to)
+{
+    bool insideQuotes = false;
+    for (char32_t& c : text) {
+        if (c == kQuote) {
+            insideQuotes = !insideQuotes;
+        } else if (insideQuotes && c == from) {
+            c = to;
+        }
+    }
+}
+
+} // namespace
+
+std::vector<std::u32string> splitString(std::u32string_view text, char32_t delimiter)
+{
+    std::vector<std::u32string> pieces;
+    std::size_t begin = 0;
+    for (std::size_t end = text.find(delimiter); end != std::u32string_view::npos;
+         end = text.find(delimiter, begin)) {
+        pieces.emplace_back(text.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    if (begin < text.size()) {
+        pieces.emplace_back(text.substr(begin));
+    }
+    return pieces;
+}
+
+void maskQuoted(std::u32string& text, char32_t delimiter)
+{
+    replaceInsideQuotes(text, delimiter, kMask);
+}
+
+void unmask(std::u32string& text, char32_t delimiter)
+{
+    std::replace(text.begin(), text.end(), kMask, delimiter);
+}
+
+void unmaskQuoted(std::u32string& text, char32_t delimiter)
+{
+    replaceInsideQuotes(text, kMask, delimiter);
+}
+
+void removeQuotes(std::u32string& text)
+{
+    std::erase(text, kQuote);
+}
+
+} // namespace zephyr::console

@@ -1,0 +1,1 @@
+zephyr_add_test(NAME console_refresh SOURCES ConsoleRefreshTest.cpp)

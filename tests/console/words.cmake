@@ -1,0 +1,11 @@
+zephyr_add_test(NAME split_string SOURCES SplitStringTest.cpp LIBRARIES zephyr_console_inside NO_APPLICATION)
+zephyr_add_test(NAME console_args SOURCES ConsoleArgsTest.cpp)
+zephyr_add_test(NAME console_switch_arg SOURCES ConsoleSwitchArgTest.cpp)
+zephyr_add_test(NAME console_command SOURCES ConsoleCommandTest.cpp)
+zephyr_add_test(NAME console_log SOURCES ConsoleLogTest.cpp)
+zephyr_add_test(NAME console_dispatch SOURCES
+  ConsoleDispatchTest.cpp ConsoleRegistryTest.cpp ConsoleReentryTest.cpp ConsoleRedirectTest.cpp ../support/OpenedFiles.h)
+set_target_properties(console_dispatch PROPERTIES AUTOMOC ON)
+zephyr_add_test(NAME console_alias SOURCES AliasConsoleCommandTest.cpp)
+zephyr_add_test(NAME console_help SOURCES HelpCommandTest.cpp)
+zephyr_add_test(NAME console_object SOURCES ConsoleTest.cpp)

@@ -1,0 +1,56 @@
+#ifndef ZEPHYR_TESTS_SUPPORT_INPUTLINE_H
+#define ZEPHYR_TESTS_SUPPORT_INPUTLINE_H
+
+#include "zephyr/common/StringUtil.h"
+#include "zephyr/console/Console.h"
+
+#include <compare>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <system_error>
+
+namespace zephyr::test {
+
+/// The input line as a user sees it: the text in UTF-8, and the insertion point in code points.
+struct InputLine
+{
+    std::string text;
+    unsigned cursor;
+
+    friend auto operator<=>(const InputLine&, const InputLine&) = default;
+
+    friend std::ostream& operator<<(std::ostream& out, const InputLine& line)
+    {
+        return out << '"' << line.text << "\" with the cursor at " << line.cursor;
+    }
+};
+
+inline InputLine inputLine(const console::Console& console)
+{
+    return {StringUtil::toString(console.activeInput()), console.cursorPosition()};
+}
+
+inline InputLine inputLine(const console::ConsoleSnapshot& snapshot)
+{
+    return {StringUtil::toString(snapshot.activeInput()), snapshot.cursorPosition()};
+}
+
+/// Presses a key. Answers what the console answers, or nothing when the full input line refused a code point;
+/// every other exception goes on to the caller.
+inline std::optional<bool> pressOrRefuse(console::Console& console, int key, int modifiers,
+                                         const std::u32string& text)
+{
+    try {
+        return console.keyPressed(key, modifiers, text);
+    } catch (const std::system_error& error) {
+        if (error.code() != std::errc::resource_deadlock_would_occur) {
+            throw;
+        }
+        return std::nullopt;
+    }
+}
+
+} // namespace zephyr::test
+
+#endif

@@ -1,0 +1,90 @@
+#ifndef ZEPHYR_TESTS_SUPPORT_TEMPORARYDIRECTORY_H
+#define ZEPHYR_TESTS_SUPPORT_TEMPORARYDIRECTORY_H
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace zephyr::test {
+
+/// A real, empty directory that is removed with all that is in it when this object goes.
+class TemporaryDirectory
+{
+public:
+    TemporaryDirectory()
+    {
+        if (!mDirectory.isValid()) {
+            throw std::runtime_error("no temporary directory: " + mDirectory.errorString().toStdString());
+        }
+    }
+
+    /// Its absolute path, without symbolic links on the way.
+    std::filesystem::path path() const
+    {
+        return std::filesystem::canonical(QFile::encodeName(mDirectory.path()).toStdString());
+    }
+
+    /// Makes or replaces the file `name` (relative to the directory) with exactly `bytes`, and answers its
+    /// path.
+    std::filesystem::path write(const std::filesystem::path& name, std::string_view bytes) const
+    {
+        const std::filesystem::path file = path() / name;
+        std::filesystem::create_directories(file.parent_path());
+        std::ofstream stream(file, std::ios::binary | std::ios::trunc);
+        stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        stream.close();
+        if (!stream) {
+            throw std::runtime_error("can't write " + file.string());
+        }
+        return file;
+    }
+
+    /// Exactly the bytes of the file `name`, which must be there.
+    std::string read(const std::filesystem::path& name) const
+    {
+        std::ifstream stream(path() / name, std::ios::binary);
+        if (!stream.is_open()) {
+            throw std::runtime_error("can't read " + (path() / name).string());
+        }
+        return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    }
+
+    /// Whether there is anything under `name`.
+    bool has(const std::filesystem::path& name) const { return std::filesystem::exists(path() / name); }
+
+private:
+    QTemporaryDir mDirectory;
+};
+
+/// Makes a directory the process's current one while it lives.
+class WorkingDirectory
+{
+public:
+    explicit WorkingDirectory(const std::filesystem::path& path) : mPrevious(std::filesystem::current_path())
+    {
+        std::filesystem::current_path(path);
+    }
+
+    ~WorkingDirectory()
+    {
+        std::error_code ignored;
+        std::filesystem::current_path(mPrevious, ignored);
+    }
+
+    WorkingDirectory(const WorkingDirectory&) = delete;
+    WorkingDirectory& operator=(const WorkingDirectory&) = delete;
+
+private:
+    std::filesystem::path mPrevious;
+};
+
+} // namespace zephyr::test
+
+#endif
