@@ -5,10 +5,12 @@
 #include "zephyr/common/ElapsedSimTime.h"
 #include "zephyr/console/ConsoleSnapshot.h"
 
+#include <QChar>
 #include <QColor>
 #include <QFont>
 #include <QFontMetrics>
 #include <QPaintDevice>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPen>
 #include <QPoint>
@@ -17,6 +19,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <string_view>
 
 namespace zephyr::console {
 
@@ -24,10 +28,7 @@ namespace {
 
 const std::u32string kPrompt = U">> ";
 
-// Marks that are stacked on a letter reach above their line: so far below the device's edge a line may still
-// show.
-constexpr int kOverhangLines = 16;
-constexpr char16_t kFirstMark = 0x0300; // the first combining mark in Unicode
+constexpr char32_t kFirstMark = 0x0300; // the first combining mark in Unicode
 
 QColor toQColor(const Color& color)
 {
@@ -60,15 +61,20 @@ std::vector<QStaticText> displayLinesOf(const LogEntry& entry)
     return lines;
 }
 
-bool mayHoldMarks(const QString& text)
+/// At least the number of marks that one letter of `text` carries, each of which makes it reach up.
+std::size_t mostMarks(std::u32string_view text)
 {
-    return std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() >= kFirstMark; });
+    return static_cast<std::size_t>(std::count_if(
+        text.begin(), text.end(), [](char32_t c) { return c >= kFirstMark && QChar::isMark(c); }));
 }
 
-/// Whether a line whose top is `depth` logical pixels below the device's edge can still change a pixel of it.
-bool reachesDevice(std::int64_t depth, int lineHeight, const QString& text)
+/// Whether what is drawn below the device's lower edge is lost. A transformation may bring it back, and a recording
+/// device has no edge.
+bool losesWhatIsBelow(const QPainter& p)
 {
-    return depth < lineHeight || (depth < std::int64_t{kOverhangLines} * lineHeight && mayHoldMarks(text));
+    const QPaintEngine::Type type = p.paintEngine()->type();
+    return (type == QPaintEngine::Raster || type == QPaintEngine::OpenGL2) &&
+           p.combinedTransform().isIdentity();
 }
 
 /// Whether the cursor shows after `phases` changes of its phase.
@@ -93,7 +99,7 @@ void ConsoleRenderer::render(const ElapsedSimTime& elapsed, const ConsoleSnapsho
         reportVerification("ConsoleRenderer", 35, "snapshot.font()");
         return;
     }
-    const double ratio = p.device()->devicePixelRatioF();
+    const double ratio = p.device()->devicePixelRatio();
     const int height = logicalLength(p.device()->height(), ratio);
     p.fillRect(QRect(0, 0, logicalLength(p.device()->width(), ratio), height),
                toQColor(snapshot.backgroundColor()));
@@ -104,27 +110,45 @@ void ConsoleRenderer::render(const ElapsedSimTime& elapsed, const ConsoleSnapsho
     const QFontMetrics metrics(*snapshot.font());
     p.setFont(*snapshot.font());
 
-    const std::int64_t y = drawLog(snapshot, metrics, height, p);
     advanceBlinkClock(elapsed, snapshot);
-    drawPrompt(snapshot, metrics, y, height, p);
+    const std::u32string prompt = kPrompt + inputWithCursor(snapshot);
+    const std::int64_t y = drawLog(snapshot, metrics, height, lowestTop(snapshot, prompt, height, p), p);
+    if (y - metrics.ascent() <= std::numeric_limits<int>::max()) {
+        p.drawText(QPoint(0, static_cast<int>(y)), QString::fromStdU32String(prompt));
+    }
 }
 
-/// \return the baseline that follows the last line, or one from which on nothing can be seen.
+/// \return a position from which on a line's top lies too far below the device for any pixel of the line to show.
+std::int64_t ConsoleRenderer::lowestTop(const ConsoleSnapshot& snapshot, std::u32string_view prompt,
+                                        int height, const QPainter& p)
+{
+    if (snapshot.scrollOffset() == 0 || !losesWhatIsBelow(p)) {
+        return std::numeric_limits<std::int64_t>::max();
+    }
+    for (; mEntriesCounted < snapshot.lines().size(); ++mEntriesCounted) {
+        mMostMarks = std::max(mMostMarks, mostMarks(snapshot.lines()[mEntriesCounted].text));
+    }
+    // In the device's own resolution, which may be finer than the one that the lines are spaced in; and a mark raises a
+    // letter by less than a line.
+    const QFontMetrics onDevice(*snapshot.font(), p.device());
+    const std::size_t reach = std::size_t{1} + std::max(mMostMarks, mostMarks(prompt));
+    // The larger of the two heights, since a window with a pixel ratio reaches down to it.
+    return std::max(height, p.device()->height()) + static_cast<std::int64_t>(reach) * onDevice.height();
+}
+
+/// \return the baseline that follows the last line drawn.
 std::int64_t ConsoleRenderer::drawLog(const ConsoleSnapshot& snapshot, const QFontMetrics& metrics,
-                                      int height, QPainter& p)
+                                      int height, std::int64_t lowest, QPainter& p)
 {
     mLineCache.resize(std::max(mLineCache.size(), snapshot.lines().size()));
     std::int64_t y = metrics.height();
     for (std::size_t i = firstEntryToDraw(snapshot, metrics.height(), height); i < snapshot.lines().size();
          ++i) {
         for (const QStaticText& line : displayLines(snapshot, i)) {
-            const std::int64_t top = y - metrics.ascent();
-            if (top >= height + std::int64_t{kOverhangLines} * metrics.height()) {
+            if (y - metrics.ascent() >= lowest) {
                 return y;
             }
-            if (reachesDevice(top - height, metrics.height(), line.text())) {
-                p.drawStaticText(QPoint(0, static_cast<int>(top)), line);
-            }
+            p.drawStaticText(QPoint(0, static_cast<int>(y - metrics.ascent())), line);
             y += metrics.height();
         }
     }
@@ -170,15 +194,6 @@ void ConsoleRenderer::advanceBlinkClock(const ElapsedSimTime& elapsed, const Con
     }
     mBlinkTime = 0.0;
     mLastCursorPos = snapshot.cursorPosition();
-}
-
-void ConsoleRenderer::drawPrompt(const ConsoleSnapshot& snapshot, const QFontMetrics& metrics, std::int64_t y,
-                                 int height, QPainter& p) const
-{
-    const QString text = QString::fromStdU32String(kPrompt + inputWithCursor(snapshot));
-    if (reachesDevice(y - metrics.ascent() - height, metrics.height(), text)) {
-        p.drawText(QPoint(0, static_cast<int>(y)), text);
-    }
 }
 
 std::u32string ConsoleRenderer::inputWithCursor(const ConsoleSnapshot& snapshot) const

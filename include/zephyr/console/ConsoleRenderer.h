@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class QFontMetrics;
@@ -43,23 +44,28 @@ public:
     /// \param p an active painter. The whole device is filled, in logical pixels. Pen, font and render hints
     ///     are left changed; a host that needs them saves and restores the painter.
     ///
-    /// The cost grows with what fits on the device, not with the log.
+    /// The cost grows with what fits on the device, not with the log, where the device is an image or a window and the
+    /// painter is not transformed; elsewhere everything from the first line in view on is drawn.
     ZEPHYR_CONSOLE_EXPORT void render(const ElapsedSimTime& elapsed, const ConsoleSnapshot& snapshot,
                                       QPainter& p);
 
 private:
+    std::int64_t lowestTop(const ConsoleSnapshot& snapshot, std::u32string_view prompt, int height,
+                           const QPainter& p);
     std::int64_t drawLog(const ConsoleSnapshot& snapshot, const QFontMetrics& metrics, int height,
-                         QPainter& p);
+                         std::int64_t lowest, QPainter& p);
     std::size_t firstEntryToDraw(const ConsoleSnapshot& snapshot, int lineHeight, int height);
     const std::vector<QStaticText>& displayLines(const ConsoleSnapshot& snapshot, std::size_t index);
     void advanceBlinkClock(const ElapsedSimTime& elapsed, const ConsoleSnapshot& snapshot);
-    void drawPrompt(const ConsoleSnapshot& snapshot, const QFontMetrics& metrics, std::int64_t y, int height,
-                    QPainter& p) const;
     std::u32string inputWithCursor(const ConsoleSnapshot& snapshot) const;
 
     std::vector<std::vector<QStaticText>> mLineCache;
     std::uint32_t mLastCursorPos = 0;
-    double mBlinkTime = 0.0;
+    double mBlinkTime = 0.0; // seconds since the cursor last moved
+
+    // How far text may reach up from below the device: counted once an entry, when first scrolled back.
+    std::size_t mEntriesCounted = 0;
+    std::size_t mMostMarks = 0;
 };
 
 } // namespace zephyr::console

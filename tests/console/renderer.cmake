@@ -1,0 +1,5 @@
+zephyr_add_test(NAME console_renderer SOURCES
+  ConsoleRendererTest.cpp
+  ConsoleRendererBlinkTest.cpp
+  ConsoleRendererPropertyTest.cpp
+  ${PROJECT_SOURCE_DIR}/tests/support/PlainRenderer.cpp)
