@@ -25,6 +25,19 @@ public:
         }
     }
 
+    ~TemporaryDirectory()
+    {
+        std::error_code
+            ignored; // QTemporaryDir can't remove names that are not UTF-8, and tells what is left
+        for (const auto& entry : std::filesystem::directory_iterator(
+                 QFile::encodeName(mDirectory.path()).toStdString(), ignored)) {
+            std::filesystem::remove_all(entry.path(), ignored);
+        }
+    }
+
+    TemporaryDirectory(const TemporaryDirectory&) = delete;
+    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
+
     /// Its absolute path, without symbolic links on the way.
     std::filesystem::path path() const
     {

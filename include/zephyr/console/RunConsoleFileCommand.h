@@ -18,9 +18,10 @@ namespace zephyr::console {
 ///
 /// | line | does |
 /// |---|---|
-/// | `run NAME` | runs `NAME.console`, or `NAME` if it ends so, from the first runpath directory that has it
-/// | | `run list` | lists the console files in the runpath | | `run path_list` | lists the runpath | | `run
-/// path_append PATH` | adds a directory at the end of the runpath |
+/// | `run NAME` | runs `NAME.console`, or `NAME` if it ends so, from the first runpath directory that has it |
+/// | `run list` | lists the console files in the runpath |
+/// | `run path_list` | lists the runpath |
+/// | `run path_append PATH` | adds a directory at the end of the runpath |
 class ZEPHYR_CONSOLE_EXPORT RunConsoleFileCommand : public ConsoleCommand
 {
 public:
