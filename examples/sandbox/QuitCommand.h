@@ -1,0 +1,25 @@
+#ifndef ZEPHYR_SANDBOX_QUITCOMMAND_H
+#define ZEPHYR_SANDBOX_QUITCOMMAND_H
+
+#include "zephyr/console/ConsoleCommand.h"
+
+namespace zephyr::sandbox {
+
+/// What QuitCommand throws through the console to whoever made it run the line, so that nothing behind it
+/// runs, neither the rest of an alias nor of a console file. It is no std::exception, as nothing went wrong.
+struct QuitRequest
+{};
+
+/// The command `quit`: throws a QuitRequest.
+class QuitCommand : public console::ConsoleCommand
+{
+public:
+    QuitCommand();
+
+    std::u32string name() const override;
+    void execute(const console::ConsoleArgs& args, console::Console& console) override;
+};
+
+} // namespace zephyr::sandbox
+
+#endif

@@ -1,0 +1,14 @@
+#ifndef ZEPHYR_SANDBOX_WINDOWRUN_H
+#define ZEPHYR_SANDBOX_WINDOWRUN_H
+
+namespace zephyr::sandbox {
+
+struct Options;
+
+/// Runs a sandbox in a window until it is closed or told to quit. Needs a QGuiApplication, whose event loop
+/// it runs. \return the program's exit code: 0, or 1 after one line on standard error that says what failed.
+int runWindow(const Options& options);
+
+} // namespace zephyr::sandbox
+
+#endif

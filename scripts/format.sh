@@ -1,0 +1,9 @@
+#!/usr/bin/env bash
+# Formats all C++ of the project; with --check it changes nothing and fails where something is not formatted.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+mode=(-i)
+if [ "${1:-}" = --check ]; then
+  mode=(--dry-run -Werror)
+fi
+git ls-files -z -- '*.h' '*.cpp' | xargs -0 clang-format "${mode[@]}"

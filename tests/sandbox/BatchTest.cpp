@@ -1,0 +1,285 @@
+#include "sandbox/ProgramRun.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace zephyr::test {
+namespace {
+
+constexpr char kStart[] = "Zephyr Console:\n\n";
+
+/// A named pipe, kept open so that who uses it as a file doesn't wait for the other end.
+class Pipe
+{
+public:
+    explicit Pipe(const std::filesystem::path& path)
+    {
+        if (mkfifo(path.c_str(), S_IRUSR | S_IWUSR) == 0) {
+            mDescriptor = open(path.c_str(), O_RDWR | O_CLOEXEC);
+        }
+        if (mDescriptor < 0) {
+            throw std::runtime_error("no pipe at " + path.string());
+        }
+    }
+
+    ~Pipe() { close(mDescriptor); }
+
+    Pipe(const Pipe&) = delete;
+    Pipe& operator=(const Pipe&) = delete;
+
+    void write(std::string_view text) const
+    {
+        if (::write(mDescriptor, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
+            throw std::runtime_error("can't write into a pipe");
+        }
+    }
+
+    /// Takes out what is in it, waiting for at least a byte.
+    void drain() const
+    {
+        char bytes[4096];
+        if (::read(mDescriptor, bytes, sizeof(bytes)) <= 0) {
+            throw std::runtime_error("can't read from a pipe");
+        }
+    }
+
+private:
+    int mDescriptor = -1;
+};
+
+/// Reads what a program prints until `text` is in it. \return all that it printed since the last call.
+std::string printedUpTo(Program& program, const std::string& text)
+{
+    std::string printed;
+    while (printed.find(text) == std::string::npos) {
+        if (!program.process().waitForReadyRead(kProcessTimeout)) {
+            throw std::runtime_error("printed only: " + printed);
+        }
+        printed += program.process().readAllStandardOutput().toStdString();
+    }
+    return printed;
+}
+
+TEST(Batch, PrintsTheWholeTranscript)
+{
+    Program program;
+    program.directory().write("whole.console", "// A comment.\n"
+                                               "wind show\n"
+                                               "\n"
+                                               "run other\n"
+                                               "alias calm \"wind set 0; sim step 60\"\n"
+                                               "  calm  \n"
+                                               "frobnicate now\n"
+                                               "wind show > report.txt\n"
+                                               "sim record /path=\"my run.csv\" /steps=2\n"
+                                               "particles count -3\n"
+                                               "sim speed 1");
+    program.directory().write("other.console", "wind set /speed=12.5 /heading=270\r\n");
+
+    const Ended ended = program.run({"--batch", "whole.console"});
+    EXPECT_EQ(0, ended.exitCode);
+    EXPECT_EQ("", ended.err);
+    EXPECT_EQ("Zephyr Console:\n"
+              "\n"
+              ">> wind show\n"
+              "    Wind: 12 m/s, heading 90 degrees, gust 0 m/s.\n"
+              "\n"
+              ">> run other\n"
+              ">> wind set /speed=12.5 /heading=270\n"
+              "    Wind: 12.5 m/s, heading 270 degrees, gust 0 m/s.\n"
+              "\n"
+              "\n"
+              ">> alias calm \"wind set 0; sim step 60\"\n"
+              "    Done.\n"
+              "\n"
+              ">> calm\n"
+              ">> wind set 0\n"
+              "    Wind: 0 m/s, heading 270 degrees, gust 0 m/s.\n"
+              "\n"
+              ">> sim step 60\n"
+              "    Now at step 60 (0.5 s).\n"
+              "\n"
+              ">> frobnicate now\n"
+              "'frobnicate' is not a recognized command.  Type 'help' to list available commands.\n"
+              "\n"
+              ">> wind show > report.txt\n"
+              "    Wind: 0 m/s, heading 270 degrees, gust 0 m/s.\n"
+              "\n"
+              ">> sim record /path=\"my run.csv\" /steps=2\n"
+              "        step 1 of 2\n"
+              "        step 2 of 2\n"
+              "    Wrote steps 61 to 62 to 'my run.csv'.\n"
+              "\n"
+              ">> particles count -3\n"
+              "    Invalid usage\n"
+              "    \n"
+              "    Shows how many particles there are, or adds or removes some.\n"
+              "    Usage: particles count [N].  N is 0 to 20000.\n"
+              "\n"
+              ">> sim speed 1\n"
+              "    Speed: 1.\n"
+              "\n",
+              ended.out);
+    EXPECT_EQ("    Wind: 0 m/s, heading 270 degrees, gust 0 m/s.\n", program.directory().read("report.txt"));
+    EXPECT_TRUE(program.directory().has("my run.csv"));
+}
+
+TEST(Batch, NeedsNoScreen)
+{
+    Program program;
+    program.setEnvironment("QT_QPA_PLATFORM", "xcb");
+    program.removeEnvironment("DISPLAY");
+    program.directory().write("a.console", "sim step\n");
+    const Ended ended = program.run({"--batch", "a.console"});
+    EXPECT_EQ(0, ended.exitCode);
+    EXPECT_EQ(std::string(kStart) + ">> sim step\n    Now at step 1 (0.00833333 s).\n\n", ended.out);
+    EXPECT_EQ("", ended.err);
+}
+
+TEST(Batch, LeadsToTheSameRecordingEachTime)
+{
+    Program program;
+    program.directory().write("a.console", "wind gust 20\nsim record /path=a.csv /steps=50\n"
+                                           "sim reset\nwind gust 20\nsim record /path=b.csv /steps=50\n");
+    EXPECT_EQ(0, program.run({"--batch", "a.console"}).exitCode);
+    EXPECT_EQ(program.directory().read("a.csv"), program.directory().read("b.csv"));
+}
+
+TEST(Batch, RunsTheStartupFileFirstUnlessToldNotTo)
+{
+    Program program;
+    program.directory().write("startup.console", "wind set 1\n");
+    program.directory().write("a.console", "wind set 2\n");
+    EXPECT_EQ(std::string(kStart) + ">> wind set 1\n    Wind: 1 m/s, heading 90 degrees, gust 0 m/s.\n\n"
+                                    ">> wind set 2\n    Wind: 2 m/s, heading 90 degrees, gust 0 m/s.\n\n",
+              program.run({"--batch", "a.console"}).out);
+    EXPECT_EQ(std::string(kStart) + ">> wind set 2\n    Wind: 2 m/s, heading 90 degrees, gust 0 m/s.\n\n",
+              program.run({"--batch", "a.console", "--no-startup"}).out);
+}
+
+TEST(Batch, EndsAtQuit)
+{
+    Program program;
+    program.directory().write("a.console", "run b\nwind show\n");
+    program.directory().write("b.console", "quit\nwind show\n");
+    const Ended ended = program.run({"--batch", "a.console"});
+    EXPECT_EQ(0, ended.exitCode);
+    EXPECT_EQ(std::string(kStart) + ">> run b\n>> quit\n", ended.out);
+    EXPECT_EQ("", ended.err);
+}
+
+TEST(Batch, SaysInOneLineWhyAFileCantBeRun)
+{
+    Program program;
+    const Ended missing = program.run({"--batch", "no/such.console"});
+    EXPECT_EQ(2, missing.exitCode);
+    EXPECT_EQ("", missing.out);
+    EXPECT_EQ("zephyr-sandbox: can't run 'no/such.console': there is no such file.\n", missing.err);
+
+    const Ended directory = program.run({"--batch", "."});
+    EXPECT_EQ(2, directory.exitCode);
+    EXPECT_EQ("", directory.out);
+    EXPECT_EQ("zephyr-sandbox: can't run '.': it is a directory.\n", directory.err);
+}
+
+TEST(Batch, SaysInOneLineWhatStoppedIt)
+{
+    Program program;
+    const std::string name(300, 'x');
+    program.directory().write("a.console", "run " + name + "\nwind show\n");
+    const Ended ended = program.run({"--batch", "a.console"});
+    EXPECT_EQ(2, ended.exitCode);
+    EXPECT_EQ(kStart + (">> run " + name + "\n"), ended.out);
+    EXPECT_EQ(0U, ended.err.find(
+                      "zephyr-sandbox: stopped in 'a.console': filesystem error: exists: File name too"));
+    EXPECT_EQ(ended.err.size() - 1, ended.err.find('\n'));
+}
+
+TEST(Batch, PrintsEachLineBeforeTheNextOneIsThere)
+{
+    Program program;
+    const Pipe file(program.directory().path() / "slow.console");
+    program.start({"--batch", "slow.console"});
+    file.write("wind show\n");
+    EXPECT_EQ(std::string(kStart) + ">> wind show\n    Wind: 12 m/s, heading 90 degrees, gust 0 m/s.\n\n",
+              printedUpTo(program, "m/s.\n\n"));
+    EXPECT_EQ(QProcess::Running, program.process().state());
+
+    file.write("quit\n");
+    const Ended ended = program.end();
+    EXPECT_EQ(0, ended.exitCode);
+    EXPECT_EQ(">> quit\n", ended.out);
+}
+
+TEST(Batch, PrintsTheProgressOfACommandWhileItWorks)
+{
+    Program program;
+    const Pipe recording(program.directory().path() / "recording.csv");
+    program.directory().write("a.console",
+                              "particles count 100\nsim record /path=recording.csv /steps=1000\n");
+    program.start({"--batch", "a.console"});
+
+    // The recording is far larger than a pipe: it can't end as long as nobody reads.
+    std::string printed;
+    while (printed.find("step 100 of 1000\n") == std::string::npos) {
+        recording.drain();
+        program.process().waitForReadyRead(1);
+        printed += program.process().readAllStandardOutput().toStdString();
+    }
+    EXPECT_EQ(std::string::npos, printed.find("step 900 of 1000"));
+    EXPECT_EQ(QProcess::Running, program.process().state());
+    program.process().kill();
+    program.process().waitForFinished();
+}
+
+TEST(Batch, SaysInOneLineThatItsOutputCantBeWritten)
+{
+    Program full;
+    full.directory().write("a.console", "help\n");
+    full.process().setStandardOutputFile("/dev/full");
+    const Ended noSpace = full.run({"--batch", "a.console"});
+    EXPECT_EQ(2, noSpace.exitCode);
+    EXPECT_EQ("zephyr-sandbox: can't write standard output: No space left on device.\n", noSpace.err);
+
+    Program broken;
+    const Pipe file(broken.directory().path() / "b.console");
+    auto reader = std::make_unique<Pipe>(broken.directory().path() / "out");
+    broken.process().setStandardOutputFile(
+        QString::fromStdString((broken.directory().path() / "out").string()));
+    broken.start({"--batch", "b.console"});
+    reader.reset();
+    file.write("help\nquit\n");
+    const Ended noReader = broken.end();
+    EXPECT_EQ(2, noReader.exitCode);
+    EXPECT_EQ("zephyr-sandbox: can't write standard output: Broken pipe.\n", noReader.err);
+}
+
+TEST(Batch, RunsTheTourThatIsBesideTheProgram)
+{
+    Program program;
+    program.directory().write("a.console", "run tour\n");
+    const Ended ended = program.run({"--batch", "a.console"});
+    EXPECT_EQ(0, ended.exitCode);
+    EXPECT_EQ("", ended.err);
+    for (const char* const part :
+         {">> run tour\n>> help\nRegistered Commands:\n", "\n>> storm\n>> wind set /speed=45\n",
+          "    Wind: 45 m/s, heading 90 degrees, gust 7.70126 m/s.\n", "    Unrecognized switch '/colour'\n",
+          "\n>> run gusts\n>> wind gust 10\n", "    Now at step 540 (4.5 s).\n",
+          "    Cleared alias 'storm'\n", ">> sim resume\n    Running.\n\n\n"}) {
+        EXPECT_NE(std::string::npos, ended.out.find(part)) << part;
+    }
+    EXPECT_EQ(std::string::npos, ended.out.find("not a recognized"));
+    EXPECT_EQ(std::string::npos, ended.out.find("ERROR"));
+    EXPECT_EQ("    Wind: 45 m/s, heading 90 degrees, gust 10.748 m/s.\n",
+              program.directory().read("wind-report.txt"));
+}
+
+} // namespace
+} // namespace zephyr::test

@@ -1,0 +1,66 @@
+#include "sandbox/SandboxFixture.h"
+
+namespace zephyr::test {
+namespace {
+
+using Completion = SandboxFixture;
+
+TEST_F(Completion, OffersAllSubCommandsBehindTheCommand)
+{
+    EXPECT_EQ(Lines({"wind gust", "wind set", "wind show"}), completionsOf("wind "));
+    EXPECT_EQ(Lines({"sim pause", "sim record", "sim reset", "sim resume", "sim speed", "sim step"}),
+              completionsOf("sim "));
+    EXPECT_EQ(Lines({"particles clear", "particles count"}), completionsOf("particles "));
+}
+
+TEST_F(Completion, OffersSubCommandsThatBeginAsTyped)
+{
+    EXPECT_EQ(Lines({"wind set", "wind show"}), completionsOf("wind s"));
+    EXPECT_EQ(Lines({"sim record", "sim reset", "sim resume"}), completionsOf("sim re"));
+    EXPECT_EQ(Lines(), completionsOf("sim x"));
+}
+
+TEST_F(Completion, OffersSwitchesBehindASubCommand)
+{
+    EXPECT_EQ(Lines({"wind set /speed=", "wind set /heading="}), completionsOf("wind set "));
+    EXPECT_EQ(Lines({"sim record /path=", "sim record /steps="}), completionsOf("sim record "));
+}
+
+TEST_F(Completion, OffersSwitchesThatBeginAsTyped)
+{
+    EXPECT_EQ(Lines({"wind set /heading="}), completionsOf("wind set /h"));
+    EXPECT_EQ(Lines({"wind set /speed="}), completionsOf("wind set /speed"));
+    EXPECT_EQ(Lines(), completionsOf("wind set /x"));
+}
+
+TEST_F(Completion, OffersTheSwitchesThatAreNotThereYet)
+{
+    EXPECT_EQ(Lines({"wind set /speed=5 /heading="}), completionsOf("wind set /speed=5 "));
+    EXPECT_EQ(Lines(), completionsOf("wind set /speed=5 /heading=3 "));
+}
+
+TEST_F(Completion, OffersValuesWhereThereAreNoSwitches)
+{
+    EXPECT_EQ(Lines({"wind gust 5", "wind gust 15", "wind gust 30"}), completionsOf("wind gust "));
+    EXPECT_EQ(Lines({"wind gust 30"}), completionsOf("wind gust 3"));
+    EXPECT_EQ(Lines({"particles count 1000", "particles count 4000", "particles count 20000"}),
+              completionsOf("particles count "));
+    EXPECT_EQ(Lines({"sim step 1", "sim step 120", "sim step 600"}), completionsOf("sim step "));
+    EXPECT_EQ(Lines({"sim speed 0.5", "sim speed 1", "sim speed 2"}), completionsOf("sim speed "));
+}
+
+TEST_F(Completion, OffersNothingWhereNothingFollows)
+{
+    EXPECT_EQ(Lines(), completionsOf("wind show "));
+    EXPECT_EQ(Lines(), completionsOf("wind blow hard"));
+    EXPECT_EQ(Lines(), completionsOf("quit "));
+}
+
+TEST_F(Completion, LeavesTheNameOfARedirectFileAlone)
+{
+    EXPECT_EQ(Lines(), completionsOf("wind > f"));
+    EXPECT_EQ(Lines(), completionsOf("wind >! "));
+}
+
+} // namespace
+} // namespace zephyr::test

@@ -1,0 +1,95 @@
+#include "sandbox/LogFollower.h"
+#include "sandbox/LogPrinter.h"
+#include "support/TemporaryDirectory.h"
+#include "zephyr/console/Console.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <thread>
+
+namespace zephyr::test {
+namespace {
+
+struct Closer
+{
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+using File = std::unique_ptr<std::FILE, Closer>;
+
+File opened(const std::string& path)
+{
+    return File(std::fopen(path.c_str(), "wb"));
+}
+
+TEST(LogPrinter, PrintsEachLineOnceWithThePromptBeforeWhatWasTyped)
+{
+    const TemporaryDirectory directory;
+    const File file = opened((directory.path() / "log").string());
+    console::Console console;
+    sandbox::LogPrinter printer(console, file.get());
+    printer.printNew();
+    EXPECT_EQ("Zephyr Console:\n\n", directory.read("log"));
+
+    console.execute(U"alias");
+    console.writeIndented(U"\u00fc\U0001F600", 2);
+    printer.printNew();
+    printer.printNew();
+    EXPECT_EQ("Zephyr Console:\n\n>> alias\n    '' is not a valid argument.\n\n  \u00fc\U0001F600\n",
+              directory.read("log"));
+    EXPECT_EQ("", printer.error());
+}
+
+TEST(LogPrinter, SaysWhyItCantPrint)
+{
+    const File file = opened("/dev/full");
+    console::Console console;
+    sandbox::LogPrinter printer(console, file.get());
+    printer.printNew();
+    EXPECT_EQ("No space left on device", printer.error());
+}
+
+TEST(LogFollower, PrintsWhatIsWrittenByOtherThreadsInOrderAndLosesNothing)
+{
+    const TemporaryDirectory directory;
+    const File file = opened((directory.path() / "log").string());
+    console::Console console;
+    sandbox::LogFollower follower(console, file.get());
+    std::string expected = "Zephyr Console:\n\n";
+    for (int i = 0; i < 20000; ++i) {
+        const std::string line = std::to_string(i);
+        console.write(line, console::Output);
+        expected += line + '\n';
+    }
+
+    EXPECT_EQ("", follower.stop());
+    EXPECT_EQ(expected, directory.read("log"));
+}
+
+TEST(LogFollower, PrintsALineWithoutBeingAskedTo)
+{
+    const TemporaryDirectory directory;
+    const File file = opened((directory.path() / "log").string());
+    console::Console console;
+    const sandbox::LogFollower follower(console, file.get());
+    console.write(std::string("seen"), console::Output);
+    while (directory.read("log") != "Zephyr Console:\n\nseen\n") {
+        std::this_thread::yield();
+    }
+}
+
+TEST(LogFollower, SaysWhyItCantPrint)
+{
+    const File file = opened("/dev/full");
+    console::Console console;
+    sandbox::LogFollower follower(console, file.get());
+
+    EXPECT_EQ("No space left on device", follower.stop());
+    EXPECT_EQ("No space left on device", follower.stop());
+}
+
+} // namespace
+} // namespace zephyr::test

@@ -1,0 +1,39 @@
+#include "sandbox/QuitCommand.h"
+#include "sandbox/SandboxFixture.h"
+#include "support/TemporaryDirectory.h"
+
+namespace zephyr::test {
+namespace {
+
+using QuitCommand = SandboxFixture;
+
+TEST_F(QuitCommand, LeavesThroughWhoeverRunsTheLine)
+{
+    EXPECT_THROW(sandbox.console().execute(U"quit"), sandbox::QuitRequest);
+}
+
+TEST_F(QuitCommand, KeepsTheRestOfAFileFromRunning)
+{
+    const TemporaryDirectory directory;
+    const auto file = directory.write("q.console", "wind set 5\nquit\nwind set 6\n");
+
+    EXPECT_THROW(sandbox.console().runFile(file), sandbox::QuitRequest);
+    EXPECT_EQ(5.0, sandbox.simulation().wind().speed);
+}
+
+TEST_F(QuitCommand, RefusesFurtherWords)
+{
+    EXPECT_EQ(
+        Lines({"    Invalid usage", "    ",
+               "    Ends the program; whatever stands behind it in a file is not run.", "    Usage: quit"}),
+        answerTo("quit now"));
+}
+
+TEST_F(QuitCommand, IsDescribedByHelp)
+{
+    EXPECT_EQ(Lines({"    : Ends the program; whatever stands behind it in a file is not run.", ""}),
+              answerTo("help quit"));
+}
+
+} // namespace
+} // namespace zephyr::test

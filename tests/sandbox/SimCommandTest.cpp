@@ -1,0 +1,211 @@
+#include "sandbox/SandboxFixture.h"
+#include "support/TemporaryDirectory.h"
+
+#include <algorithm>
+#include <sstream>
+
+namespace zephyr::test {
+namespace {
+
+using SimCommand = SandboxFixture;
+
+constexpr char kStepDescription[] = "    Moves the simulation on at once, paused or not.";
+constexpr char kStepHelp[] = "    Usage: sim step [N].  N is 1 to 10000 steps of 1/120 s, 1 if left out.";
+constexpr char kSpeedDescription[] = "    Shows or sets how fast simulated time passes.";
+constexpr char kSpeedHelp[] = "    Usage: sim speed [FACTOR].  FACTOR is 0.1 to 10; 1 is as fast as a clock.";
+constexpr char kRecordDescription[] =
+    "    Moves the simulation on and writes where its first 100 particles are after each step to a CSV file.";
+constexpr char kRecordHelp[] =
+    "    Usage: sim record /path=FILE [/steps=N].  A FILE with spaces stands in double "
+    "quotes.  N is 1 to 10000, 600 if left out.";
+
+Lines linesOf(const std::string& text)
+{
+    std::istringstream stream(text);
+    Lines lines;
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+TEST_F(SimCommand, PausesAndResumes)
+{
+    EXPECT_EQ(Lines({"    Paused."}), answerTo("sim pause"));
+    EXPECT_TRUE(sandbox.clock().isPaused());
+    EXPECT_EQ(Lines({"    Running."}), answerTo("sim resume"));
+    EXPECT_FALSE(sandbox.clock().isPaused());
+}
+
+TEST_F(SimCommand, StepsOnceOrAsOftenAsToldTo)
+{
+    EXPECT_EQ(Lines({"    Now at step 1 (0.00833333 s)."}), answerTo("sim step"));
+    EXPECT_EQ(Lines({"    Now at step 120 (1 s)."}), answerTo("sim step 119"));
+    EXPECT_EQ(120U, sandbox.simulation().stepCount());
+}
+
+TEST_F(SimCommand, RefusesBadStepCounts)
+{
+    for (const char* const words : {"0", "-1", "10001", "1.5", "x", "1 2"}) {
+        EXPECT_EQ(Lines({"    Invalid usage", "    ", kStepDescription, kStepHelp}),
+                  answerTo(std::string("sim step ") + words))
+            << words;
+    }
+    EXPECT_EQ(0U, sandbox.simulation().stepCount());
+}
+
+TEST_F(SimCommand, ShowsAndSetsTheSpeed)
+{
+    EXPECT_EQ(Lines({"    Speed: 1."}), answerTo("sim speed"));
+    EXPECT_EQ(Lines({"    Speed: 0.1."}), answerTo("sim speed 0.1"));
+    EXPECT_EQ(Lines({"    Speed: 10."}), answerTo("sim speed 10"));
+    EXPECT_EQ(10.0, sandbox.clock().speed());
+}
+
+TEST_F(SimCommand, RefusesBadSpeeds)
+{
+    for (const char* const words : {"0", "0.09", "10.1", "-1", "nan", "x", "1 2"}) {
+        EXPECT_EQ(Lines({"    Invalid usage", "    ", kSpeedDescription, kSpeedHelp}),
+                  answerTo(std::string("sim speed ") + words))
+            << words;
+    }
+    EXPECT_EQ(1.0, sandbox.clock().speed());
+}
+
+TEST_F(SimCommand, ResetsTheSimulationButNeitherPauseNorSpeed)
+{
+    answerTo("sim pause");
+    answerTo("sim speed 2");
+    answerTo("wind set 5 5");
+    answerTo("particles clear");
+    answerTo("sim step 3");
+
+    EXPECT_EQ(Lines({"    Back at the start."}), answerTo("sim reset"));
+    EXPECT_EQ(0U, sandbox.simulation().stepCount());
+    EXPECT_EQ(4000U, sandbox.simulation().particles().size());
+    EXPECT_EQ(12.0, sandbox.simulation().wind().speed);
+    EXPECT_TRUE(sandbox.clock().isPaused());
+    EXPECT_EQ(2.0, sandbox.clock().speed());
+}
+
+TEST_F(SimCommand, RefusesWordsBehindPauseResumeAndReset)
+{
+    EXPECT_EQ(Lines({"    Invalid usage", "    ", "    Stops the simulation.", "    Usage: sim pause"}),
+              answerTo("sim pause now"));
+    EXPECT_EQ(Lines({"    Invalid usage", "    ", "    Lets the simulation run.", "    Usage: sim resume"}),
+              answerTo("sim resume now"));
+    EXPECT_EQ(
+        Lines({"    Invalid usage", "    ",
+               "    Starts over: the first particles in the first wind.  Pause and speed stay as they are.",
+               "    Usage: sim reset"}),
+        answerTo("sim reset now"));
+    EXPECT_FALSE(sandbox.clock().isPaused());
+}
+
+TEST_F(SimCommand, RecordsPositionsIntoAFileWithASpaceInItsName)
+{
+    const TemporaryDirectory directory;
+    const std::string path = (directory.path() / "my run.csv").string();
+
+    EXPECT_EQ(Lines({"        step 2 of 20", "        step 4 of 20", "        step 6 of 20",
+                     "        step 8 of 20", "        step 10 of 20", "        step 12 of 20",
+                     "        step 14 of 20", "        step 16 of 20", "        step 18 of 20",
+                     "        step 20 of 20", "    Wrote steps 1 to 20 to '" + path + "'."}),
+              answerTo("sim record /path=\"" + path + "\" /steps=20"));
+    const Lines rows = linesOf(directory.read("my run.csv"));
+    ASSERT_EQ(1U + 20U * 100U, rows.size());
+    EXPECT_EQ("step,time,particle,x,y", rows[0]);
+    EXPECT_EQ(0U, rows[1].find("1,0.008,0,"));
+    EXPECT_EQ(0U, rows[100].find("1,0.008,99,"));
+    EXPECT_EQ(0U, rows[101].find("2,0.017,0,"));
+    EXPECT_EQ(20U, sandbox.simulation().stepCount());
+}
+
+TEST_F(SimCommand, RecordsWhereTheParticlesAre)
+{
+    const TemporaryDirectory directory;
+    answerTo("particles count 1");
+    answerTo("sim record /steps=1 /path=" + (directory.path() / "one.csv").string());
+
+    const glm::dvec2 position = sandbox.simulation().particles().front().position;
+    double x = 0.0;
+    double y = 0.0;
+    char comma = 0;
+    std::istringstream row(linesOf(directory.read("one.csv")).at(1).substr(std::string("1,0.008,0,").size()));
+    row >> x >> comma >> y;
+    EXPECT_NEAR(position.x, x, 0.0006);
+    EXPECT_NEAR(position.y, y, 0.0006);
+    EXPECT_EQ(',', comma);
+}
+
+TEST_F(SimCommand, ReportsEachStepOfAShortRecordingOnce)
+{
+    const TemporaryDirectory directory;
+    const std::string path = (directory.path() / "short.csv").string();
+
+    EXPECT_EQ(Lines({"        step 1 of 3", "        step 2 of 3", "        step 3 of 3",
+                     "    Wrote steps 1 to 3 to '" + path + "'."}),
+              answerTo("sim record /steps=3 /path=" + path));
+}
+
+TEST_F(SimCommand, RecordsSixHundredStepsIfNotToldOtherwise)
+{
+    answerTo("particles count 1");
+    const Lines answer = answerTo("sim record /path=/dev/null");
+    EXPECT_EQ("    Wrote steps 1 to 600 to '/dev/null'.", answer.back());
+    EXPECT_EQ(11U, answer.size());
+}
+
+TEST_F(SimCommand, SaysInOneLineWhyAFileCantBeWritten)
+{
+    const TemporaryDirectory directory;
+    const std::string path = directory.path().string();
+
+    EXPECT_EQ(Lines({"    Can't write '" + path + "/no/x.csv': No such file or directory."}),
+              answerTo("sim record /path=" + path + "/no/x.csv"));
+    EXPECT_EQ(Lines({"    Can't write '" + path + "': Is a directory."}),
+              answerTo("sim record /path=" + path));
+    EXPECT_EQ(0U, sandbox.simulation().stepCount());
+}
+
+TEST_F(SimCommand, StopsRecordingOnAFullDisk)
+{
+    const Lines answer = answerTo("sim record /path=/dev/full /steps=10000");
+    EXPECT_EQ(Lines({"    Can't write '/dev/full': No space left on device."}), answer);
+    EXPECT_LT(sandbox.simulation().stepCount(), 100U);
+}
+
+TEST_F(SimCommand, NoticesAFullDiskWhenTheLastRowsAreWritten)
+{
+    answerTo("particles count 1");
+    EXPECT_EQ(Lines({"        step 1 of 1", "    Can't write '/dev/full': No space left on device."}),
+              answerTo("sim record /path=/dev/full /steps=1"));
+}
+
+TEST_F(SimCommand, RefusesBadRecordings)
+{
+    const TemporaryDirectory directory;
+    const WorkingDirectory here(directory.path());
+    for (const char* const words :
+         {"", "/steps=5", "/path=", "/path", "/path=a.csv /steps=0", "/path=a.csv /steps=x",
+          "/path=a.csv /steps=10001", "/path=a.csv 5", "a.csv", "/path=a.csv /path=b.csv"}) {
+        EXPECT_EQ(Lines({"    Invalid usage", "    ", kRecordDescription, kRecordHelp}),
+                  answerTo(std::string("sim record ") + words))
+            << words;
+    }
+    EXPECT_EQ(Lines({"    Unrecognized switch '/colour'", kRecordDescription, kRecordHelp}),
+              answerTo("sim record /path=a.csv /colour=red"));
+    EXPECT_TRUE(std::filesystem::is_empty(directory.path()));
+}
+
+TEST_F(SimCommand, SendsItsProgressWhereItIsRedirected)
+{
+    const TemporaryDirectory directory;
+    const WorkingDirectory here(directory.path());
+    answerTo("sim record /path=a.csv /steps=1 > progress.txt");
+
+    EXPECT_EQ("        step 1 of 1\n    Wrote steps 1 to 1 to 'a.csv'.\n", directory.read("progress.txt"));
+}
+
+} // namespace
+} // namespace zephyr::test
