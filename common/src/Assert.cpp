@@ -23,7 +23,7 @@ struct HandlerSlot
 HandlerSlot& handlerSlot()
 {
     // Never destroyed: the destructor of a static object may report a failure.
-    static HandlerSlot* const slot = new HandlerSlot;
+    static auto* const slot = new HandlerSlot;
     return *slot;
 }
 

@@ -69,7 +69,7 @@ void SandboxCommand::addSubCommand(const SubCommand& subCommand, const Handler& 
 
 void SandboxCommand::execute(const ConsoleArgs& args, Console& console)
 {
-    if (!args.subCmd().empty() && mSubCommands.count(args.subCmd()) == 0) {
+    if (!args.subCmd().empty() && !mSubCommands.contains(args.subCmd())) {
         printIncorrectUsage(args.subCmd(), console, kAnswerIndent);
         return;
     }

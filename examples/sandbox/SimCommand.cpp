@@ -38,10 +38,9 @@ constexpr char32_t kResetDescription[] =
     U"Starts over: the first particles in the first wind.  Pause and speed stay as they are.";
 constexpr char32_t kResetHelp[] = U"Usage: sim reset";
 constexpr char32_t kRecordDescription[] =
-    U"Moves the simulation on and writes where its first 100 particles are after each step to a CSV file.";
-constexpr char32_t kRecordHelp[] = U"Usage: sim record /path=FILE [/steps=N].  A FILE with spaces stands in "
-                                   U"double quotes.  N is 1 to 10000, "
-                                   U"600 if left out.";
+    U"Moves the simulation on and writes the places of its first 100 particles to a CSV file.";
+constexpr char32_t kRecordHelp[] =
+    U"Usage: sim record /path=FILE [/steps=N].  N is 1 to 10000, else 600; quote a FILE with spaces.";
 
 std::string quoted(const std::u32string& path)
 {

@@ -22,10 +22,10 @@ constexpr char32_t kHeadingSwitch[] = U"/heading";
 
 constexpr char32_t kShowDescription[] = U"Shows the wind's speed, its heading and the gust on top of it.";
 constexpr char32_t kShowHelp[] = U"Usage: wind show";
-constexpr char32_t kSetDescription[] = U"Sets the wind's speed, its heading or both.";
+constexpr char32_t kSetDescription[] =
+    U"Sets the wind's speed (0 to 60 m/s) and heading (0 to under 360 degrees; 0 is up, 90 right).";
 constexpr char32_t kSetHelp[] =
-    U"Usage: wind set SPEED [HEADING], or wind set /speed=SPEED /heading=HEADING.  SPEED is 0 to 60 m/s.  "
-    U"HEADING is where the wind blows to, 0 to under 360 degrees: 0 is up, 90 to the right.";
+    U"Usage: wind set SPEED [HEADING], or wind set [/speed=SPEED] [/heading=HEADING]";
 constexpr char32_t kGustDescription[] = U"Lets the wind blow harder for a moment.";
 constexpr char32_t kGustHelp[] =
     U"Usage: wind gust [STRENGTH].  STRENGTH is above 0 to 60 m/s, 15 if left out.";

@@ -14,10 +14,9 @@ constexpr char kStepHelp[] = "    Usage: sim step [N].  N is 1 to 10000 steps of
 constexpr char kSpeedDescription[] = "    Shows or sets how fast simulated time passes.";
 constexpr char kSpeedHelp[] = "    Usage: sim speed [FACTOR].  FACTOR is 0.1 to 10; 1 is as fast as a clock.";
 constexpr char kRecordDescription[] =
-    "    Moves the simulation on and writes where its first 100 particles are after each step to a CSV file.";
+    "    Moves the simulation on and writes the places of its first 100 particles to a CSV file.";
 constexpr char kRecordHelp[] =
-    "    Usage: sim record /path=FILE [/steps=N].  A FILE with spaces stands in double "
-    "quotes.  N is 1 to 10000, 600 if left out.";
+    "    Usage: sim record /path=FILE [/steps=N].  N is 1 to 10000, else 600; quote a FILE with spaces.";
 
 Lines linesOf(const std::string& text)
 {

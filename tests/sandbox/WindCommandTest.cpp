@@ -6,10 +6,10 @@ namespace {
 using WindCommand = SandboxFixture;
 
 constexpr char kShowDescription[] = "    Shows the wind's speed, its heading and the gust on top of it.";
-constexpr char kSetDescription[] = "    Sets the wind's speed, its heading or both.";
+constexpr char kSetDescription[] =
+    "    Sets the wind's speed (0 to 60 m/s) and heading (0 to under 360 degrees; 0 is up, 90 right).";
 constexpr char kSetHelp[] =
-    "    Usage: wind set SPEED [HEADING], or wind set /speed=SPEED /heading=HEADING.  SPEED is 0 to 60 m/s.  "
-    "HEADING is where the wind blows to, 0 to under 360 degrees: 0 is up, 90 to the right.";
+    "    Usage: wind set SPEED [HEADING], or wind set [/speed=SPEED] [/heading=HEADING]";
 constexpr char kGustDescription[] = "    Lets the wind blow harder for a moment.";
 constexpr char kGustHelp[] =
     "    Usage: wind gust [STRENGTH].  STRENGTH is above 0 to 60 m/s, 15 if left out.";
@@ -19,10 +19,12 @@ const Lines kBadGust{"    Invalid usage", "    ", kGustDescription, kGustHelp};
 
 TEST_F(WindCommand, ListsItsSubCommandsWhenItStandsAlone)
 {
-    EXPECT_EQ(Lines({"    What do you want to do?", "", "    gust: Lets the wind blow harder for a moment.",
-                     "", "    set: Sets the wind's speed, its heading or both.", "",
-                     "    show: Shows the wind's speed, its heading and the gust on top of it.", ""}),
-              answerTo("wind"));
+    EXPECT_EQ(
+        Lines({"    What do you want to do?", "", "    gust: Lets the wind blow harder for a moment.", "",
+               "    set: Sets the wind's speed (0 to 60 m/s) and heading (0 to under 360 degrees; 0 is up, "
+               "90 right).",
+               "", "    show: Shows the wind's speed, its heading and the gust on top of it.", ""}),
+        answerTo("wind"));
 }
 
 TEST_F(WindCommand, RefusesAnUnknownSubCommand)
