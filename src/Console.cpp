@@ -933,13 +933,18 @@ void Console::refresh(ConsoleSnapshot& snapshot) const
 {
     const std::lock_guard lock(mMutex);
     // The font is this console's own, and a snapshot that shares it keeps its address from being used again.
-    if (!mFont || snapshot.mFont != mFont) {
+    const std::size_t known = snapshot.mLines.size();
+    if (!mFont || snapshot.mFont != mFont || known > mLog.size()) {
         snapshot = takeSnapshot();
         return;
     }
     std::u32string input = activeInput();
-    const auto known = static_cast<std::ptrdiff_t>(snapshot.mLines.size());
-    snapshot.mLines.insert(snapshot.mLines.end(), mLog.begin() + known, mLog.end());
+    if (snapshot.mLines.capacity() < mLog.size()) {
+        // Room comes first: an insertion that moves the entries and then fails would lose them.
+        snapshot.mLines.reserve(std::max(mLog.size(), 2 * known));
+    }
+    snapshot.mLines.insert(snapshot.mLines.end(), mLog.begin() + static_cast<std::ptrdiff_t>(known),
+                           mLog.end());
     snapshot.mInput = std::move(input);
     snapshot.mCursorPosition = mCursorPos;
     snapshot.mScrollOffset = mScrollOffset; // the rest never changes

@@ -73,8 +73,8 @@ std::size_t mostMarks(std::u32string_view text)
 bool losesWhatIsBelow(const QPainter& p)
 {
     const QPaintEngine::Type type = p.paintEngine()->type();
-    return (type == QPaintEngine::Raster || type == QPaintEngine::OpenGL2) &&
-           p.combinedTransform().isIdentity();
+    const bool hasEdge = type == QPaintEngine::Raster || type == QPaintEngine::OpenGL2;
+    return hasEdge && p.worldTransform().isIdentity() && !p.viewTransformEnabled();
 }
 
 /// Whether the cursor shows after `phases` changes of its phase.

@@ -32,7 +32,8 @@ namespace zephyr::console {
 /// - It is: the model, driven by the host's key, wheel and size events, and drawn from snapshot() by a
 ///   ConsoleRenderer. It is not: a window, an event loop or a painter, and it reads no configuration.
 /// - Threads: the thread that constructs it, the host's, owns it; everything is called there. Only the
-///   writers (write(), writeIndented(), newline()) and snapshot() may be called from any thread at any time.
+///   writers (write(), writeIndented(), newline()), snapshot() and refresh() may be called from any thread at
+///   any time.
 ///   No lock is held while a command, a completion or a callback runs.
 /// - Ownership: it owns its registered commands and its log. It is neither copied nor moved. What it is asked
 ///   to look up stays its own.

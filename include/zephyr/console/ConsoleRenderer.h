@@ -20,7 +20,6 @@ class ElapsedSimTime;
 
 namespace zephyr::console {
 
-struct LogEntry;
 class ConsoleSnapshot;
 
 /// Draws a ConsoleSnapshot with a painter: the background, the log above the prompt line, and a blinking
