@@ -1,6 +1,6 @@
 # The Debian packages that each script needs, to be sourced.
 # shellcheck disable=SC2034
 build_packages=(cmake ninja-build g++ qt6-base-dev libglm-dev libgl-dev fonts-dejavu-core)
-test_packages=("${build_packages[@]}" libgtest-dev xvfb xauth xdotool x11-utils binutils)
+test_packages=("${build_packages[@]}" libgtest-dev xvfb xdotool x11-utils imagemagick binutils)
 check_packages=("${test_packages[@]}" clang-format clang-tidy clang-tools)
 coverage_packages=("${test_packages[@]}" gcovr)

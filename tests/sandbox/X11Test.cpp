@@ -1,6 +1,7 @@
 #include "sandbox/ProgramRun.h"
 
 #include <QColor>
+#include <QCoreApplication>
 #include <QImage>
 
 #include <gtest/gtest.h>
@@ -11,17 +12,18 @@
 namespace zephyr::test {
 namespace {
 
-/// An X server without a screen, on a display that no other one has.
+/// An X server without a screen, on a display of this process's own.
 class VirtualDisplay
 {
 public:
-    VirtualDisplay()
+    // A free number that the server picks itself may be one that another server is just cleaning up behind.
+    VirtualDisplay() : mName(QString(":%1").arg(100 + QCoreApplication::applicationPid() % 50000))
     {
-        mServer.start(XVFB_PROGRAM, {"-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
+        mServer.start(XVFB_PROGRAM,
+                      {mName, "-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
         if (!mServer.waitForReadyRead(kProcessTimeout)) {
             throw std::runtime_error("no X server: " + mServer.readAllStandardError().toStdString());
         }
-        mName = ":" + mServer.readLine().trimmed();
     }
 
     ~VirtualDisplay()
@@ -75,8 +77,8 @@ private:
         return process.readAllStandardOutput();
     }
 
-    QProcess mServer;
     QString mName;
+    QProcess mServer;
 };
 
 /// How many pixels are as green as the console's text alone is.
