@@ -1,0 +1,127 @@
+#include "FramePainter.h"
+
+#include "zephyr/common/ElapsedSimTime.h"
+#include "zephyr/common/Time.h"
+#include "zephyr/console/Console.h"
+
+#include <QObject>
+#include <QPaintDevice>
+#include <QPainter>
+#include <QTransform>
+#include <QtMath>
+
+#include <algorithm>
+#include <cmath>
+
+namespace zephyr::console::qt {
+
+namespace {
+
+/// Restores a painter, whatever happens in between.
+class PainterState
+{
+public:
+    explicit PainterState(QPainter& painter) : mPainter(painter) { mPainter.save(); }
+    ~PainterState() { mPainter.restore(); }
+    PainterState(const PainterState&) = delete;
+    PainterState& operator=(const PainterState&) = delete;
+
+private:
+    QPainter& mPainter;
+};
+
+/// Whether a device tells its size in logical pixels, as windows and widgets do, and not in its own.
+bool countsLogicalPixels(const QPaintDevice& device)
+{
+    return dynamic_cast<const QObject*>(&device) != nullptr && device.devicePixelRatioF() != 1.0;
+}
+
+/// Whether a painter is scaled in place of its device having a ratio, as an item's painter is.
+bool isScaled(const QTransform& transform)
+{
+    return transform.type() == QTransform::TxScale && transform.m11() > 0 && transform.m22() > 0;
+}
+
+} // namespace
+
+/// Where the renderer, which divides a device's width and height by its ratio, would take another size than the device has
+/// in the painter's pixels.
+std::optional<FramePainter::Layer> FramePainter::layerFor(const QPainter& painter)
+{
+    const QPaintDevice& device = *painter.device();
+    const QTransform transform = painter.worldTransform();
+    const bool isLogical = countsLogicalPixels(device);
+    if (!isLogical && !isScaled(transform)) {
+        return std::nullopt;
+    }
+    const double ratio = device.devicePixelRatioF();
+    const double counted = isLogical ? ratio : 1.0;
+    const QSize pixels(qCeil(device.width() * counted), qCeil(device.height() * counted));
+    return isScaled(transform) ? Layer{pixels, ratio * transform.m11(), ratio * transform.m22()}
+                               : Layer{pixels, ratio, ratio};
+}
+
+void FramePainter::paint(const Console& console, QPainter& painter, bool isFirst)
+{
+    if (mSnapshot) {
+        console.refresh(*mSnapshot);
+    } else {
+        mSnapshot = console.snapshot();
+    }
+    const double seconds = advanceClocks(isFirst);
+    const PainterState state(painter);
+    if (const std::optional<Layer> layer = layerFor(painter)) {
+        renderOnLayer(seconds, *layer, painter);
+    } else {
+        mRenderer.render(ElapsedSimTime(Time(seconds)), *mSnapshot, painter);
+    }
+}
+
+void FramePainter::renderOnLayer(double seconds, const Layer& layer, QPainter& painter)
+{
+    if (layer.pixels.isEmpty()) {
+        return;
+    }
+    if (mLayer.size() != layer.pixels) {
+        mLayer = QImage(layer.pixels, QImage::Format_ARGB32_Premultiplied);
+    }
+    mLayer.setDevicePixelRatio(std::min(layer.scaleX, layer.scaleY));
+    mLayer.fill(Qt::transparent);
+    QPainter layerPainter(&mLayer);
+    mRenderer.render(ElapsedSimTime(Time(seconds)), *mSnapshot, layerPainter);
+    layerPainter.end();
+    painter.drawImage(
+        QRectF(0.0, 0.0, layer.pixels.width() / layer.scaleX, layer.pixels.height() / layer.scaleY), mLayer);
+}
+
+/// \return the seconds since the frame before.
+double FramePainter::advanceClocks(bool isFirst)
+{
+    const double seconds =
+        isFirst || !mFrameClock.isValid() ? 0.0 : static_cast<double>(mFrameClock.nsecsElapsed()) * 1e-9;
+    mFrameClock.start();
+    if (mSnapshot->cursorPosition() == mLastCursorPos) {
+        mBlinkTime += seconds;
+    } else {
+        mBlinkTime = 0.0;
+        mLastCursorPos = mSnapshot->cursorPosition();
+    }
+    return seconds;
+}
+
+std::optional<double> FramePainter::secondsToBlink() const
+{
+    const double rate = mSnapshot ? mSnapshot->cursorBlinkRate() : 0.0;
+    if (!(rate > 0.0)) {
+        return std::nullopt;
+    }
+    const double phases = rate * mBlinkTime;
+    return (std::floor(phases) + 1.0 - phases) / rate;
+}
+
+void FramePainter::rest()
+{
+    mLayer = QImage();
+}
+
+} // namespace zephyr::console::qt

@@ -1,0 +1,61 @@
+#ifndef ZEPHYR_CONSOLE_QT_FRAMEPAINTER_H
+#define ZEPHYR_CONSOLE_QT_FRAMEPAINTER_H
+
+#include "zephyr/console/ConsoleRenderer.h"
+#include "zephyr/console/ConsoleSnapshot.h"
+
+#include <QElapsedTimer>
+#include <QImage>
+#include <QSize>
+
+#include <cstdint>
+#include <optional>
+
+class QPainter;
+
+namespace zephyr::console {
+class Console;
+}
+
+namespace zephyr::console::qt {
+
+/// Paints one console, frame after frame, and keeps what that needs from one to the next. Used by one thread at a time,
+/// the one that paints.
+class FramePainter
+{
+public:
+    /// Paints the console over the whole device of an active painter, whose state it leaves as it was. `isFirst` says that
+    /// the frame follows no other, so that no time has passed for the cursor.
+    void paint(const Console& console, QPainter& painter, bool isFirst);
+
+    /// The seconds from the last frame on until the cursor next changes between shown and hidden, or nothing if it
+    /// doesn't blink.
+    std::optional<double> secondsToBlink() const;
+
+    /// Gives the memory back that only an open console needs.
+    void rest();
+
+private:
+    /// An image to render on, in the device's own pixels, and how many of them a pixel of the painter takes.
+    struct Layer
+    {
+        QSize pixels;
+        double scaleX;
+        double scaleY;
+    };
+
+    static std::optional<Layer> layerFor(const QPainter& painter);
+    double advanceClocks(bool isFirst);
+    void renderOnLayer(double seconds, const Layer& layer, QPainter& painter);
+
+    std::optional<ConsoleSnapshot> mSnapshot;
+    ConsoleRenderer mRenderer;
+    QElapsedTimer mFrameClock;
+    QImage mLayer;
+    std::uint32_t mLastCursorPos = 0;
+    double mBlinkTime = 0.0; // seconds, counted as the renderer counts them
+};
+
+} // namespace zephyr::console::qt
+
+#endif

@@ -1,0 +1,37 @@
+#include "zephyr/console/qt/ToggleKeys.h"
+
+#include <QKeyEvent>
+
+namespace zephyr::console::qt {
+
+namespace {
+
+constexpr Qt::KeyboardModifiers kModifiers =
+    Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+constexpr quint32 kNativeLevel3 = 0x80; // AltGr in X11's and xkb's state (Mod5), which Qt does not translate
+
+bool isPlain(const QKeyEvent& event)
+{
+    return (event.modifiers() & kModifiers) == 0 && (event.nativeModifiers() & kNativeLevel3) == 0;
+}
+
+bool isShiftEscape(const QKeyEvent& event)
+{
+    return event.key() == Qt::Key_Escape && (event.modifiers() & kModifiers) == Qt::ShiftModifier;
+}
+
+} // namespace
+
+ToggleKeys::ToggleKeys() : ToggleKeys({Qt::Key_QuoteLeft}, {kKeyLeftOfOne}) {}
+
+ToggleKeys::ToggleKeys(const QSet<int>& keys, const QSet<quint32>& scanCodes)
+    : mKeys(keys), mScanCodes(scanCodes)
+{}
+
+bool ToggleKeys::matches(const QKeyEvent& event) const
+{
+    return isShiftEscape(event) || mKeys.contains(event.key()) ||
+           (mScanCodes.contains(event.nativeScanCode()) && isPlain(event));
+}
+
+} // namespace zephyr::console::qt

@@ -1,0 +1,322 @@
+#include "qt/HostedConsole.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QShortcut>
+
+namespace zephyr::test {
+namespace {
+
+class ConsoleHostKeys : public HostedConsole
+{};
+
+using Notes = std::vector<std::string>;
+
+TEST_F(ConsoleHostKeys, OpenAndCloseTheConsoleWithTheBackQuote)
+{
+    click(Qt::Key_QuoteLeft, Qt::NoModifier, "`");
+    EXPECT_TRUE(console->isOpen());
+    EXPECT_TRUE(host.isOpen());
+    click(Qt::Key_QuoteLeft, Qt::NoModifier, "`");
+    EXPECT_FALSE(console->isOpen());
+    EXPECT_FALSE(host.isOpen());
+    EXPECT_EQ(Notes(), window.noted);
+    ASSERT_EQ(2, toggles.size());
+    EXPECT_TRUE(toggles[0][0].toBool());
+    EXPECT_FALSE(toggles[1][0].toBool());
+}
+
+TEST_F(ConsoleHostKeys, OpenTheConsoleWithAnEmptyLine)
+{
+    click(Qt::Key_QuoteLeft, Qt::NoModifier, "`");
+    type("abc");
+    click(Qt::Key_QuoteLeft, Qt::NoModifier, "`");
+    click(Qt::Key_QuoteLeft, Qt::NoModifier, "`");
+    EXPECT_EQ("", input());
+}
+
+TEST_F(ConsoleHostKeys, OpenAndCloseWithADeadKeyLeftOfOne)
+{
+    sendKey(window, QEvent::KeyPress, Qt::Key_Dead_Circumflex, {}, {}, ToggleKeys::kKeyLeftOfOne);
+    EXPECT_TRUE(console->isOpen());
+    sendKey(window, QEvent::KeyRelease, Qt::Key_Dead_Circumflex, {}, {}, ToggleKeys::kKeyLeftOfOne);
+    EXPECT_TRUE(console->isOpen());
+    sendKey(window, QEvent::KeyPress, Qt::Key_Dead_Circumflex, {}, {}, ToggleKeys::kKeyLeftOfOne);
+    EXPECT_FALSE(console->isOpen());
+}
+
+TEST_F(ConsoleHostKeys, ToggleOnceWhileAToggleKeyIsHeld)
+{
+    sendKey(window, QEvent::KeyPress, Qt::Key_QuoteLeft, {}, "`", ToggleKeys::kKeyLeftOfOne);
+    for (int i = 0; i < 3; ++i) {
+        sendKey(window, QEvent::KeyRelease, Qt::Key_QuoteLeft, {}, "`", ToggleKeys::kKeyLeftOfOne, 0, true);
+        sendKey(window, QEvent::KeyPress, Qt::Key_QuoteLeft, {}, "`", ToggleKeys::kKeyLeftOfOne, 0, true);
+    }
+    EXPECT_TRUE(console->isOpen());
+    EXPECT_EQ("", input());
+    EXPECT_EQ(1, toggles.size());
+    EXPECT_EQ(Notes(), window.noted);
+}
+
+TEST_F(ConsoleHostKeys, OpenAndCloseWithShiftEscapeWhateverTheToggleKeysAre)
+{
+    host.setToggleKeys(ToggleKeys({Qt::Key_F12}, {}));
+    click(Qt::Key_Escape, Qt::ShiftModifier, "\x1b");
+    EXPECT_TRUE(console->isOpen());
+    click(Qt::Key_Escape, Qt::ShiftModifier, "\x1b");
+    EXPECT_FALSE(console->isOpen());
+    EXPECT_EQ(Notes(), window.noted);
+}
+
+TEST_F(ConsoleHostKeys, OpenAndCloseWithTheKeysThatTheHostChose)
+{
+    host.setToggleKeys(ToggleKeys({Qt::Key_F12}, {}));
+    EXPECT_TRUE(host.toggleKeys().matches(QKeyEvent(QEvent::KeyPress, Qt::Key_F12, Qt::NoModifier)));
+    click(Qt::Key_QuoteLeft, Qt::NoModifier, "`");
+    EXPECT_FALSE(console->isOpen());
+    EXPECT_EQ((Notes{"press `", "release `"}), window.noted);
+    click(Qt::Key_F12);
+    EXPECT_TRUE(console->isOpen());
+}
+
+TEST_F(ConsoleHostKeys, TypeTheBackQuoteWhereItIsNoToggleKey)
+{
+    host.setToggleKeys(ToggleKeys({Qt::Key_F12}, {}));
+    click(Qt::Key_F12);
+    click(Qt::Key_QuoteLeft, Qt::NoModifier, "`");
+    EXPECT_EQ("`", input());
+}
+
+TEST_F(ConsoleHostKeys, GoToTheHostWhileTheConsoleIsClosed)
+{
+    click(Qt::Key_A, Qt::NoModifier, "a");
+    click(Qt::Key_Tab, Qt::NoModifier, "\t");
+    EXPECT_EQ((Notes{"press A", "release A", "press Tab", "release Tab"}), window.noted);
+    EXPECT_EQ("", input());
+    EXPECT_EQ(0, repaints.size());
+}
+
+TEST_F(ConsoleHostKeys, GoToTheConsoleAloneWhileItIsOpen)
+{
+    open();
+    type("help");
+    click(Qt::Key_F5);
+    click(Qt::Key_Left);
+    click(Qt::Key_Escape, Qt::NoModifier, "\x1b");
+    EXPECT_EQ("help", input());
+    EXPECT_EQ(3u, console->cursorPosition());
+    EXPECT_EQ(Notes(), window.noted);
+}
+
+TEST_F(ConsoleHostKeys, CarryQtsCodesAndModifierBits)
+{
+    open();
+    type("set foo bar");
+    click(Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_EQ(8u, console->cursorPosition());
+    click(Qt::Key_Backspace, Qt::ControlModifier, "\x7f");
+    EXPECT_EQ("set bar", input());
+    click(Qt::Key_Home);
+    click(Qt::Key_Delete, Qt::NoModifier, "\x7f");
+    EXPECT_EQ("et bar", input());
+}
+
+TEST_F(ConsoleHostKeys, TypeWhatQTestTypes)
+{
+    QTest::keyClick(&window, Qt::Key_QuoteLeft);
+    QTest::keyClick(&window, Qt::Key_X);
+    QTest::sendKeyEvent(QTest::Click, &window, Qt::Key_unknown, QStringLiteral("\u00e9"), Qt::NoModifier);
+    EXPECT_EQ("x\u00e9", input());
+    QTest::keyClick(&window, Qt::Key_Backspace);
+    EXPECT_EQ("x", input());
+}
+
+TEST_F(ConsoleHostKeys, JoinSurrogatePairsToOneCodePoint)
+{
+    open();
+    click(Qt::Key_unknown, Qt::NoModifier, QString::fromUtf8("\U0001F600"));
+    EXPECT_EQ(U"\U0001F600", console->activeInput());
+    EXPECT_EQ(1u, console->cursorPosition());
+}
+
+TEST_F(ConsoleHostKeys, InsertEveryCodePointOfOnePress)
+{
+    open();
+    click(Qt::Key_unknown, Qt::NoModifier, QString::fromUtf8("a\u0301\U0001F600z"));
+    EXPECT_EQ(U"a\u0301\U0001F600z", console->activeInput());
+    EXPECT_EQ(4u, console->cursorPosition());
+}
+
+TEST_F(ConsoleHostKeys, DoNotTypeControlCharacters)
+{
+    open();
+    click(Qt::Key_Escape, Qt::NoModifier, "\x1b");
+    click(Qt::Key_A, Qt::ControlModifier, "\x01");
+    click(Qt::Key_Return, Qt::NoModifier, "\r");
+    click(Qt::Key_unknown, Qt::NoModifier, QString("x\n\t\x7f") + QChar(0x9b) + "y");
+    EXPECT_EQ("xy", input());
+    EXPECT_EQ((std::vector<std::string>{""}), log()) << "the echo of Return on an empty line";
+}
+
+TEST_F(ConsoleHostKeys, PasteTheClipboard)
+{
+    open();
+    QGuiApplication::clipboard()->setText("from the clipboard");
+    click(Qt::Key_V, Qt::ControlModifier, "\x16");
+    EXPECT_EQ("from the clipboard", input());
+}
+
+TEST_F(ConsoleHostKeys, RunLinesAndRecallThem)
+{
+    std::vector<std::u32string> words;
+    addCommand(*console, U"go").onExecute = [&](const console::ConsoleArgs& args, Console&) {
+        words = wordsOf(args);
+    };
+    open();
+    type("go far\n");
+    EXPECT_EQ((std::vector<std::u32string>{U"go", U"far"}), words);
+    EXPECT_EQ("", input());
+    click(Qt::Key_Up);
+    EXPECT_EQ("go far", input());
+    click(Qt::Key_Down);
+    click(Qt::Key_Enter, Qt::KeypadModifier, "\r");
+    EXPECT_EQ((std::vector<std::string>{"go far", "", ""}), log());
+}
+
+TEST_F(ConsoleHostKeys, KeepTabAndBacktabFromTheHost)
+{
+    addCompletingCommand(*console, U"cmd", {U"alpha", U"beta"});
+    open();
+    type("cmd ");
+    for (const char* const line : {"cmd alpha", "cmd beta", "cmd alpha"}) {
+        EXPECT_TRUE(sendKey(window, QEvent::KeyPress, Qt::Key_Tab, {}, "\t"));
+        EXPECT_TRUE(sendKey(window, QEvent::KeyRelease, Qt::Key_Tab, {}, "\t"));
+        EXPECT_EQ(line, input());
+    }
+    EXPECT_TRUE(sendKey(window, QEvent::KeyPress, Qt::Key_Backtab, Qt::ShiftModifier));
+    EXPECT_EQ("cmd beta", input());
+    EXPECT_EQ(Notes(), window.noted);
+}
+
+TEST_F(ConsoleHostKeys, AreAcceptedWhereTheConsoleTakesThem)
+{
+    open();
+    QKeyEvent event(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+    event.ignore();
+    QCoreApplication::sendEvent(&window, &event);
+    EXPECT_TRUE(event.isAccepted());
+}
+
+TEST_F(ConsoleHostKeys, AreReleasedWhereTheyWerePressed)
+{
+    sendKey(window, QEvent::KeyPress, Qt::Key_W, {}, "w");
+    open();
+    sendKey(window, QEvent::KeyPress, Qt::Key_X, {}, "x");
+    sendKey(window, QEvent::KeyRelease, Qt::Key_W, {}, "w");
+    EXPECT_EQ((Notes{"press W", "release W"}), window.noted);
+    host.setOpen(false);
+    sendKey(window, QEvent::KeyRelease, Qt::Key_X, {}, "x");
+    EXPECT_EQ((Notes{"press W", "release W"}), window.noted);
+}
+
+TEST_F(ConsoleHostKeys, RepeatWhereTheyWerePressed)
+{
+    open();
+    sendKey(window, QEvent::KeyPress, Qt::Key_X, {}, "x");
+    sendKey(window, QEvent::KeyRelease, Qt::Key_X, {}, "x", 0, 0, true);
+    sendKey(window, QEvent::KeyPress, Qt::Key_X, {}, "x", 0, 0, true);
+    EXPECT_EQ("xx", input());
+    EXPECT_EQ(Notes(), window.noted);
+}
+
+TEST_F(ConsoleHostKeys, AreForgottenWhenTheFocusGoes)
+{
+    open();
+    sendKey(window, QEvent::KeyPress, Qt::Key_X, {}, "x");
+    QFocusEvent out(QEvent::FocusOut);
+    QCoreApplication::sendEvent(&window, &out);
+    sendKey(window, QEvent::KeyRelease, Qt::Key_X, {}, "x");
+    EXPECT_EQ((Notes{"release X"}), window.noted);
+}
+
+TEST_F(ConsoleHostKeys, FollowAConsoleThatTheHostOpensAndClosesItself)
+{
+    console->open();
+    click(Qt::Key_A, Qt::NoModifier, "a");
+    EXPECT_EQ("a", input());
+    console->close();
+    click(Qt::Key_B, Qt::NoModifier, "b");
+    EXPECT_EQ((Notes{"press B", "release B"}), window.noted);
+    EXPECT_EQ(2, toggles.size());
+}
+
+TEST_F(ConsoleHostKeys, FollowAConsoleThatACommandCloses)
+{
+    addCommand(*console, U"bye").onExecute = [](const console::ConsoleArgs&, Console& running) {
+        running.close();
+    };
+    open();
+    type("bye\n");
+    EXPECT_FALSE(host.isOpen());
+    EXPECT_EQ(2, toggles.size());
+    EXPECT_EQ(Notes(), window.noted);
+}
+
+TEST_F(ConsoleHostKeys, AreTheConsolesBeforeAnyShortcutWhileItIsOpen)
+{
+    QShortcut shortcut(QKeySequence(Qt::CTRL | Qt::Key_Left), &window);
+    QSignalSpy activations(&shortcut, &QShortcut::activated);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+
+    QTest::keyClick(&window, Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_EQ(1, activations.size());
+
+    open();
+    type("two words");
+    QTest::keyClick(&window, Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_EQ(1, activations.size());
+    EXPECT_EQ(4u, console->cursorPosition());
+
+    host.setOpen(false);
+    QTest::keyClick(&window, Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_EQ(2, activations.size());
+}
+
+TEST_F(ConsoleHostKeys, OpenTheConsoleBeforeAnyShortcut)
+{
+    QShortcut shortcut(QKeySequence(Qt::Key_QuoteLeft), &window);
+    QSignalSpy activations(&shortcut, &QShortcut::activated);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QTest::keyClick(&window, Qt::Key_QuoteLeft);
+    EXPECT_TRUE(console->isOpen());
+    EXPECT_EQ(0, activations.size());
+}
+
+TEST_F(ConsoleHostKeys, ThatOverrideShortcutsAreAccepted)
+{
+    QKeyEvent closed(QEvent::ShortcutOverride, Qt::Key_S, Qt::ControlModifier);
+    closed.ignore();
+    QCoreApplication::sendEvent(&window, &closed);
+    EXPECT_FALSE(closed.isAccepted());
+    open();
+    QKeyEvent opened(QEvent::ShortcutOverride, Qt::Key_S, Qt::ControlModifier);
+    opened.ignore();
+    EXPECT_TRUE(QCoreApplication::sendEvent(&window, &opened));
+    EXPECT_TRUE(opened.isAccepted());
+    EXPECT_EQ("", input());
+}
+
+TEST_F(ConsoleHostKeys, OfOtherObjectsAreLeftAlone)
+{
+    NotingWindow other;
+    other.installEventFilter(&host); // as a host may have done by mistake
+    open();
+    sendKey(other, QEvent::KeyPress, Qt::Key_A, {}, "a");
+    EXPECT_EQ((Notes{"press A"}), other.noted);
+    EXPECT_EQ("", input());
+}
+
+} // namespace
+} // namespace zephyr::test

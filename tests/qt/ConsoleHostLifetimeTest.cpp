@@ -1,0 +1,295 @@
+#include "qt/HostedConsole.h"
+#include "support/MortalCommand.h"
+#include "support/TemporaryDirectory.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QRasterWindow>
+
+#include <future>
+#include <stdexcept>
+#include <thread>
+
+namespace zephyr::test {
+namespace {
+
+/// A console, its window and its kit, each of which a test may destroy when it likes.
+class ConsoleHostLifetime : public testing::Test
+{
+protected:
+    ConsoleHostLifetime() { host->setOpen(true); }
+
+    void key(int code, const QString& text = {})
+    {
+        sendKey(*window, QEvent::KeyPress, code, {}, text);
+        if (window) {
+            sendKey(*window, QEvent::KeyRelease, code, {}, text);
+        }
+    }
+
+    /// Types and runs the line `x`.
+    void runX()
+    {
+        key(Qt::Key_X, "x");
+        key(Qt::Key_Return, "\r");
+    }
+
+    void paint()
+    {
+        QImage frame(160, 90, QImage::Format_ARGB32_Premultiplied);
+        QPainter painter(&frame);
+        host->paint(painter);
+    }
+
+    /// Everything that a host may do with its kit.
+    void useHost()
+    {
+        host->setOpen(true);
+        paint();
+        host->copyLog();
+        host->copyLastAnswer();
+        host->captureQtMessages(true);
+        host->mirrorLog(QString::fromStdString((directory.path() / "log").string()));
+        host->mirrorLog({});
+        host->captureQtMessages(false);
+        host->setOpen(false);
+    }
+
+    TemporaryDirectory directory;
+    std::shared_ptr<Console> console = std::make_shared<Console>();
+    std::unique_ptr<NotingWindow> window = std::make_unique<NotingWindow>();
+    std::unique_ptr<ConsoleHost> host = std::make_unique<ConsoleHost>(console, window.get());
+};
+
+TEST_F(ConsoleHostLifetime, HoldsOnToNothingOfTheHosts)
+{
+    const std::weak_ptr<Console> watch = console;
+    paint();
+    key(Qt::Key_A, "a");
+    EXPECT_EQ(1, console.use_count());
+    console.reset();
+    EXPECT_TRUE(watch.expired());
+}
+
+TEST_F(ConsoleHostLifetime, OutlivesTheConsole)
+{
+    QSignalSpy toggles(host.get(), &ConsoleHost::openChanged);
+    paint();
+    console.reset();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !host->isOpen(); }, 60000));
+    EXPECT_EQ(1, toggles.size());
+    key(Qt::Key_A, "a");
+    key(Qt::Key_QuoteLeft, "`");
+    turnWheel(*window, {0, 120});
+    commit(*window, "a");
+    window->resize(100, 100);
+    useHost();
+    EXPECT_FALSE(host->isOpen());
+    EXPECT_EQ((std::vector<std::string>{"press A", "release A", "press `", "release `", "wheel"}),
+              window->noted);
+}
+
+TEST_F(ConsoleHostLifetime, OutlivesTheConsoleWithItsServicesOn)
+{
+    host->captureQtMessages(true);
+    ASSERT_TRUE(host->mirrorLog(QString::fromStdString((directory.path() / "log").string())));
+    console.reset();
+    qInfo("to nobody");
+    host.reset();
+    EXPECT_EQ("Zephyr Console:\n\n", directory.read("log"));
+}
+
+TEST_F(ConsoleHostLifetime, OutlivesTheWindow)
+{
+    window.reset();
+    useHost();
+    EXPECT_FALSE(console->isOpen());
+    host->setOpen(true);
+    EXPECT_TRUE(console->isOpen());
+}
+
+TEST_F(ConsoleHostLifetime, EndsBeforeConsoleAndWindow)
+{
+    host.reset();
+    key(Qt::Key_A, "a");
+    window->resize(100, 100);
+    EXPECT_EQ((std::vector<std::string>{"press A", "release A"}), window->noted);
+    EXPECT_EQ(U"", console->activeInput());
+}
+
+TEST_F(ConsoleHostLifetime, EndsWithTheWindowThatItIsAChildOf)
+{
+    host.reset();
+    const QPointer<ConsoleHost> child = new ConsoleHost(console, window.get(), window.get());
+    child->setOpen(true);
+    window.reset();
+    EXPECT_FALSE(child);
+    EXPECT_TRUE(console->isOpen());
+}
+
+TEST_F(ConsoleHostLifetime, EndsInEveryOrderWithConsoleAndWindow)
+{
+    for (const std::string order : {"chw", "cwh", "hcw", "hwc", "wch", "whc"}) {
+        console = std::make_shared<Console>();
+        window = std::make_unique<NotingWindow>();
+        host = std::make_unique<ConsoleHost>(console, window.get());
+        host->setOpen(true);
+        host->captureQtMessages(true);
+        ASSERT_TRUE(host->mirrorLog(QString::fromStdString((directory.path() / order).string())));
+        paint();
+        key(Qt::Key_A, "a");
+        for (const char next : order) {
+            next == 'c' ? console.reset() : next == 'w' ? window.reset() : host.reset();
+            QCoreApplication::processEvents();
+        }
+        EXPECT_EQ("Zephyr Console:\n\n", directory.read(order)) << order;
+    }
+}
+
+TEST_F(ConsoleHostLifetime, MayBeEndedByACommandThatRuns)
+{
+    addCommand(*console, U"x").onExecute = [this](const console::ConsoleArgs&, Console& running) {
+        host.reset();
+        running.write(U"still here", console::Output);
+    };
+    host->captureQtMessages(true);
+    ASSERT_TRUE(host->mirrorLog(QString::fromStdString((directory.path() / "log").string())));
+    runX();
+    EXPECT_EQ((std::vector<std::string>{"x", "still here", ""}), ConsoleDriver(*console).log());
+    EXPECT_EQ("Zephyr Console:\n\n>> x\nstill here\n\n", directory.read("log"));
+    key(Qt::Key_B, "b");
+    EXPECT_EQ((std::vector<std::string>{"release Return", "press B", "release B"}), window->noted);
+}
+
+TEST_F(ConsoleHostLifetime, MayBeEndedByACommandThatThrows)
+{
+    addCommand(*console, U"x").onExecute = [this](const console::ConsoleArgs&, Console&) {
+        host.reset();
+        throw std::runtime_error("too late");
+    };
+    runX();
+    EXPECT_EQ((std::vector<std::string>{"x", "The console caught an exception: too late"}),
+              ConsoleDriver(*console).log());
+}
+
+TEST_F(ConsoleHostLifetime, MayBeEndedByACompletion)
+{
+    addCommand(*console, U"x").onComplete = [this](const console::ConsoleArgs&) {
+        host.reset();
+        return std::vector<std::u32string>{U"done"};
+    };
+    key(Qt::Key_X, "x");
+    key(Qt::Key_Tab, "\t");
+    EXPECT_EQ(U" done", console->activeInput());
+}
+
+TEST_F(ConsoleHostLifetime, OutlivesTheWindowThatACommandDestroys)
+{
+    addCommand(*console, U"x").onExecute = [this](const console::ConsoleArgs&, Console&) { window.reset(); };
+    runX();
+    useHost();
+    EXPECT_FALSE(host->isOpen());
+}
+
+TEST_F(ConsoleHostLifetime, KeepsTheConsoleThatACommandLetsGoOfUntilTheCommandHasRun)
+{
+    const std::weak_ptr<Console> watch = console;
+    addCommand(*console, U"x").onExecute = [this](const console::ConsoleArgs&, Console& running) {
+        console.reset();
+        running.write(U"still here", console::Output);
+    };
+    runX();
+    EXPECT_TRUE(watch.expired());
+    EXPECT_FALSE(host->isOpen());
+}
+
+TEST_F(ConsoleHostLifetime, MayBeEndedByWhoeverHearsItsSignals)
+{
+    const auto reset = [this] { host.reset(); };
+    const auto remake = [this] { host = std::make_unique<ConsoleHost>(console, window.get()); };
+
+    QObject::connect(host.get(), &ConsoleHost::openChanged, window.get(), reset);
+    host->setOpen(false);
+    EXPECT_FALSE(host);
+
+    remake();
+    QObject::connect(host.get(), &ConsoleHost::openChanged, window.get(), reset);
+    key(Qt::Key_QuoteLeft, "`");
+    EXPECT_FALSE(host);
+
+    remake();
+    QObject::connect(host.get(), &ConsoleHost::repaintNeeded, window.get(), reset);
+    key(Qt::Key_A, "a");
+    EXPECT_FALSE(host);
+
+    remake();
+    QObject::connect(host.get(), &ConsoleHost::exceptionCaught, window.get(), reset);
+    addCommand(*console, U"ax").onExecute = [](const console::ConsoleArgs&, Console&) { throw 1; };
+    runX();
+    EXPECT_FALSE(host);
+}
+
+TEST_F(ConsoleHostLifetime, MayBeEndedByWhoeverHearsThatTheLogGrewOrTheCursorBlinks)
+{
+    for (const bool isPainted : {false, true}) {
+        host = std::make_unique<ConsoleHost>(console, window.get());
+        isPainted ? paint() : void();
+        QObject::connect(host.get(), &ConsoleHost::repaintNeeded, window.get(), [this] { host.reset(); });
+        isPainted ? void() : console->newline();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !host; }, 60000)) << isPainted;
+    }
+}
+
+TEST_F(ConsoleHostLifetime, MayBeEndedWhileItPaintsByWhoeverHearsThatTheConsoleOpened)
+{
+    host->setOpen(false);
+    QObject::connect(host.get(), &ConsoleHost::openChanged, window.get(), [this] { host.reset(); });
+    console->open();
+    paint();
+    EXPECT_FALSE(host);
+}
+
+/// Stops whoever asks for its size until the test lets it go on.
+class SlowImage : public QImage
+{
+public:
+    SlowImage() : QImage(32, 20, QImage::Format_ARGB32_Premultiplied) {}
+
+    bool isArmed = false;
+    std::promise<void> asked;
+    std::promise<void> goesOn;
+
+protected:
+    int metric(PaintDeviceMetric what) const override
+    {
+        if (what == PdmHeight && isArmed) {
+            auto* self = const_cast<SlowImage*>(this);
+            self->isArmed = false;
+            self->asked.set_value();
+            self->goesOn.get_future().wait();
+        }
+        return QImage::metric(what);
+    }
+};
+
+TEST_F(ConsoleHostLifetime, LeavesTheConsolesEndToItsThreadWhenItIsBeingPainted)
+{
+    std::thread::id endedOn;
+    Life life = addMortalCommand(*console, U"x", {}, [&] { endedOn = std::this_thread::get_id(); });
+    SlowImage frame;
+    std::thread renderer([&] {
+        QPainter painter(&frame);
+        frame.isArmed = true;
+        host->paint(painter);
+    });
+    frame.asked.get_future().wait();
+    console.reset();
+    EXPECT_FALSE(life.expired());
+    frame.goesOn.set_value();
+    renderer.join();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return life.expired(); }, 60000));
+    EXPECT_EQ(std::this_thread::get_id(), endedOn);
+}
+
+} // namespace
+} // namespace zephyr::test

@@ -1,0 +1,191 @@
+#include "qt/HostedConsole.h"
+
+#include <mutex>
+#include <thread>
+
+namespace zephyr::test {
+namespace {
+
+std::mutex heardMutex;
+std::vector<std::string> heard;
+QtMessageHandler laterNext = nullptr;
+
+void hear(QtMsgType, const QMessageLogContext&, const QString& message)
+{
+    const std::lock_guard lock(heardMutex);
+    heard.push_back(message.toStdString());
+}
+
+/// What another library may install later, and which calls the handler before it.
+void hearLater(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    laterNext(type, context, "later " + message);
+}
+
+using Lines = std::vector<std::string>;
+
+class QtMessageLog : public HostedConsole
+{
+protected:
+    QtMessageLog() : mBefore(qInstallMessageHandler(hear)) { heard.clear(); }
+
+    ~QtMessageLog() override
+    {
+        host.captureQtMessages(false);
+        qInstallMessageHandler(mBefore);
+    }
+
+private:
+    QtMessageHandler mBefore;
+};
+
+TEST_F(QtMessageLog, IsOffUntilAskedFor)
+{
+    qWarning("not for the console");
+    EXPECT_EQ(Lines(), log());
+    EXPECT_EQ((Lines{"not for the console"}), heard);
+}
+
+TEST_F(QtMessageLog, WritesMessagesOfEveryKind)
+{
+    host.captureQtMessages(true);
+    qDebug("a %d", 1);
+    qInfo("b");
+    qWarning("c \u00e9");
+    qCritical("d");
+    const QtMessageHandler ours = qInstallMessageHandler(hear);
+    ours(QtFatalMsg, {}, "e"); // as qFatal() calls it, which then ends the program
+    qInstallMessageHandler(ours);
+    EXPECT_EQ((Lines{"Qt debug: a 1", "Qt info: b", "Qt warning: c \u00e9", "Qt critical: d", "Qt fatal: e"}),
+              log());
+}
+
+TEST_F(QtMessageLog, CallsTheHandlerBeforeIt)
+{
+    host.captureQtMessages(true);
+    qWarning("for both");
+    EXPECT_EQ((Lines{"for both"}), heard);
+}
+
+TEST_F(QtMessageLog, EndsWhenAskedTo)
+{
+    host.captureQtMessages(true);
+    host.captureQtMessages(false);
+    qWarning("not for the console");
+    EXPECT_EQ(Lines(), log());
+    EXPECT_EQ((Lines{"not for the console"}), heard);
+    EXPECT_EQ(&hear, qInstallMessageHandler(hear));
+}
+
+TEST_F(QtMessageLog, WritesEachMessageOnceHoweverOftenAskedFor)
+{
+    host.captureQtMessages(true);
+    host.captureQtMessages(true);
+    qInfo("once");
+    EXPECT_EQ((Lines{"Qt info: once"}), log());
+    EXPECT_EQ((Lines{"once"}), heard);
+}
+
+TEST_F(QtMessageLog, WritesMessagesFromSeveralThreads)
+{
+    constexpr int kThreads = 4;
+    constexpr int kMessages = 100;
+    host.captureQtMessages(true);
+    open();
+    {
+        std::vector<std::jthread> threads;
+        for (int i = 0; i < kThreads; ++i) {
+            threads.emplace_back([i] {
+                for (int message = 0; message < kMessages; ++message) {
+                    qInfo("%d %d", i, message);
+                }
+            });
+        }
+        type("typing on");
+    }
+    Lines lines = log();
+    Lines expected;
+    for (int i = 0; i < kThreads; ++i) {
+        for (int message = 0; message < kMessages; ++message) {
+            expected.push_back("Qt info: " + std::to_string(i) + " " + std::to_string(message));
+        }
+    }
+    std::sort(lines.begin(), lines.end());
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(expected, lines);
+    EXPECT_EQ(expected.size(), heard.size());
+    EXPECT_EQ("typing on", input());
+}
+
+TEST_F(QtMessageLog, MayBeTurnedOnAndOffWhileThreadsTalk)
+{
+    std::jthread talker([](const std::stop_token& stop) {
+        while (!stop.stop_requested()) {
+            qInfo("talk");
+            std::this_thread::yield();
+        }
+    });
+    const auto logSize = [this] { return console->snapshot().lines().size(); };
+    for (int i = 0; i < 20; ++i) {
+        const std::size_t before = logSize();
+        host.captureQtMessages(true);
+        while (logSize() == before) {
+            std::this_thread::yield();
+        }
+        host.captureQtMessages(false);
+    }
+}
+
+TEST_F(QtMessageLog, WritesToEveryConsoleThatAskedForIt)
+{
+    const auto other = std::make_shared<Console>();
+    {
+        ConsoleHost otherHost(other, &window);
+        otherHost.captureQtMessages(true);
+        host.captureQtMessages(true);
+        qInfo("to both");
+    }
+    qInfo("to one");
+    EXPECT_EQ((Lines{"Qt info: to both"}), ConsoleDriver(*other).log());
+    EXPECT_EQ((Lines{"Qt info: to both", "Qt info: to one"}), log());
+    EXPECT_EQ((Lines{"to both", "to one"}), heard);
+}
+
+TEST_F(QtMessageLog, GoesOnCallingTheHandlerBeforeItWhenTheConsoleIsGone)
+{
+    host.captureQtMessages(true);
+    console.reset();
+    qInfo("to one");
+    EXPECT_EQ((Lines{"to one"}), heard);
+}
+
+TEST_F(QtMessageLog, WritesWhatACommandSaysWhileItRuns)
+{
+    addCommand(*console, U"talk").onExecute = [](const console::ConsoleArgs&, Console&) { qInfo("talking"); };
+    host.captureQtMessages(true);
+    open();
+    type("talk\n");
+    EXPECT_EQ((Lines{"talk", "Qt info: talking", ""}), log());
+}
+
+TEST_F(QtMessageLog, LeavesAHandlerThatWasInstalledLaterInItsPlace)
+{
+    host.captureQtMessages(true);
+    laterNext = qInstallMessageHandler(hearLater);
+    qInfo("one");
+    host.captureQtMessages(false);
+    qInfo("two");
+    EXPECT_EQ((Lines{"Qt info: later one"}), log());
+    EXPECT_EQ((Lines{"later one", "later two"}), heard);
+
+    // Both now call each other.
+    host.captureQtMessages(true);
+    qInfo("three");
+    EXPECT_EQ((Lines{"Qt info: later one", "Qt info: three"}), log());
+    EXPECT_EQ((Lines{"later one", "later two", "later three"}), heard);
+    host.captureQtMessages(false);
+    EXPECT_EQ(&hearLater, qInstallMessageHandler(hear));
+}
+
+} // namespace
+} // namespace zephyr::test
