@@ -19,8 +19,9 @@ public:
     // A free number that the server picks itself may be one that another server is just cleaning up behind.
     VirtualDisplay() : mName(QString(":%1").arg(100 + QCoreApplication::applicationPid() % 50000))
     {
-        mServer.start(XVFB_PROGRAM,
-                      {mName, "-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
+        // Without -noreset the server starts anew, and turns others away, whenever its only client leaves.
+        mServer.start(XVFB_PROGRAM, {mName, "-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten",
+                                     "tcp", "-noreset"});
         if (!mServer.waitForReadyRead(kProcessTimeout)) {
             throw std::runtime_error("no X server: " + mServer.readAllStandardError().toStdString());
         }
