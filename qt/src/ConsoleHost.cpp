@@ -39,6 +39,7 @@ namespace {
 
 constexpr int kTickMs = 30;
 constexpr double kWheelDegreesPerLine = 10.0; // what the console takes for one
+constexpr double kMaxLength = 1 << 30; // pixels; an item can be larger than any number of the console's
 
 constexpr int kFirstDeadKey = Qt::Key_Dead_Grave;
 constexpr int kLastDeadKey = Qt::Key_Dead_Longsolidusoverlay;
@@ -293,7 +294,8 @@ void ConsoleHost::Private::takeSize()
         return;
     }
     const auto length = [this](const char* property) {
-        return static_cast<unsigned>(std::max(0.0, mEvents->property(property).toDouble()));
+        const double pixels = std::max(0.0, mEvents->property(property).toDouble()); // 0 for a NaN
+        return static_cast<unsigned>(std::min(kMaxLength, pixels));
     };
     console->setWindowSize({length("width"), length("height")});
 }

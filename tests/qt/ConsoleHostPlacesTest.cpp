@@ -12,6 +12,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <limits>
 
 namespace zephyr::test {
 namespace {
@@ -212,6 +213,19 @@ TEST_F(ConsoleHostPlaces, AreItems)
         60000));
     item.setSize(kSize * 2);
     expectPage(2 * kSize.height());
+}
+
+TEST_F(ConsoleHostPlaces, AreItemsOfAnySize)
+{
+    QQuickItem item;
+    put(item);
+    host->setOpen(true);
+    for (const double height : {1e300, -5.0, std::numeric_limits<double>::quiet_NaN()}) {
+        item.setSize({10.0, height});
+        console->keyPressed(Qt::Key_PageUp, Qt::NoModifier, {});
+    }
+    item.setSize(kSize);
+    expectPage();
 }
 
 } // namespace
