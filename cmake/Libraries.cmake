@@ -14,11 +14,12 @@ function(zephyr_compile_settings target)
     $<BUILD_INTERFACE:zephyr_warnings> $<BUILD_INTERFACE:zephyr_instrumentation>)
 endfunction()
 
-# zephyr_add_library(TARGET ALIAS name EXPORT_HEADER path MACRO prefix HEADERS dir LINKS target... SOURCES file...)
-# A versioned shared library TARGET, alias Zephyr::name, installed with its headers as the CMake package TARGET. Its
+# zephyr_add_library(TARGET ALIAS name PACKAGE package EXPORT_HEADER path MACRO prefix HEADERS dir LINKS target...
+#   SOURCES file...)
+# A versioned shared library TARGET, alias Zephyr::name, installed with its headers in the CMake package `package`. Its
 # objects are compiled once, as TARGETObjects, so that tests of what is not exported can link the same code.
 function(zephyr_add_library target)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "ALIAS;EXPORT_HEADER;MACRO;HEADERS" "SOURCES;LINKS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "ALIAS;PACKAGE;EXPORT_HEADER;MACRO;HEADERS" "SOURCES;LINKS")
   add_library(${target}Objects OBJECT ${arg_SOURCES})
   add_library(${target} SHARED $<TARGET_OBJECTS:${target}Objects>)
   add_library(Zephyr::${arg_ALIAS} ALIAS ${target})
@@ -48,27 +49,40 @@ function(zephyr_add_library target)
     SOVERSION ${PROJECT_VERSION_MAJOR}
     EXPORT_NAME ${arg_ALIAS}
     LINK_DEPENDS ${version_script})
-  zephyr_install_library(${target} ${arg_HEADERS} ${CMAKE_CURRENT_BINARY_DIR}/include)
+  zephyr_install_library(${target} ${arg_PACKAGE} ${arg_HEADERS} ${CMAKE_CURRENT_BINARY_DIR}/include)
 endfunction()
 
-# zephyr_install_library(TARGET headers...)
-# Installs TARGET, the headers below each folder, and a CMake package TARGET from cmake/TARGETConfig.cmake.in.
-function(zephyr_install_library target)
-  set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/${target})
+# zephyr_install_library(TARGET package headers...)
+# Installs TARGET as a part of the CMake package `package`, the headers below each folder, and a pkg-config file from
+# cmake/TARGET.pc.in.
+function(zephyr_install_library target package)
   install(TARGETS ${target} EXPORT ${target}Targets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development)
   set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
   foreach(headers IN LISTS ARGN)
-    install(DIRECTORY ${headers}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN *.h)
+    install(DIRECTORY ${headers}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT Development
+      FILES_MATCHING PATTERN *.h)
   endforeach()
-  install(EXPORT ${target}Targets NAMESPACE Zephyr:: DESTINATION ${package_dir})
+  install(EXPORT ${target}Targets NAMESPACE Zephyr:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/${package}
+    COMPONENT Development)
 
-  set(config ${PROJECT_BINARY_DIR}/cmake/${target}Config.cmake)
-  configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/${target}Config.cmake.in ${config}
+  # What is installed may be moved: the paths in it begin at the file itself.
+  set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+  cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}/${pkgconfig_dir}
+    OUTPUT_VARIABLE prefix_from_pkgconfig)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/${target}.pc.in ${PROJECT_BINARY_DIR}/cmake/${target}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/cmake/${target}.pc DESTINATION ${pkgconfig_dir} COMPONENT Development)
+endfunction()
+
+# zephyr_install_package(PACKAGE)
+# Installs the CMake package PACKAGE from cmake/PACKAGEConfig.cmake.in, which is of the project's version.
+function(zephyr_install_package package)
+  set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/${package})
+  set(config ${PROJECT_BINARY_DIR}/cmake/${package}Config.cmake)
+  configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/${package}Config.cmake.in ${config}
     INSTALL_DESTINATION ${package_dir})
-  write_basic_package_version_file(${PROJECT_BINARY_DIR}/cmake/${target}ConfigVersion.cmake
+  write_basic_package_version_file(${PROJECT_BINARY_DIR}/cmake/${package}ConfigVersion.cmake
     COMPATIBILITY SameMajorVersion)
-  install(FILES ${config} ${PROJECT_BINARY_DIR}/cmake/${target}ConfigVersion.cmake DESTINATION ${package_dir})
+  install(FILES ${config} ${PROJECT_BINARY_DIR}/cmake/${package}ConfigVersion.cmake
+    DESTINATION ${package_dir} COMPONENT Development)
 endfunction()

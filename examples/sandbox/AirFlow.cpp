@@ -31,14 +31,6 @@ constexpr std::array kEddyTable{
     Eddy{{3.0, 5.0}, 0.23, 5.3},
 };
 
-/// The shortest way from `from` to `to`, which may lead across the joined edges.
-glm::dvec2 shortestWay(const glm::dvec2& from, const glm::dvec2& to)
-{
-    const double x = to.x - from.x;
-    const double y = to.y - from.y;
-    return {x - kFieldWidth * std::round(x / kFieldWidth), y - kFieldHeight * std::round(y / kFieldHeight)};
-}
-
 /// What a disc adds to a uniform flow: potential flow around a cylinder.
 glm::dvec2 deflection(const glm::dvec2& flow, const glm::dvec2& fromCentre, double radius,
                       double distanceSquared)

@@ -14,6 +14,8 @@ struct Obstacle
 {
     glm::dvec2 centre;
     double radius;
+
+    bool operator==(const Obstacle&) const = default;
 };
 
 /// How the air moves at one moment, over a field whose opposite edges are joined: a wind that parts before

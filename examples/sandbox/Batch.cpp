@@ -2,11 +2,12 @@
 
 #include "sandbox/Complaint.h"
 #include "sandbox/LogFollower.h"
+#include "sandbox/Options.h"
 #include "sandbox/QuitCommand.h"
 #include "sandbox/Sandbox.h"
+#include "sandbox/StartupFile.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <cstdio>
 #include <exception>
@@ -16,56 +17,48 @@ namespace zephyr::sandbox {
 
 namespace {
 
-constexpr char kCantRun[] = "can't run '%1': %2.";
-constexpr char kMissing[] = "there is no such file";
-constexpr char kDirectory[] = "it is a directory";
-constexpr char kUnreadable[] = "it can't be read";
 constexpr char kStopped[] = "stopped in '%1': %2.";
 
 constexpr int kBatchFailed = 2;
 
-/// Why `file` can't be run, or an empty string. Looked at before, as a console takes such a file for a
-/// programming error.
-QString reasonNotToRun(const QString& file)
+std::filesystem::path batchFile(const Options& options)
 {
-    const QFileInfo info(file);
-    if (!info.exists()) {
-        return kMissing;
-    }
-    if (info.isDir()) {
-        return kDirectory;
-    }
-    return info.isReadable() ? QString() : kUnreadable;
+    return QFile::encodeName(options.batch).toStdString();
+}
+
+/// Why one of the files can't be run, in one line for the user; empty if both can.
+QString complaintAboutFiles(const Options& options, const console::Console& console)
+{
+    const QString complaint = complaintAboutStartup(options, console);
+    return complaint.isEmpty() ? complaintAbout(options.batch, batchFile(options)) : complaint;
 }
 
 /// Runs both files. \return what a command threw, in one line for the user; empty if nothing was.
-QString runFiles(console::Console& console, const QString& file, bool skipsStartup)
+QString runFiles(const Options& options, console::Console& console)
 {
     try {
-        if (!skipsStartup) {
-            console.runFileWithName(kStartupFile);
-        }
-        console.runFile(std::filesystem::path(QFile::encodeName(file).toStdString()));
+        runStartupFile(options, console);
+        console.runFile(batchFile(options));
     } catch (const QuitRequest&) {
         return {};
     } catch (const std::exception& error) {
-        return QString(kStopped).arg(file, error.what());
+        return QString(kStopped).arg(options.batch, error.what());
     }
     return {};
 }
 
 } // namespace
 
-int runBatch(const QString& file, bool skipsStartup)
+int runBatch(const Options& options)
 {
-    const QString reason = reasonNotToRun(file);
-    if (!reason.isEmpty()) {
-        complain(QString(kCantRun).arg(file, reason));
+    Sandbox sandbox;
+    const QString complaint = complaintAboutFiles(options, sandbox.console());
+    if (!complaint.isEmpty()) {
+        complain(complaint);
         return kBatchFailed;
     }
-    Sandbox sandbox;
     LogFollower follower(sandbox.console(), stdout);
-    const QString runError = runFiles(sandbox.console(), file, skipsStartup);
+    const QString runError = runFiles(options, sandbox.console());
     const std::string printError = follower.stop();
     if (!runError.isEmpty()) {
         complain(runError);

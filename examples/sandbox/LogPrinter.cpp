@@ -12,13 +12,13 @@ namespace {
 
 constexpr char kPrompt[] = ">> ";
 
-std::string printed(const console::LogEntry& entry)
+} // namespace
+
+std::string printedEntry(const console::LogEntry& entry)
 {
     const std::string text = StringUtil::toString(entry.text) + '\n';
     return entry.type == console::Input ? kPrompt + text : text;
 }
-
-} // namespace
 
 LogPrinter::LogPrinter(const console::Console& console, std::FILE* stream)
     : mConsole(console), mStream(stream)
@@ -29,7 +29,7 @@ void LogPrinter::printNew()
     const console::ConsoleSnapshot snapshot = mConsole.snapshot();
     std::string text;
     for (; mPrinted < snapshot.lines().size(); ++mPrinted) {
-        text += printed(snapshot.lines()[mPrinted]);
+        text += printedEntry(snapshot.lines()[mPrinted]);
     }
     if (!mError.empty() || text.empty()) {
         return;

@@ -7,12 +7,16 @@
 
 namespace zephyr::console {
 class Console;
-}
+struct LogEntry;
+} // namespace zephyr::console
 
 namespace zephyr::sandbox {
 
-/// Prints a console's log to a stream in UTF-8, each entry once, with the prompt in front of executed lines
-/// as the screen has it.
+/// An entry of a log as it is printed: in UTF-8, with the prompt in front of an executed line as the screen has
+/// it, and a line feed behind.
+std::string printedEntry(const console::LogEntry& entry);
+
+/// Prints a console's log to a stream, each entry once.
 ///
 /// - It is: a reader of snapshots that knows how far it got. It is not: told when something is written.
 /// - Threads: used by one thread at a time, which needn't be the console's.

@@ -13,8 +13,10 @@ namespace {
 
 constexpr char kDescription[] =
     "Particles in the wind, and a console to control them.\n"
-    "The window does what the options ask for in this order: startup.console, --exec, --type, --screenshot, "
-    "--quit.\n"
+    "The window does what the options ask for in this order: startup.console or --startup, --exec, --type, "
+    "--screenshot, --quit.\n"
+    "Console files are searched for in the runpath: the program's own directory, the current one, and the "
+    "program's scenes.\n"
     "In a batch, simulated time passes in 'sim step' and 'sim record' only.\n"
     "QT_QPA_PLATFORM=offscreen makes a window that needs no screen.";
 
@@ -28,14 +30,18 @@ constexpr const char* kQuit = "quit";
 constexpr const char* kPrintLog = "print-log";
 constexpr const char* kBatch = "batch";
 constexpr const char* kNoStartup = "no-startup";
+constexpr const char* kStartup = "startup";
+constexpr const char* kProbeKeys = "probe-keys";
 
 constexpr std::array kWindowOnly{kSize, kExec, kType, kScreenshot, kQuit, kPrintLog};
-constexpr std::array kWithFile{kBatch, kScreenshot};
+constexpr std::array kWithFile{kBatch, kScreenshot, kStartup};
 
 constexpr char kBadSize[] = "'--size' takes WIDTHxHEIGHT, each from 1 to 16384, not '%1'.";
 constexpr char kUnexpected[] = "Unexpected argument '%1'.";
 constexpr char kNoFile[] = "'--%1' needs the name of a file.";
 constexpr char kNotInBatch[] = "'--%1' needs a window, which '--batch' does without.";
+constexpr char kBothStartups[] = "'--startup' and '--no-startup' exclude each other.";
+constexpr char kNotAlone[] = "'--probe-keys' takes no other option.";
 
 constexpr int kMaxSide = 16384; // pixels
 
@@ -50,10 +56,13 @@ void declareOptions(QCommandLineParser& parser)
         {kExec, "Run LINE in the console. May be given several times.", "LINE"},
         {kType, "Type TEXT into the window; \\n is Enter, ` opens and closes the console.", "TEXT"},
         {kScreenshot, "Write a picture of the window to FILE, as PNG.", "FILE"},
-        {kQuit, "End the program after that."},
+        {kQuit, "End the program after that, and after a recording that is still working."},
         {kPrintLog, "Print the console's log to standard output at the end."},
         {kBatch, "Run a console file without a window and print the log to standard output.", "FILE.console"},
         {kNoStartup, "Don't run startup.console."},
+        {kStartup, "Run the console file NAME from the runpath in place of startup.console.", "NAME"},
+        {kProbeKeys, "Only open a window that shows and prints what each key sends, and whether it opens "
+                     "the console. Closing the window, or pressing Escape twice, ends it."},
     });
 }
 
@@ -87,6 +96,12 @@ QString findError(const QCommandLineParser& parser)
             return QString(kNotInBatch).arg(name);
         }
     }
+    if (parser.isSet(kStartup) && parser.isSet(kNoStartup)) {
+        return kBothStartups;
+    }
+    if (parser.isSet(kProbeKeys) && parser.optionNames().size() > 1) {
+        return kNotAlone;
+    }
     return {};
 }
 
@@ -95,7 +110,9 @@ Options optionsOf(const QCommandLineParser& parser)
     Options options;
     options.wantsHelp = parser.isSet(kHelp);
     options.wantsVersion = parser.isSet(kVersion);
+    options.probesKeys = parser.isSet(kProbeKeys);
     options.skipsStartup = parser.isSet(kNoStartup);
+    options.startup = parser.value(kStartup);
     options.batch = parser.value(kBatch);
     options.size = sizeFrom(parser.value(kSize)).value_or(options.size);
     options.lines = parser.values(kExec);

@@ -12,7 +12,9 @@ struct Options
 {
     bool wantsHelp = false;
     bool wantsVersion = false;
+    bool probesKeys = false;   ///< Only show what keys send.
     bool skipsStartup = false; ///< Leave startup.console out.
+    QString startup;           ///< The console file to run in its place; empty for none.
     QString batch;             ///< The console file to run without a window; empty for a window.
     QSize size{1280, 720};     ///< Of the window, in logical pixels.
     QStringList lines;         ///< To run once the window is shown.

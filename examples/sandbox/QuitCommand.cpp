@@ -15,10 +15,15 @@ constexpr char32_t kHelp[] = U"Usage: quit";
 
 } // namespace
 
-QuitCommand::QuitCommand()
+QuitCommand::QuitCommand(const std::function<void()>& quitting)
 {
     registerArgHandler(
-        kBare, [](const ConsoleArgs&, Console&) { throw QuitRequest(); }, kDescription, kHelp);
+        kBare,
+        [quitting](const ConsoleArgs&, Console&) {
+            quitting();
+            throw QuitRequest();
+        },
+        kDescription, kHelp);
 }
 
 std::u32string QuitCommand::name() const

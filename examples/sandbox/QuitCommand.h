@@ -3,18 +3,21 @@
 
 #include "zephyr/console/ConsoleCommand.h"
 
+#include <functional>
+
 namespace zephyr::sandbox {
 
-/// What QuitCommand throws through the console to whoever made it run the line, so that nothing behind it
-/// runs, neither the rest of an alias nor of a console file. It is no std::exception, as nothing went wrong.
+/// What QuitCommand throws through the console, so that nothing behind it runs, neither the rest of an alias nor of a
+/// console file. It is no std::exception, as nothing went wrong.
 struct QuitRequest
 {};
 
-/// The command `quit`: throws a QuitRequest.
+/// The command `quit`: tells that the program shall end and then throws a QuitRequest.
 class QuitCommand : public console::ConsoleCommand
 {
 public:
-    QuitCommand();
+    /// `quitting` is called before each throw.
+    explicit QuitCommand(const std::function<void()>& quitting);
 
     std::u32string name() const override;
     void execute(const console::ConsoleArgs& args, console::Console& console) override;

@@ -1,19 +1,24 @@
 #ifndef ZEPHYR_SANDBOX_SANDBOX_H
 #define ZEPHYR_SANDBOX_SANDBOX_H
 
+#include "sandbox/Recording.h"
 #include "sandbox/Simulation.h"
 #include "sandbox/SimulationClock.h"
 #include "zephyr/console/Console.h"
 
+#include <functional>
+#include <memory>
+#include <utility>
+
 namespace zephyr::sandbox {
 
-/// A simulation and the console that controls it, with the commands `wind`, `sim`, `particles`, `quit` and
-/// `run`.
+/// A simulation and the console that controls it, with the commands `wind`, `sim`, `particles`,
+/// `obstacle`, `alias_save`, `log_save`, `quit` and `run`.
 ///
 /// - It is: what a window and a batch run have in common. It is not: a program; it has neither options nor a
 /// window.
 /// - Threads: belongs to the thread that made it, except for what Console allows others.
-/// - Ownership: owns its parts.
+/// - Ownership: owns its parts; whoever else holds the console lets go of it first.
 /// - Failure: as its parts say.
 class Sandbox
 {
@@ -25,16 +30,31 @@ public:
 
     Simulation& simulation() { return mSimulation; }
     SimulationClock& clock() { return mClock; }
-    console::Console& console() { return mConsole; }
+    Recording& recording() { return mRecording; }
+    console::Console& console() { return *mConsole; }
+
+    /// The console, for what holds on to it.
+    const std::shared_ptr<console::Console>& sharedConsole() const { return mConsole; }
+
+    /// Starts the simulation over, and ends a recording of it.
+    void restart();
+
+    /// Makes the command `quit` call `callback` before it leaves whatever runs it.
+    void whenQuitting(std::function<void()> callback) { mWhenQuitting = std::move(callback); }
+
+    /// Whether the command `quit` has run: nothing may be passed to the console any more.
+    bool isQuitting() const { return mIsQuitting; }
 
 private:
+    void quit();
+
     Simulation mSimulation;
     SimulationClock mClock;
-    console::Console mConsole; // the last, as its commands refer to the others
+    Recording mRecording{mSimulation};
+    bool mIsQuitting = false;
+    std::function<void()> mWhenQuitting;
+    std::shared_ptr<console::Console> mConsole; // the last, as its commands refer to the others
 };
-
-/// The console file that is run at the start, if the runpath has it.
-constexpr char32_t kStartupFile[] = U"startup.console";
 
 } // namespace zephyr::sandbox
 

@@ -17,9 +17,10 @@ namespace {
 
 constexpr unsigned kFirstWord = 2; // behind the command and the sub-command
 
-bool contains(const std::vector<std::u32string>& list, const std::u32string& text)
+bool knowsSwitch(const SubCommand& subCommand, const std::u32string& name)
 {
-    return std::find(list.begin(), list.end(), text) != list.end();
+    return std::any_of(subCommand.switches.begin(), subCommand.switches.end(),
+                       [&](const SubCommandSwitch& known) { return known.name == name; });
 }
 
 std::vector<std::u32string> beginningWith(std::u32string_view prefix, const std::vector<std::u32string>& all)
@@ -40,12 +41,24 @@ bool anyWordBeginsWith(const ConsoleArgs& args, const std::u32string& prefix)
     return false;
 }
 
+/// Each switch of a sub-command with each of its values.
+std::vector<std::u32string> switchesWithValues(const SubCommand& subCommand)
+{
+    std::vector<std::u32string> words;
+    for (const SubCommandSwitch& known : subCommand.switches) {
+        for (const std::u32string& value : known.values) {
+            words.push_back(known.name + U"=" + value);
+        }
+    }
+    return words;
+}
+
 /// What may stand behind a sub-command: the switches that the line doesn't have yet, and the examples.
 std::vector<std::u32string> furtherWords(const SubCommand& subCommand, const ConsoleArgs& args)
 {
     std::vector<std::u32string> words;
-    for (const std::u32string& name : subCommand.switches) {
-        const std::u32string opened = name + U"=";
+    for (const SubCommandSwitch& known : subCommand.switches) {
+        const std::u32string opened = known.name + U"=";
         if (!anyWordBeginsWith(args, opened)) {
             words.push_back(opened);
         }
@@ -55,6 +68,16 @@ std::vector<std::u32string> furtherWords(const SubCommand& subCommand, const Con
 }
 
 } // namespace
+
+std::optional<std::u32string> givenValue(const SubCommandWords& words, std::size_t index,
+                                         const std::u32string& name)
+{
+    if (index < words.plain.size()) {
+        return words.plain[index];
+    }
+    const auto found = words.switches.find(name);
+    return found == words.switches.end() ? std::nullopt : std::optional(found->second);
+}
 
 void SandboxCommand::addSubCommand(const SubCommand& subCommand, const Handler& handler)
 {
@@ -95,7 +118,7 @@ bool SandboxCommand::sortWords(const SubCommand& subCommand, const ConsoleArgs& 
         }
         if (word.switchArg().empty()) {
             words.plain.push_back(args.arg(i));
-        } else if (!contains(subCommand.switches, word.switchArg())) {
+        } else if (!knowsSwitch(subCommand, word.switchArg())) {
             printUnrecognizedSwitch(subCommand.name, word.switchArg(), console, kAnswerIndent);
             return false;
         } else if (!words.switches.emplace(word.switchArg(), word.value()).second) {
@@ -116,10 +139,17 @@ std::vector<std::u32string> SandboxCommand::getAutoCompleteResults(const Console
         return args.argCount() > kFirstWord ? std::vector<std::u32string>()
                                             : beginningWith(args.subCmd(), subCommandNames());
     }
-    // Nobody can tell a finished word from one that is being typed, as the space at the line's end is not
-    // among the words: a whole sub-command and a switch with its equals sign count as finished.
     const std::u32string last = args.arg(args.argCount() - 1);
-    const bool isFinished = args.argCount() == kFirstWord || last.find(U'=') != std::u32string::npos;
+    const bool isSwitch = last.find(U'=') != std::u32string::npos;
+    if (isSwitch) {
+        std::vector<std::u32string> values = beginningWith(last, switchesWithValues(found->second));
+        if (!values.empty()) {
+            return values;
+        }
+    }
+    // Nobody can tell a finished word from one that is being typed, as the space at the line's end is not
+    // among the words: a whole sub-command and a switch whose value can't go on count as finished.
+    const bool isFinished = isSwitch || args.argCount() == kFirstWord;
     return beginningWith(isFinished ? std::u32string() : last, furtherWords(found->second, args));
 }
 

@@ -3,8 +3,10 @@
 
 #include "zephyr/console/ConsoleCommand.h"
 
+#include <cstddef>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,13 +22,24 @@ struct SubCommandWords
     std::map<std::u32string, std::u32string> switches; ///< Switch, such as `/speed`, to its value.
 };
 
+/// The value given as the plain word `index` or in the switch `name`, if any.
+std::optional<std::u32string> givenValue(const SubCommandWords& words, std::size_t index,
+                                         const std::u32string& name);
+
+/// A switch that a sub-command knows.
+struct SubCommandSwitch
+{
+    std::u32string name;                     ///< With its slash and without `=`.
+    std::vector<std::u32string> values = {}; ///< What Tab offers; none begins with another.
+};
+
 /// A sub-command as help and completion show it.
 struct SubCommand
 {
     std::u32string name;
     std::u32string description;
     std::u32string helpText;
-    std::vector<std::u32string> switches = {}; ///< The known ones, each with its slash and without `=`.
+    std::vector<SubCommandSwitch> switches = {};
     std::vector<std::u32string> examples = {}; ///< Values that Tab offers.
 };
 
@@ -44,7 +57,7 @@ public:
     void execute(const console::ConsoleArgs& args, console::Console& console) override;
 
     /// Sub-commands that begin with the second word; behind a whole sub-command its switches and example
-    /// values.
+    /// values; behind a switch's equals sign that switch's values.
     std::vector<std::u32string> getAutoCompleteResults(const console::ConsoleArgs& args) override;
 
 protected:

@@ -1,17 +1,11 @@
 #include "sandbox/SandboxWindow.h"
 
-#include "sandbox/ConsoleInput.h"
-#include "sandbox/NumberText.h"
+#include "sandbox/FieldView.h"
 #include "sandbox/Sandbox.h"
-#include "zephyr/common/ElapsedSimTime.h"
-#include "zephyr/common/Time.h"
 
-#include <QColor>
-#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
-#include <QResizeEvent>
-#include <QWheelEvent>
 
 #include <algorithm>
 #include <chrono>
@@ -23,24 +17,15 @@ namespace zephyr::sandbox {
 namespace {
 
 constexpr char kTitle[] = "zephyr-sandbox";
-constexpr char kHints[] =
-    "Back-quote (`)  console     Space  pause     R  restart     G  gust     Arrows  wind";
-constexpr char kState[] = "%1 particles     wind %2 m/s to %3\u00b0%4";
-constexpr char kPaused[] = "     paused";
 
 constexpr std::chrono::milliseconds kTickInterval(16);
+constexpr std::chrono::milliseconds kRecordingSlice(6); // of a tick
 constexpr double kMillisecondsPerSecond = 1e3;
 
 constexpr double kKeyGust = 15.0; // metres a second
 constexpr double kKeySpeed = 1.0; // metres a second
 constexpr double kKeyTurn = 5.0;  // degrees
 constexpr double kFullCircle = 360.0;
-
-constexpr QColor kTextColor(150, 170, 195);
-constexpr int kTextPixels = 13;
-constexpr QColor kStripColor(5, 8, 16, 200);
-constexpr int kStripHeight = 28; // pixels
-constexpr int kMargin = 12;      // pixels
 
 /// The seconds since the last call for the same clock; 0 the first time.
 double restarted(QElapsedTimer& clock)
@@ -52,27 +37,22 @@ double restarted(QElapsedTimer& clock)
     return static_cast<double>(clock.restart()) / kMillisecondsPerSecond;
 }
 
-QString stateText(Sandbox& sandbox)
-{
-    const Wind& wind = sandbox.simulation().wind();
-    return QString(kState)
-        .arg(sandbox.simulation().particles().size())
-        .arg(QString::fromStdString(textOf(wind.speed)), QString::fromStdString(textOf(wind.heading)),
-             sandbox.clock().isPaused() ? kPaused : "");
-}
-
-void drawStrip(QPainter& painter, const QRect& strip, const QString& text)
-{
-    painter.fillRect(strip, kStripColor);
-    painter.setPen(kTextColor);
-    painter.drawText(strip.adjusted(kMargin, 0, -kMargin, 0), Qt::AlignLeft | Qt::AlignVCenter, text);
-}
-
 } // namespace
 
-SandboxWindow::SandboxWindow(Sandbox& sandbox, ConsoleInput& input) : mSandbox(sandbox), mInput(input)
+SandboxWindow::SandboxWindow(Sandbox& sandbox)
+    : mSandbox(sandbox),
+      mObstacleMouse(sandbox.simulation()),
+      mConsoleHost(std::make_unique<console::qt::ConsoleHost>(sandbox.sharedConsole(), this))
 {
     setTitle(kTitle);
+    mSandbox.recording().moveToBackground();
+    using console::qt::ConsoleHost;
+    QObject::connect(mConsoleHost.get(), &ConsoleHost::repaintNeeded, this, [this] { update(); });
+    QObject::connect(mConsoleHost.get(), &ConsoleHost::exceptionCaught, this, [this] {
+        if (mSandbox.isQuitting()) {
+            mConsoleHost.reset(); // so that no key behind a typed quit reaches the console
+        }
+    });
     mTimer.setTimerType(Qt::PreciseTimer);
     QObject::connect(&mTimer, &QTimer::timeout, this, &SandboxWindow::tick);
     mTimer.start(kTickInterval);
@@ -83,81 +63,98 @@ void SandboxWindow::whenShown(std::function<void()> callback)
     mWhenShown = std::move(callback);
 }
 
+void SandboxWindow::whenNotRecording(std::function<void()> callback)
+{
+    if (mSandbox.recording().isWorking()) {
+        mWhenNotRecording = std::move(callback);
+    } else {
+        callback();
+    }
+}
+
 QImage SandboxWindow::frame()
 {
-    const ElapsedSimTime elapsed{Time(restarted(mFrameClock))};
     QImage image(size() * devicePixelRatio(), QImage::Format_RGB32);
     image.setDevicePixelRatio(devicePixelRatio());
     QPainter painter(&image);
-    mSimulationPainter.draw(mSandbox.simulation(), size(), painter);
-    if (mSandbox.console().isOpen()) {
-        drawConsole(elapsed, painter);
-    } else {
-        drawTexts(painter); // the console's text would stand on them
-    }
+    draw(painter);
     return image;
+}
+
+void SandboxWindow::draw(QPainter& painter)
+{
+    mSimulationPainter.draw(mSandbox.simulation(), size(), painter);
+    if (!mSandbox.console().isOpen()) {
+        // The console's text would stand on it.
+        mHud.draw(mSandbox.simulation(), mSandbox.clock(), size(), painter);
+    }
+    if (mConsoleHost) {
+        mConsoleHost->paint(painter);
+    }
 }
 
 void SandboxWindow::paintEvent(QPaintEvent*)
 {
-    // By way of an image, as the console's renderer takes the device's size for physical pixels, which it is
-    // for an image and isn't for a window.
-    QPainter(this).drawImage(0, 0, frame());
+    mHud.countFrame(restarted(mFrameClock));
+    QPainter painter(this);
+    draw(painter);
+    painter.end();
     if (mWhenShown) {
         QTimer::singleShot(0, this, std::exchange(mWhenShown, nullptr));
     }
 }
 
-void SandboxWindow::resizeEvent(QResizeEvent* event)
-{
-    QRasterWindow::resizeEvent(event);
-    const QSize size = event->size();
-    mSandbox.console().setWindowSize({static_cast<unsigned>(std::max(size.width(), 0)),
-                                      static_cast<unsigned>(std::max(size.height(), 0))});
-}
-
 void SandboxWindow::keyPressEvent(QKeyEvent* event)
 {
-    if (!mInput.keyPressed(event->key(), static_cast<int>(event->modifiers()), event->text()) &&
-        !controlSimulation(event->key())) {
-        event->ignore();
+    event->setAccepted(controlSimulation(event->key()));
+    update(); // a simulation that is paused changes by keys as well
+}
+
+void SandboxWindow::mousePressEvent(QMouseEvent* event)
+{
+    if (!mSandbox.console().isOpen()) {
+        mObstacleMouse.press(event->button(), event->position(), FieldView(size()));
+        update();
     }
-    update();
 }
 
-void SandboxWindow::keyReleaseEvent(QKeyEvent* event)
+void SandboxWindow::mouseMoveEvent(QMouseEvent* event)
 {
-    event->setAccepted(mInput.keyReleased(event->key(), static_cast<int>(event->modifiers()), event->text()));
+    if (!mSandbox.console().isOpen()) {
+        mObstacleMouse.move(event->position(), FieldView(size()));
+        update();
+    }
 }
 
-void SandboxWindow::wheelEvent(QWheelEvent* event)
+void SandboxWindow::mouseReleaseEvent(QMouseEvent* event)
 {
-    event->setAccepted(mInput.wheelTurned(event->angleDelta()));
-    update();
+    if (event->button() == Qt::LeftButton) {
+        mObstacleMouse.release();
+    }
 }
 
 void SandboxWindow::tick()
 {
-    for (unsigned steps = mSandbox.clock().stepsFor(restarted(mTickClock)); steps > 0; --steps) {
+    if (moveOn(restarted(mTickClock))) {
+        update();
+    }
+    if (mWhenNotRecording && !mSandbox.recording().isWorking()) {
+        std::exchange(mWhenNotRecording, nullptr)();
+    }
+}
+
+/// Lets the recording or else the clock move the simulation on. \return whether anything moved.
+bool SandboxWindow::moveOn(double seconds)
+{
+    if (mSandbox.recording().isWorking()) {
+        mSandbox.recording().work(kRecordingSlice, mSandbox.console());
+        return true;
+    }
+    const unsigned steps = mSandbox.clock().stepsFor(seconds);
+    for (unsigned i = 0; i < steps; ++i) {
         mSandbox.simulation().step();
     }
-    update();
-}
-
-void SandboxWindow::drawTexts(QPainter& painter) const
-{
-    QFont font = QGuiApplication::font();
-    font.setPixelSize(kTextPixels);
-    painter.setFont(font);
-    drawStrip(painter, QRect(0, 0, width(), kStripHeight), stateText(mSandbox));
-    drawStrip(painter, QRect(0, height() - kStripHeight, width(), kStripHeight), kHints);
-}
-
-void SandboxWindow::drawConsole(const ElapsedSimTime& elapsed, QPainter& painter)
-{
-    painter.save();
-    mConsoleRenderer.render(elapsed, mSandbox.console().snapshot(), painter);
-    painter.restore();
+    return steps > 0;
 }
 
 bool SandboxWindow::controlSimulation(int key)
@@ -167,7 +164,7 @@ bool SandboxWindow::controlSimulation(int key)
         mSandbox.clock().setPaused(!mSandbox.clock().isPaused());
         return true;
     case Qt::Key_R:
-        mSandbox.simulation().reset();
+        mSandbox.restart();
         return true;
     case Qt::Key_G:
         mSandbox.simulation().startGust(kKeyGust);

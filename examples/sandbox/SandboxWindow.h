@@ -1,8 +1,10 @@
 #ifndef ZEPHYR_SANDBOX_SANDBOXWINDOW_H
 #define ZEPHYR_SANDBOX_SANDBOXWINDOW_H
 
+#include "sandbox/Hud.h"
+#include "sandbox/ObstacleMouse.h"
 #include "sandbox/SimulationPainter.h"
-#include "zephyr/console/ConsoleRenderer.h"
+#include "zephyr/console/qt/ConsoleHost.h"
 
 #include <QElapsedTimer>
 #include <QImage>
@@ -10,58 +12,61 @@
 #include <QTimer>
 
 #include <functional>
-
-namespace zephyr {
-class ElapsedSimTime;
-}
+#include <memory>
 
 namespace zephyr::sandbox {
 
-class ConsoleInput;
 class Sandbox;
 
 /// The window of a sandbox: runs its simulation in real time, draws it, and draws the console over it while
 /// that is open.
 ///
 /// - It is: a QRasterWindow, not a QOpenGLWindow, so that it works on every machine, one without a graphics
-///   card included. Keys, wheel and size go to the console; only keys that it leaves alone work the
-///   simulation: space pauses, R resets, G lets the wind gust, the arrows change the wind.
+///   card included. A ConsoleHost puts the console on it; only keys that the console leaves alone work the
+///   simulation: space pauses, R resets, G lets the wind gust, the arrows change the wind. The
+///   mouse places and removes obstacles while the console is closed.
 /// - Threads: the application's main thread.
-/// - Ownership: borrows the sandbox and the input, which must outlive it.
-/// - Failure: none of its own; ConsoleInput deals with what commands throw.
+/// - Ownership: borrows the sandbox, which must outlive it.
+/// - Failure: none of its own; the ConsoleHost deals with what commands throw.
 class SandboxWindow : public QRasterWindow
 {
 public:
-    SandboxWindow(Sandbox& sandbox, ConsoleInput& input);
+    /// Moves the sandbox's recordings to the background: the window has them work while it is shown.
+    explicit SandboxWindow(Sandbox& sandbox);
 
     /// `callback` is called once, after the window has been painted for the first time.
     void whenShown(std::function<void()> callback);
+
+    /// `callback` is called once, when no recording is working: now or later.
+    void whenNotRecording(std::function<void()> callback);
 
     /// Draws a frame as it is now and answers it, at the screen's own resolution.
     QImage frame();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void keyReleaseEvent(QKeyEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     void tick();
-    void drawTexts(QPainter& painter) const;
-    void drawConsole(const ElapsedSimTime& elapsed, QPainter& painter);
+    bool moveOn(double seconds);
+    void draw(QPainter& painter);
     bool controlSimulation(int key);
     void changeWind(double speedChange, double headingChange);
 
     Sandbox& mSandbox;
-    ConsoleInput& mInput;
+    ObstacleMouse mObstacleMouse;
     SimulationPainter mSimulationPainter;
-    console::ConsoleRenderer mConsoleRenderer;
+    Hud mHud;
+    std::unique_ptr<console::qt::ConsoleHost> mConsoleHost; // null once the program shall end
     QTimer mTimer;
     QElapsedTimer mTickClock;
     QElapsedTimer mFrameClock;
     std::function<void()> mWhenShown;
+    std::function<void()> mWhenNotRecording;
 };
 
 } // namespace zephyr::sandbox

@@ -1,10 +1,9 @@
 #include "sandbox/SimCommand.h"
 
 #include "sandbox/NumberText.h"
-#include "sandbox/PositionRecorder.h"
+#include "sandbox/Recording.h"
 #include "sandbox/Simulation.h"
 #include "sandbox/SimulationClock.h"
-#include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 
 #include <optional>
@@ -17,8 +16,6 @@ namespace {
 
 constexpr unsigned kMaxSteps = 10000; // at once, since nothing else happens meanwhile
 constexpr unsigned kDefaultRecordSteps = 600;
-constexpr unsigned kProgressLines = 10;
-constexpr unsigned kProgressIndent = 8;
 constexpr double kMinSpeed = 0.1;
 constexpr double kMaxSpeed = 10.0;
 
@@ -42,27 +39,16 @@ constexpr char32_t kRecordDescription[] =
 constexpr char32_t kRecordHelp[] =
     U"Usage: sim record /path=FILE [/steps=N].  N is 1 to 10000, else 600; quote a FILE with spaces.";
 
-std::string quoted(const std::u32string& path)
-{
-    return "'" + StringUtil::toString(path) + "'";
-}
-
 std::optional<unsigned> stepsFrom(const std::u32string& text)
 {
     const std::optional<unsigned> steps = countFrom(text);
     return steps && *steps >= 1 && *steps <= kMaxSteps ? steps : std::nullopt;
 }
 
-/// Whether step `done` of `all` completes another tenth.
-bool completesTenth(unsigned done, unsigned all)
-{
-    return done * kProgressLines / all > (done - 1) * kProgressLines / all;
-}
-
 } // namespace
 
-SimCommand::SimCommand(Simulation& simulation, SimulationClock& clock)
-    : mSimulation(simulation), mClock(clock)
+SimCommand::SimCommand(Simulation& simulation, SimulationClock& clock, Recording& recording)
+    : mSimulation(simulation), mClock(clock), mRecording(recording)
 {
     addSubCommand(
         {U"pause", kPauseDescription, kPauseHelp},
@@ -76,7 +62,10 @@ SimCommand::SimCommand(Simulation& simulation, SimulationClock& clock)
                   [this](const SubCommandWords& words, Console& console) { return speed(words, console); });
     addSubCommand({U"reset", kResetDescription, kResetHelp},
                   [this](const SubCommandWords& words, Console& console) { return reset(words, console); });
-    addSubCommand({U"record", kRecordDescription, kRecordHelp, {kPathSwitch, kStepsSwitch}},
+    addSubCommand({U"record",
+                   kRecordDescription,
+                   kRecordHelp,
+                   {{kPathSwitch}, {kStepsSwitch, {U"120", U"600", U"3600"}}}},
                   [this](const SubCommandWords& words, Console& console) { return record(words, console); });
 }
 
@@ -100,6 +89,9 @@ bool SimCommand::step(const SubCommandWords& words, Console& console)
     const std::optional<unsigned> steps = words.plain.empty() ? 1U : stepsFrom(words.plain[0]);
     if (words.plain.size() > 1 || !steps) {
         return false;
+    }
+    if (mRecording.complainIfWorking(console)) {
+        return true;
     }
     for (unsigned i = 0; i < *steps; ++i) {
         mSimulation.step();
@@ -131,6 +123,7 @@ bool SimCommand::reset(const SubCommandWords& words, Console& console)
     if (!words.plain.empty()) {
         return false;
     }
+    mRecording.end(console);
     mSimulation.reset();
     console.writeIndented("Back at the start.", kAnswerIndent);
     return true;
@@ -145,30 +138,8 @@ bool SimCommand::record(const SubCommandWords& words, Console& console)
     if (!words.plain.empty() || path == words.switches.end() || path->second.empty() || !steps) {
         return false;
     }
-    recordSteps(*steps, path->second, console);
+    mRecording.start(path->second, *steps, console);
     return true;
-}
-
-void SimCommand::recordSteps(unsigned steps, const std::u32string& path, Console& console)
-{
-    const std::string first = std::to_string(mSimulation.stepCount() + 1);
-    PositionRecorder recorder(StringUtil::toString(path));
-    for (unsigned done = 1; done <= steps && recorder.isGood(); ++done) {
-        mSimulation.step();
-        recorder.writePositions(mSimulation);
-        if (recorder.isGood() && completesTenth(done, steps)) {
-            console.writeIndented("step " + std::to_string(done) + " of " + std::to_string(steps),
-                                  kProgressIndent);
-        }
-    }
-    recorder.finish();
-    if (!recorder.isGood()) {
-        console.writeIndented("Can't write " + quoted(path) + ": " + recorder.error() + ".", kAnswerIndent);
-        return;
-    }
-    const std::string last = std::to_string(mSimulation.stepCount());
-    console.writeIndented("Wrote steps " + first + " to " + last + " to " + quoted(path) + ".",
-                          kAnswerIndent);
 }
 
 } // namespace zephyr::sandbox

@@ -5,15 +5,16 @@
 
 namespace zephyr::sandbox {
 
+class Recording;
 class Simulation;
 class SimulationClock;
 
-/// The command `sim`: runs, stops, steps, restarts and records a simulation. Simulation and clock must
+/// The command `sim`: runs, stops, steps, restarts and records a simulation. What it is made with must
 /// outlive it.
 class SimCommand : public SandboxCommand
 {
 public:
-    SimCommand(Simulation& simulation, SimulationClock& clock);
+    SimCommand(Simulation& simulation, SimulationClock& clock, Recording& recording);
 
     std::u32string name() const override;
 
@@ -23,10 +24,10 @@ private:
     bool speed(const SubCommandWords& words, console::Console& console);
     bool reset(const SubCommandWords& words, console::Console& console);
     bool record(const SubCommandWords& words, console::Console& console);
-    void recordSteps(unsigned steps, const std::u32string& path, console::Console& console);
 
     Simulation& mSimulation;
     SimulationClock& mClock;
+    Recording& mRecording;
 };
 
 } // namespace zephyr::sandbox

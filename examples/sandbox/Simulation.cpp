@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace zephyr::sandbox {
 
@@ -17,25 +18,33 @@ constexpr double kClearance = 1.0 + 1e-9; // so that a rounded distance is never
 // Particles end and begin anew in turn, since the flow would gather them in the same few streams otherwise.
 constexpr std::size_t kLifeSteps = 1800;
 
-/// `value` moved by whole spans into 0 to under `span`.
-double wrapped(double value, double span)
+// The obstacles leave room for particles wherever they are placed.
+static_assert(kMaxObstacleCount * kMaxObstacleRadius * kMaxObstacleRadius * std::numbers::pi <
+              0.8 * kFieldWidth * kFieldHeight);
+
+std::vector<Obstacle> firstObstacles()
 {
-    const double inside = value - span * std::floor(value / span);
-    return inside < span ? inside : 0.0; // a tiny negative value rounds up to the span itself
+    return {{{38.0, 30.0}, 7.0},  {{46.0, 66.0}, 9.0},  {{80.0, 44.0}, 11.0},
+            {{112.0, 20.0}, 6.0}, {{120.0, 68.0}, 8.0}, {{142.0, 42.0}, 5.0}};
 }
 
 bool isInside(const Obstacle& obstacle, const glm::dvec2& position)
 {
-    const double x = position.x - obstacle.centre.x;
-    const double y = position.y - obstacle.centre.y;
-    return x * x + y * y < obstacle.radius * obstacle.radius;
+    const glm::dvec2 way = shortestWay(obstacle.centre, position);
+    // Not "less": a place that is no number counts as inside, and so as nowhere to stay.
+    return !(way.x * way.x + way.y * way.y >= obstacle.radius * obstacle.radius);
+}
+
+/// The nearest place to `position` outside `obstacle`; no number at its very centre.
+glm::dvec2 pushedOutOf(const Obstacle& obstacle, const glm::dvec2& position)
+{
+    const glm::dvec2 outwards = glm::normalize(shortestWay(obstacle.centre, position));
+    return wrapped(obstacle.centre + outwards * (obstacle.radius * kClearance));
 }
 
 } // namespace
 
 Simulation::Simulation()
-    : mObstacles{{{38.0, 30.0}, 7.0},  {{46.0, 66.0}, 9.0},  {{80.0, 44.0}, 11.0},
-                 {{112.0, 20.0}, 6.0}, {{120.0, 68.0}, 8.0}, {{142.0, 42.0}, 5.0}}
 {
     reset();
 }
@@ -43,6 +52,7 @@ Simulation::Simulation()
 void Simulation::reset()
 {
     mRandom.seed(std::mt19937::default_seed);
+    mObstacles = firstObstacles();
     mWind = Wind();
     mGust = 0.0;
     mStepCount = 0;
@@ -54,9 +64,7 @@ void Simulation::step()
 {
     const AirFlow now = air();
     for (Particle& particle : mParticles) {
-        particle.velocity = now.velocityAt(particle.position);
-        const glm::dvec2 moved = particle.position + particle.velocity * kStepSeconds;
-        particle.position = pushedOut({wrapped(moved.x, kFieldWidth), wrapped(moved.y, kFieldHeight)});
+        moveParticle(particle, now);
     }
     renewOldest(now);
     mGust *= std::exp(-kStepSeconds / kGustSeconds);
@@ -64,6 +72,18 @@ void Simulation::step()
         mGust = 0.0;
     }
     ++mStepCount;
+}
+
+void Simulation::moveParticle(Particle& particle, const AirFlow& now)
+{
+    particle.velocity = now.velocityAt(particle.position);
+    particle.position = wrapped(particle.position + particle.velocity * kStepSeconds);
+    if (const std::optional<std::size_t> index = obstacleAt(particle.position)) {
+        particle.position = pushedOutOf(mObstacles[*index], particle.position);
+        if (!isFree(particle.position)) { // where obstacles overlap
+            particle = newParticle(now);
+        }
+    }
 }
 
 void Simulation::setParticleCount(std::size_t count)
@@ -80,6 +100,52 @@ void Simulation::renewOldest(const AirFlow& now)
     for (std::size_t i = mStepCount % kLifeSteps; i < mParticles.size(); i += kLifeSteps) {
         mParticles[i] = newParticle(now);
     }
+}
+
+void Simulation::renewCovered()
+{
+    const AirFlow now = air();
+    for (Particle& particle : mParticles) {
+        if (!isFree(particle.position)) {
+            particle = newParticle(now);
+        }
+    }
+}
+
+std::optional<std::size_t> Simulation::obstacleAt(const glm::dvec2& place) const
+{
+    for (std::size_t i = mObstacles.size(); i > 0; --i) {
+        if (isInside(mObstacles[i - 1], place)) {
+            return i - 1;
+        }
+    }
+    return std::nullopt;
+}
+
+bool Simulation::addObstacle(const Obstacle& obstacle)
+{
+    if (mObstacles.size() >= kMaxObstacleCount) {
+        return false;
+    }
+    mObstacles.push_back(obstacle);
+    renewCovered();
+    return true;
+}
+
+void Simulation::resizeObstacle(std::size_t index, double radius)
+{
+    mObstacles[index].radius = radius;
+    renewCovered();
+}
+
+void Simulation::removeObstacle(std::size_t index)
+{
+    mObstacles.erase(mObstacles.begin() + static_cast<std::ptrdiff_t>(index));
+}
+
+void Simulation::clearObstacles()
+{
+    mObstacles.clear();
 }
 
 Particle Simulation::newParticle(const AirFlow& now)
@@ -114,19 +180,7 @@ double Simulation::random(double below)
 
 bool Simulation::isFree(const glm::dvec2& position) const
 {
-    return std::none_of(mObstacles.begin(), mObstacles.end(),
-                        [&](const Obstacle& obstacle) { return isInside(obstacle, position); });
-}
-
-glm::dvec2 Simulation::pushedOut(const glm::dvec2& position) const
-{
-    for (const Obstacle& obstacle : mObstacles) {
-        if (isInside(obstacle, position)) {
-            const glm::dvec2 outwards = glm::normalize(position - obstacle.centre);
-            return obstacle.centre + outwards * (obstacle.radius * kClearance);
-        }
-    }
-    return position;
+    return !obstacleAt(position);
 }
 
 } // namespace zephyr::sandbox

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <random>
 #include <vector>
 
@@ -17,6 +18,10 @@ constexpr double kStepSeconds = 1.0 / 120.0;
 constexpr std::size_t kDefaultParticleCount = 4000;
 constexpr std::size_t kMaxParticleCount = 20000;
 constexpr double kMaxWindSpeed = 60.0; ///< Metres a second; the strongest gust, too.
+constexpr std::size_t kMaxObstacleCount = 24;
+constexpr double kMinObstacleRadius = 1.0;     ///< Metres.
+constexpr double kMaxObstacleRadius = 12.0;    ///< Metres.
+constexpr double kDefaultObstacleRadius = 5.0; ///< Metres.
 
 /// The wind far from any obstacle.
 struct Wind
@@ -38,17 +43,17 @@ struct Particle
 ///   not: a clock or a picture; it neither knows the time of day nor draws.
 /// - Threads: used by one thread at a time.
 /// - Ownership: owns all it has; references that it returns live as long as it does.
-/// - Failure: none; who sets the wind keeps to the limits above.
+/// - Failure: none; who sets the wind or places obstacles keeps to the limits above.
 class Simulation
 {
 public:
-    /// kDefaultParticleCount particles in the default wind, at time 0.
+    /// kDefaultParticleCount particles in the default wind among the first six obstacles, at time 0.
     Simulation();
 
     /// Moves everything on by kStepSeconds.
     void step();
 
-    /// Back to the state after construction.
+    /// Back to the state after construction, obstacles included.
     void reset();
 
     /// The steps since the start.
@@ -75,17 +80,34 @@ public:
     /// Removes the last particles, or adds new ones at random places, until there are `count`.
     void setParticleCount(std::size_t count);
 
-    /// The discs in the field; the same in every simulation.
+    /// The discs in the field, oldest first. They may overlap and reach across the joined edges.
     const std::vector<Obstacle>& obstacles() const { return mObstacles; }
+
+    /// The index of the newest obstacle that covers `place`, if any does.
+    std::optional<std::size_t> obstacleAt(const glm::dvec2& place) const;
+
+    /// Adds an obstacle; particles under it begin anew somewhere else. \return false, with nothing added, when
+    /// there are kMaxObstacleCount already.
+    bool addObstacle(const Obstacle& obstacle);
+
+    /// Gives the obstacle `index`, which there must be, another radius; as addObstacle() with particles.
+    void resizeObstacle(std::size_t index, double radius);
+
+    /// Removes the obstacle `index`, which there must be.
+    void removeObstacle(std::size_t index);
+
+    /// Removes all obstacles.
+    void clearObstacles();
 
 private:
     AirFlow air() const;
+    void moveParticle(Particle& particle, const AirFlow& now);
     void renewOldest(const AirFlow& now);
+    void renewCovered();
     Particle newParticle(const AirFlow& now);
     glm::dvec2 freePlace();
     double random(double below);
     bool isFree(const glm::dvec2& position) const;
-    glm::dvec2 pushedOut(const glm::dvec2& position) const;
 
     std::vector<Obstacle> mObstacles;
     std::vector<Particle> mParticles;

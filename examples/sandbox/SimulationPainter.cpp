@@ -1,5 +1,6 @@
 #include "sandbox/SimulationPainter.h"
 
+#include "sandbox/FieldView.h"
 #include "sandbox/Simulation.h"
 
 #include <QBrush>
@@ -15,31 +16,17 @@
 
 #include <glm/geometric.hpp>
 
-#include <algorithm>
-
 namespace zephyr::sandbox {
 
 namespace {
 
-constexpr double kStreakSeconds = 0.09;             // of a particle's way
-constexpr std::array kShadeSpeeds{6.0, 14.0, 28.0}; // metres a second, from one shade to the next
+constexpr double kStreakSeconds = 0.09; // of a particle's way
 
 constexpr QColor kGroundTop(14, 26, 46);
 constexpr QColor kGroundBottom(5, 8, 16);
 constexpr QColor kDiscLight(70, 92, 120);
 constexpr QColor kDiscDark(24, 34, 52);
 constexpr QColor kDiscRim(120, 150, 185);
-constexpr std::array kStreakColors{QColor(70, 120, 190), QColor(110, 180, 235), QColor(185, 225, 255),
-                                   QColor(255, 240, 200)};
-
-/// From metres to logical pixels: the field covers `size`, centred.
-QTransform fieldToPixels(const QSize& size)
-{
-    const double scale = std::max(size.width() / kFieldWidth, size.height() / kFieldHeight);
-    return QTransform::fromTranslate(size.width() / 2.0, size.height() / 2.0)
-        .scale(scale, scale)
-        .translate(-kFieldWidth / 2.0, -kFieldHeight / 2.0);
-}
 
 QPen hairline(const QColor& color)
 {
@@ -48,19 +35,28 @@ QPen hairline(const QColor& color)
     return pen;
 }
 
-void drawObstacle(const Obstacle& obstacle, QPainter& painter)
+void drawDisc(const QPointF& centre, double radius, QPainter& painter)
 {
-    const QPointF centre(obstacle.centre.x, obstacle.centre.y);
-    const QPointF light = centre - QPointF(obstacle.radius, obstacle.radius) * 0.4;
-    QRadialGradient shading(centre, obstacle.radius, light);
+    const QPointF light = centre - QPointF(radius, radius) * 0.4;
+    QRadialGradient shading(centre, radius, light);
     shading.setColorAt(0.0, kDiscLight);
     shading.setColorAt(1.0, kDiscDark);
     painter.setPen(hairline(kDiscRim));
     painter.setBrush(shading);
-    painter.drawEllipse(centre, obstacle.radius, obstacle.radius);
+    painter.drawEllipse(centre, radius, radius);
 }
 
-/// What never moves, drawn once for each size of the window.
+/// Draws an obstacle and what reaches across the joined edges of it.
+void drawObstacle(const Obstacle& obstacle, QPainter& painter)
+{
+    for (const double across : {-kFieldWidth, 0.0, kFieldWidth}) {
+        for (const double down : {-kFieldHeight, 0.0, kFieldHeight}) {
+            drawDisc({obstacle.centre.x + across, obstacle.centre.y + down}, obstacle.radius, painter);
+        }
+    }
+}
+
+/// What rarely changes.
 QImage groundOf(const Simulation& simulation, const QSize& size, double pixelRatio)
 {
     QImage ground(size * pixelRatio, QImage::Format_RGB32);
@@ -71,7 +67,7 @@ QImage groundOf(const Simulation& simulation, const QSize& size, double pixelRat
     sky.setColorAt(1.0, kGroundBottom);
     painter.fillRect(QRect(QPoint(0, 0), size), sky);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setTransform(fieldToPixels(size), true);
+    painter.setTransform(FieldView(size).toPixels(), true);
     for (const Obstacle& obstacle : simulation.obstacles()) {
         drawObstacle(obstacle, painter);
     }
@@ -82,21 +78,27 @@ QImage groundOf(const Simulation& simulation, const QSize& size, double pixelRat
 
 void SimulationPainter::draw(const Simulation& simulation, const QSize& size, QPainter& painter)
 {
-    const double pixelRatio = painter.device()->devicePixelRatioF();
-    if (mGround.size() != size * pixelRatio || mGround.devicePixelRatio() != pixelRatio) {
-        mGround = groundOf(simulation, size, pixelRatio);
-    }
-    painter.drawImage(0, 0, mGround);
-
+    drawGround(simulation, size, painter);
     sortStreaks(simulation);
     const QTransform before = painter.transform();
-    painter.setTransform(fieldToPixels(size), true);
+    painter.setTransform(FieldView(size).toPixels(), true);
     painter.setRenderHint(QPainter::Antialiasing);
-    for (std::size_t shade = 0; shade < kShades; ++shade) {
-        painter.setPen(hairline(kStreakColors[shade]));
+    for (std::size_t shade = 0; shade < SpeedPalette::kShades; ++shade) {
+        painter.setPen(hairline(mPalette.color(shade)));
         painter.drawLines(mStreaks[shade].data(), static_cast<int>(mStreaks[shade].size()));
     }
     painter.setTransform(before);
+}
+
+void SimulationPainter::drawGround(const Simulation& simulation, const QSize& size, QPainter& painter)
+{
+    const double pixelRatio = painter.device()->devicePixelRatioF();
+    if (mGround.size() != size * pixelRatio || mGround.devicePixelRatio() != pixelRatio ||
+        mGroundObstacles != simulation.obstacles()) {
+        mGround = groundOf(simulation, size, pixelRatio);
+        mGroundObstacles = simulation.obstacles();
+    }
+    painter.drawImage(0, 0, mGround);
 }
 
 void SimulationPainter::sortStreaks(const Simulation& simulation)
@@ -105,11 +107,9 @@ void SimulationPainter::sortStreaks(const Simulation& simulation)
         streaks.clear();
     }
     for (const Particle& particle : simulation.particles()) {
-        const double speed = glm::length(particle.velocity);
-        const auto shade = std::upper_bound(kShadeSpeeds.begin(), kShadeSpeeds.end(), speed);
-        std::vector<QLineF>& streaks = mStreaks[static_cast<std::size_t>(shade - kShadeSpeeds.begin())];
+        const std::size_t shade = SpeedPalette::shadeOf(glm::length(particle.velocity));
         const glm::dvec2 tail = particle.position - particle.velocity * kStreakSeconds;
-        streaks.emplace_back(tail.x, tail.y, particle.position.x, particle.position.y);
+        mStreaks[shade].emplace_back(tail.x, tail.y, particle.position.x, particle.position.y);
     }
 }
 

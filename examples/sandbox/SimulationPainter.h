@@ -1,11 +1,13 @@
 #ifndef ZEPHYR_SANDBOX_SIMULATIONPAINTER_H
 #define ZEPHYR_SANDBOX_SIMULATIONPAINTER_H
 
+#include "sandbox/AirFlow.h"
+#include "sandbox/SpeedPalette.h"
+
 #include <QImage>
 #include <QLineF>
 
 #include <array>
-#include <cstddef>
 #include <vector>
 
 class QPainter;
@@ -15,12 +17,12 @@ namespace zephyr::sandbox {
 
 class Simulation;
 
-/// Draws a simulation: particles as streaks, the brighter the faster, over discs on a dark ground.
+/// Draws a simulation: particles as streaks in the colours of their speeds, over discs on a dark ground.
 ///
-/// - It is: the picture of the field, which covers the whole area; what doesn't fit its shape is cut off
-///   evenly. It is not: a reader of anything but the simulation.
+/// - It is: the picture of the field as FieldView lays it out. It is not: a reader of anything but the
+///   simulation.
 /// - Threads: used by one thread at a time.
-/// - Ownership: keeps the ground of the last size; painter and simulation are only borrowed for the call.
+/// - Ownership: keeps the ground of the last size and obstacles; painter and simulation are only borrowed for the call.
 /// - Failure: none.
 class SimulationPainter
 {
@@ -29,12 +31,14 @@ public:
     void draw(const Simulation& simulation, const QSize& size, QPainter& painter);
 
 private:
-    static constexpr std::size_t kShades = 4;
-
+    void drawGround(const Simulation& simulation, const QSize& size, QPainter& painter);
     void sortStreaks(const Simulation& simulation);
 
+    SpeedPalette mPalette;
     QImage mGround;
-    std::array<std::vector<QLineF>, kShades> mStreaks; // metres, slowest first; kept for their memory
+    std::vector<Obstacle> mGroundObstacles; // those on mGround
+    // In metres, slowest first; kept for their memory.
+    std::array<std::vector<QLineF>, SpeedPalette::kShades> mStreaks;
 };
 
 } // namespace zephyr::sandbox

@@ -30,17 +30,6 @@ constexpr char32_t kGustDescription[] = U"Lets the wind blow harder for a moment
 constexpr char32_t kGustHelp[] =
     U"Usage: wind gust [STRENGTH].  STRENGTH is above 0 to 60 m/s, 15 if left out.";
 
-/// The value given as the plain word `index` or in the switch `name`, if any.
-std::optional<std::u32string> givenValue(const SubCommandWords& words, std::size_t index,
-                                         const char32_t* name)
-{
-    if (index < words.plain.size()) {
-        return words.plain[index];
-    }
-    const auto found = words.switches.find(name);
-    return found == words.switches.end() ? std::nullopt : std::optional(found->second);
-}
-
 bool readSpeed(const std::u32string& text, double& speed)
 {
     const std::optional<double> number = numberFrom(text);
@@ -67,8 +56,12 @@ WindCommand::WindCommand(Simulation& simulation) : mSimulation(simulation)
 {
     addSubCommand({U"show", kShowDescription, kShowHelp},
                   [this](const SubCommandWords& words, Console& console) { return show(words, console); });
-    addSubCommand({U"set", kSetDescription, kSetHelp, {kSpeedSwitch, kHeadingSwitch}},
-                  [this](const SubCommandWords& words, Console& console) { return set(words, console); });
+    addSubCommand(
+        {U"set",
+         kSetDescription,
+         kSetHelp,
+         {{kSpeedSwitch, {U"0", U"5", U"12", U"30"}}, {kHeadingSwitch, {U"0", U"90", U"180", U"270"}}}},
+        [this](const SubCommandWords& words, Console& console) { return set(words, console); });
     addSubCommand(
         {U"gust", kGustDescription, kGustHelp, {}, {U"5", U"15", U"30"}},
         [this](const SubCommandWords& words, Console& console) { return startGust(words, console); });

@@ -1,12 +1,13 @@
 #include "sandbox/WindowRun.h"
 
 #include "sandbox/Complaint.h"
-#include "sandbox/ConsoleInput.h"
+#include "sandbox/GuardedRun.h"
 #include "sandbox/KeyTyping.h"
 #include "sandbox/LogPrinter.h"
 #include "sandbox/Options.h"
 #include "sandbox/Sandbox.h"
 #include "sandbox/SandboxWindow.h"
+#include "sandbox/StartupFile.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
@@ -23,6 +24,7 @@ constexpr char kCantWrite[] = "can't write '%1': %2.";
 constexpr char kPictureFormat[] = "PNG";
 
 constexpr int kFailed = 1;
+constexpr int kCantStart = 2;
 
 /// \return why the picture couldn't be written, or an empty string.
 QString savePicture(const QImage& picture, const QString& path)
@@ -38,12 +40,15 @@ QString savePicture(const QImage& picture, const QString& path)
 }
 
 /// What the options ask a window that is shown to do.
-void doAsAsked(const Options& options, ConsoleInput& input, SandboxWindow& window)
+void doAsAsked(const Options& options, Sandbox& sandbox, SandboxWindow& window)
 {
     for (const QString& line : options.lines) {
-        input.execute(line);
+        runGuarded(sandbox, [&](console::Console& console) { console.execute(line.toStdU32String()); });
     }
-    typeInto(window, options.keys);
+    window.update(); // a paused simulation isn't painted anew by itself
+    if (!sandbox.isQuitting()) {
+        typeInto(window, options.keys);
+    }
     if (!options.screenshot.isEmpty()) {
         const QString error = savePicture(window.frame(), options.screenshot);
         if (!error.isEmpty()) {
@@ -53,15 +58,15 @@ void doAsAsked(const Options& options, ConsoleInput& input, SandboxWindow& windo
         }
     }
     if (options.quits) {
-        QCoreApplication::quit();
+        window.whenNotRecording([] { QCoreApplication::quit(); });
     }
 }
 
-int showWindow(const Options& options, Sandbox& sandbox, ConsoleInput& input)
+int showWindow(const Options& options, Sandbox& sandbox)
 {
-    SandboxWindow window(sandbox, input);
+    SandboxWindow window(sandbox);
     window.resize(options.size);
-    window.whenShown([&] { doAsAsked(options, input, window); });
+    window.whenShown([&] { doAsAsked(options, sandbox, window); });
     window.show();
     return QCoreApplication::exec();
 }
@@ -71,16 +76,27 @@ int showWindow(const Options& options, Sandbox& sandbox, ConsoleInput& input)
 int runWindow(const Options& options)
 {
     Sandbox sandbox;
-    ConsoleInput input(sandbox.console(), [] { QCoreApplication::quit(); });
-    if (!options.skipsStartup) {
-        input.runFile(kStartupFile);
-    }
-    const int exitCode = input.hasQuit() ? 0 : showWindow(options, sandbox, input);
-    if (!options.printsLog) {
-        return exitCode;
+    const QString complaint = complaintAboutStartup(options, sandbox.console());
+    if (!complaint.isEmpty()) {
+        complain(complaint);
+        return kCantStart;
     }
     LogPrinter printer(sandbox.console(), stdout);
-    printer.printNew();
+    const auto printLog = [&] {
+        if (options.printsLog) {
+            printer.printNew();
+        }
+    };
+    sandbox.whenQuitting([&] {
+        printLog(); // before the log gets a line about how the command was left
+        QCoreApplication::quit();
+    });
+    runGuarded(sandbox, [&](console::Console& console) { runStartupFile(options, console); });
+    const int exitCode = sandbox.isQuitting() ? 0 : showWindow(options, sandbox);
+    if (!sandbox.isQuitting()) {
+        sandbox.recording().end(sandbox.console());
+        printLog();
+    }
     if (!printer.error().empty()) {
         complainAboutOutput(printer.error());
         return kFailed;

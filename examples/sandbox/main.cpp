@@ -1,5 +1,6 @@
 #include "sandbox/Batch.h"
 #include "sandbox/Complaint.h"
+#include "sandbox/KeyProbe.h"
 #include "sandbox/Options.h"
 #include "sandbox/WindowRun.h"
 
@@ -45,7 +46,18 @@ int runWithoutWindow(const Options& options, int argc, char** argv)
     if (options.wantsVersion) {
         return print("zephyr-sandbox " ZEPHYR_SANDBOX_VERSION "\n");
     }
-    return runBatch(options.batch, options.skipsStartup);
+    return runBatch(options);
+}
+
+int probeKeys()
+{
+    KeyProbe window([](const QString& line) {
+        if (print(line + '\n') != 0) {
+            QCoreApplication::exit(kFailed);
+        }
+    });
+    window.show();
+    return QGuiApplication::exec();
 }
 
 } // namespace
@@ -63,5 +75,6 @@ int main(int argc, char** argv)
         return runWithoutWindow(options, argc, argv);
     }
     const QGuiApplication application(argc, argv);
-    return runWindow(options);
+    QGuiApplication::setDesktopFileName("zephyr-sandbox"); // whose icon the desktop shows
+    return options.probesKeys ? probeKeys() : runWindow(options);
 }

@@ -430,7 +430,7 @@ void ConsoleHost::Private::copyLastAnswer()
 // The public face. What may emit keeps its data, since a slot may destroy this object.
 
 ConsoleHost::ConsoleHost(const std::shared_ptr<Console>& console, QObject* events, QObject* parent)
-    : QObject(parent), d(std::make_shared<Private>(*this, console, events))
+    : QObject(parent), mPrivate(std::make_shared<Private>(*this, console, events))
 {
     events->installEventFilter(this);
     const QMetaMethod takeSizeSlot = staticMetaObject.method(staticMetaObject.indexOfSlot("takeSize()"));
@@ -441,15 +441,15 @@ ConsoleHost::ConsoleHost(const std::shared_ptr<Console>& console, QObject* event
             connect(events, property.notifySignal(), this, takeSizeSlot);
         }
     }
-    d->takeSize();
-    d->noticeOpen();
+    mPrivate->takeSize();
+    mPrivate->noticeOpen();
 }
 
 ConsoleHost::~ConsoleHost() = default;
 
 bool ConsoleHost::eventFilter(QObject* watched, QEvent* event)
 {
-    const std::shared_ptr<Private> keep = d;
+    const std::shared_ptr<Private> keep = mPrivate;
     if (watched != keep->mEvents) {
         return false;
     }
@@ -463,61 +463,61 @@ bool ConsoleHost::eventFilter(QObject* watched, QEvent* event)
 
 void ConsoleHost::paint(QPainter& painter)
 {
-    const std::shared_ptr<Private> keep = d;
+    const std::shared_ptr<Private> keep = mPrivate;
     keep->paint(painter);
 }
 
 bool ConsoleHost::isOpen() const
 {
-    return d->mOpen;
+    return mPrivate->mOpen;
 }
 
 void ConsoleHost::setOpen(bool open)
 {
-    const std::shared_ptr<Private> keep = d;
+    const std::shared_ptr<Private> keep = mPrivate;
     keep->setOpen(open);
 }
 
 void ConsoleHost::setToggleKeys(const ToggleKeys& keys)
 {
-    d->mToggleKeys = keys;
+    mPrivate->mToggleKeys = keys;
 }
 
 const ToggleKeys& ConsoleHost::toggleKeys() const
 {
-    return d->mToggleKeys;
+    return mPrivate->mToggleKeys;
 }
 
 void ConsoleHost::copyLog()
 {
-    d->copyLog();
+    mPrivate->copyLog();
 }
 
 void ConsoleHost::copyLastAnswer()
 {
-    d->copyLastAnswer();
+    mPrivate->copyLastAnswer();
 }
 
 bool ConsoleHost::mirrorLog(const QString& fileName)
 {
-    d->mMirror.reset();
+    mPrivate->mMirror.reset();
     if (!fileName.isEmpty()) {
-        d->mMirror = std::make_unique<LogMirror>(d->mConsole, fileName);
+        mPrivate->mMirror = std::make_unique<LogMirror>(mPrivate->mConsole, fileName);
     }
-    return d->mMirror && d->mMirror->isOpen();
+    return mPrivate->mMirror && mPrivate->mMirror->isOpen();
 }
 
 void ConsoleHost::captureQtMessages(bool capture)
 {
-    d->mMessages.reset();
+    mPrivate->mMessages.reset();
     if (capture) {
-        d->mMessages = std::make_unique<QtMessageLog>(d->mConsole);
+        mPrivate->mMessages = std::make_unique<QtMessageLog>(mPrivate->mConsole);
     }
 }
 
 void ConsoleHost::takeSize()
 {
-    d->takeSize();
+    mPrivate->takeSize();
 }
 
 } // namespace zephyr::console::qt

@@ -1,67 +1,19 @@
 #ifndef ZEPHYR_TESTS_QT_VIRTUALKEYBOARD_H
 #define ZEPHYR_TESTS_QT_VIRTUALKEYBOARD_H
 
+#include "support/VirtualDisplay.h"
+
 #include <QDeadlineTimer>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QString>
-#include <QStringList>
 
 #include <stdexcept>
 #include <string>
 
 namespace zephyr::test {
 
-constexpr int kProcessTimeoutMs = 60000;
-
-/// An X server of one's own, without a screen, whose keyboard has real layouts and real key codes.
-class VirtualKeyboard
-{
-public:
-    VirtualKeyboard()
-    {
-        // Without -noreset the server forgets the layout as soon as setxkbmap has left.
-        mServer.start(XVFB_PROGRAM,
-                      {"-displayfd", "1", "-screen", "0", "640x480x24", "-nolisten", "tcp", "-noreset"});
-        if (!mServer.waitForReadyRead(kProcessTimeoutMs)) {
-            throw std::runtime_error("no X server: " + mServer.readAllStandardError().toStdString());
-        }
-        mEnvironment.insert("DISPLAY", ":" + QString::fromLatin1(mServer.readLine().trimmed()));
-    }
-
-    ~VirtualKeyboard()
-    {
-        mServer.terminate();
-        mServer.waitForFinished(kProcessTimeoutMs);
-    }
-
-    VirtualKeyboard(const VirtualKeyboard&) = delete;
-    VirtualKeyboard& operator=(const VirtualKeyboard&) = delete;
-
-    /// What a process needs to see this keyboard.
-    const QProcessEnvironment& environment() const { return mEnvironment; }
-
-    /// Takes another layout, as setxkbmap names it.
-    void setLayout(const QStringList& words) const { run(SETXKBMAP_PROGRAM, words); }
-
-    /// Sends keys to the window that has the focus, as xdotool names them; a number is a key's code.
-    void send(const QStringList& words) const { run(XDOTOOL_PROGRAM, words); }
-
-private:
-    void run(const QString& program, const QStringList& arguments) const
-    {
-        QProcess process;
-        process.setProcessEnvironment(mEnvironment);
-        process.start(program, arguments);
-        if (!process.waitForFinished(kProcessTimeoutMs) || process.exitCode() != 0) {
-            throw std::runtime_error(program.toStdString() + ": " +
-                                     process.readAllStandardError().toStdString());
-        }
-    }
-
-    QProcessEnvironment mEnvironment = QProcessEnvironment::systemEnvironment();
-    QProcess mServer;
-};
+using VirtualKeyboard = VirtualDisplay; // of which these tests need the keyboard
 
 /// A program with a console in its window, which tells what a user would see.
 class KeyboardHost

@@ -164,6 +164,22 @@ TEST(Batch, RunsTheStartupFileFirstUnlessToldNotTo)
               program.run({"--batch", "a.console", "--no-startup"}).out);
 }
 
+TEST(Batch, RunsTheStartupFileThatIsNamedFirst)
+{
+    Program program;
+    program.directory().write("startup.console", "wind set 1\n");
+    program.directory().write("mine.console", "wind set 3\n");
+    program.directory().write("a.console", "wind set 2\n");
+    EXPECT_EQ(std::string(kStart) + ">> wind set 3\n    Wind: 3 m/s, heading 90 degrees, gust 0 m/s.\n\n"
+                                    ">> wind set 2\n    Wind: 2 m/s, heading 90 degrees, gust 0 m/s.\n\n",
+              program.run({"--batch", "a.console", "--startup", "mine"}).out);
+
+    const Ended missing = program.run({"--batch", "a.console", "--startup", "no-such"});
+    EXPECT_EQ(2, missing.exitCode);
+    EXPECT_EQ("", missing.out);
+    EXPECT_EQ("zephyr-sandbox: can't run 'no-such': there is no such file.\n", missing.err);
+}
+
 TEST(Batch, EndsAtQuit)
 {
     Program program;
@@ -272,13 +288,19 @@ TEST(Batch, RunsTheTourThatIsBesideTheProgram)
          {">> run tour\n>> help\nRegistered Commands:\n", "\n>> storm\n>> wind set /speed=45\n",
           "    Wind: 45 m/s, heading 90 degrees, gust 7.70126 m/s.\n", "    Unrecognized switch '/colour'\n",
           "\n>> run gusts\n>> wind gust 10\n", "    Now at step 540 (4.5 s).\n",
-          "    Cleared alias 'storm'\n", ">> sim resume\n    Running.\n\n\n"}) {
+          "    Obstacle 7: x 20 m, y 48 m, radius 6 m.\n", "    Wrote 2 aliases to 'tour-aliases.console'.\n",
+          "\n>> run tour-aliases\n>> alias breeze \"wind set /speed=4 /heading=90; wind show\"\n    Done.\n",
+          "\n>> run slalom\n>> sim reset\n", " lines to 'tour-log.txt'.\n", "    Cleared alias 'storm'\n",
+          ">> sim resume\n    Running.\n\n\n"}) {
         EXPECT_NE(std::string::npos, ended.out.find(part)) << part;
     }
     EXPECT_EQ(std::string::npos, ended.out.find("not a recognized"));
     EXPECT_EQ(std::string::npos, ended.out.find("ERROR"));
     EXPECT_EQ("    Wind: 45 m/s, heading 90 degrees, gust 10.748 m/s.\n",
               program.directory().read("wind-report.txt"));
+    const std::string log = program.directory().read("tour-log.txt");
+    EXPECT_TRUE(ended.out.starts_with(log));
+    EXPECT_TRUE(log.ends_with("\n>> log_save tour-log.txt\n"));
 }
 
 } // namespace

@@ -11,6 +11,8 @@ TEST_F(Completion, OffersAllSubCommandsBehindTheCommand)
     EXPECT_EQ(Lines({"sim pause", "sim record", "sim reset", "sim resume", "sim speed", "sim step"}),
               completionsOf("sim "));
     EXPECT_EQ(Lines({"particles clear", "particles count"}), completionsOf("particles "));
+    EXPECT_EQ(Lines({"obstacle add", "obstacle clear", "obstacle list", "obstacle remove"}),
+              completionsOf("obstacle "));
 }
 
 TEST_F(Completion, OffersSubCommandsThatBeginAsTyped)
@@ -47,6 +49,33 @@ TEST_F(Completion, OffersValuesWhereThereAreNoSwitches)
               completionsOf("particles count "));
     EXPECT_EQ(Lines({"sim step 1", "sim step 120", "sim step 600"}), completionsOf("sim step "));
     EXPECT_EQ(Lines({"sim speed 0.5", "sim speed 1", "sim speed 2"}), completionsOf("sim speed "));
+}
+
+TEST_F(Completion, OffersValuesBehindTheEqualsSignOfASwitch)
+{
+    EXPECT_EQ(Lines({"wind set /speed=0", "wind set /speed=5", "wind set /speed=12", "wind set /speed=30"}),
+              completionsOf("wind set /speed="));
+    EXPECT_EQ(Lines({"wind set /speed=5 /heading=0", "wind set /speed=5 /heading=90",
+                     "wind set /speed=5 /heading=180", "wind set /speed=5 /heading=270"}),
+              completionsOf("wind set /speed=5 /heading="));
+    EXPECT_EQ(Lines({"sim record /steps=120", "sim record /steps=600", "sim record /steps=3600"}),
+              completionsOf("sim record /steps="));
+    EXPECT_EQ(Lines({"obstacle add /x=40 /radius=3", "obstacle add /x=40 /radius=5",
+                     "obstacle add /x=40 /radius=10"}),
+              completionsOf("obstacle add /x=40 /radius="));
+}
+
+TEST_F(Completion, OffersValuesThatBeginAsTyped)
+{
+    EXPECT_EQ(Lines({"wind set /speed=12"}), completionsOf("wind set /speed=1"));
+    EXPECT_EQ(Lines({"wind set /heading=270"}), completionsOf("wind set /heading=27"));
+}
+
+TEST_F(Completion, GoesOnToTheOtherSwitchesBehindAWholeValue)
+{
+    EXPECT_EQ(Lines({"wind set /speed=12 /heading="}), completionsOf("wind set /speed=12 "));
+    EXPECT_EQ(Lines({"wind set /speed=17 /heading="}), completionsOf("wind set /speed=17 "));
+    EXPECT_EQ(Lines({"sim record /path=a.csv /steps="}), completionsOf("sim record /path=a.csv "));
 }
 
 TEST_F(Completion, OffersNothingWhereNothingFollows)

@@ -28,7 +28,9 @@ TEST(Options, AskForAWindowAndNothingElseByDefault)
     EXPECT_EQ("", none.error.toStdString());
     EXPECT_FALSE(none.options.wantsHelp);
     EXPECT_FALSE(none.options.wantsVersion);
+    EXPECT_FALSE(none.options.probesKeys);
     EXPECT_FALSE(none.options.skipsStartup);
+    EXPECT_TRUE(none.options.startup.isEmpty());
     EXPECT_TRUE(none.options.batch.isEmpty());
     EXPECT_EQ(QSize(1280, 720), none.options.size);
     EXPECT_TRUE(none.options.lines.isEmpty());
@@ -58,6 +60,21 @@ TEST(Options, ReadABatch)
     EXPECT_EQ("", batch.error.toStdString());
     EXPECT_EQ("f.console", batch.options.batch);
     EXPECT_TRUE(batch.options.skipsStartup);
+}
+
+TEST(Options, ReadAStartupFileOfAWindowAndOfABatch)
+{
+    EXPECT_EQ("calm", parsed({"--startup", "calm"}).options.startup);
+    EXPECT_EQ("calm", parsed({"--startup", "calm", "--batch", "f.console"}).options.startup);
+    EXPECT_EQ("'--startup' and '--no-startup' exclude each other.",
+              errorOf({"--startup", "calm", "--no-startup"}));
+}
+
+TEST(Options, ReadThatKeysAreProbedAndNothingElse)
+{
+    EXPECT_TRUE(parsed({"--probe-keys"}).options.probesKeys);
+    EXPECT_EQ("'--probe-keys' takes no other option.", errorOf({"--probe-keys", "--quit"}));
+    EXPECT_EQ("'--probe-keys' takes no other option.", errorOf({"--probe-keys", "--batch", "f.console"}));
 }
 
 TEST(Options, TakeSizesFromOnePixelToTheLargest)
@@ -90,6 +107,7 @@ TEST(Options, RefuseMissingValues)
     EXPECT_EQ("Missing value after '--exec'.", errorOf({"--exec"}));
     EXPECT_EQ("'--screenshot' needs the name of a file.", errorOf({"--screenshot", ""}));
     EXPECT_EQ("'--batch' needs the name of a file.", errorOf({"--batch="}));
+    EXPECT_EQ("'--startup' needs the name of a file.", errorOf({"--startup", ""}));
 }
 
 TEST(Options, RefuseAWindowsOptionsInABatch)

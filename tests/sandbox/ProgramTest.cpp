@@ -62,7 +62,8 @@ TEST(Program, PrintsAllOptionsAsHelpWhereThereIsNoScreen)
     EXPECT_EQ("", ended.err);
     for (const char* const option :
          {"--help ", "--version ", "--size <WxH>", "--exec <LINE>", "--type <TEXT>", "--screenshot <FILE>",
-          "--quit ", "--print-log ", "--batch <FILE.console>", "--no-startup "}) {
+          "--quit ", "--print-log ", "--batch <FILE.console>", "--no-startup ", "--startup <NAME>",
+          "--probe-keys "}) {
         EXPECT_NE(std::string::npos, ended.out.find("  " + std::string(option))) << option;
     }
 }
@@ -124,6 +125,36 @@ TEST(Program, LeavesTheStartupFileOutWhenAskedTo)
     EXPECT_EQ(kStart, program.run({"--no-startup", "--quit", "--print-log"}).out);
 }
 
+TEST(Program, StartsWithTheFileThatIsNamed)
+{
+    Program program;
+    program.directory().write("startup.console", "wind set 1\n");
+    program.directory().write("scenes/calm.console", "wind set 3\n");
+    const Ended ended = program.run({"--startup", "scenes/calm", "--quit", "--print-log"});
+    EXPECT_EQ(0, ended.exitCode);
+    EXPECT_EQ(std::string(kStart) + ">> wind set 3\n    Wind: 3 m/s, heading 90 degrees, gust 0 m/s.\n\n",
+              ended.out);
+}
+
+TEST(Program, StartsWithAScene)
+{
+    Program program;
+    const Ended ended = program.run({"--startup", "storm", "--exec", "run gap", "--quit", "--print-log"});
+    EXPECT_EQ(0, ended.exitCode);
+    EXPECT_EQ(0U, ended.out.find(std::string(kStart) + ">> sim reset\n"));
+    EXPECT_NE(std::string::npos, ended.out.find("\n>> run gap\n>> "));
+    EXPECT_EQ(std::string::npos, ended.out.find("ERROR"));
+}
+
+TEST(Program, SaysInOneLineThatAStartupFileIsMissing)
+{
+    Program program;
+    const Ended ended = program.run({"--startup", "no-such", "--quit", "--print-log"});
+    EXPECT_EQ(2, ended.exitCode);
+    EXPECT_EQ("", ended.out);
+    EXPECT_EQ("zephyr-sandbox: can't run 'no-such': there is no such file.\n", ended.err);
+}
+
 TEST(Program, PrintsNoLogUnlessAskedTo)
 {
     Program program;
@@ -142,6 +173,12 @@ TEST(Program, EndsByTheQuitCommandWhereverItStands)
     EXPECT_EQ(std::string(kStart) + ">> quit\n",
               executed.run({"--exec", "quit", "--exec", "wind show", "--print-log"}).out);
 
+    Program inAnAlias;
+    inAnAlias.directory().write("end.console", "alias end \"quit; wind show\"\nend\nwind show\n");
+    EXPECT_EQ(std::string(kStart) +
+                  ">> run end\n>> alias end \"quit; wind show\"\n    Done.\n\n>> end\n>> quit\n",
+              inAnAlias.run({"--type", "`run end\\nwind show\\n", "--print-log"}).out);
+
     Program atStart;
     atStart.directory().write("startup.console", "quit\nwind show\n");
     EXPECT_EQ(std::string(kStart) + ">> quit\n", atStart.run({"--exec", "help", "--print-log"}).out);
@@ -151,10 +188,58 @@ TEST(Program, SurvivesWhatAKeyPressThrows)
 {
     Program program;
     const Ended ended =
-        program.run({"--type", "`run " + QString(300, 'x') + "\\nwind show\\n", "--quit", "--print-log"});
+        program.run({"--type", "`run " + QString(300, 'x') + "\\n``wind show\\n", "--quit", "--print-log"});
     EXPECT_EQ(0, ended.exitCode);
-    EXPECT_NE(std::string::npos, ended.out.find("\n    Error: filesystem error: exists: File name too long"));
+    EXPECT_NE(
+        std::string::npos,
+        ended.out.find("\nThe console caught an exception: filesystem error: exists: File name too long"));
     EXPECT_NE(std::string::npos, ended.out.find("Wind: 12 m/s"));
+}
+
+TEST(Program, SurvivesWhatALineOfTheCommandLineThrows)
+{
+    Program program;
+    const Ended ended =
+        program.run({"--exec", "run " + QString(300, 'x'), "--exec", "wind show", "--quit", "--print-log"});
+    EXPECT_EQ(0, ended.exitCode);
+    EXPECT_NE(
+        std::string::npos,
+        ended.out.find("\nThe console caught an exception: filesystem error: exists: File name too long"));
+    EXPECT_NE(std::string::npos, ended.out.find("Wind: 12 m/s"));
+}
+
+TEST(Program, EndsByItselfOnlyWhenARecordingIsDone)
+{
+    Program program;
+    const Ended ended =
+        program.run({"--exec", "sim record /path=a.csv /steps=20", "--quit", "--print-log", "--no-startup"});
+    EXPECT_EQ(0, ended.exitCode);
+    EXPECT_NE(std::string::npos, ended.out.find("    Recording to 'a.csv', 20 steps.\n"));
+    EXPECT_NE(std::string::npos, ended.out.find("        step 20 of 20\n    Wrote steps "));
+    EXPECT_EQ(std::string::npos, ended.out.find("ended early"));
+}
+
+TEST(Program, RecordsAtOnceBeforeThereIsAWindow)
+{
+    Program program;
+    program.directory().write("startup.console", "sim record /path=a.csv /steps=1\nsim step\n");
+    EXPECT_EQ(std::string(kStart) + ">> sim record /path=a.csv /steps=1\n        step 1 of 1\n"
+                                    "    Wrote steps 1 to 1 to 'a.csv'.\n\n"
+                                    ">> sim step\n    Now at step 2 (0.0166667 s).\n\n",
+              program.run({"--quit", "--print-log"}).out);
+}
+
+TEST(Program, SaysThatARecordingEndsWithIt)
+{
+    Program program;
+    const Ended ended =
+        program.run({"--type", "`sim record /path=a.csv /steps=10000\\nquit\\n", "--print-log"});
+    EXPECT_EQ(0, ended.exitCode);
+    EXPECT_EQ(std::string(kStart) + ">> sim record /path=a.csv /steps=10000\n"
+                                    "    Recording to 'a.csv', 10000 steps.\n\n"
+                                    ">> quit\n"
+                                    "    The recording to 'a.csv' ended early, at step 0 of 10000.\n",
+              ended.out);
 }
 
 TEST(Program, FailsWhenTheLogCantBePrinted)

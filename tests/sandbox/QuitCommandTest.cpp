@@ -21,6 +21,16 @@ TEST_F(QuitCommand, KeepsTheRestOfAFileFromRunning)
     EXPECT_EQ(5.0, sandbox.simulation().wind().speed);
 }
 
+TEST_F(QuitCommand, TellsThatTheProgramShallEndBeforeItLeaves)
+{
+    Lines logAtQuit;
+    sandbox.whenQuitting([&] { logAtQuit = driver.log(); });
+    EXPECT_FALSE(sandbox.isQuitting());
+    EXPECT_THROW(sandbox.console().execute(U"quit"), sandbox::QuitRequest);
+    EXPECT_TRUE(sandbox.isQuitting());
+    EXPECT_EQ(Lines({"quit"}), logAtQuit);
+}
+
 TEST_F(QuitCommand, RefusesFurtherWords)
 {
     EXPECT_EQ(

@@ -1,18 +1,23 @@
 #include "sandbox/SandboxWindow.h"
 
-#include "sandbox/ConsoleInput.h"
 #include "sandbox/KeyTyping.h"
 #include "sandbox/SandboxFixture.h"
+#include "support/TemporaryDirectory.h"
 
 #include <QColor>
 #include <QCoreApplication>
 #include <QFontMetrics>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QRect>
+#include <QTimer>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <functional>
+#include <set>
+#include <vector>
 
 namespace zephyr::test {
 namespace {
@@ -24,6 +29,22 @@ void waitUntil(const std::function<bool()>& isSo)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     }
 }
+
+/// A window that says when it has been painted.
+class PaintedWindow : public sandbox::SandboxWindow
+{
+public:
+    using sandbox::SandboxWindow::SandboxWindow;
+
+    std::function<void()> whenPainted = [] {};
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        sandbox::SandboxWindow::paintEvent(event);
+        whenPainted();
+    }
+};
 
 /// Where neither the window's texts nor a short log are drawn.
 QRect bareArea(const QImage& frame)
@@ -43,14 +64,54 @@ protected:
     }
 
     /// Presses and releases a key. \return whether the press was accepted.
-    bool press(int key, const QString& text = {})
+    bool press(int key, const QString& text = {}, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
+               quint32 scanCode = 0)
     {
-        QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier, text);
+        QKeyEvent down(QEvent::KeyPress, key, modifiers, scanCode, 0, 0, text);
         QCoreApplication::sendEvent(&window, &down);
-        QKeyEvent up(QEvent::KeyRelease, key, Qt::NoModifier, text);
+        QKeyEvent up(QEvent::KeyRelease, key, modifiers, scanCode, 0, 0, text);
         QCoreApplication::sendEvent(&window, &up);
-        EXPECT_EQ(sandbox.console().isOpen(), up.isAccepted());
         return down.isAccepted();
+    }
+
+    void pause()
+    {
+        sandbox.clock().setPaused(true);
+        window.update();
+        waitForPainting(); // of what moved before
+    }
+
+    /// Lets the window's clock tick a few times. \return how often the window was painted meanwhile.
+    int paintingsInSomeTicks()
+    {
+        int paintings = 0;
+        int ticks = 0;
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, [&] { ++ticks; });
+        window.whenPainted = [&] { ++paintings; };
+        timer.start(20); // longer than the window's own
+        waitUntil([&] { return ticks == 10; });
+        window.whenPainted = [] {};
+        return paintings;
+    }
+
+    void waitForPainting()
+    {
+        bool isPainted = false;
+        window.whenPainted = [&] { isPainted = true; };
+        waitUntil([&] { return isPainted; });
+        window.whenPainted = [] {};
+    }
+
+    /// Types a line into the open console and runs it.
+    void enter(const QString& line) { sandbox::typeInto(window, line + '\n'); }
+
+    /// How often the log has a line that begins with `beginning`.
+    std::size_t countOf(const std::string& beginning)
+    {
+        const Lines log = driver.log();
+        return static_cast<std::size_t>(std::count_if(
+            log.begin(), log.end(), [&](const std::string& line) { return line.starts_with(beginning); }));
     }
 
     void turnWheel(int eighths)
@@ -76,8 +137,7 @@ protected:
     unsigned scrollOffset() { return sandbox.console().snapshot().scrollOffset(); }
 
     int shown = 0;
-    sandbox::ConsoleInput input{sandbox.console(), [] {}};
-    sandbox::SandboxWindow window{sandbox, input};
+    PaintedWindow window{sandbox};
 };
 
 TEST_F(SandboxWindow, TellsOnceThatItIsShown)
@@ -172,6 +232,28 @@ TEST_F(SandboxWindow, IsTypedIntoKeyByKey)
     EXPECT_EQ("Ä\U0001F600 X", driver.input());
 }
 
+TEST_F(SandboxWindow, OpensItsConsoleByTheKeyLeftOfOneAndByShiftEscape)
+{
+    press(Qt::Key_Dead_Circumflex, {}, Qt::NoModifier, 49);
+    EXPECT_TRUE(sandbox.console().isOpen());
+    press(Qt::Key_Dead_Circumflex, {}, Qt::NoModifier, 49);
+    EXPECT_FALSE(sandbox.console().isOpen());
+
+    press(Qt::Key_Escape, "\x1b", Qt::ShiftModifier);
+    EXPECT_TRUE(sandbox.console().isOpen());
+    press(Qt::Key_Escape, "\x1b", Qt::ShiftModifier);
+    EXPECT_FALSE(sandbox.console().isOpen());
+}
+
+TEST_F(SandboxWindow, TakesWhatAnInputMethodCommits)
+{
+    press(Qt::Key_QuoteLeft, "`");
+    QInputMethodEvent event;
+    event.setCommitString("\u00ea\u00e9");
+    QCoreApplication::sendEvent(&window, &event);
+    EXPECT_EQ("\u00ea\u00e9", driver.input());
+}
+
 TEST_F(SandboxWindow, ForwardsTheWheelInDegrees)
 {
     fillLog();
@@ -243,6 +325,178 @@ TEST_F(SandboxWindow, DrawsParticlesWhereTheyAre)
     QImage erased = one;
     QPainter(&erased).drawImage(around, empty, around);
     EXPECT_EQ(empty.copy(0, 28, 640, 304), erased.copy(0, 28, 640, 304)); // without the texts above and below
+}
+
+TEST_F(SandboxWindow, IsPaintedAtTheSimulationsRate)
+{
+    EXPECT_GT(paintingsInSomeTicks(), 2);
+}
+
+TEST_F(SandboxWindow, IsPaintedOnlyWhenSomethingChangesWhileTheSimulationIsPaused)
+{
+    pause();
+    EXPECT_EQ(0, paintingsInSomeTicks());
+
+    press(Qt::Key_QuoteLeft, "`");
+    waitForPainting();
+    sandbox.console().write("from nobody's key", console::Output);
+    waitForPainting();
+    press(Qt::Key_QuoteLeft, "`");
+    waitForPainting();
+    EXPECT_EQ(0, paintingsInSomeTicks());
+
+    press(Qt::Key_Right);
+    waitForPainting();
+}
+
+TEST_F(SandboxWindow, PassesNothingToTheConsoleBehindATypedQuit)
+{
+    int quits = 0;
+    std::vector<std::string> logAtQuit;
+    sandbox.whenQuitting([&] {
+        ++quits;
+        logAtQuit = driver.log();
+    });
+    sandbox::typeInto(window, "`quit\nwind set 5\nquit\n");
+    EXPECT_TRUE(sandbox.isQuitting());
+    EXPECT_EQ(1, quits);
+    EXPECT_EQ(Lines({"quit"}), logAtQuit);
+    EXPECT_EQ(12.0, sandbox.simulation().wind().speed);
+}
+
+TEST_F(SandboxWindow, RunsNothingBehindAQuitInAnAliasOrAFile)
+{
+    const TemporaryDirectory directory;
+    directory.write("end.console", "alias done \"quit; wind set 5\"\ndone\nwind set 6\n");
+    sandbox.console().appendRunpath(directory.path());
+    sandbox::typeInto(window, "`run end\n");
+    EXPECT_TRUE(sandbox.isQuitting());
+    EXPECT_EQ(12.0, sandbox.simulation().wind().speed);
+}
+
+class Recording : public SandboxWindow
+{
+protected:
+    Recording()
+    {
+        sandbox.restart();
+        sandbox.simulation().setParticleCount(100); // a step takes longer the more there are
+        press(Qt::Key_QuoteLeft, "`");
+    }
+
+    void start(const std::string& file, unsigned steps)
+    {
+        enter(QString("sim record /path=%1 /steps=%2").arg(QString::fromStdString(pathOf(file))).arg(steps));
+    }
+
+    std::string pathOf(const std::string& file) const { return (directory.path() / file).string(); }
+
+    std::size_t rowsOf(const std::string& file) const
+    {
+        const std::string text = directory.read(file);
+        return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+    }
+
+    bool isWorking() { return sandbox.recording().isWorking(); }
+
+    const TemporaryDirectory directory;
+};
+
+TEST_F(Recording, TellsHowFarItIsWhileTheWindowGoesOnBeingPainted)
+{
+    std::set<std::size_t> painted; // how many lines of progress there were at each frame
+    start("a.csv", 600);
+    EXPECT_TRUE(isWorking());
+    window.whenPainted = [&] {
+        if (isWorking()) {
+            painted.insert(countOf("        step "));
+        }
+    };
+    waitUntil([&] { return !isWorking(); });
+
+    EXPECT_GT(painted.size(), 4U);
+    EXPECT_EQ(10U, countOf("        step "));
+    EXPECT_EQ(1U, countOf("        step 60 of 600"));
+    EXPECT_EQ(1U, countOf("    Recording to '" + pathOf("a.csv") + "', 600 steps."));
+    EXPECT_EQ("    Wrote steps 1 to 600 to '" + pathOf("a.csv") + "'.", driver.log().back());
+    EXPECT_EQ(1U + 600U * 100U, rowsOf("a.csv"));
+}
+
+TEST_F(Recording, IsTheOnlyOneThatMovesTheSimulationOn)
+{
+    const auto before = sandbox.simulation().stepCount();
+    start("a.csv", 300);
+    enter("sim step 5");
+    waitUntil([&] { return !isWorking(); });
+    EXPECT_EQ(before + 300, sandbox.simulation().stepCount());
+    EXPECT_EQ(1U, countOf("    Still recording to '" + pathOf("a.csv") + "', step 0 of 300."));
+    letRun();
+}
+
+TEST_F(Recording, RefusesASecondOneWhileItWorks)
+{
+    start("a.csv", 300);
+    start("b.csv", 300);
+    EXPECT_FALSE(directory.has("b.csv"));
+    EXPECT_EQ(1U, countOf("    Still recording to '" + pathOf("a.csv") +
+                          "', step 0 of 300.  'sim reset' ends that."));
+
+    waitUntil([&] { return !isWorking(); });
+    start("b.csv", 1);
+    waitUntil([&] { return !isWorking(); });
+    EXPECT_EQ(101U, rowsOf("b.csv"));
+}
+
+TEST_F(Recording, EndsEarlyByAReset)
+{
+    start("a.csv", 10000);
+    waitUntil([&] { return countOf("        step 1000 of") == 1; });
+    enter("sim reset");
+    EXPECT_FALSE(isWorking());
+    EXPECT_EQ(1U, countOf("    The recording to '" + pathOf("a.csv") + "' ended early, at step "));
+    EXPECT_EQ(0U, sandbox.simulation().stepCount());
+    EXPECT_GE(rowsOf("a.csv"), 1U + 1000U * 100U);
+
+    start("b.csv", 10000);
+    press(Qt::Key_QuoteLeft, "`");
+    press(Qt::Key_R, "r");
+    EXPECT_FALSE(isWorking());
+    EXPECT_EQ(1U, countOf("    The recording to '" + pathOf("b.csv") + "' ended early, at step 0 of 10000."));
+}
+
+TEST_F(Recording, EndsEarlyWhenTheProgramQuits)
+{
+    start("a.csv", 10000);
+    enter("quit");
+    EXPECT_FALSE(isWorking());
+    EXPECT_EQ(1U, countOf("    The recording to '" + pathOf("a.csv") + "' ended early, at step 0 of 10000."));
+}
+
+TEST_F(Recording, EndsWithALineWhenTheDiskIsFull)
+{
+    enter("sim record /path=/dev/full");
+    waitUntil([&] { return !isWorking(); });
+    EXPECT_EQ("    Can't write '/dev/full': No space left on device.", driver.log().back());
+
+    enter("sim record /path=" + QString::fromStdString(pathOf("no/a.csv")));
+    EXPECT_FALSE(isWorking());
+    EXPECT_EQ(1U, countOf("    Can't write '" + pathOf("no/a.csv") + "': No such file or directory."));
+}
+
+TEST_F(Recording, IsWaitedForByWhoeverAsks)
+{
+    int calls = 0;
+    window.whenNotRecording([&] { ++calls; });
+    EXPECT_EQ(1, calls);
+
+    start("a.csv", 100);
+    window.whenNotRecording([&] {
+        EXPECT_FALSE(isWorking());
+        ++calls;
+    });
+    EXPECT_EQ(1, calls);
+    waitUntil([&] { return calls > 1; });
+    EXPECT_EQ(1U + 100U * 100U, rowsOf("a.csv"));
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "sandbox/ProgramRun.h"
+#include "support/VirtualDisplay.h"
 
 #include <QColor>
-#include <QCoreApplication>
 #include <QImage>
 
 #include <gtest/gtest.h>
@@ -12,75 +12,16 @@
 namespace zephyr::test {
 namespace {
 
-/// An X server without a screen, on a display of this process's own.
-class VirtualDisplay
+/// What a camera would see of a display.
+QImage screenshot(const VirtualDisplay& display)
 {
-public:
-    // A free number that the server picks itself may be one that another server is just cleaning up behind.
-    VirtualDisplay() : mName(QString(":%1").arg(100 + QCoreApplication::applicationPid() % 50000))
-    {
-        // Without -noreset the server starts anew, and turns others away, whenever its only client leaves.
-        mServer.start(XVFB_PROGRAM, {mName, "-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten",
-                                     "tcp", "-noreset"});
-        if (!mServer.waitForReadyRead(kProcessTimeout)) {
-            throw std::runtime_error("no X server: " + mServer.readAllStandardError().toStdString());
-        }
+    const QByteArray png = display.answerOf(IMPORT_PROGRAM, {"-silent", "-window", "root", "png:-"});
+    QImage image = QImage::fromData(png, "PNG");
+    if (image.isNull()) {
+        throw std::runtime_error("no picture of the display");
     }
-
-    ~VirtualDisplay()
-    {
-        mServer.terminate();
-        mServer.waitForFinished(kProcessTimeout);
-    }
-
-    VirtualDisplay(const VirtualDisplay&) = delete;
-    VirtualDisplay& operator=(const VirtualDisplay&) = delete;
-
-    QString name() const { return mName; }
-
-    /// Gives the keyboard to the window called `name`. \return whether it has it already; until then try again.
-    bool focus(const QString& name) const
-    {
-        const QByteArray window =
-            run(XDOTOOL_PROGRAM, {"search", "--onlyvisible", "--name", "^" + name + "$"});
-        if (!window.isEmpty() && run(XDOTOOL_PROGRAM, {"getwindowfocus", "-f"}) == window) {
-            return true;
-        }
-        run(XDOTOOL_PROGRAM, {"windowfocus", window.trimmed()});
-        return false;
-    }
-
-    /// Sends key events to the window that has the focus.
-    void sendKeys(const QStringList& words) const { run(XDOTOOL_PROGRAM, words); }
-
-    /// What a camera would see.
-    QImage screenshot() const
-    {
-        QImage image = QImage::fromData(run(IMPORT_PROGRAM, {"-silent", "-window", "root", "png:-"}), "PNG");
-        if (image.isNull()) {
-            throw std::runtime_error("no picture of the display");
-        }
-        return image;
-    }
-
-private:
-    /// Runs a program on the display and answers what it printed.
-    QByteArray run(const QString& program, const QStringList& arguments) const
-    {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("DISPLAY", mName);
-        process.setProcessEnvironment(environment);
-        process.start(program, arguments);
-        if (!process.waitForFinished(kProcessTimeout)) {
-            throw std::runtime_error((program + " hung: " + arguments.join(' ')).toStdString());
-        }
-        return process.readAllStandardOutput();
-    }
-
-    QString mName;
-    QProcess mServer;
-};
+    return image;
+}
 
 /// How many pixels are as green as the console's text alone is.
 int greenPixels(const QImage& image)
@@ -130,7 +71,7 @@ private:
         mNow = QImage();
         mProgram.waitUntil([&] {
             mBefore = mNow;
-            mNow = mDisplay.screenshot();
+            mNow = screenshot(mDisplay);
             return isRight();
         });
         return mNow;
@@ -142,42 +83,56 @@ private:
     QImage mNow;
 };
 
+/// Starts the program on `display` and gives the keyboard to its window called `name`.
+void startOn(const VirtualDisplay& display, Program& program, const QStringList& arguments,
+             const QString& name)
+{
+    program.setEnvironment("DISPLAY", display.environment().value("DISPLAY"));
+    program.setEnvironment("QT_QPA_PLATFORM", "xcb");
+    program.setEnvironment("QT_IM_MODULE", "compose");
+    program.setEnvironment("LC_ALL", "C.UTF-8");
+    program.setEnvironment("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // or Qt starts a message bus of its own
+    program.start(arguments);
+    program.waitUntil([&] { return display.focus(name); });
+}
+
+void startSandboxOn(const VirtualDisplay& display, Program& program)
+{
+    startOn(display, program, {"--size", "800x600", "--no-startup", "--print-log"}, "zephyr-sandbox");
+}
+
 TEST(X11, TypesIntoTheConsoleWithRealKeys)
 {
     const VirtualDisplay display;
     Program program;
-    program.setEnvironment("DISPLAY", display.name());
-    program.setEnvironment("QT_QPA_PLATFORM", "xcb");
-    program.setEnvironment("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // or Qt starts a message bus of its own
-    program.start({"--size", "800x600", "--no-startup", "--print-log"});
-    program.waitUntil([&] { return display.focus("zephyr-sandbox"); });
+    startSandboxOn(display, program);
 
     Camera camera(display, program);
     camera.moving();
 
     // With the console closed, the space bar is the simulation's and stops it: pictures differ no more by
     // themselves.
-    display.sendKeys({"key", "space"});
+    display.send({"key", "space"});
     const QImage closed = camera.still();
     EXPECT_EQ(0, greenPixels(closed));
 
-    display.sendKeys({"key", "grave"});
+    display.send({"key", "grave"});
     const QImage open = camera.greenerThan(0);
     EXPECT_NE(closed, open);
 
-    display.sendKeys({"type", "help"});
-    display.sendKeys({"key", "Return"});
+    display.send({"type", "help"});
+    display.send({"key", "Return"});
     const QImage helped = camera.greenerThan(2 * greenPixels(open));
     EXPECT_NE(open, helped);
 
-    display.sendKeys({"type", "wind set 5 5"});
-    display.sendKeys({"key", "Escape", "ctrl+a", "Return"});
-    display.sendKeys({"key", "grave"});
+    display.send({"type", "wind set 5 5"});
+    display.send({"key", "Escape", "ctrl+a", "Return"});
+    display.send({"key", "grave"});
     EXPECT_NE(closed, camera.withoutGreen()); // the wind is another one
 
-    display.sendKeys({"key", "grave"});
-    display.sendKeys({"type", "quit"});
-    display.sendKeys({"key", "Return"});
+    display.send({"key", "grave"});
+    display.send({"type", "quit"});
+    display.send({"key", "Return"});
     const Ended ended = program.end();
     EXPECT_EQ(0, ended.exitCode) << ended.err;
     EXPECT_EQ("Zephyr Console:\n"
@@ -185,7 +140,10 @@ TEST(X11, TypesIntoTheConsoleWithRealKeys)
               ">> help\n"
               "Registered Commands:\n"
               "    alias\n"
+              "    alias_save\n"
               "    help\n"
+              "    log_save\n"
+              "    obstacle\n"
               "    particles\n"
               "    quit\n"
               "    run\n"
@@ -199,6 +157,133 @@ TEST(X11, TypesIntoTheConsoleWithRealKeys)
               "\n"
               ">> quit\n",
               ended.out);
+}
+
+// Key codes, which name places on a keyboard.
+const char* const kLeftOfOne = "49";
+const char* const kE = "26"; // on each of these layouts
+
+/// A layout, an accent as it is typed there, and what it gives.
+struct Layout
+{
+    QStringList name;   // for setxkbmap
+    QStringList accent; // for xdotool
+    const char* typed;
+};
+
+class Keyboard : public testing::TestWithParam<Layout>
+{
+protected:
+    Keyboard()
+    {
+        display.setLayout(GetParam().name);
+        startSandboxOn(display, program);
+    }
+
+    ~Keyboard() override
+    {
+        program.process().kill();
+        program.process().waitForFinished();
+    }
+
+    VirtualDisplay display;
+    Program program;
+    Camera camera{display, program};
+};
+
+TEST_P(Keyboard, OpensAndClosesTheConsoleWithTheKeyLeftOfOne)
+{
+    display.send({"key", kLeftOfOne});
+    camera.greenerThan(0);
+    display.send({"key", kLeftOfOne});
+    camera.withoutGreen();
+}
+
+TEST_P(Keyboard, OpensAndClosesTheConsoleWithShiftEscape)
+{
+    display.send({"key", "shift+Escape"});
+    camera.greenerThan(0);
+    display.send({"key", "shift+Escape"});
+    camera.withoutGreen();
+}
+
+TEST_P(Keyboard, TypesAccentsIntoTheConsole)
+{
+    display.send({"key", kLeftOfOne});
+    camera.greenerThan(0);
+    display.send(QStringList("key") + GetParam().accent +
+                 QStringList({kE, "Return", "q", "u", "i", "t", "Return"}));
+    const Ended ended = program.end();
+    EXPECT_EQ(0, ended.exitCode) << ended.err;
+    const std::string typed = GetParam().typed;
+    EXPECT_EQ("Zephyr Console:\n\n>> " + typed + "\n'" + typed +
+                  "' is not a recognized command.  Type 'help' to list available commands.\n\n>> quit\n",
+              ended.out);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Layouts, Keyboard,
+    testing::Values(
+        // Where no key is dead, an accent takes a Compose key.
+        Layout{{"-layout", "us", "-option", "compose:ralt"}, {"108", "apostrophe"}, "\u00e9"},
+        Layout{{"-layout", "de"}, {"21"}, "\u00e9"}),
+    [](const testing::TestParamInfo<Layout>& tested) { return tested.param.name.at(1).toStdString(); });
+
+/// The next line that a program prints.
+std::string nextLine(Program& program)
+{
+    program.waitUntil([&] { return program.process().canReadLine(); });
+    return program.process().readLine().chopped(1).toStdString();
+}
+
+TEST(X11, ProbesTheKeysOfAGermanKeyboard)
+{
+    VirtualDisplay display;
+    display.setLayout({"-layout", "de"});
+    Program program;
+    startOn(display, program, {"--probe-keys"}, "zephyr-sandbox keys");
+
+    const std::string toggles = ": toggles the console";
+    const std::string doesNot = ": does not toggle the console";
+    const std::string unheard = "release whose press went elsewhere: ";
+    display.send({"key", "q"});
+    EXPECT_EQ("press: key Key_Q (0x51), text \"q\", modifiers none, scan code 24" + doesNot,
+              nextLine(program));
+
+    // The input method keeps the presses of an accent that is composed.
+    display.send({"key", kLeftOfOne});
+    EXPECT_EQ(unheard + "key Key_Dead_Circumflex (0x1001252), text \"\", modifiers none, scan code 49" +
+                  toggles,
+              nextLine(program));
+    display.send({"key", kE});
+    EXPECT_EQ("commit: text \"\\u00ea\"", nextLine(program));
+    EXPECT_EQ(unheard + "key Key_E (0x45), text \"e\", modifiers none, scan code 26" + doesNot,
+              nextLine(program));
+
+    display.send({"keydown", "shift", "key", kLeftOfOne, "keyup", "shift"});
+    EXPECT_EQ("press: key Key_Shift (0x1000020), text \"\", modifiers Shift, scan code 50" + doesNot,
+              nextLine(program));
+    EXPECT_EQ("press: key Key_degree (0xb0), text \"\\u00b0\", modifiers Shift, scan code 49" + doesNot,
+              nextLine(program));
+
+    display.send({"key", "Escape", "Escape"});
+    const Ended ended = program.end();
+    EXPECT_EQ(0, ended.exitCode);
+    const std::string escape =
+        "press: key Key_Escape (0x1000000), text \"\\u001b\", modifiers none, scan code 9" + doesNot + "\n";
+    EXPECT_EQ(escape + escape, ended.out);
+}
+
+TEST(X11, ShowsTheKeysThatItProbes)
+{
+    const VirtualDisplay display;
+    Program program;
+    startOn(display, program, {"--probe-keys"}, "zephyr-sandbox keys");
+    Camera camera(display, program);
+    display.send({"key", "q"});
+    camera.greenerThan(0);
+    program.process().terminate();
+    program.process().waitForFinished();
 }
 
 } // namespace

@@ -5,10 +5,13 @@
 #include <zephyr/console/ConsoleRenderer.h>
 #include <zephyr/console/ConsoleSwitchArg.h>
 #include <zephyr/console/RunConsoleFileCommand.h>
+#include <zephyr/console/qt/ConsoleHost.h>
 
 #include <QGuiApplication>
 #include <QImage>
+#include <QLibrary>
 #include <QPainter>
+#include <QRasterWindow>
 
 #include <cstdio>
 #include <memory>
@@ -87,6 +90,47 @@ bool drawsSomething(const zc::Console& console)
     return image != before;
 }
 
+bool paintsInAWindow()
+{
+    QImage image(320, 200, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    const QImage before = image;
+    const auto console = std::make_shared<zc::Console>();
+    QRasterWindow window;
+    window.resize(image.size());
+    zc::qt::ConsoleHost host(console, &window);
+    host.setOpen(true);
+    QPainter painter(&image);
+    host.paint(painter);
+    painter.end();
+    return image != before;
+}
+
+std::u32string answerTo(const std::u32string& line, zc::Console& console)
+{
+    const std::size_t echo = console.snapshot().lines().size();
+    console.execute(line);
+    const zc::ConsoleSnapshot snapshot = console.snapshot();
+    return snapshot.lines().at(echo + 1).text;
+}
+
+/// A plugin brings a command, which the console lets go of before the plugin's code is unloaded.
+bool worksWithAPlugin(const char* file, zc::Console& console)
+{
+    QLibrary plugin(QString::fromLocal8Bit(file));
+    using RegisterCommands = void (*)(zc::Console&);
+    const auto registerCommands = reinterpret_cast<RegisterCommands>(plugin.resolve("registerCommands"));
+    if (registerCommands == nullptr) {
+        std::printf("%s\n", qPrintable(plugin.errorString()));
+        return false;
+    }
+    registerCommands(console);
+    const bool answered = answerTo(U"plugged", console) == U"From the plugin.";
+    console.shutdown();
+    const bool unloaded = plugin.unload();
+    return answered && unloaded && answerTo(U"plugged", console) != U"From the plugin.";
+}
+
 bool check(const char* what, bool holds)
 {
     std::printf("%s: %s\n", holds ? "ok" : "FAILED", what);
@@ -113,6 +157,8 @@ int main(int argc, char** argv)
     console.execute(U"greet");
 
     const bool good = check("the log holds what was typed and answered", hasExpectedLog(console)) &
-                      check("the console is drawn", drawsSomething(console));
+                      check("the console is drawn", drawsSomething(console)) &
+                      check("the kit paints it in a window", paintsInAWindow()) &
+                      check("a command lives in a plugin", argc > 1 && worksWithAPlugin(argv[1], console));
     return good ? 0 : 1;
 }

@@ -93,14 +93,16 @@ signals:
     void exceptionCaught(const QString& message);
 
 protected:
+    /// Hands the console what it is to have of the events that `watched` gets. \return whether it took this one.
     bool eventFilter(QObject* watched, QEvent* event) override;
-
-private slots:
-    ZEPHYR_CONSOLE_QT_NO_EXPORT void takeSize();
 
 private:
     class ZEPHYR_CONSOLE_QT_NO_EXPORT Private;
-    std::shared_ptr<Private> d; // shared with a running event, during which this object may be destroyed
+
+    Q_SLOT ZEPHYR_CONSOLE_QT_NO_EXPORT void takeSize();
+
+    std::shared_ptr<Private>
+        mPrivate; // shared with a running event, during which this object may be destroyed
 };
 
 } // namespace zephyr::console::qt

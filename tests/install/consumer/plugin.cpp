@@ -1,0 +1,29 @@
+// A plugin of the host's, with a command in it.
+
+#include <zephyr/console/Console.h>
+#include <zephyr/console/ConsoleCommand.h>
+
+#include <memory>
+#include <string>
+
+namespace {
+
+namespace zc = zephyr::console;
+
+class PluggedCommand : public zc::ConsoleCommand
+{
+public:
+    std::u32string name() const override { return U"plugged"; }
+
+    void execute(const zc::ConsoleArgs&, zc::Console& console) override
+    {
+        console.write(U"From the plugin.", zc::Output);
+    }
+};
+
+} // namespace
+
+extern "C" __attribute__((visibility("default"))) void registerCommands(zc::Console& console)
+{
+    console.registerCommand(std::make_unique<PluggedCommand>());
+}

@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Moves an installation and looks for what would not survive that: move.sh FROM TO SOURCES
+set -euo pipefail
+from=$1 to=$2 sources=$3
+rm -rf "$to"
+mv "$from" "$to"
+
+# Debug information may name the sources; texts that are read where the installation is used may not.
+if grep -rIlF -e "$from" -e "$sources" "$to"; then
+  echo "These installed files name a folder of the build." >&2
+  exit 1
+fi
+program=$to/bin/zephyr-sandbox
+if ! readelf -d "$program" | grep -q 'R.*PATH.*\$ORIGIN/'; then
+  echo "$program does not look for its libraries where they are from it." >&2
+  exit 1
+fi
+ldd "$program" | grep ZephyrConsole | grep -qF "$to/"
+
+# The program finds its console files from a folder that has none.
+cd "$(mktemp -d)"
+trap 'rm -rf "$PWD"' EXIT
+for file in tour slalom; do
+  echo "run $file" >go.console
+  QT_QPA_PLATFORM=offscreen "$program" --no-startup --batch go.console >log
+  if [ "$(wc -l <log)" -lt 6 ] || grep -q 'run: ' log; then
+    echo "The installed program does not run '$file':" >&2
+    cat log >&2
+    exit 1
+  fi
+done

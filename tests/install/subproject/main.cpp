@@ -1,0 +1,26 @@
+// Pastes into a console and expects the text that is named, which tells whose clipboard the console was built with.
+
+#include "zephyr/console/Console.h"
+#include "zephyr/console/qt/ConsoleHost.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QRasterWindow>
+
+#include <cstdio>
+#include <memory>
+
+int main(int argc, char** argv)
+{
+    const QGuiApplication application(argc, argv);
+    const auto console = std::make_shared<zephyr::console::Console>();
+    QRasterWindow window;
+    zephyr::console::qt::ConsoleHost host(console, &window);
+    host.setOpen(true);
+
+    QGuiApplication::clipboard()->setText("system");
+    console->keyPressed(Qt::Key_V, Qt::ControlModifier, U"");
+    const QString pasted = QString::fromStdU32String(console->activeInput());
+    std::printf("pasted: %s\n", qPrintable(pasted));
+    return argc == 2 && pasted == argv[1] ? 0 : 1;
+}
