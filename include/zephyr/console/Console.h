@@ -101,7 +101,7 @@ public:
     /// \param text the code points that the key types; only the first is used. Control characters are not
     ///     filtered: a host that doesn't want them typed passes an empty text.
     /// \return whether the console consumed the key. A closed console consumes the back-quote only, which
-    ///     opens it; an open one consumes every key but the first Tab or Backtab of a completion.
+    ///     opens it; an open one consumes every key but a Tab or Backtab that begins a completion or finds none.
     ///
     /// Throws `std::system_error` (`resource_deadlock_would_occur`) when the input line is full, leaving it
     /// unchanged; and what a command or a completion that the key runs throws.
@@ -110,8 +110,8 @@ public:
     /// Handles the release of a key: does nothing, and answers whether the console is open.
     bool keyReleased(int key, int modifiers, const std::u32string& text);
 
-    /// Scrolls the log: two lines for each 15 degrees of `vertical`, backwards in time for positive values.
-    /// `horizontal` is ignored.
+    /// Scrolls the log: one line for each 10 degrees of `vertical`, rounded to whole lines (two for a notch of 15),
+    /// backwards in time for positive values. `horizontal` is ignored.
     /// \return whether the console consumed the turn, that is, whether it is open.
     bool mouseWheel(Angle vertical, Angle horizontal);
 

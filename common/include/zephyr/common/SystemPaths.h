@@ -5,7 +5,8 @@
 
 #include <string>
 
-/// \file Directories of the running process, as code points.
+/// \file
+/// Directories of the running process, as code points.
 ///
 /// Names in the file system are bytes; they are read as UTF-8, and each maximal ill-formed part of them
 /// becomes one U+FFFD, so that such a name can be shown but not found again. No answer ends with a slash but

@@ -1,0 +1,60 @@
+// A console in a QOpenGLWindow, over what OpenGL draws.
+
+#include "zephyr/console/Console.h"
+#include "zephyr/console/qt/ConsoleHost.h"
+
+#include <QGuiApplication>
+#include <QOpenGLFunctions>
+#include <QOpenGLPaintDevice>
+#include <QOpenGLWindow>
+#include <QPainter>
+
+#include <memory>
+#include <string>
+
+using namespace zephyr::console;
+
+class GreetCommand : public ConsoleCommand
+{
+public:
+    std::u32string name() const override { return U"greet"; } // greet NAME
+
+    void execute(const ConsoleArgs& args, Console& console) override
+    {
+        console.writeIndented(U"Hello, " + args.subCmd() + U".", 4);
+    }
+};
+
+class Window : public QOpenGLWindow
+{
+public:
+    Window()
+    {
+        mConsole->registerCommand(std::make_unique<GreetCommand>());
+        connect(&mHost, &qt::ConsoleHost::repaintNeeded, this, qOverload<>(&QOpenGLWindow::update));
+    }
+
+protected:
+    void paintGL() override
+    {
+        context()->functions()->glClearColor(0.16f, 0.31f, 0.47f, 1.0f);
+        context()->functions()->glClear(GL_COLOR_BUFFER_BIT);
+        QOpenGLPaintDevice device(size() * devicePixelRatio()); // in the display's pixels
+        device.setDevicePixelRatio(devicePixelRatio());
+        QPainter painter(&device);
+        mHost.paint(painter);
+    }
+
+private:
+    std::shared_ptr<Console> mConsole = std::make_shared<Console>();
+    qt::ConsoleHost mHost{mConsole, this};
+};
+
+int main(int argc, char** argv)
+{
+    const QGuiApplication application(argc, argv);
+    Window window;
+    window.resize(640, 400);
+    window.show();
+    return QGuiApplication::exec();
+}

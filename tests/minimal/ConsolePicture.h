@@ -1,0 +1,60 @@
+#ifndef ZEPHYR_TESTS_MINIMAL_CONSOLEPICTURE_H
+#define ZEPHYR_TESTS_MINIMAL_CONSOLEPICTURE_H
+
+#include "support/PlainRenderer.h"
+#include "zephyr/console/Console.h"
+
+#include <QFontMetrics>
+#include <QImage>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+namespace zephyr::test {
+
+/// What a window of one colour looks like under a console, its cursor shown. \param size in the display's pixels.
+inline QImage consolePicture(const console::Console& console, const QColor& behind, QSize size, int scale)
+{
+    QImage picture(size, QImage::Format_RGB32);
+    picture.setDevicePixelRatio(scale);
+    picture.fill(behind);
+    QPainter painter(&picture);
+    PlainRenderer().render(0.0, console.snapshot(), painter);
+    return picture;
+}
+
+/// How much of the console's green a pixel has, whatever dark stands behind it.
+inline int ink(QRgb pixel)
+{
+    return std::max(0, qGreen(pixel) - 60);
+}
+
+/// Whether each line of text looks as expected. `tolerance` is the share of a line's ink that may be elsewhere: next to
+/// none where an image is drawn on, and 0.3 for OpenGL, which places and smooths letters otherwise. Letters that are
+/// enlarged from half as many pixels are off by 0.4 and more, and those one pixel beside where they belong by 0.5.
+inline bool showsTheSameText(const QImage& expected, const QImage& actual, int lineHeight, double tolerance)
+{
+    if (expected.size() != actual.size()) {
+        return false;
+    }
+    for (int top = 0; top < expected.height(); top += lineHeight) {
+        int total = 0;
+        int different = 0;
+        for (int y = top; y < std::min(top + lineHeight, expected.height()); ++y) {
+            for (int x = 0; x < expected.width(); ++x) {
+                total += ink(expected.pixel(x, y));
+                different += std::abs(ink(expected.pixel(x, y)) - ink(actual.pixel(x, y)));
+            }
+        }
+        if (different > tolerance * total) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace zephyr::test
+
+#endif

@@ -1,0 +1,54 @@
+#include "ReadmeCommand.h"
+#include "support/ConsoleDriver.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QStringList>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace zephyr::test {
+namespace {
+
+QString contentsOf(const char* name)
+{
+    QFile file(name);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw std::runtime_error(std::string("can't read ") + name);
+    }
+    return QString::fromUtf8(file.readAll());
+}
+
+/// How the README says that its window takes `includes` and `lines` for the console.
+QString countSentence(qsizetype includes, qsizetype lines)
+{
+    const QStringList numbers{"no", "one", "two", "three", "four", "five", "six", "seven", "eight", "nine"};
+    return QString("%1 includes and %2 lines").arg(numbers.value(includes), numbers.value(lines));
+}
+
+TEST(Readme, CountsTheLinesThatTheConsoleTakes)
+{
+    const QStringList lines = contentsOf(README_WINDOW).split('\n');
+    const QStringList ofTheConsole =
+        lines.filter(QRegularExpression("zephyr|console|host", QRegularExpression::CaseInsensitiveOption));
+    const qsizetype includes = ofTheConsole.filter("#include").size();
+    const QString sentence = countSentence(includes, ofTheConsole.size() - includes);
+    EXPECT_TRUE(contentsOf(README_FILE).contains(sentence)) << sentence.toStdString();
+}
+
+TEST(Readme, ShowsACommandThatRuns)
+{
+    console::Console console;
+    console.registerCommand(std::make_unique<GreetCommand>());
+    console.execute(U"greet World");
+    EXPECT_EQ(std::vector<std::string>({"greet World", "    Hello, World.", ""}),
+              ConsoleDriver(console).log());
+}
+
+} // namespace
+} // namespace zephyr::test
