@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Takes every picture in docs/images anew, from the real program. Look at each before you commit it.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+scripts/install-packages.sh "${build_packages[@]}"
+
+cmake --preset release >/dev/null
+cmake --build --preset release --target zephyr-sandbox
+program=$PWD/build/release/examples/sandbox/zephyr-sandbox
+images=$PWD/docs/images
+session=$(mktemp -d)
+trap 'rm -rf "$session"' EXIT
+cd "$session" # for what a line may write
+
+# shoot NAME WxH KEYS LINE...: runs the lines, types the keys into the window, and takes the picture.
+shoot() {
+  local name=$1 size=$2 keys=$3 lines=()
+  shift 3
+  for line in "$@"; do
+    lines+=(--exec "$line")
+  done
+  QT_QPA_PLATFORM=offscreen "$program" --no-startup --size "$size" "${lines[@]}" --type "$keys" \
+    --screenshot "$images/$name.png" --quit
+}
+
+# Time stands still but for these steps, so that the pictures are the same each time.
+moved=('sim pause' 'run slalom' 'sim step 1200')
+
+shoot simulation 960x540 '' "${moved[@]}"
+shoot sandbox 960x540 '`wind show\nwind set /speed=20\nobstacle ' "${moved[@]}"
+shoot typing 800x300 '`wind show\nwind set /speed=20 /head' 'sim pause'
+shoot help 800x560 '`help\nhelp wind\n' 'sim pause'
+shoot aliases 800x420 '`alias breeze "wind set 4 90; wind show"\nbreeze\nhelp breeze\n' 'sim pause'
+shoot files 800x560 '`run list\nrun gusts\n' 'sim pause'
