@@ -1,6 +1,5 @@
 // A console in a QOpenGLWindow, over what OpenGL draws.
 
-#include "zephyr/console/Console.h"
 #include "zephyr/console/qt/ConsoleHost.h"
 
 #include <QGuiApplication>

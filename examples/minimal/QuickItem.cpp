@@ -1,6 +1,5 @@
 // A console in a Qt Quick item, which paints on the scene graph's render thread.
 
-#include "zephyr/console/Console.h"
 #include "zephyr/console/qt/ConsoleHost.h"
 
 #include <QGuiApplication>

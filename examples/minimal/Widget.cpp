@@ -1,6 +1,5 @@
 // A console in a QWidget.
 
-#include "zephyr/console/Console.h"
 #include "zephyr/console/qt/ConsoleHost.h"
 
 #include <QApplication>

@@ -24,6 +24,9 @@ public:
     /// The log as it was at the last look; empty before the first.
     const std::vector<LogEntry>& lines() const;
 
+    /// Gives back the memory that looking takes. The next look is a first one.
+    void forget() { mSeen.reset(); }
+
 private:
     std::optional<ConsoleSnapshot> mSeen;
 };

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QPaintDevice>
 #include <QPainter>
+#include <QPen>
 #include <QTransform>
 #include <QtMath>
 
@@ -30,6 +31,17 @@ private:
     QPainter& mPainter;
 };
 
+/// Sets what a host's painting may have left behind and the renderer relies on. The clip stays: it is what the frame
+/// is to be limited to.
+void makeFresh(QPainter& painter)
+{
+    painter.setPen(QPen());
+    painter.setOpacity(1.0);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    painter.setLayoutDirection(Qt::LeftToRight);
+    painter.setBackgroundMode(Qt::TransparentMode);
+}
+
 /// Whether a device tells its size in logical pixels, as windows and widgets do, and not in its own.
 bool countsLogicalPixels(const QPaintDevice& device)
 {
@@ -44,17 +56,19 @@ bool isScaled(const QTransform& transform)
 
 } // namespace
 
-/// Where the renderer, which divides a device's width and height by its ratio, would take another size than the device has
-/// in the painter's pixels.
+/// Where the renderer, which divides a device's width and height by its ratio, would take another size than the
+/// device has in the painter's pixels.
 std::optional<FramePainter::Layer> FramePainter::layerFor(const QPainter& painter)
 {
     const QPaintDevice& device = *painter.device();
-    const QTransform transform = painter.worldTransform();
+    const double ratio = device.devicePixelRatioF();
+    // Qt scales by the ratio besides what the host has set, by a transformation or by window and viewport.
+    const QTransform transform =
+        painter.combinedTransform() * QTransform::fromScale(1.0 / ratio, 1.0 / ratio);
     const bool isLogical = countsLogicalPixels(device);
     if (!isLogical && !isScaled(transform)) {
         return std::nullopt;
     }
-    const double ratio = device.devicePixelRatioF();
     const double counted = isLogical ? ratio : 1.0;
     const QSize pixels(qCeil(device.width() * counted), qCeil(device.height() * counted));
     return isScaled(transform) ? Layer{pixels, ratio * transform.m11(), ratio * transform.m22()}
@@ -70,6 +84,7 @@ void FramePainter::paint(const Console& console, QPainter& painter, bool isFirst
     }
     const double seconds = advanceClocks(isFirst);
     const PainterState state(painter);
+    makeFresh(painter);
     if (const std::optional<Layer> layer = layerFor(painter)) {
         renderOnLayer(seconds, *layer, painter);
     } else {
@@ -122,6 +137,7 @@ std::optional<double> FramePainter::secondsToBlink() const
 void FramePainter::rest()
 {
     mLayer = QImage();
+    mSnapshot.reset();
 }
 
 } // namespace zephyr::console::qt

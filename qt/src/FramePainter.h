@@ -19,13 +19,13 @@ class Console;
 
 namespace zephyr::console::qt {
 
-/// Paints one console, frame after frame, and keeps what that needs from one to the next. Used by one thread at a time,
-/// the one that paints.
+/// Paints one console, frame after frame, and keeps what that needs from one to the next. Used by one thread at a
+/// time, the one that paints.
 class FramePainter
 {
 public:
-    /// Paints the console over the whole device of an active painter, whose state it leaves as it was. `isFirst` says that
-    /// the frame follows no other, so that no time has passed for the cursor.
+    /// Paints the console over the whole device of an active painter, whose state it leaves as it was. `isFirst` says
+    /// that the frame follows no other, so that no time has passed for the cursor.
     void paint(const Console& console, QPainter& painter, bool isFirst);
 
     /// The seconds from the last frame on until the cursor next changes between shown and hidden, or nothing if it

@@ -33,6 +33,7 @@ KeyDelivery::KeyDelivery(std::function<void(const QString& line)> caught) : mCau
 
 void KeyDelivery::press(Console& console, int key, int modifiers, const std::u32string& text)
 {
+    mRefusalTold = mRefusalTold && !console.activeInput().empty(); // another line
     bool goesOn = pressOne(console, key, modifiers, text.substr(0, 1));
     for (std::size_t i = 1; goesOn && i < text.size(); ++i) {
         goesOn = pressOne(console, 0, Qt::NoModifier, text.substr(i, 1));

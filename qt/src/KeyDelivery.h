@@ -19,8 +19,9 @@ public:
     /// `caught` is called with the line after it was written.
     explicit KeyDelivery(std::function<void(const QString& line)> caught);
 
-    /// Presses a key that types `text`, all of it: the console takes one code point a key, so that the rest follows as
-    /// keys of its own. The first exception ends it. A run of refused insertions is told once.
+    /// Presses a key that types `text`, all of it: the console takes one code point a key, so that the rest follows
+    /// as keys of its own. The first exception ends it. Refused insertions are told once, and again only after one
+    /// that was not refused or in another line.
     void press(Console& console, int key, int modifiers, const std::u32string& text);
 
 private:

@@ -1,9 +1,11 @@
 #include "LogMirror.h"
 
-#include "BorrowedConsole.h"
+#include "ConsoleLender.h"
 #include "LogText.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
+
+#include <QScopeGuard>
 
 #include <chrono>
 #include <utility>
@@ -13,10 +15,13 @@ namespace zephyr::console::qt {
 namespace {
 
 constexpr std::chrono::milliseconds kInterval{10};
+constexpr std::chrono::seconds kLongestWait{1}; // of a program that is about to end
+
+const char* const kWriteError = "The log is no longer written to '%1': %2";
 
 } // namespace
 
-LogMirror::LogMirror(std::weak_ptr<Console> console, const QString& fileName)
+LogMirror::LogMirror(std::shared_ptr<ConsoleLender> console, const QString& fileName)
     : mConsole(std::move(console)), mFile(fileName)
 {
     if (mFile.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
@@ -53,8 +58,32 @@ void LogMirror::follow(const std::stop_token& stop)
 
 bool LogMirror::catchUp()
 {
-    const BorrowedConsole console(mConsole);
+    const BorrowedConsole console(mConsole); // may end with the console, so not under the lock
     const std::lock_guard lock(mMutex);
+    return writeNew(console);
+}
+
+void LogMirror::catchUpFromAnywhere()
+{
+    if (mWriter == std::this_thread::get_id()) {
+        return;
+    }
+    const BorrowedConsole console(mConsole);
+    const auto deadline = std::chrono::steady_clock::now() + kLongestWait;
+    std::unique_lock lock(mMutex, std::try_to_lock);
+    while (!lock && std::chrono::steady_clock::now() < deadline) {
+        std::this_thread::yield();
+        lock.try_lock();
+    }
+    if (lock) {
+        writeNew(console);
+    }
+}
+
+bool LogMirror::writeNew(const BorrowedConsole& console)
+{
+    mWriter = std::this_thread::get_id();
+    const auto written = qScopeGuard([this] { mWriter = std::thread::id(); });
     if (!console || !mFile.isOpen()) {
         return false;
     }
@@ -81,8 +110,7 @@ bool LogMirror::writeEntry(const LogEntry& entry)
 
 void LogMirror::giveUp(Console& console)
 {
-    const QString message =
-        QStringLiteral("The log is no longer written to '%1': %2").arg(mFile.fileName(), mFile.errorString());
+    const QString message = QString(kWriteError).arg(mFile.fileName(), mFile.errorString());
     mFile.close();
     console.write(message.toStdU32String(), Output);
 }

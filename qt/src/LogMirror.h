@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QString>
 
+#include <atomic>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
@@ -18,15 +19,18 @@ class Console;
 
 namespace zephyr::console::qt {
 
-/// Writes a console's log into a file as it grows, also while a command keeps the console's thread busy: a thread of its
-/// own looks for new entries every few milliseconds.
+class BorrowedConsole;
+class ConsoleLender;
+
+/// Writes a console's log into a file as it grows, also while a command keeps the console's thread busy: a thread of
+/// its own looks for new entries every few milliseconds.
 ///
 /// The file is flushed at each entry. A write error ends it with one line in the log.
 class LogMirror
 {
 public:
     /// Truncates the file and starts to write the log from its beginning on.
-    LogMirror(std::weak_ptr<Console> console, const QString& fileName);
+    LogMirror(std::shared_ptr<ConsoleLender> console, const QString& fileName);
 
     /// Writes what is still missing.
     ~LogMirror();
@@ -40,13 +44,19 @@ public:
     /// Writes what is missing now. From any thread. \return whether there can be more.
     bool catchUp();
 
+    /// catchUp(), but for what may be a last chance, on a thread that may itself be writing the file: gives up after
+    /// a second.
+    void catchUpFromAnywhere();
+
 private:
     void follow(const std::stop_token& stop);
+    bool writeNew(const BorrowedConsole& console);
     bool writeEntry(const LogEntry& entry);
     void giveUp(Console& console);
 
-    std::weak_ptr<Console> mConsole;
-    mutable std::mutex mMutex; // guards what follows
+    const std::shared_ptr<ConsoleLender> mConsole;
+    std::atomic<std::thread::id> mWriter; // the thread that holds the mutex to write
+    mutable std::mutex mMutex;            // guards what follows
     QFile mFile;
     std::optional<ConsoleSnapshot> mSnapshot;
     std::size_t mWritten = 0; // entries

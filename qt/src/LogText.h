@@ -13,8 +13,8 @@ struct LogEntry;
 
 namespace zephyr::console::qt {
 
-/// What leaves the console for a file or the clipboard: the entry's text, after the prompt if it is a line that was run,
-/// and a line feed.
+/// What leaves the console for a file or the clipboard: the entry's text, after the prompt if it is a line that was
+/// run, and a line feed.
 std::u32string logText(const LogEntry& entry);
 
 /// logText() of the entries from index `first` to before index `last`.

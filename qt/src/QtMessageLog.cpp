@@ -1,6 +1,8 @@
 #include "QtMessageLog.h"
 
-#include "BorrowedConsole.h"
+#include "ConsoleLender.h"
+#include "LogMirror.h"
+#include "zephyr/console/Console.h"
 
 #include <QScopeGuard>
 #include <QString>
@@ -15,64 +17,96 @@ namespace zephyr::console::qt {
 
 namespace {
 
+const char* const kMessage = "Qt %1: %2";
+const char* const kDebug = "debug";
+const char* const kInfo = "info";
+const char* const kWarning = "warning";
+const char* const kCritical = "critical";
+const char* const kFatal = "fatal";
+
+/// A console that asked for messages. Several kits may have asked for the same one.
+struct Listener
+{
+    std::shared_ptr<ConsoleLender> console;
+    std::weak_ptr<LogMirror> mirror;
+};
+
 /// Qt's message handler is one function for the whole program, so that what it writes to must be found from it.
 struct Listeners
 {
     std::mutex mutex;
-    std::vector<std::weak_ptr<Console>> consoles;
+    std::vector<Listener> all;
     QtMessageHandler first = nullptr;    // what was installed before this file's handler ever was
     QtMessageHandler previous = nullptr; // what was installed before it last was
 };
 
 Listeners& listeners()
 {
-    static Listeners* const instance =
-        new Listeners; // never destroyed: the last messages come at the program's end
+    // Never destroyed: the last messages come at the program's end.
+    static Listeners* const instance = new Listeners;
     return *instance;
 }
 
-bool isSame(const std::weak_ptr<Console>& left, const std::weak_ptr<Console>& right)
+/// The listener of `console`, which is there.
+std::vector<Listener>::iterator find(const ConsoleLender& console)
 {
-    return !left.owner_before(right) && !right.owner_before(left);
+    std::vector<Listener>& all = listeners().all;
+    return std::find_if(all.begin(), all.end(),
+                        [&](const Listener& listener) { return listener.console.get() == &console; });
 }
 
-QString kindOf(QtMsgType type)
+const char* nameOf(QtMsgType type)
 {
     switch (type) {
     case QtDebugMsg:
-        return QStringLiteral("debug");
+        return kDebug;
     case QtInfoMsg:
-        return QStringLiteral("info");
+        return kInfo;
     case QtWarningMsg:
-        return QStringLiteral("warning");
+        return kWarning;
     case QtCriticalMsg:
-        return QStringLiteral("critical");
+        return kCritical;
     default:
-        return QStringLiteral("fatal");
+        return kFatal;
     }
 }
 
-void writeToConsoles(const std::vector<std::weak_ptr<Console>>& consoles, const QString& line) noexcept
+/// Writes to each console once, however many listen for it.
+void writeToConsoles(const std::vector<Listener>& all, const QString& line) noexcept
 {
-    for (const std::weak_ptr<Console>& listening : consoles) {
+    std::vector<const Console*> told;
+    for (const Listener& listener : all) {
         try {
-            if (const BorrowedConsole console(listening); console) {
+            const BorrowedConsole console(listener.console);
+            if (console && std::find(told.begin(), told.end(), &*console) == told.end()) {
+                told.push_back(&*console);
                 console->write(line.toStdU32String(), Output);
             }
         } catch (...) {
-            continue; // for want of memory; the handler before gets the message all the same
+            // For want of memory, or from under a console's lock. The handler before gets the message all the same.
+            continue;
+        }
+    }
+}
+
+/// The program ends when a fatal message has been handled.
+void keepLastWords(const std::vector<Listener>& all)
+{
+    for (const Listener& listener : all) {
+        if (const std::shared_ptr<LogMirror> mirror = listener.mirror.lock()) {
+            mirror->catchUpFromAnywhere();
         }
     }
 }
 
 void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
-    std::vector<std::weak_ptr<Console>> consoles;
+    std::vector<Listener> all;
     QtMessageHandler first = nullptr;
     QtMessageHandler previous = nullptr;
     {
         const std::lock_guard lock(listeners().mutex);
-        consoles = listeners().consoles;
+        all = listeners().all;
         first = listeners().first;
         previous = listeners().previous;
     }
@@ -84,7 +118,10 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
     }
     isHandling = true;
     const auto handled = qScopeGuard([] { isHandling = false; });
-    writeToConsoles(consoles, QStringLiteral("Qt %1: %2").arg(kindOf(type), message));
+    writeToConsoles(all, QString(kMessage).arg(nameOf(type), message));
+    if (type == QtFatalMsg) {
+        keepLastWords(all);
+    }
     previous(type, context, message);
 }
 
@@ -104,18 +141,21 @@ void takeOver()
 void handBack()
 {
     const QtMessageHandler installed = qInstallMessageHandler(listeners().previous);
-    if (installed != handleMessage) {
+    if (installed == handleMessage) {
+        // What was before is in its place now, and if it calls this handler, must not be called again.
+        listeners().previous = listeners().first;
+    } else {
         qInstallMessageHandler(installed);
     }
 }
 
 } // namespace
 
-QtMessageLog::QtMessageLog(std::weak_ptr<Console> console) : mConsole(std::move(console))
+QtMessageLog::QtMessageLog(std::shared_ptr<ConsoleLender> console) : mConsole(std::move(console))
 {
     const std::lock_guard lock(listeners().mutex);
-    listeners().consoles.push_back(mConsole);
-    if (listeners().consoles.size() == 1) {
+    listeners().all.push_back({mConsole, {}});
+    if (listeners().all.size() == 1) {
         takeOver();
     }
 }
@@ -123,12 +163,16 @@ QtMessageLog::QtMessageLog(std::weak_ptr<Console> console) : mConsole(std::move(
 QtMessageLog::~QtMessageLog()
 {
     const std::lock_guard lock(listeners().mutex);
-    auto& consoles = listeners().consoles;
-    consoles.erase(std::find_if(consoles.begin(), consoles.end(),
-                                [this](const auto& other) { return isSame(other, mConsole); }));
-    if (consoles.empty()) {
+    listeners().all.erase(find(*mConsole));
+    if (listeners().all.empty()) {
         handBack();
     }
+}
+
+void QtMessageLog::setMirror(const std::weak_ptr<LogMirror>& mirror)
+{
+    const std::lock_guard lock(listeners().mutex);
+    find(*mConsole)->mirror = mirror;
 }
 
 } // namespace zephyr::console::qt

@@ -72,6 +72,23 @@ TEST_F(ConsoleHostClipboard, TakesTheAnswerOfACommandThatThrew)
     EXPECT_EQ("so far\nThe console caught an exception: no further\n", clipboard());
 }
 
+TEST_F(ConsoleHostClipboard, TakesTheAnswerAndNotWhatWasWrittenBeforeTheEcho)
+{
+    type("say one");
+    console->write(U"from elsewhere", console::Output);
+    type("\n");
+    host.copyLastAnswer();
+    EXPECT_EQ("    one\n", clipboard());
+}
+
+TEST_F(ConsoleHostClipboard, TakesTheLastAnswerOfAClosedConsole)
+{
+    type("say one\n");
+    host.setOpen(false);
+    host.copyLastAnswer();
+    EXPECT_EQ("    one\n", clipboard());
+}
+
 TEST_F(ConsoleHostClipboard, IsLeftAloneWhereThereIsNoAnswer)
 {
     host.copyLastAnswer();

@@ -101,6 +101,23 @@ TEST_F(ConsoleHostFailure, OfALockInACommandIsNoFullLine)
     EXPECT_EQ("The console caught an exception: my lock: Resource deadlock avoided", caught()[0]);
 }
 
+TEST_F(ConsoleHostFailure, OfALockInACompletionIsNoFullLine)
+{
+    addCommand(*console, U"lock").onComplete =
+        [](const console::ConsoleArgs&) -> std::vector<std::u32string> {
+        throw std::system_error(std::make_error_code(std::errc::resource_deadlock_would_occur), "my lock");
+    };
+    open();
+    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+        type("lock");
+        click(key);
+        ASSERT_FALSE(caught().empty());
+        EXPECT_EQ("The console caught an exception: my lock: Resource deadlock avoided", caught().back());
+        host.setOpen(false);
+        host.setOpen(true);
+    }
+}
+
 TEST_F(ConsoleHostFailure, ToInsertIsToldOnceAndNotOnceAKey)
 {
     fillLine();
@@ -139,6 +156,21 @@ TEST_F(ConsoleHostFailure, ToInsertIsToldAgainAfterALineThatHadRoom)
     commit(window, QString(static_cast<qsizetype>(kInputSize + 1), 'y'));
     EXPECT_EQ(before + 1, log().size());
     EXPECT_EQ(kInputFull, log().back());
+}
+
+TEST_F(ConsoleHostFailure, ToPasteIsToldAgainInAnotherLine)
+{
+    QGuiApplication::clipboard()->setText(QString(static_cast<qsizetype>(kInputSize + 5), 'p'));
+    click(Qt::Key_V, Qt::ControlModifier, "\x16");
+    type("\n");
+    const std::size_t before = log().size();
+    click(Qt::Key_V, Qt::ControlModifier, "\x16");
+    EXPECT_EQ(before + 1, log().size());
+    EXPECT_EQ(kInputFull, log().back());
+    host.setOpen(false);
+    host.setOpen(true);
+    click(Qt::Key_V, Qt::ControlModifier, "\x16");
+    EXPECT_EQ(before + 2, log().size());
 }
 
 TEST_F(ConsoleHostFailure, ToPasteIsToldOnce)

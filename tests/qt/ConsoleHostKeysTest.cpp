@@ -229,6 +229,54 @@ TEST_F(ConsoleHostKeys, RepeatWhereTheyWerePressed)
     EXPECT_EQ(Notes(), window.noted);
 }
 
+TEST_F(ConsoleHostKeys, GoOnRepeatingForTheHostWhenItOpensTheConsole)
+{
+    sendKey(window, QEvent::KeyPress, Qt::Key_F, {}, "f");
+    host.setOpen(true);
+    sendKey(window, QEvent::KeyRelease, Qt::Key_F, {}, "f", 0, 0, true);
+    sendKey(window, QEvent::KeyPress, Qt::Key_F, {}, "f", 0, 0, true);
+    sendKey(window, QEvent::KeyRelease, Qt::Key_F, {}, "f");
+    EXPECT_EQ("", input());
+    EXPECT_EQ((Notes{"press F", "release F", "press F", "release F"}), window.noted);
+    sendKey(window, QEvent::KeyPress, Qt::Key_F, {}, "f");
+    EXPECT_EQ("f", input());
+}
+
+TEST_F(ConsoleHostKeys, ThatAreHeldWhenTheConsoleClosesAreKeptFromTheHost)
+{
+    open();
+    sendKey(window, QEvent::KeyPress, Qt::Key_Escape, Qt::ShiftModifier, "\x1b", 9);
+    EXPECT_FALSE(console->isOpen());
+    sendKey(window, QEvent::KeyRelease, Qt::Key_Escape, {}, "\x1b", 9, 0, true); // Shift was let go first
+    sendKey(window, QEvent::KeyPress, Qt::Key_Escape, {}, "\x1b", 9, 0, true);
+    sendKey(window, QEvent::KeyRelease, Qt::Key_Escape, {}, "\x1b", 9);
+    EXPECT_EQ(Notes(), window.noted);
+    EXPECT_FALSE(console->isOpen());
+    sendKey(window, QEvent::KeyPress, Qt::Key_Escape, {}, "\x1b", 9);
+    EXPECT_EQ((Notes{"press Esc"}), window.noted);
+}
+
+TEST_F(ConsoleHostKeys, AreKnownByTheirPlaceWhenShiftChangesThem)
+{
+    open();
+    sendKey(window, QEvent::KeyPress, Qt::Key_Slash, {}, "/", 61);
+    host.setOpen(false);
+    sendKey(window, QEvent::KeyRelease, Qt::Key_Question, Qt::ShiftModifier, "?", 61);
+    EXPECT_EQ(Notes(), window.noted);
+}
+
+TEST_F(ConsoleHostKeys, WithControlAreNoText)
+{
+    open();
+    sendKey(window, QEvent::KeyPress, Qt::Key_1, Qt::ControlModifier, "1");
+    sendKey(window, QEvent::KeyPress, Qt::Key_Minus, Qt::ControlModifier | Qt::ShiftModifier, "-");
+    sendKey(window, QEvent::KeyPress, Qt::Key_E, Qt::MetaModifier, "e");
+    EXPECT_EQ("", input());
+    sendKey(window, QEvent::KeyPress, Qt::Key_At, Qt::ControlModifier | Qt::AltModifier, "@"); // AltGr
+    sendKey(window, QEvent::KeyPress, Qt::Key_E, Qt::AltModifier, "\u00e9");                   // Option
+    EXPECT_EQ("@\u00e9", input());
+}
+
 TEST_F(ConsoleHostKeys, AreForgottenWhenTheFocusGoes)
 {
     open();

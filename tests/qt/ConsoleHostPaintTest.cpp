@@ -8,6 +8,9 @@
 #include <QPaintDevice>
 #include <QPainter>
 
+#include <functional>
+#include <vector>
+
 namespace zephyr::test {
 namespace {
 
@@ -133,6 +136,45 @@ TEST_F(ConsoleHostPaint, LeavesThePainterAsItWas)
     EXPECT_EQ(hints, painter.renderHints());
 }
 
+/// What hosts leave in a painter that they have used.
+TEST_F(ConsoleHostPaint, LooksTheSameWhateverThePainterWasUsedForBefore)
+{
+    const std::vector<std::function<void(QPainter&)>> leftovers = {
+        [](QPainter& painter) { painter.setPen(Qt::NoPen); },
+        [](QPainter& painter) { painter.setPen(QPen(Qt::red, 5, Qt::DotLine)); },
+        [](QPainter& painter) { painter.setOpacity(0.3); },
+        [](QPainter& painter) { painter.setCompositionMode(QPainter::CompositionMode_Xor); },
+        [](QPainter& painter) { painter.setLayoutDirection(Qt::RightToLeft); },
+        [](QPainter& painter) { painter.setBackgroundMode(Qt::OpaqueMode); },
+        [](QPainter& painter) { painter.setBrush(Qt::red); },
+        [](QPainter& painter) { painter.setFont(QFont("Serif", 30)); },
+        [](QPainter& painter) { painter.setRenderHint(QPainter::Antialiasing); },
+    };
+    open();
+    type("typed");
+    for (std::size_t i = 0; i < leftovers.size(); ++i) {
+        QImage image = canvas({160, 45}, 1.0);
+        QPainter painter(&image);
+        leftovers[i](painter);
+        host.paint(painter);
+        painter.end();
+        EXPECT_EQ(expected({160, 45}), image) << "leftover " << i;
+    }
+}
+
+TEST_F(ConsoleHostPaint, StaysWithinTheClip)
+{
+    open();
+    QImage image = canvas({160, 45}, 1.0);
+    QPainter painter(&image);
+    painter.setClipRect(0, 0, 80, 45);
+    host.paint(painter);
+    painter.end();
+    const QRect right(80, 0, 80, 45);
+    EXPECT_EQ(canvas({160, 45}, 1.0).copy(right), image.copy(right));
+    EXPECT_EQ(expected({160, 45}).copy(0, 0, 80, 45), image.copy(0, 0, 80, 45));
+}
+
 TEST_F(ConsoleHostPaint, IgnoresAPainterThatPaintsNowhere)
 {
     open();
@@ -201,6 +243,28 @@ TEST_F(ConsoleHostPaint, CoversADeviceWhosePainterIsScaled)
     host.paint(painter);
     painter.end();
     EXPECT_TRUE(nearPixels(expected({320, 90}, 2.0), image));
+}
+
+TEST_F(ConsoleHostPaint, CoversADeviceWhosePainterHasAWindowOfItsOwn)
+{
+    open();
+    QImage image = canvas({320, 90});
+    QPainter painter(&image);
+    painter.setWindow(0, 0, 160, 45);
+    host.paint(painter);
+    painter.end();
+    EXPECT_TRUE(nearPixels(expected({320, 90}, 2.0), image));
+}
+
+TEST_F(ConsoleHostPaint, CoversADeviceWhosePainterIsScaledUnequally)
+{
+    open();
+    QImage image = canvas({320, 45});
+    QPainter painter(&image);
+    painter.scale(2.0, 1.0);
+    host.paint(painter);
+    painter.end();
+    EXPECT_TRUE(nearPixels(expected({320, 45}), image)) << "laid out at the smaller scale, so that all fits";
 }
 
 TEST_F(ConsoleHostPaint, IgnoresAWindowOfNoSize)

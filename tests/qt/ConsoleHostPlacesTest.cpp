@@ -215,6 +215,26 @@ TEST_F(ConsoleHostPlaces, AreItems)
     expectPage(2 * kSize.height());
 }
 
+/// A window gets the keys of all that is in it, but input methods ask the object in it that has the focus.
+TEST_F(ConsoleHostPlaces, AreWindowsOfItems)
+{
+    QQuickWindow window;
+    window.resize(kSize);
+    QQuickItem item(window.contentItem());
+    item.setFlag(QQuickItem::ItemIsFocusScope);
+    put(window);
+    window.show();
+    typeInto(window);
+    item.setFocus(true);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QGuiApplication::focusObject() == &item; }, 60000));
+    commit(item, "z");
+    EXPECT_EQ(U"xy\u00e9z", console->activeInput());
+    host->setOpen(false);
+    EXPECT_FALSE(QInputMethod::queryFocusObject(Qt::ImEnabled, {}).toBool());
+    commit(item, "w");
+    EXPECT_EQ(U"xy\u00e9z", console->activeInput());
+}
+
 TEST_F(ConsoleHostPlaces, AreItemsOfAnySize)
 {
     QQuickItem item;

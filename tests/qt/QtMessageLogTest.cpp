@@ -1,6 +1,10 @@
 #include "qt/HostedConsole.h"
+#include "support/TemporaryDirectory.h"
 
+#include <fstream>
+#include <iostream>
 #include <mutex>
+#include <string>
 #include <thread>
 
 namespace zephyr::test {
@@ -185,6 +189,80 @@ TEST_F(QtMessageLog, LeavesAHandlerThatWasInstalledLaterInItsPlace)
     EXPECT_EQ((Lines{"later one", "later two", "later three"}), heard);
     host.captureQtMessages(false);
     EXPECT_EQ(&hearLater, qInstallMessageHandler(hear));
+}
+
+TEST_F(QtMessageLog, CallsALaterHandlerOnceHoweverOftenItWasTurnedOnAndOff)
+{
+    host.captureQtMessages(true);
+    laterNext = qInstallMessageHandler(hearLater);
+    host.captureQtMessages(false);
+    host.captureQtMessages(true);
+    host.captureQtMessages(false);
+    qInfo("x");
+    EXPECT_EQ((Lines{"later x"}), heard);
+    EXPECT_EQ(&hearLater, qInstallMessageHandler(hear));
+}
+
+TEST_F(QtMessageLog, LeavesALaterHandlerInPlaceWhenAskedForAgain)
+{
+    host.captureQtMessages(true);
+    laterNext = qInstallMessageHandler(hearLater);
+    host.captureQtMessages(true);
+    EXPECT_EQ(&hearLater, qInstallMessageHandler(hear));
+}
+
+TEST_F(QtMessageLog, WritesEachMessageOnceForSeveralHostsOfOneConsole)
+{
+    ConsoleHost second(console, &window);
+    host.captureQtMessages(true);
+    second.captureQtMessages(true);
+    qInfo("one");
+    second.captureQtMessages(false);
+    qInfo("two");
+    EXPECT_EQ((Lines{"Qt info: one", "Qt info: two"}), log());
+}
+
+TEST_F(QtMessageLog, EndsForTheHostThatEndsAndNotForAnother)
+{
+    const auto other = std::make_shared<Console>();
+    host.captureQtMessages(true);
+    {
+        ConsoleHost otherHost(other, &window);
+        otherHost.captureQtMessages(true);
+    }
+    qInfo("to one");
+    EXPECT_TRUE(ConsoleDriver(*other).log().empty());
+    EXPECT_EQ((Lines{"Qt info: to one"}), log());
+}
+
+std::string mirrorFile;
+
+/// The handler that is called last before the program ends: shows what the mirror holds by then.
+void showMirror(QtMsgType, const QMessageLogContext&, const QString&)
+{
+    std::ifstream file(mirrorFile);
+    std::cerr << file.rdbuf();
+}
+
+[[noreturn]] void dieOfAMessage()
+{
+    const TemporaryDirectory directory;
+    mirrorFile = (directory.path() / "log").string();
+    qInstallMessageHandler(showMirror);
+    const auto console = std::make_shared<Console>();
+    QWindow window;
+    ConsoleHost host(console, &window);
+    host.captureQtMessages(true);
+    host.mirrorLog(QString::fromStdString(mirrorFile));
+    qFatal("the reason");
+}
+
+TEST(QtMessageLogDeathTest, KeepsTheMessageThatEndsTheProgramInTheMirror)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // the program has threads
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_DEATH(dieOfAMessage(), "Zephyr Console:\n\nQt fatal: the reason\n");
+    }
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #ifndef ZEPHYR_CONSOLE_QT_CONSOLEHOST_H
 #define ZEPHYR_CONSOLE_QT_CONSOLEHOST_H
 
+#include "zephyr/console/Console.h"
 #include "zephyr/console/qt/ToggleKeys.h"
 #include "zephyr/console/qt/detail/Export.h"
 
@@ -10,10 +11,6 @@
 #include <memory>
 
 class QPainter;
-
-namespace zephyr::console {
-class Console;
-}
 
 namespace zephyr::console::qt {
 
@@ -34,8 +31,11 @@ namespace zephyr::console::qt {
 /// - Failure: no exception that a key causes gets out. It ends in one line in the log and in exceptionCaught().
 ///
 /// While the console is open it takes every key press, wheel turn and input-method commit that the object gets, and
-/// keeps shortcuts, Tab and Backtab from acting elsewhere. A key's release goes where its press went. The input method is
-/// on while the console is open, so that dead keys and CJK input compose; a widget needs no attribute for that.
+/// keeps shortcuts, Tab and Backtab from acting elsewhere. A key's repeats and release go where its press went. The input
+/// method is on while the console is open, so that dead keys and CJK input compose, also where another object in a window
+/// has the focus; a widget needs no attribute for that. What is being composed isn't shown before it is committed.
+///
+/// Several of these may show one console if one thread paints them all; the one that was resized last sets its page.
 class ZEPHYR_CONSOLE_QT_EXPORT ConsoleHost : public QObject
 {
     Q_OBJECT
@@ -45,7 +45,7 @@ public:
     /// Neither may be null. Of several event filters on `events`, the one installed last is asked first.
     ConsoleHost(const std::shared_ptr<Console>& console, QObject* events, QObject* parent = nullptr);
 
-    /// Stops everything that was asked for below. May be called by a command that a key runs.
+    /// Stops everything that was asked for below, and may be called by a command that a key runs.
     ~ConsoleHost() override;
 
     /// Paints the console over the frame if it is open, and leaves the painter's state as it was. Call it at the end of
@@ -73,8 +73,9 @@ public:
     /// Writes the log, as copyLog() copies it, into a file, from its beginning on and as it grows. An earlier mirror is
     /// ended; an empty name only does that. The file is truncated, and flushed at each entry, a few milliseconds after the
     /// entry was written and before a key that wrote it has been handled; nothing but what was written in the very last
-    /// milliseconds is lost with a program that crashes, or with a console that is destroyed before this object. A write
-    /// error ends the mirror with one line in the log. \return whether the file could be opened.
+    /// milliseconds is lost with a program that crashes, or with a console that is destroyed before this object. A message
+    /// of Qt's that ends the program is kept if captureQtMessages() is on. A write error ends the mirror with one line in
+    /// the log. It costs a look at the log every 10 ms and a copy of it. \return whether the log could be written so far.
     bool mirrorLog(const QString& fileName);
 
     /// Writes Qt's own messages (qDebug(), qWarning() and so on, from any thread) into the log, or ends that. The message
@@ -101,8 +102,8 @@ private:
 
     Q_SLOT ZEPHYR_CONSOLE_QT_NO_EXPORT void takeSize();
 
-    std::shared_ptr<Private>
-        mPrivate; // shared with a running event, during which this object may be destroyed
+    // Shared with a running event, during which this object may be destroyed.
+    std::shared_ptr<Private> mPrivate;
 };
 
 } // namespace zephyr::console::qt

@@ -34,9 +34,13 @@ public:
     /// Whether the press or release of this key toggles.
     ZEPHYR_CONSOLE_QT_EXPORT bool matches(const QKeyEvent& event) const;
 
-    /// The key left of 1, as X11 and Wayland number it (the kernel's KEY_GRAVE, 41, and 8). Other platforms number
-    /// their keys otherwise; a host for one of them gives scan codes of its own.
+    /// The key left of 1, as the platform numbers it: on Windows 41, its place in the keyboard's own numbering, and with
+    /// X11, Wayland and Linux' input devices 8 more.
+#ifdef Q_OS_WIN
+    static constexpr quint32 kKeyLeftOfOne = 41;
+#else
     static constexpr quint32 kKeyLeftOfOne = 49;
+#endif
 
 private:
     QSet<int> mKeys;
