@@ -19,32 +19,30 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "in-application command console for desktop simulations")
+set(about "ZephyrConsole gives a Qt application a console over its running simulation: a
+typed line reaches a command object, and what commands write stays in a log.")
+
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libzephyrconsole1)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "in-application command console for desktop simulations
- ZephyrConsole gives a Qt application a console over its running simulation: a
- typed line reaches a command object, and what commands write stays in a log.
- .
- This package holds the shared libraries.")
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/debian/triggers)
+set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "${about}\n\nThis package holds the shared libraries.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libzephyrconsole-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "qt6-base-dev (>= 6.4), libglm-dev (>= 0.9.9)")
-set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "in-application command console - development files
- ZephyrConsole gives a Qt application a console over its running simulation: a
- typed line reaches a command object, and what commands write stays in a log.
- .
- This package holds headers, CMake package, pkg-config files and guides.")
+set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
+  "${about}\n\nThis package holds headers, CMake package, pkg-config files and guides.")
 
 set(CPACK_DEBIAN_SANDBOX_PACKAGE_NAME zephyr-sandbox)
 set(CPACK_DEBIAN_SANDBOX_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_SANDBOX_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
   ${PROJECT_BINARY_DIR}/common ${PROJECT_BINARY_DIR}/src ${PROJECT_BINARY_DIR}/qt)
-set(CPACK_DEBIAN_SANDBOX_DESCRIPTION "wind simulation with a command console in it
- Particles in a wind, worked by typing: zephyr-sandbox shows what the library
- ZephyrConsole does in an application.")
+set(CPACK_DEBIAN_SANDBOX_DESCRIPTION
+  "${about}\n\nThis package holds a wind simulation that is worked by typing.")
 
 # zephyr_install_debian_files(COMPONENT package): what each Debian package has in its documentation folder.
 function(zephyr_install_debian_files component package)

@@ -1,9 +1,8 @@
 #!/usr/bin/env bash
-# Builds and runs the consumer with pkg-config and nothing else: build-with-pkg-config.sh PREFIX DIRECTORY COMPILER FLAG...
+# Builds and runs the consumer with pkg-config and nothing else: build-with-pkg-config.sh LIBRARIES DIRECTORY COMPILER FLAG...
 set -euo pipefail
-prefix=$1 directory=$2 compiler=("${@:3}")
+libraries=$1 directory=$2 compiler=("${@:3}")
 sources=$(cd "$(dirname "$0")" && pwd)
-libraries=$(dirname "$(find "$prefix" -name libZephyrConsoleQt.so)")
 export PKG_CONFIG_PATH=$libraries/pkgconfig LD_LIBRARY_PATH=$libraries
 
 pkg-config --print-errors --exists 'ZephyrConsole = 1.0.0'

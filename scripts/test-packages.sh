@@ -1,0 +1,51 @@
+#!/usr/bin/env bash
+# Builds the Debian packages, and installs, uses and removes them as a user of this system would.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+scripts/install-packages.sh "${package_packages[@]}" pkg-config
+scripts/package.sh
+
+packages=(libzephyrconsole1 libzephyrconsole-dev zephyr-sandbox)
+files=()
+for package in "${packages[@]}"; do
+  files+=("$PWD"/build/package/packages/"${package}"_*.deb)
+  if dpkg-query -W "$package" >/dev/null 2>&1; then
+    echo "error: $package is installed on this system already, and is not to be replaced by a test" >&2
+    exit 1
+  fi
+done
+lintian --fail-on error --suppress-tags initial-upload-closes-no-bugs "${files[@]}"
+
+as_root=()
+[ "$(id -u)" -eq 0 ] || as_root=(sudo)
+consumer=$PWD/tests/install/consumer
+work=$(mktemp -d)
+installed=$work/installed
+clean_up() {
+  "${as_root[@]}" apt-get purge -y -qq "${packages[@]}" >/dev/null
+  rm -rf "$work"
+}
+trap clean_up EXIT
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${files[@]}" >/dev/null
+dpkg -L "${packages[@]}" | grep -i zephyr | sort -u >"$installed"
+
+export QT_QPA_PLATFORM=offscreen
+cd "$work"
+echo "run slalom" >go.console
+zephyr-sandbox --batch go.console >log
+grep -q obstacle log
+cmake -S "$consumer" -B build -DCMAKE_CXX_STANDARD=17 >/dev/null
+cmake --build build
+ctest --test-dir build --output-on-failure --no-tests=error
+"$consumer/build-with-pkg-config.sh" "$(dirname "$(grep 'libZephyrConsoleQt\.so$' "$installed")")" "$work/pkg-config" g++
+
+"${as_root[@]}" apt-get purge -y -qq "${packages[@]}" >/dev/null
+trap 'rm -rf "$work"' EXIT
+while read -r file; do
+  if [ -e "$file" ]; then
+    echo "error: $file is still there after the packages were removed" >&2
+    exit 1
+  fi
+done <"$installed"
+echo "packages: built, checked, installed, used and removed"
