@@ -1,16 +1,18 @@
 #include "ConsoleLender.h"
 
+#include "ReturnedConsole.h"
 #include "zephyr/console/Console.h"
 
 #include <QCoreApplication>
-#include <QMetaObject>
 #include <QThread>
 
 #include <utility>
 
 namespace zephyr::console::qt {
 
-ConsoleLender::ConsoleLender(std::weak_ptr<Console> console) : mConsole(std::move(console)) {}
+ConsoleLender::ConsoleLender(std::weak_ptr<Console> console)
+    : mConsole(std::move(console)), mReturned(new ReturnedConsole)
+{}
 
 std::shared_ptr<Console> ConsoleLender::lend() const
 {
@@ -19,31 +21,25 @@ std::shared_ptr<Console> ConsoleLender::lend() const
 
 void ConsoleLender::giveBack(std::shared_ptr<Console> console)
 {
-    QCoreApplication* const application = QCoreApplication::instance();
-    if (!console || application == nullptr || QThread::currentThread() == application->thread()) {
-        return;
+    const bool isAwaited =
+        QCoreApplication::instance() != nullptr; // with no application, nobody drops it later
+    if (console && isAwaited && QThread::currentThread() != mReturned->thread()) {
+        mReturned->put(std::move(console));
     }
-    const std::lock_guard lock(mMutex);
-    if (mReturned) {
-        console.reset(); // not the last: the other one is dropped after this lock
-        return;
-    }
-    mReturned = std::move(console);
-    QMetaObject::invokeMethod(
-        application, [self = shared_from_this()] { self->dropReturned(); }, Qt::QueuedConnection);
-}
-
-void ConsoleLender::dropReturned()
-{
-    // Dropped outside of the lock, as the console's commands may be destroyed with it.
-    std::shared_ptr<Console> dropped;
-    const std::lock_guard lock(mMutex);
-    dropped.swap(mReturned);
 }
 
 bool ConsoleLender::isGone() const
 {
     return mConsole.expired();
+}
+
+void ConsoleLender::DeleteThere::operator()(ReturnedConsole* returned) const
+{
+    if (QThread::currentThread() == returned->thread() || QCoreApplication::instance() == nullptr) {
+        delete returned;
+    } else {
+        returned->deleteLater();
+    }
 }
 
 BorrowedConsole::BorrowedConsole(const std::shared_ptr<ConsoleLender>& lender)

@@ -2,7 +2,6 @@
 #define ZEPHYR_CONSOLE_QT_CONSOLELENDER_H
 
 #include <memory>
-#include <mutex>
 
 namespace zephyr::console {
 class Console;
@@ -10,13 +9,15 @@ class Console;
 
 namespace zephyr::console::qt {
 
+class ReturnedConsole;
+
 /// Lends a console that it doesn't keep alive, for the length of a call on any thread. Should the host let go of the
 /// console meanwhile, the application's thread destroys it, where its commands expect that, and not the thread that
 /// borrowed it.
 ///
 /// A reference can't be dropped "unless it is the last". So a borrower on another thread never drops one: it gives it
 /// back, and the application's thread, which is asked to once however many come back meanwhile, drops it.
-class ConsoleLender : public std::enable_shared_from_this<ConsoleLender>
+class ConsoleLender
 {
 public:
     explicit ConsoleLender(std::weak_ptr<Console> console);
@@ -31,11 +32,14 @@ public:
     bool isGone() const;
 
 private:
-    void dropReturned();
+    /// Leaves the object to its own thread.
+    struct DeleteThere
+    {
+        void operator()(ReturnedConsole* returned) const;
+    };
 
     const std::weak_ptr<Console> mConsole;
-    std::mutex mMutex; // guards what follows
-    std::shared_ptr<Console> mReturned;
+    const std::unique_ptr<ReturnedConsole, DeleteThere> mReturned;
 };
 
 /// A console for the length of a call, if it still lives.

@@ -94,7 +94,9 @@ TEST_F(ConsoleHostLifetime, OutlivesTheConsoleWithItsServicesOn)
 {
     host->captureQtMessages(true);
     ASSERT_TRUE(host->mirrorLog(QString::fromStdString((directory.path() / "log").string())));
+    const std::weak_ptr<Console> gone = console;
     console.reset();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return gone.expired(); }, 60000)); // the mirror may be reading it
     qInfo("to nobody");
     host.reset();
     EXPECT_EQ("Zephyr Console:\n\n", directory.read("log"));

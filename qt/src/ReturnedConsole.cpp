@@ -1,0 +1,46 @@
+#include "ReturnedConsole.h"
+
+#include "zephyr/console/Console.h"
+
+#include <QCoreApplication>
+#include <QThread>
+
+#include <utility>
+
+namespace zephyr::console::qt {
+
+ReturnedConsole::ReturnedConsole()
+{
+    if (const QCoreApplication* const application = QCoreApplication::instance(); application != nullptr) {
+        moveToThread(application->thread());
+    }
+    connect(this, &ReturnedConsole::arrived, this, &ReturnedConsole::drop, Qt::QueuedConnection);
+}
+
+ReturnedConsole::~ReturnedConsole()
+{
+    drop();
+}
+
+void ReturnedConsole::put(std::shared_ptr<Console> console)
+{
+    {
+        const std::lock_guard lock(mMutex);
+        if (mConsole) {
+            console.reset(); // not the last: the other one is dropped after this lock
+            return;
+        }
+        mConsole = std::move(console);
+    }
+    emit arrived();
+}
+
+void ReturnedConsole::drop()
+{
+    // Dropped outside of the lock, as the console's commands may be destroyed with it.
+    std::shared_ptr<Console> dropped;
+    const std::lock_guard lock(mMutex);
+    dropped.swap(mConsole);
+}
+
+} // namespace zephyr::console::qt
