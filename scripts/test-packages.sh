@@ -30,6 +30,9 @@ trap clean_up EXIT
 "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${files[@]}" >/dev/null
 dpkg -L "${packages[@]}" | grep -i zephyr | sort -u >"$installed"
 
+mapfile -t documents < <(grep '\.md$' "$installed")
+/usr/bin/python3 scripts/check_links.py "${documents[@]}"
+
 export QT_QPA_PLATFORM=offscreen
 cd "$work"
 echo "run slalom" >go.console

@@ -38,6 +38,10 @@ static_assert(Input == 0 && Output == 1 && Prompt == 2);
 static_assert(std::is_same_v<decltype(LogEntry::text), std::u32string>);
 static_assert(std::is_same_v<decltype(LogEntry::type), ConsoleMessageType>);
 static_assert(std::is_same_v<decltype(LogEntry::indent), std::uint32_t>);
+static_assert(offsetof(LogEntry, text) == 0);
+static_assert(offsetof(LogEntry, type) == sizeof(std::u32string));
+static_assert(offsetof(LogEntry, indent) == sizeof(std::u32string) + sizeof(ConsoleMessageType));
+static_assert(sizeof(LogEntry) == sizeof(std::u32string) + 8);
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 const std::u32string kOddText = {U'a', U'\0', char32_t(0xD800), U'\uFFFF', char32_t(0x110000), U'b'};

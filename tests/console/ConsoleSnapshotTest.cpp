@@ -20,6 +20,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <thread>
@@ -47,6 +48,21 @@ static_assert(std::is_same_v<Read<&ConsoleSnapshot::font>, const QFont*>);
 static_assert(std::is_copy_constructible_v<ConsoleSnapshot> && std::is_copy_assignable_v<ConsoleSnapshot>);
 static_assert(std::is_nothrow_move_constructible_v<ConsoleSnapshot> &&
               std::is_nothrow_move_assignable_v<ConsoleSnapshot>);
+
+/// The fields in the order that programs which are already linked copy them in.
+struct Layout
+{
+    std::vector<LogEntry> lines;
+    std::u32string input;
+    Color textColor;
+    Color backgroundColor;
+    std::uint32_t cursorPosition;
+    char32_t cursorChar;
+    double cursorBlinkRate;
+    std::uint32_t scrollOffset;
+    std::shared_ptr<QFont> font;
+};
+static_assert(sizeof(ConsoleSnapshot) == sizeof(Layout) && alignof(ConsoleSnapshot) == alignof(Layout));
 
 const std::vector<LogEntry> kEntries = {{U"help", Input, 0}, {U"    a\nb", Output, 4}};
 
@@ -299,6 +315,28 @@ TEST_F(ConsoleSnapshots, AWindowLowerThanALineHasPagesOfNoLines)
 }
 
 // The value itself
+
+/// Where a field that an accessor refers to lies in a snapshot, in bytes.
+std::size_t offsetIn(const ConsoleSnapshot& snapshot, const void* field)
+{
+    return static_cast<std::size_t>(static_cast<const char*>(field) -
+                                    reinterpret_cast<const char*>(&snapshot));
+}
+
+TEST(ConsoleSnapshot, KeepsTheOrderOfItsFields)
+{
+    const ConsoleSnapshot snapshot = someSnapshot(nullptr);
+    EXPECT_EQ(offsetof(Layout, lines), offsetIn(snapshot, &snapshot.lines()));
+    EXPECT_EQ(offsetof(Layout, input), offsetIn(snapshot, &snapshot.activeInput()));
+    EXPECT_EQ(offsetof(Layout, textColor), offsetIn(snapshot, &snapshot.textColor()));
+    EXPECT_EQ(offsetof(Layout, backgroundColor), offsetIn(snapshot, &snapshot.backgroundColor()));
+    const auto* bytes = reinterpret_cast<const char*>(&snapshot);
+    EXPECT_EQ(0, std::memcmp(bytes + offsetof(Layout, cursorPosition), "\2\0\0\0_\0\0\0", 8));
+    const double rate = snapshot.cursorBlinkRate();
+    EXPECT_EQ(0, std::memcmp(bytes + offsetof(Layout, cursorBlinkRate), &rate, sizeof(rate)));
+    const std::uint32_t offset = snapshot.scrollOffset();
+    EXPECT_EQ(0, std::memcmp(bytes + offsetof(Layout, scrollOffset), &offset, sizeof(offset)));
+}
 
 TEST(ConsoleSnapshotValue, IsBuiltFromItsFieldsInTheOrderOfItsAccessors)
 {

@@ -4,6 +4,7 @@
 #include "PlainWindow.h"
 #include "RunLine.h"
 #include "SetUpFiles.h"
+#include "SetUpServices.h"
 #include "Survey.h"
 #include "Unload.h"
 #include "WalkCommand.h"
@@ -13,8 +14,11 @@
 #include "support/ScriptedCommand.h"
 #include "support/TemporaryDirectory.h"
 
+#include <QClipboard>
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QImage>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -91,9 +95,28 @@ TEST(EmbeddingGuide, ShowsAWindowThatPaintsOnWhileItsConsoleIsOpen)
     window.console().open();
     window.resize(320, 200);
     window.show();
-    while (window.count < 3) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.count >= 3; }, 60000));
+}
+
+TEST(EmbeddingGuide, SetsUpTheServicesOfTheKit)
+{
+    const TemporaryDirectory directory;
+    const auto console = std::make_shared<Console>();
+    addCommand(*console, U"say").onExecute = [](const console::ConsoleArgs&, Console& running) {
+        running.write(U"said", console::Output);
+    };
+    QWindow window;
+    ConsoleHost host(console, &window);
+    QAction copy;
+    setUpServices(host, QString::fromStdString((directory.path() / "log").string()), copy);
+    QTest::keyClick(&window, Qt::Key_F1);
+    EXPECT_TRUE(host.isOpen());
+    for (const char key : std::string("say\r")) {
+        QTest::keyClick(&window, key);
     }
+    copy.trigger();
+    EXPECT_EQ("said\n", QGuiApplication::clipboard()->text());
+    EXPECT_EQ("Zephyr Console:\n\nQt info: opened\n>> say\nsaid\n\n", directory.read("log"));
 }
 
 TEST(EmbeddingGuide, ShowsWhatItsCommandsAnswer)
