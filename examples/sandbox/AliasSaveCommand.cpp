@@ -19,6 +19,7 @@ constexpr char32_t kAliasCommand[] = U"alias";
 constexpr char kFileHead[] = "// Aliases, as alias_save wrote them.\n";
 constexpr char kNoAliases[] = "There are no aliases; nothing is written.";
 
+constexpr char32_t kUsage[] = U"alias_save FILE.console";
 constexpr char32_t kDescription[] = U"Writes all aliases as a console file, which run restores.";
 constexpr char32_t kHelp[] =
     U"Usage: alias_save FILE.console.  The extension may be left out; quote a FILE with spaces.";
@@ -59,7 +60,7 @@ AliasFile aliasFileOf(Console& console)
 
 } // namespace
 
-AliasSaveCommand::AliasSaveCommand() : SaveCommand(kDescription, kHelp) {}
+AliasSaveCommand::AliasSaveCommand() : SaveCommand(kUsage, kDescription, kHelp) {}
 
 std::u32string AliasSaveCommand::name() const
 {

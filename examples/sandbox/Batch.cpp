@@ -36,13 +36,15 @@ QString complaintAboutFiles(const Options& options, const console::Console& cons
 /// Runs both files. \return what a command threw, in one line for the user; empty if nothing was.
 QString runFiles(const Options& options, console::Console& console)
 {
+    QString running = startupName(options);
     try {
         runStartupFile(options, console);
+        running = options.batch;
         console.runFile(batchFile(options));
     } catch (const QuitRequest&) {
         return {};
     } catch (const std::exception& error) {
-        return QString(kStopped).arg(options.batch, error.what());
+        return QString(kStopped).arg(running, error.what());
     }
     return {};
 }

@@ -13,13 +13,17 @@
 #include <QSize>
 #include <QString>
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+
 namespace zephyr::sandbox {
 
 namespace {
 
-constexpr char kHints[] =
-    "Back-quote (`)  console     Space  pause     R  restart     G  gust     Arrows  wind     "
-    "Left button  obstacle     Right button  removes it";
+constexpr char kHints[] = "Key left of 1 or back-quote (`)  console     Space  pause     R  restart     G  "
+                          "gust     Arrows  wind     "
+                          "Left button  obstacle     Right button  removes it";
 constexpr char kUnknownRate[] = "\u2013 frames/s";
 constexpr char kRate[] = "%1 frames/s";
 constexpr char kTime[] = "%1 s";
@@ -32,6 +36,11 @@ constexpr char kObstacles[] = "%1 of %2 obstacles";
 constexpr char kSlowest[] = "0";
 constexpr char kUnit[] = "%1 m/s";
 
+constexpr double kShownGust = 0.05;   // metres a second; less would be shown as none
+constexpr double kFullCircle = 360.0; // degrees
+constexpr int kWindDecimals = 1;
+constexpr int kSpeedDecimals = 2;
+
 constexpr double kMeasureSeconds = 1.0;
 
 constexpr QColor kTextColor(150, 170, 195);
@@ -39,8 +48,7 @@ constexpr int kTextPixels = 13;
 constexpr QColor kStripColor(5, 8, 16, 200);
 constexpr int kMargin = 12; // pixels
 
-// Columns, so that nothing moves when a number before it gets longer. In pixels.
-constexpr std::array kColumnWidths{100, 80, 90, 120, 205, 140};
+constexpr std::array kColumnWidths{100, 80, 90, 120, 205, 140}; // pixels, with the space behind them
 
 constexpr int kSwatchWidth = 8;   // pixels
 constexpr int kSwatchHeight = 10; // pixels
@@ -54,12 +62,20 @@ QString numberText(double value)
     return QString::fromStdString(textOf(value));
 }
 
+double rounded(double value, int decimals)
+{
+    const double unit = std::pow(10.0, decimals);
+    return std::round(value * unit) / unit;
+}
+
 QString windText(const Simulation& simulation)
 {
-    const QString text = simulation.gust() > 0.0 ? kGust : kWind;
-    const QString windOnly =
-        text.arg(numberText(simulation.wind().speed), numberText(simulation.wind().heading));
-    return simulation.gust() > 0.0 ? windOnly.arg(simulation.gust(), 0, 'f', 1) : windOnly;
+    const Wind& wind = simulation.wind();
+    const bool isGusty = simulation.gust() >= kShownGust;
+    const QString speed = numberText(rounded(wind.speed, kWindDecimals));
+    const QString heading = numberText(std::fmod(rounded(wind.heading, kWindDecimals), kFullCircle));
+    const QString windOnly = QString(isGusty ? kGust : kWind).arg(speed, heading);
+    return isGusty ? windOnly.arg(simulation.gust(), 0, 'f', kWindDecimals) : windOnly;
 }
 
 QRect inner(const QRect& strip)
@@ -67,13 +83,26 @@ QRect inner(const QRect& strip)
     return strip.adjusted(kMargin, 0, -kMargin, 0);
 }
 
-void drawColumns(const QRect& strip, const QStringList& texts, QPainter& painter)
+QRect topStrip(int width)
 {
-    QRect column = inner(strip);
-    for (qsizetype i = 0; i < texts.size(); ++i) {
-        painter.drawText(column, Qt::AlignLeft | Qt::AlignVCenter, texts[i]);
-        column.setLeft(column.left() + kColumnWidths[static_cast<std::size_t>(i)]);
+    return {0, 0, width, Hud::kStripHeight};
+}
+
+/// As much of `text` as fits into `room`; nothing where not even an ellipsis does.
+PlacedText fitted(const QString& text, const QRect& room, const QFontMetrics& metrics)
+{
+    const QString fitting = metrics.elidedText(text, Qt::ElideRight, std::max(0, room.width()));
+    const int width = metrics.horizontalAdvance(fitting);
+    if (width > room.width()) {
+        return {{}, QRect(room.topLeft(), QSize(0, room.height()))};
     }
+    return {fitting, QRect(room.topLeft(), QSize(width, room.height()))};
+}
+
+void drawText(const PlacedText& placed, QPainter& painter)
+{
+    // Widths are whole pixels: without the flag, a fraction of the last letter might be cut off.
+    painter.drawText(placed.place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, placed.text);
 }
 
 } // namespace
@@ -94,7 +123,8 @@ QStringList Hud::stateTexts(const Simulation& simulation, const SimulationClock&
 {
     return {mFrameRate > 0.0 ? QString(kRate).arg(qRound(mFrameRate)) : QString(kUnknownRate),
             QString(kTime).arg(simulation.time(), 0, 'f', 1),
-            clock.isPaused() ? QString(kPaused) : QString(kSpeed).arg(numberText(clock.speed())),
+            clock.isPaused() ? QString(kPaused)
+                             : QString(kSpeed).arg(numberText(rounded(clock.speed(), kSpeedDecimals))),
             QString(kParticles).arg(simulation.particles().size()),
             windText(simulation),
             QString(kObstacles).arg(simulation.obstacles().size()).arg(kMaxObstacleCount)};
@@ -103,21 +133,47 @@ QStringList Hud::stateTexts(const Simulation& simulation, const SimulationClock&
 void Hud::draw(const Simulation& simulation, const SimulationClock& clock, const QSize& size,
                QPainter& painter) const
 {
-    QFont font = QGuiApplication::font();
-    font.setPixelSize(kTextPixels);
-    painter.setFont(font);
+    painter.setFont(font());
     painter.setPen(kTextColor);
-    const QRect top(0, 0, size.width(), kStripHeight);
+    const QRect top = topStrip(size.width());
     painter.fillRect(top, kStripColor);
-    drawColumns(top, stateTexts(simulation, clock), painter);
+    for (const PlacedText& text :
+         placed(stateTexts(simulation, clock), size.width(), painter.fontMetrics())) {
+        drawText(text, painter);
+    }
 
     const QRect bottom = top.translated(0, size.height() - kStripHeight);
     painter.fillRect(bottom, kStripColor);
-    painter.drawText(inner(bottom), Qt::AlignLeft | Qt::AlignVCenter, kHints);
-    const int room = inner(bottom).width() - painter.fontMetrics().horizontalAdvance(kHints);
-    if (room >= kMargin + kLegendWidth) {
+    PlacedText hint = hints(size.width(), painter.fontMetrics());
+    hint.place.translate(bottom.topLeft());
+    drawText(hint, painter);
+    if (inner(bottom).right() - hint.place.right() >= kMargin + kLegendWidth) {
         drawLegend(inner(bottom), painter);
     }
+}
+
+std::vector<PlacedText> Hud::placed(const QStringList& texts, int width, const QFontMetrics& metrics)
+{
+    std::vector<PlacedText> all;
+    QRect room = inner(topStrip(width));
+    for (qsizetype i = 0; i < texts.size(); ++i) {
+        all.push_back(fitted(texts[i], room, metrics));
+        const int column = kColumnWidths[static_cast<std::size_t>(i)];
+        room.setLeft(room.left() + std::max(column, all.back().place.width() + kMargin));
+    }
+    return all;
+}
+
+PlacedText Hud::hints(int width, const QFontMetrics& metrics)
+{
+    return fitted(kHints, inner(topStrip(width)), metrics);
+}
+
+QFont Hud::font()
+{
+    QFont font = QGuiApplication::font();
+    font.setPixelSize(kTextPixels);
+    return font;
 }
 
 void Hud::drawLegend(const QRect& strip, QPainter& painter) const

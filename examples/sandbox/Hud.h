@@ -3,16 +3,27 @@
 
 #include "sandbox/SpeedPalette.h"
 
+#include <QRect>
 #include <QStringList>
 
+#include <vector>
+
+class QFont;
+class QFontMetrics;
 class QPainter;
-class QRect;
 class QSize;
 
 namespace zephyr::sandbox {
 
 class Simulation;
 class SimulationClock;
+
+/// A text and where it stands, in logical pixels.
+struct PlacedText
+{
+    QString text;
+    QRect place;
+};
 
 /// The texts over the simulation: a line at the top with frames a second, simulated time, particles,
 /// obstacles, wind, and whether time passes; a line at the bottom that says what keys and mouse do, and which
@@ -21,7 +32,7 @@ class SimulationClock;
 /// - It is: those two lines and the count of frames. It is not: a clock; it is told how long a frame took.
 /// - Threads: used by one thread at a time.
 /// - Ownership: borrows what it draws only for the call.
-/// - Failure: none; in a narrow window the lines are cut off at the right.
+/// - Failure: none; what a narrow window has no room for ends in an ellipsis or is left out.
 class Hud
 {
 public:
@@ -37,6 +48,16 @@ public:
 
     /// The texts of the line at the top, from left to right.
     QStringList stateTexts(const Simulation& simulation, const SimulationClock& clock) const;
+
+    /// Places those texts in a window of `width` logical pixels: in columns, so that nothing moves when a number gets
+    /// longer, but beside each other where one is longer than its column. None is wider than its place.
+    static std::vector<PlacedText> placed(const QStringList& texts, int width, const QFontMetrics& metrics);
+
+    /// The text of the line at the bottom, as long as a window of `width` logical pixels has room for it.
+    static PlacedText hints(int width, const QFontMetrics& metrics);
+
+    /// What the texts are drawn with.
+    static QFont font();
 
 private:
     void drawLegend(const QRect& strip, QPainter& painter) const;

@@ -9,12 +9,13 @@ using console::Console;
 
 namespace {
 
+constexpr char32_t kUsage[] = U"log_save FILE";
 constexpr char32_t kDescription[] = U"Writes the log up to here as a text file.";
 constexpr char32_t kHelp[] = U"Usage: log_save FILE.  Quote a FILE with spaces.";
 
 } // namespace
 
-LogSaveCommand::LogSaveCommand() : SaveCommand(kDescription, kHelp) {}
+LogSaveCommand::LogSaveCommand() : SaveCommand(kUsage, kDescription, kHelp) {}
 
 std::u32string LogSaveCommand::name() const
 {

@@ -1,5 +1,6 @@
 #include "sandbox/PositionRecorder.h"
 
+#include "sandbox/FileWriting.h"
 #include "sandbox/Simulation.h"
 
 #include <algorithm>
@@ -25,8 +26,13 @@ std::string fixed(double value)
 
 } // namespace
 
-PositionRecorder::PositionRecorder(const std::string& path) : mFile(std::fopen(path.c_str(), "wb"))
+PositionRecorder::PositionRecorder(const std::string& path)
+    : mError(reasonNotToWrite(path, Devices::Taken).toStdString())
 {
+    if (!isGood()) {
+        return;
+    }
+    mFile.reset(std::fopen(path.c_str(), "wb"));
     if (!mFile) {
         noteError();
         return;

@@ -24,7 +24,8 @@ public:
     /// The particles that a file holds of each step: the oldest ones.
     static constexpr std::size_t kParticles = 100;
 
-    /// Creates or empties the file `path` and writes the header.
+    /// Creates or empties the file `path` and writes the header. A device such as `/dev/null` is written, too; a pipe, which
+    /// might never take anything, is refused.
     explicit PositionRecorder(const std::string& path);
 
     /// Appends a row for each of the first kParticles particles as they are now.
@@ -35,7 +36,7 @@ public:
 
     bool isGood() const { return mError.empty(); }
 
-    /// The system's word on why writing failed; empty while nothing has.
+    /// Why writing failed, in words that end a sentence; empty while nothing has.
     const std::string& error() const { return mError; }
 
 private:

@@ -9,35 +9,30 @@ using console::ConsoleArgs;
 
 namespace {
 
-constexpr char32_t kBare[] = U""; // the word behind a command that stands alone
+constexpr char32_t kName[] = U"quit"; // stands in help, too, in front of the description
 constexpr char32_t kDescription[] = U"Ends the program; whatever stands behind it in a file is not run.";
 constexpr char32_t kHelp[] = U"Usage: quit";
 
 } // namespace
 
-QuitCommand::QuitCommand(const std::function<void()>& quitting)
+QuitCommand::QuitCommand(const std::function<void()>& quitting) : mQuitting(quitting)
 {
-    registerArgHandler(
-        kBare,
-        [quitting](const ConsoleArgs&, Console&) {
-            quitting();
-            throw QuitRequest();
-        },
-        kDescription, kHelp);
+    registerArgHandler(kName, {}, kDescription, kHelp); // for help only; execute() does the work
 }
 
 std::u32string QuitCommand::name() const
 {
-    return U"quit";
+    return kName;
 }
 
 void QuitCommand::execute(const ConsoleArgs& args, Console& console)
 {
     if (args.argCount() > 1) {
-        printIncorrectUsage(kBare, console, kAnswerIndent);
+        printIncorrectUsage(kName, console, kAnswerIndent);
         return;
     }
-    executeArgHandler(args, console);
+    mQuitting();
+    throw QuitRequest();
 }
 
 } // namespace zephyr::sandbox

@@ -21,6 +21,9 @@ public:
 
     std::u32string name() const override;
     void execute(const console::ConsoleArgs& args, console::Console& console) override;
+
+private:
+    std::function<void()> mQuitting;
 };
 
 } // namespace zephyr::sandbox

@@ -63,8 +63,7 @@ void Recording::work(std::chrono::milliseconds atMost, Console& console)
 void Recording::end(Console& console)
 {
     if (isWorking()) {
-        console.writeIndented(kEnded + mPath + kEndedAt + progress() + ".", kAnswerIndent);
-        mRecorder.reset();
+        close(kEnded + mPath + kEndedAt + progress() + ".", console);
     }
 }
 
@@ -94,16 +93,18 @@ bool Recording::step(Console& console)
 
 void Recording::finish(Console& console)
 {
+    close("Wrote steps " + std::to_string(mFirstStep) + " to " + std::to_string(mSimulation.stepCount()) +
+              " to " + mPath + ".",
+          console);
+}
+
+/// Writes `success`, or why not all could be written, of which the system may tell only when the file is closed.
+void Recording::close(const std::string& success, Console& console)
+{
     mRecorder->finish();
     const std::string error = mRecorder->error();
     mRecorder.reset();
-    if (!error.empty()) {
-        console.writeIndented(kCantWrite + mPath + ": " + error + ".", kAnswerIndent);
-        return;
-    }
-    console.writeIndented("Wrote steps " + std::to_string(mFirstStep) + " to " +
-                              std::to_string(mSimulation.stepCount()) + " to " + mPath + ".",
-                          kAnswerIndent);
+    console.writeIndented(error.empty() ? success : kCantWrite + mPath + ": " + error + ".", kAnswerIndent);
 }
 
 std::string Recording::progress() const

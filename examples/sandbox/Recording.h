@@ -42,7 +42,7 @@ public:
     /// nothing while none works.
     void work(std::chrono::milliseconds atMost, console::Console& console);
 
-    /// Ends it where it is, with a line that says so. Does nothing while none works.
+    /// Ends it where it is, with a line that says so, or why what it wrote can't be kept. Does nothing while none works.
     void end(console::Console& console);
 
     /// Answers with a line if one works, since what is recorded must not be moved on by anybody else.
@@ -52,6 +52,7 @@ public:
 private:
     bool step(console::Console& console);
     void finish(console::Console& console);
+    void close(const std::string& success, console::Console& console);
     std::string progress() const;
 
     Simulation& mSimulation;

@@ -23,6 +23,12 @@ bool knowsSwitch(const SubCommand& subCommand, const std::u32string& name)
                        [&](const SubCommandSwitch& known) { return known.name == name; });
 }
 
+/// The switch as far as its value.
+std::u32string opened(const SubCommandSwitch& known)
+{
+    return known.name + U"=";
+}
+
 std::vector<std::u32string> beginningWith(std::u32string_view prefix, const std::vector<std::u32string>& all)
 {
     std::vector<std::u32string> matches;
@@ -41,30 +47,44 @@ bool anyWordBeginsWith(const ConsoleArgs& args, const std::u32string& prefix)
     return false;
 }
 
-/// Each switch of a sub-command with each of its values.
-std::vector<std::u32string> switchesWithValues(const SubCommand& subCommand)
+/// Each of `switches` with each of its values.
+std::vector<std::u32string> withValues(const std::vector<SubCommandSwitch>& switches)
 {
     std::vector<std::u32string> words;
-    for (const SubCommandSwitch& known : subCommand.switches) {
+    for (const SubCommandSwitch& known : switches) {
         for (const std::u32string& value : known.values) {
-            words.push_back(known.name + U"=" + value);
+            words.push_back(opened(known) + value);
         }
     }
     return words;
 }
 
-/// What may stand behind a sub-command: the switches that the line doesn't have yet, and the examples.
-std::vector<std::u32string> furtherWords(const SubCommand& subCommand, const ConsoleArgs& args)
+/// The switches that the line doesn't have yet and that begin with `prefix`.
+std::vector<SubCommandSwitch> furtherSwitches(std::u32string_view prefix, const SubCommand& subCommand,
+                                              const ConsoleArgs& args)
 {
+    std::vector<SubCommandSwitch> further;
+    std::copy_if(subCommand.switches.begin(), subCommand.switches.end(), std::back_inserter(further),
+                 [&](const SubCommandSwitch& known) {
+                     return opened(known).starts_with(prefix) && !anyWordBeginsWith(args, opened(known));
+                 });
+    return further;
+}
+
+/// What may stand behind a sub-command and begins with `prefix`: switches and examples. Each switch comes with its
+/// values as well, since Tab only walks along what was offered at first and never completes that further.
+std::vector<std::u32string> furtherWords(std::u32string_view prefix, const SubCommand& subCommand,
+                                         const ConsoleArgs& args)
+{
+    const std::vector<SubCommandSwitch> switches = furtherSwitches(prefix, subCommand, args);
+    const std::vector<std::u32string> valued = withValues(switches);
     std::vector<std::u32string> words;
-    for (const SubCommandSwitch& known : subCommand.switches) {
-        const std::u32string opened = known.name + U"=";
-        if (!anyWordBeginsWith(args, opened)) {
-            words.push_back(opened);
-        }
+    if (switches.size() > 1 || valued.empty()) { // or else the bare one would be a Tab that tells nothing
+        std::transform(switches.begin(), switches.end(), std::back_inserter(words), opened);
     }
+    words.insert(words.end(), valued.begin(), valued.end());
     words.insert(words.end(), subCommand.examples.begin(), subCommand.examples.end());
-    return words;
+    return beginningWith(prefix, words);
 }
 
 } // namespace
@@ -142,7 +162,7 @@ std::vector<std::u32string> SandboxCommand::getAutoCompleteResults(const Console
     const std::u32string last = args.arg(args.argCount() - 1);
     const bool isSwitch = last.find(U'=') != std::u32string::npos;
     if (isSwitch) {
-        std::vector<std::u32string> values = beginningWith(last, switchesWithValues(found->second));
+        std::vector<std::u32string> values = beginningWith(last, withValues(found->second.switches));
         if (!values.empty()) {
             return values;
         }
@@ -150,7 +170,7 @@ std::vector<std::u32string> SandboxCommand::getAutoCompleteResults(const Console
     // Nobody can tell a finished word from one that is being typed, as the space at the line's end is not
     // among the words: a whole sub-command and a switch whose value can't go on count as finished.
     const bool isFinished = isSwitch || args.argCount() == kFirstWord;
-    return beginningWith(isFinished ? std::u32string() : last, furtherWords(found->second, args));
+    return furtherWords(isFinished ? std::u32string() : last, found->second, args);
 }
 
 std::vector<std::u32string> SandboxCommand::subCommandNames() const

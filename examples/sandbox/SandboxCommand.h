@@ -56,8 +56,9 @@ class SandboxCommand : public console::ConsoleCommand
 public:
     void execute(const console::ConsoleArgs& args, console::Console& console) override;
 
-    /// Sub-commands that begin with the second word; behind a whole sub-command its switches and example
-    /// values; behind a switch's equals sign that switch's values.
+    /// Sub-commands that begin with the second word; behind a whole sub-command its switches, bare and then with their
+    /// values, and example values; for the beginning of one switch only, or behind its equals sign, that switch with its
+    /// values.
     std::vector<std::u32string> getAutoCompleteResults(const console::ConsoleArgs& args) override;
 
 protected:

@@ -1,10 +1,10 @@
 #include "sandbox/SaveCommand.h"
 
+#include "sandbox/FileWriting.h"
 #include "sandbox/SandboxCommand.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 
-#include <QSaveFile>
 #include <QString>
 
 #include <vector>
@@ -16,7 +16,6 @@ using console::ConsoleArgs;
 
 namespace {
 
-constexpr char32_t kBare[] = U""; // the word behind a command that stands alone
 constexpr char32_t kQuote = U'"';
 
 /// The words behind the command, without quotes and without what is empty.
@@ -33,29 +32,20 @@ std::vector<std::u32string> fileNames(const ConsoleArgs& args)
     return names;
 }
 
-/// \return why `bytes` couldn't be written, in the system's words, or an empty string.
-std::string writtenWhole(const QString& path, const std::string& bytes)
-{
-    QSaveFile file(path);
-    const auto size = static_cast<qint64>(bytes.size());
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes.data(), size) == size && file.commit()) {
-        return {};
-    }
-    return file.errorString().simplified().toStdString();
-}
-
 } // namespace
 
-SaveCommand::SaveCommand(const std::u32string& description, const std::u32string& helpText)
+SaveCommand::SaveCommand(const std::u32string& usage, const std::u32string& description,
+                         const std::u32string& helpText)
+    : mUsage(usage)
 {
-    registerArgHandler(kBare, {}, description, helpText); // for help only; execute() does the work
+    registerArgHandler(mUsage, {}, description, helpText); // for help only; execute() does the work
 }
 
 void SaveCommand::execute(const ConsoleArgs& args, Console& console)
 {
     const std::vector<std::u32string> names = fileNames(args);
     if (names.size() != 1) {
-        printIncorrectUsage(kBare, console, kAnswerIndent);
+        printIncorrectUsage(mUsage, console, kAnswerIndent);
         return;
     }
     save(names.front(), console);
@@ -65,9 +55,10 @@ void SaveCommand::writeFile(const std::u32string& file, const std::string& bytes
                             Console& console)
 {
     const std::string quoted = "'" + StringUtil::toString(file) + "'";
-    const std::string error = writtenWhole(QString::fromStdString(StringUtil::toString(file)), bytes);
-    if (!error.empty()) {
-        console.writeIndented("Can't write " + quoted + ": " + error + ".", kAnswerIndent);
+    const QString error =
+        writeWhole(QString::fromStdString(StringUtil::toString(file)), QByteArray::fromStdString(bytes));
+    if (!error.isEmpty()) {
+        console.writeIndented("Can't write " + quoted + ": " + error.toStdString() + ".", kAnswerIndent);
         return;
     }
     console.writeIndented("Wrote " + what + " to " + quoted + ".", kAnswerIndent);

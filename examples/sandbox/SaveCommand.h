@@ -21,7 +21,9 @@ public:
     void execute(const console::ConsoleArgs& args, console::Console& console) override;
 
 protected:
-    SaveCommand(const std::u32string& description, const std::u32string& helpText);
+    /// `usage` is the whole line in short, which help shows in front of the description.
+    SaveCommand(const std::u32string& usage, const std::u32string& description,
+                const std::u32string& helpText);
 
     /// Writes what there is to write. `file` is the name without its quotes, not empty.
     virtual void save(const std::u32string& file, console::Console& console) const = 0;
@@ -29,6 +31,9 @@ protected:
     /// Makes `bytes` the content of `file` and answers with "Wrote `what` to 'file'.".
     static void writeFile(const std::u32string& file, const std::string& bytes, const std::string& what,
                           console::Console& console);
+
+private:
+    std::u32string mUsage;
 };
 
 } // namespace zephyr::sandbox

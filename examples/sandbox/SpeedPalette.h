@@ -18,9 +18,10 @@ class SpeedPalette
 {
 public:
     static constexpr std::size_t kShades = 16;
-    static constexpr double kHalfway =
-        12.0; ///< Metres a second, where the lighter half of the shades begins.
-    static constexpr double kFastest = 60.0; ///< Metres a second; the last shade is for that and above.
+    /// Metres a second, where the lighter half of the shades begins.
+    static constexpr double kHalfway = 12.0;
+    /// Metres a second; the last shade is for that and above.
+    static constexpr double kFastest = 60.0;
 
     SpeedPalette();
 

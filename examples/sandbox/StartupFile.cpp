@@ -9,7 +9,7 @@ namespace zephyr::sandbox {
 
 namespace {
 
-constexpr char32_t kStartupFile[] = U"startup.console";
+constexpr char kUsualFile[] = "startup.console";
 constexpr char kExtension[] = ".console";
 
 constexpr char kCantRun[] = "can't run '%1': %2.";
@@ -17,11 +17,12 @@ constexpr char kMissing[] = "there is no such file";
 constexpr char kDirectory[] = "it is a directory";
 constexpr char kUnreadable[] = "it can't be read";
 
-/// The file that `--startup` names. Where no directory of the runpath has it, one that doesn't exist.
-std::filesystem::path namedFile(const Options& options, const console::Console& console)
+/// The file that is run at the start. Where no directory of the runpath has it, one that doesn't exist.
+std::filesystem::path startupFile(const Options& options, const console::Console& console)
 {
-    const QString ending = options.startup.endsWith(kExtension) ? QString() : QString(kExtension);
-    std::filesystem::path name((options.startup + ending).toStdU32String());
+    const QString called = startupName(options);
+    const QString ending = called.endsWith(kExtension) ? QString() : QString(kExtension);
+    std::filesystem::path name((called + ending).toStdU32String());
     for (const std::filesystem::path& directory : console.runPaths()) {
         if (QFileInfo(directory / name).exists()) {
             return directory / name;
@@ -44,6 +45,11 @@ QString reasonNotToRun(const std::filesystem::path& file)
 
 } // namespace
 
+QString startupName(const Options& options)
+{
+    return options.startup.isEmpty() ? QString(kUsualFile) : options.startup;
+}
+
 QString complaintAbout(const QString& name, const std::filesystem::path& file)
 {
     const QString reason = reasonNotToRun(file);
@@ -52,16 +58,20 @@ QString complaintAbout(const QString& name, const std::filesystem::path& file)
 
 QString complaintAboutStartup(const Options& options, const console::Console& console)
 {
-    return options.startup.isEmpty() ? QString()
-                                     : complaintAbout(options.startup, namedFile(options, console));
+    if (options.skipsStartup) {
+        return {};
+    }
+    const std::filesystem::path file = startupFile(options, console);
+    const bool mayBeMissing = options.startup.isEmpty();
+    return mayBeMissing && !QFileInfo(file).exists() ? QString() : complaintAbout(startupName(options), file);
 }
 
 void runStartupFile(const Options& options, console::Console& console)
 {
     if (!options.startup.isEmpty()) {
-        console.runFile(namedFile(options, console));
+        console.runFile(startupFile(options, console));
     } else if (!options.skipsStartup) {
-        console.runFileWithName(kStartupFile);
+        console.runFileWithName(startupName(options).toStdU32String());
     }
 }
 

@@ -5,13 +5,12 @@
 #include "sandbox/KeyTyping.h"
 #include "sandbox/LogPrinter.h"
 #include "sandbox/Options.h"
+#include "sandbox/Picture.h"
 #include "sandbox/Sandbox.h"
 #include "sandbox/SandboxWindow.h"
 #include "sandbox/StartupFile.h"
 
-#include <QBuffer>
 #include <QCoreApplication>
-#include <QFile>
 #include <QImage>
 
 #include <cstdio>
@@ -20,24 +19,8 @@ namespace zephyr::sandbox {
 
 namespace {
 
-constexpr char kCantWrite[] = "can't write '%1': %2.";
-constexpr char kPictureFormat[] = "PNG";
-
 constexpr int kFailed = 1;
 constexpr int kCantStart = 2;
-
-/// \return why the picture couldn't be written, or an empty string.
-QString savePicture(const QImage& picture, const QString& path)
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    picture.save(&buffer, kPictureFormat);
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush()) {
-        return {};
-    }
-    return file.errorString();
-}
 
 /// What the options ask a window that is shown to do.
 void doAsAsked(const Options& options, Sandbox& sandbox, SandboxWindow& window)
@@ -52,7 +35,7 @@ void doAsAsked(const Options& options, Sandbox& sandbox, SandboxWindow& window)
     if (!options.screenshot.isEmpty()) {
         const QString error = savePicture(window.frame(), options.screenshot);
         if (!error.isEmpty()) {
-            complain(QString(kCantWrite).arg(options.screenshot, error));
+            complain(error);
             QCoreApplication::exit(kFailed);
             return;
         }

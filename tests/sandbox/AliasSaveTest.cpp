@@ -1,4 +1,5 @@
 #include "sandbox/AliasLine.h"
+#include "sandbox/Pipe.h"
 #include "sandbox/SandboxFixture.h"
 #include "support/TemporaryDirectory.h"
 
@@ -135,6 +136,21 @@ TEST_F(AliasSave, SaysWhyAFileCantBeWritten)
               answerTo("alias_save no/such"));
     EXPECT_EQ(Lines({"    Can't write 'd.console': Filename refers to a directory."}),
               answerTo("alias_save d"));
+}
+
+TEST_F(AliasSave, LeavesAPipeAsItIs)
+{
+    define(U"calm", U"wind set 0");
+    const Pipe pipe("p.console");
+    EXPECT_EQ(Lines({"    Can't write 'p.console': it is no regular file."}), answerTo("alias_save p"));
+    EXPECT_TRUE(std::filesystem::is_fifo("p.console"));
+}
+
+TEST_F(AliasSave, IsDescribedByHelp)
+{
+    EXPECT_EQ(
+        Lines({"    alias_save FILE.console: Writes all aliases as a console file, which run restores.", ""}),
+        answerTo("help alias_save"));
 }
 
 TEST_F(AliasSave, NeedsOneName)

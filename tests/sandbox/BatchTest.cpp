@@ -1,57 +1,50 @@
+#include "sandbox/Pipe.h"
 #include "sandbox/ProgramRun.h"
 
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <memory>
 #include <string>
-#include <string_view>
 
 namespace zephyr::test {
 namespace {
 
 constexpr char kStart[] = "Zephyr Console:\n\n";
 
-/// A named pipe, kept open so that who uses it as a file doesn't wait for the other end.
-class Pipe
+/// A terminal that nobody looks at, which a program can write as a file as long as there is room in it.
+class Terminal
 {
 public:
-    explicit Pipe(const std::filesystem::path& path)
+    Terminal() : mDescriptor(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC))
     {
-        if (mkfifo(path.c_str(), S_IRUSR | S_IWUSR) == 0) {
-            mDescriptor = open(path.c_str(), O_RDWR | O_CLOEXEC);
-        }
-        if (mDescriptor < 0) {
-            throw std::runtime_error("no pipe at " + path.string());
+        if (mDescriptor < 0 || grantpt(mDescriptor) != 0 || unlockpt(mDescriptor) != 0) {
+            throw std::runtime_error("no terminal");
         }
     }
 
-    ~Pipe() { close(mDescriptor); }
+    ~Terminal() { close(mDescriptor); }
 
-    Pipe(const Pipe&) = delete;
-    Pipe& operator=(const Pipe&) = delete;
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
 
-    void write(std::string_view text) const
-    {
-        if (::write(mDescriptor, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
-            throw std::runtime_error("can't write into a pipe");
-        }
-    }
+    /// What to write into.
+    std::string path() const { return ptsname(mDescriptor); }
 
-    /// Takes out what is in it, waiting for at least a byte.
+    /// Makes some room, as soon as something was written.
     void drain() const
     {
         char bytes[4096];
         if (::read(mDescriptor, bytes, sizeof(bytes)) <= 0) {
-            throw std::runtime_error("can't read from a pipe");
+            throw std::runtime_error("can't read from a terminal");
         }
     }
 
 private:
-    int mDescriptor = -1;
+    int mDescriptor;
 };
 
 /// Reads what a program prints until `text` is in it. \return all that it printed since the last call.
@@ -76,10 +69,6 @@ TEST(Batch, PrintsTheWholeTranscript)
                                                "run other\n"
                                                "alias calm \"wind set 0; sim step 60\"\n"
                                                "  calm  \n"
-                                               "frobnicate now\n"
-                                               "wind show > report.txt\n"
-                                               "sim record /path=\"my run.csv\" /steps=2\n"
-                                               "particles count -3\n"
                                                "sim speed 1");
     program.directory().write("other.console", "wind set /speed=12.5 /heading=270\r\n");
 
@@ -106,16 +95,23 @@ TEST(Batch, PrintsTheWholeTranscript)
               ">> sim step 60\n"
               "    Now at step 60 (0.5 s).\n"
               "\n"
+              ">> sim speed 1\n"
+              "    Speed: 1.\n"
+              "\n",
+              ended.out);
+}
+
+TEST(Batch, GoesOnBehindMistakes)
+{
+    Program program;
+    program.directory().write("a.console", "frobnicate now\nparticles count -3\nsim speed\n");
+    const Ended ended = program.run({"--batch", "a.console"});
+    EXPECT_EQ(0, ended.exitCode);
+    EXPECT_EQ("", ended.err);
+    EXPECT_EQ("Zephyr Console:\n"
+              "\n"
               ">> frobnicate now\n"
               "'frobnicate' is not a recognized command.  Type 'help' to list available commands.\n"
-              "\n"
-              ">> wind show > report.txt\n"
-              "    Wind: 0 m/s, heading 270 degrees, gust 0 m/s.\n"
-              "\n"
-              ">> sim record /path=\"my run.csv\" /steps=2\n"
-              "        step 1 of 2\n"
-              "        step 2 of 2\n"
-              "    Wrote steps 61 to 62 to 'my run.csv'.\n"
               "\n"
               ">> particles count -3\n"
               "    Invalid usage\n"
@@ -123,11 +119,29 @@ TEST(Batch, PrintsTheWholeTranscript)
               "    Shows how many particles there are, or adds or removes some.\n"
               "    Usage: particles count [N].  N is 0 to 20000.\n"
               "\n"
-              ">> sim speed 1\n"
+              ">> sim speed\n"
               "    Speed: 1.\n"
               "\n",
               ended.out);
-    EXPECT_EQ("    Wind: 0 m/s, heading 270 degrees, gust 0 m/s.\n", program.directory().read("report.txt"));
+}
+
+TEST(Batch, WritesTheFilesThatItsLinesName)
+{
+    Program program;
+    program.directory().write("a.console",
+                              "wind show > report.txt\nsim record /path=\"my run.csv\" /steps=2\n");
+    EXPECT_EQ("Zephyr Console:\n"
+              "\n"
+              ">> wind show > report.txt\n"
+              "    Wind: 12 m/s, heading 90 degrees, gust 0 m/s.\n"
+              "\n"
+              ">> sim record /path=\"my run.csv\" /steps=2\n"
+              "        step 1 of 2\n"
+              "        step 2 of 2\n"
+              "    Wrote steps 1 to 2 to 'my run.csv'.\n"
+              "\n",
+              program.run({"--batch", "a.console"}).out);
+    EXPECT_EQ("    Wind: 12 m/s, heading 90 degrees, gust 0 m/s.\n", program.directory().read("report.txt"));
     EXPECT_TRUE(program.directory().has("my run.csv"));
 }
 
@@ -203,6 +217,13 @@ TEST(Batch, SaysInOneLineWhyAFileCantBeRun)
     EXPECT_EQ(2, directory.exitCode);
     EXPECT_EQ("", directory.out);
     EXPECT_EQ("zephyr-sandbox: can't run '.': it is a directory.\n", directory.err);
+
+    program.directory().write("a.console", "wind show\n");
+    program.directory().write("startup.console/a", "");
+    const Ended startup = program.run({"--batch", "a.console"});
+    EXPECT_EQ(2, startup.exitCode);
+    EXPECT_EQ("", startup.out);
+    EXPECT_EQ("zephyr-sandbox: can't run 'startup.console': it is a directory.\n", startup.err);
 }
 
 TEST(Batch, SaysInOneLineWhatStoppedIt)
@@ -216,6 +237,19 @@ TEST(Batch, SaysInOneLineWhatStoppedIt)
     EXPECT_EQ(0U, ended.err.find(
                       "zephyr-sandbox: stopped in 'a.console': filesystem error: exists: File name too"));
     EXPECT_EQ(ended.err.size() - 1, ended.err.find('\n'));
+}
+
+TEST(Batch, NamesTheFileThatItWasStoppedIn)
+{
+    Program program;
+    const std::string stopper = "run " + std::string(300, 'x') + "\n";
+    program.directory().write("a.console", "wind show\n");
+    program.directory().write("startup.console", stopper);
+    program.directory().write("mine.console", stopper);
+    const std::string usual = program.run({"--batch", "a.console"}).err;
+    EXPECT_TRUE(usual.starts_with("zephyr-sandbox: stopped in 'startup.console': filesystem error")) << usual;
+    const std::string named = program.run({"--batch", "a.console", "--startup", "mine"}).err;
+    EXPECT_TRUE(named.starts_with("zephyr-sandbox: stopped in 'mine': filesystem error")) << named;
 }
 
 TEST(Batch, PrintsEachLineBeforeTheNextOneIsThere)
@@ -237,12 +271,12 @@ TEST(Batch, PrintsEachLineBeforeTheNextOneIsThere)
 TEST(Batch, PrintsTheProgressOfACommandWhileItWorks)
 {
     Program program;
-    const Pipe recording(program.directory().path() / "recording.csv");
+    const Terminal recording;
     program.directory().write("a.console",
-                              "particles count 100\nsim record /path=recording.csv /steps=1000\n");
+                              "particles count 100\nsim record /path=" + recording.path() + " /steps=1000\n");
     program.start({"--batch", "a.console"});
 
-    // The recording is far larger than a pipe: it can't end as long as nobody reads.
+    // The recording is far larger than what a terminal has room for: it can't end as long as nobody reads.
     std::string printed;
     while (printed.find("step 100 of 1000\n") == std::string::npos) {
         recording.drain();
@@ -285,13 +319,15 @@ TEST(Batch, RunsTheTourThatIsBesideTheProgram)
     EXPECT_EQ(0, ended.exitCode);
     EXPECT_EQ("", ended.err);
     for (const char* const part :
-         {">> run tour\n>> help\nRegistered Commands:\n", "\n>> storm\n>> wind set /speed=45\n",
+         {">> run tour\n>> help\nRegistered Commands:\n", "\n>> tour_storm\n>> wind set /speed=45\n",
           "    Wind: 45 m/s, heading 90 degrees, gust 7.70126 m/s.\n", "    Unrecognized switch '/colour'\n",
           "\n>> run gusts\n>> wind gust 10\n", "    Now at step 540 (4.5 s).\n",
           "    Obstacle 7: x 20 m, y 48 m, radius 6 m.\n", "    Wrote 2 aliases to 'tour-aliases.console'.\n",
-          "\n>> run tour-aliases\n>> alias breeze \"wind set /speed=4 /heading=90; wind show\"\n    Done.\n",
-          "\n>> run slalom\n>> sim reset\n", " lines to 'tour-log.txt'.\n", "    Cleared alias 'storm'\n",
-          ">> sim resume\n    Running.\n\n\n"}) {
+          "\n>> run tour-aliases\n>> alias tour_breeze \"wind set /speed=4 /heading=90; wind show\"\n    "
+          "Done.\n",
+          "\n>> run slalom\n>> sim reset\n", " lines to 'tour-log.txt'.\n",
+          "    Cleared alias 'tour_storm'\n",
+          "    Now at step 240 (2 s).\n\n>> sim resume\n    Running.\n\n\n"}) {
         EXPECT_NE(std::string::npos, ended.out.find(part)) << part;
     }
     EXPECT_EQ(std::string::npos, ended.out.find("not a recognized"));
@@ -301,6 +337,20 @@ TEST(Batch, RunsTheTourThatIsBesideTheProgram)
     const std::string log = program.directory().read("tour-log.txt");
     EXPECT_TRUE(ended.out.starts_with(log));
     EXPECT_TRUE(log.ends_with("\n>> log_save tour-log.txt\n"));
+}
+
+TEST(Batch, HasATourThatLeavesOnesOwnAliasesAlone)
+{
+    Program program;
+    program.directory().write("a.console", "alias breeze \"wind set 1\"\nalias storm \"wind set 2\"\n"
+                                           "run tour\nhelp\n");
+    const std::string out = program.run({"--batch", "a.console"}).out;
+    EXPECT_TRUE(out.ends_with("\nAliases:\n"
+                              "    back -> \"wind set /heading=90; wind gust 10\"\n"
+                              "    breeze -> \"wind set 1\"\n"
+                              "    flip -> \"wind set /heading=270; wind gust 10\"\n"
+                              "    storm -> \"wind set 2\"\n\n"))
+        << out;
 }
 
 } // namespace

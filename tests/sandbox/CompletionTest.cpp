@@ -5,6 +5,12 @@ namespace {
 
 using Completion = SandboxFixture;
 
+/// The line `begin` with each heading that is offered.
+Lines headingsBehind(const std::string& begin)
+{
+    return {begin + " /heading=0", begin + " /heading=90", begin + " /heading=180", begin + " /heading=270"};
+}
+
 TEST_F(Completion, OffersAllSubCommandsBehindTheCommand)
 {
     EXPECT_EQ(Lines({"wind gust", "wind set", "wind show"}), completionsOf("wind "));
@@ -22,22 +28,29 @@ TEST_F(Completion, OffersSubCommandsThatBeginAsTyped)
     EXPECT_EQ(Lines(), completionsOf("sim x"));
 }
 
-TEST_F(Completion, OffersSwitchesBehindASubCommand)
+TEST_F(Completion, OffersSwitchesBareAndWithTheirValuesBehindASubCommand)
 {
-    EXPECT_EQ(Lines({"wind set /speed=", "wind set /heading="}), completionsOf("wind set "));
-    EXPECT_EQ(Lines({"sim record /path=", "sim record /steps="}), completionsOf("sim record "));
+    EXPECT_EQ(Lines({"wind set /speed=", "wind set /heading=", "wind set /speed=0", "wind set /speed=5",
+                     "wind set /speed=12", "wind set /speed=30", "wind set /heading=0",
+                     "wind set /heading=90", "wind set /heading=180", "wind set /heading=270"}),
+              completionsOf("wind set "));
+    EXPECT_EQ(Lines({"sim record /path=", "sim record /steps=", "sim record /steps=120",
+                     "sim record /steps=600", "sim record /steps=3600"}),
+              completionsOf("sim record "));
 }
 
 TEST_F(Completion, OffersSwitchesThatBeginAsTyped)
 {
-    EXPECT_EQ(Lines({"wind set /heading="}), completionsOf("wind set /h"));
-    EXPECT_EQ(Lines({"wind set /speed="}), completionsOf("wind set /speed"));
+    EXPECT_EQ(headingsBehind("wind set"), completionsOf("wind set /h"));
+    EXPECT_EQ(Lines({"sim record /path="}), completionsOf("sim record /p"));
+    EXPECT_EQ(Lines({"obstacle add /radius=3", "obstacle add /radius=5", "obstacle add /radius=10"}),
+              completionsOf("obstacle add /radius"));
     EXPECT_EQ(Lines(), completionsOf("wind set /x"));
 }
 
 TEST_F(Completion, OffersTheSwitchesThatAreNotThereYet)
 {
-    EXPECT_EQ(Lines({"wind set /speed=5 /heading="}), completionsOf("wind set /speed=5 "));
+    EXPECT_EQ(headingsBehind("wind set /speed=5"), completionsOf("wind set /speed=5 "));
     EXPECT_EQ(Lines(), completionsOf("wind set /speed=5 /heading=3 "));
 }
 
@@ -55,9 +68,7 @@ TEST_F(Completion, OffersValuesBehindTheEqualsSignOfASwitch)
 {
     EXPECT_EQ(Lines({"wind set /speed=0", "wind set /speed=5", "wind set /speed=12", "wind set /speed=30"}),
               completionsOf("wind set /speed="));
-    EXPECT_EQ(Lines({"wind set /speed=5 /heading=0", "wind set /speed=5 /heading=90",
-                     "wind set /speed=5 /heading=180", "wind set /speed=5 /heading=270"}),
-              completionsOf("wind set /speed=5 /heading="));
+    EXPECT_EQ(headingsBehind("wind set /speed=5"), completionsOf("wind set /speed=5 /heading="));
     EXPECT_EQ(Lines({"sim record /steps=120", "sim record /steps=600", "sim record /steps=3600"}),
               completionsOf("sim record /steps="));
     EXPECT_EQ(Lines({"obstacle add /x=40 /radius=3", "obstacle add /x=40 /radius=5",
@@ -73,9 +84,31 @@ TEST_F(Completion, OffersValuesThatBeginAsTyped)
 
 TEST_F(Completion, GoesOnToTheOtherSwitchesBehindAWholeValue)
 {
-    EXPECT_EQ(Lines({"wind set /speed=12 /heading="}), completionsOf("wind set /speed=12 "));
-    EXPECT_EQ(Lines({"wind set /speed=17 /heading="}), completionsOf("wind set /speed=17 "));
-    EXPECT_EQ(Lines({"sim record /path=a.csv /steps="}), completionsOf("sim record /path=a.csv "));
+    EXPECT_EQ(headingsBehind("wind set /speed=12"), completionsOf("wind set /speed=12 "));
+    EXPECT_EQ(headingsBehind("wind set /speed=17"), completionsOf("wind set /speed=17 "));
+    EXPECT_EQ(Lines({"sim record /path=a.csv /steps=120", "sim record /path=a.csv /steps=600",
+                     "sim record /path=a.csv /steps=3600"}),
+              completionsOf("sim record /path=a.csv "));
+}
+
+TEST_F(Completion, LeadsFromTheBeginningOfASwitchToItsValuesByTabAlone)
+{
+    sandbox.console().open();
+    driver.type("wind set /sp");
+    Lines shown;
+    for (int i = 0; i < 5; ++i) {
+        driver.press(Qt::Key_Tab);
+        shown.push_back(driver.input());
+    }
+    EXPECT_EQ(Lines({"wind set /speed=0", "wind set /speed=5", "wind set /speed=12", "wind set /speed=30",
+                     "wind set /speed=0"}),
+              shown);
+
+    driver.press(Qt::Key_Backtab);
+    driver.type(" ");
+    driver.press(Qt::Key_Tab);
+    driver.press(Qt::Key_Tab);
+    EXPECT_EQ("wind set /speed=30 /heading=90", driver.input());
 }
 
 TEST_F(Completion, OffersNothingWhereNothingFollows)

@@ -1,7 +1,11 @@
 #include "sandbox/GuardedRun.h"
 
+#include "sandbox/KeyTyping.h"
 #include "sandbox/SandboxFixture.h"
 #include "support/TemporaryDirectory.h"
+#include "zephyr/console/qt/ConsoleHost.h"
+
+#include <QWindow>
 
 #include <stdexcept>
 
@@ -43,6 +47,18 @@ TEST_F(GuardedRun, TurnsWhatALineThrowsIntoOneLineAndGoesOn)
                      "The console caught an exception: unknown exception", "wind show",
                      "    Wind: 12 m/s, heading 90 degrees, gust 0 m/s.", ""}),
               driver.log());
+}
+
+TEST_F(GuardedRun, WritesTheSameLinesAsTheHostOfATypedLine)
+{
+    execute(U"fail");
+    execute(U"fail number");
+    const Lines executed = driver.log();
+
+    QWindow window;
+    const console::qt::ConsoleHost host(sandbox.sharedConsole(), &window);
+    sandbox::typeInto(window, "`fail\n``fail number\n"); // opened anew, as what failed stays in the line
+    EXPECT_EQ(executed, driver.log(2 + executed.size()));
 }
 
 TEST_F(GuardedRun, LeavesTheRestOfAFileThatThrew)

@@ -1,3 +1,4 @@
+#include "sandbox/Pipe.h"
 #include "sandbox/SandboxFixture.h"
 #include "support/TemporaryDirectory.h"
 
@@ -40,6 +41,19 @@ TEST_F(LogSave, SaysWhyAFileCantBeWritten)
     EXPECT_EQ(Lines({"    Can't write 'no/log.txt': No such file or directory."}),
               answerTo("log_save no/log.txt"));
     EXPECT_EQ(Lines({"    Can't write '.': Filename refers to a directory."}), answerTo("log_save ."));
+}
+
+TEST_F(LogSave, LeavesAPipeAsItIs)
+{
+    const Pipe pipe("pipe");
+    EXPECT_EQ(Lines({"    Can't write 'pipe': it is no regular file."}), answerTo("log_save pipe"));
+    EXPECT_TRUE(std::filesystem::is_fifo("pipe"));
+}
+
+TEST_F(LogSave, IsDescribedByHelp)
+{
+    EXPECT_EQ(Lines({"    log_save FILE: Writes the log up to here as a text file.", ""}),
+              answerTo("help log_save"));
 }
 
 TEST_F(LogSave, NeedsOneName)

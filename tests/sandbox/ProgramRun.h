@@ -3,6 +3,7 @@
 
 #include "support/TemporaryDirectory.h"
 
+#include <QDeadlineTimer>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QStringList>
@@ -62,10 +63,14 @@ public:
         }
     }
 
-    /// Asks again and again until `isSo` answers true, as long as the program runs.
+    /// Asks again and again until `isSo` answers true, as long as the program runs and no longer than it may.
     void waitUntil(const std::function<bool()>& isSo)
     {
+        const QDeadlineTimer deadline(kProcessTimeout);
         while (!isSo()) {
+            if (deadline.hasExpired()) {
+                throw std::runtime_error("the program runs and runs, but what is waited for doesn't come");
+            }
             if (mProcess.waitForFinished(1)) {
                 throw std::runtime_error("the program ended: " +
                                          mProcess.readAllStandardError().toStdString());

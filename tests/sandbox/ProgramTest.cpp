@@ -155,6 +155,16 @@ TEST(Program, SaysInOneLineThatAStartupFileIsMissing)
     EXPECT_EQ("zephyr-sandbox: can't run 'no-such': there is no such file.\n", ended.err);
 }
 
+TEST(Program, SaysInOneLineThatTheUsualStartupFileCantBeRun)
+{
+    Program program;
+    program.directory().write("startup.console/a", "");
+    const Ended ended = program.run({"--quit", "--print-log"});
+    EXPECT_EQ(2, ended.exitCode);
+    EXPECT_EQ("", ended.out);
+    EXPECT_EQ("zephyr-sandbox: can't run 'startup.console': it is a directory.\n", ended.err);
+}
+
 TEST(Program, PrintsNoLogUnlessAskedTo)
 {
     Program program;
@@ -287,8 +297,8 @@ TEST(Program, CoversTheWholeWindowWithTheConsoleOnAFineScreen)
 TEST(Program, SaysInOneLineThatAPictureCantBeWritten)
 {
     for (const auto& [file, why] :
-         {std::pair("no/x.png", "No such file or directory"),
-          std::pair("/dev/full", "No space left on device"), std::pair(".", "Is a directory")}) {
+         {std::pair("no/x.png", "No such file or directory"), std::pair("/dev/full", "it is no regular file"),
+          std::pair(".", "Filename refers to a directory")}) {
         Program program;
         const Ended ended = program.run({"--screenshot", file});
         EXPECT_EQ(1, ended.exitCode) << file;

@@ -33,6 +33,7 @@ TEST_F(QuitCommand, TellsThatTheProgramShallEndBeforeItLeaves)
 
 TEST_F(QuitCommand, RefusesFurtherWords)
 {
+    EXPECT_EQ("    Invalid usage", answerTo("quit quit").front());
     EXPECT_EQ(
         Lines({"    Invalid usage", "    ",
                "    Ends the program; whatever stands behind it in a file is not run.", "    Usage: quit"}),
@@ -41,7 +42,7 @@ TEST_F(QuitCommand, RefusesFurtherWords)
 
 TEST_F(QuitCommand, IsDescribedByHelp)
 {
-    EXPECT_EQ(Lines({"    : Ends the program; whatever stands behind it in a file is not run.", ""}),
+    EXPECT_EQ(Lines({"    quit: Ends the program; whatever stands behind it in a file is not run.", ""}),
               answerTo("help quit"));
 }
 

@@ -2,6 +2,7 @@
 
 #include "sandbox/KeyTyping.h"
 #include "sandbox/SandboxFixture.h"
+#include "sandbox/WaitUntil.h"
 #include "support/TemporaryDirectory.h"
 
 #include <QColor>
@@ -21,14 +22,6 @@
 
 namespace zephyr::test {
 namespace {
-
-/// Lets the event loop run until `isSo`.
-void waitUntil(const std::function<bool()>& isSo)
-{
-    while (!isSo()) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    }
-}
 
 /// A window that says when it has been painted.
 class PaintedWindow : public sandbox::SandboxWindow
@@ -60,7 +53,7 @@ protected:
         window.resize(640, 360);
         window.whenShown([this] { ++shown; });
         window.show();
-        waitUntil([this] { return shown > 0; });
+        waitUntil("the window is shown", [this] { return shown > 0; });
     }
 
     /// Presses and releases a key. \return whether the press was accepted.
@@ -90,7 +83,7 @@ protected:
         QObject::connect(&timer, &QTimer::timeout, [&] { ++ticks; });
         window.whenPainted = [&] { ++paintings; };
         timer.start(20); // longer than the window's own
-        waitUntil([&] { return ticks == 10; });
+        waitUntil("time has passed", [&] { return ticks == 10; });
         window.whenPainted = [] {};
         return paintings;
     }
@@ -99,7 +92,7 @@ protected:
     {
         bool isPainted = false;
         window.whenPainted = [&] { isPainted = true; };
-        waitUntil([&] { return isPainted; });
+        waitUntil("the window is painted", [&] { return isPainted; });
         window.whenPainted = [] {};
     }
 
@@ -124,7 +117,7 @@ protected:
     void letRun()
     {
         const auto before = sandbox.simulation().stepCount();
-        waitUntil([&] { return sandbox.simulation().stepCount() >= before + 5; });
+        waitUntil("the simulation has run", [&] { return sandbox.simulation().stepCount() >= before + 5; });
     }
 
     void fillLog()
@@ -277,7 +270,7 @@ TEST_F(SandboxWindow, ForwardsItsSize)
 
     press(Qt::Key_PageDown);
     window.resize(640, 200);
-    waitUntil([this] { return window.frame().height() == 200; });
+    waitUntil("the window has its size", [this] { return window.frame().height() == 200; });
     QCoreApplication::processEvents();
     press(Qt::Key_PageUp);
     EXPECT_EQ(static_cast<unsigned>(200 / lineHeight), scrollOffset());
@@ -397,6 +390,16 @@ protected:
         return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
     }
 
+    void waitForSteps()
+    {
+        waitUntil("a thousand steps are recorded", [&] { return countOf("        step 1000 of") == 1; });
+    }
+
+    void waitForEnd()
+    {
+        waitUntil("the recording is done", [&] { return !isWorking(); });
+    }
+
     bool isWorking() { return sandbox.recording().isWorking(); }
 
     const TemporaryDirectory directory;
@@ -412,7 +415,7 @@ TEST_F(Recording, TellsHowFarItIsWhileTheWindowGoesOnBeingPainted)
             painted.insert(countOf("        step "));
         }
     };
-    waitUntil([&] { return !isWorking(); });
+    waitForEnd();
 
     EXPECT_GT(painted.size(), 4U);
     EXPECT_EQ(10U, countOf("        step "));
@@ -427,7 +430,7 @@ TEST_F(Recording, IsTheOnlyOneThatMovesTheSimulationOn)
     const auto before = sandbox.simulation().stepCount();
     start("a.csv", 300);
     enter("sim step 5");
-    waitUntil([&] { return !isWorking(); });
+    waitForEnd();
     EXPECT_EQ(before + 300, sandbox.simulation().stepCount());
     EXPECT_EQ(1U, countOf("    Still recording to '" + pathOf("a.csv") + "', step 0 of 300."));
     letRun();
@@ -441,16 +444,16 @@ TEST_F(Recording, RefusesASecondOneWhileItWorks)
     EXPECT_EQ(1U, countOf("    Still recording to '" + pathOf("a.csv") +
                           "', step 0 of 300.  'sim reset' ends that."));
 
-    waitUntil([&] { return !isWorking(); });
+    waitForEnd();
     start("b.csv", 1);
-    waitUntil([&] { return !isWorking(); });
+    waitForEnd();
     EXPECT_EQ(101U, rowsOf("b.csv"));
 }
 
 TEST_F(Recording, EndsEarlyByAReset)
 {
     start("a.csv", 10000);
-    waitUntil([&] { return countOf("        step 1000 of") == 1; });
+    waitForSteps();
     enter("sim reset");
     EXPECT_FALSE(isWorking());
     EXPECT_EQ(1U, countOf("    The recording to '" + pathOf("a.csv") + "' ended early, at step "));
@@ -467,15 +470,26 @@ TEST_F(Recording, EndsEarlyByAReset)
 TEST_F(Recording, EndsEarlyWhenTheProgramQuits)
 {
     start("a.csv", 10000);
+    waitForSteps();
     enter("quit");
     EXPECT_FALSE(isWorking());
-    EXPECT_EQ(1U, countOf("    The recording to '" + pathOf("a.csv") + "' ended early, at step 0 of 10000."));
+    EXPECT_EQ(1U, countOf("    The recording to '" + pathOf("a.csv") + "' ended early, at step "));
+    EXPECT_GE(rowsOf("a.csv"), 1U + 1000U * 100U);
+}
+
+TEST_F(Recording, SaysWhenItEndsEarlyThatTheDiskIsFull)
+{
+    enter("sim record /path=/dev/full");
+    enter("sim reset"); // while the first rows have yet to be written
+    EXPECT_FALSE(isWorking());
+    EXPECT_EQ(1U, countOf("    Can't write '/dev/full': No space left on device."));
+    EXPECT_EQ(0U, countOf("    The recording to "));
 }
 
 TEST_F(Recording, EndsWithALineWhenTheDiskIsFull)
 {
     enter("sim record /path=/dev/full");
-    waitUntil([&] { return !isWorking(); });
+    waitForEnd();
     EXPECT_EQ("    Can't write '/dev/full': No space left on device.", driver.log().back());
 
     enter("sim record /path=" + QString::fromStdString(pathOf("no/a.csv")));
@@ -495,7 +509,7 @@ TEST_F(Recording, IsWaitedForByWhoeverAsks)
         ++calls;
     });
     EXPECT_EQ(1, calls);
-    waitUntil([&] { return calls > 1; });
+    waitUntil("whoever asked is told", [&] { return calls > 1; });
     EXPECT_EQ(1U + 100U * 100U, rowsOf("a.csv"));
 }
 

@@ -1,3 +1,4 @@
+#include "sandbox/Pipe.h"
 #include "sandbox/SandboxFixture.h"
 #include "support/TemporaryDirectory.h"
 
@@ -164,6 +165,16 @@ TEST_F(SimCommand, SaysInOneLineWhyAFileCantBeWritten)
               answerTo("sim record /path=" + path + "/no/x.csv"));
     EXPECT_EQ(Lines({"    Can't write '" + path + "': Is a directory."}),
               answerTo("sim record /path=" + path));
+    EXPECT_EQ(0U, sandbox.simulation().stepCount());
+}
+
+TEST_F(SimCommand, RecordsIntoNoPipeWhichMightNeverTakeAnything)
+{
+    const TemporaryDirectory directory;
+    const WorkingDirectory here(directory.path());
+    const Pipe pipe("pipe");
+    EXPECT_EQ(Lines({"    Can't write 'pipe': it is no regular file."}),
+              answerTo("sim record /path=pipe /steps=1"));
     EXPECT_EQ(0U, sandbox.simulation().stepCount());
 }
 

@@ -81,5 +81,21 @@ TEST_F(StartupFile, MustBeThereAndReadableWhenItIsNamed)
     EXPECT_EQ("can't run 'folder': it is a directory.", complaint());
 }
 
+TEST_F(StartupFile, MayBeMissingButNotUnreadableWhenItIsTheUsualOne)
+{
+    EXPECT_EQ("", complaint());
+    directory.write("startup.console/a", "");
+    EXPECT_EQ("can't run 'startup.console': it is a directory.", complaint());
+    options.skipsStartup = true;
+    EXPECT_EQ("", complaint());
+}
+
+TEST_F(StartupFile, IsCalledAsTheUserCallsIt)
+{
+    EXPECT_EQ("startup.console", startupName(options));
+    options.startup = "calm";
+    EXPECT_EQ("calm", startupName(options));
+}
+
 } // namespace
 } // namespace zephyr::test

@@ -1,5 +1,6 @@
 #include "sandbox/SandboxFixture.h"
 #include "sandbox/SandboxWindow.h"
+#include "sandbox/WaitUntil.h"
 
 #include <QCoreApplication>
 #include <QImage>
@@ -21,9 +22,7 @@ protected:
         window.resize(640, 360);
         window.whenShown([&] { isShown = true; });
         window.show();
-        while (!isShown) {
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        }
+        waitUntil("the window is shown", [&] { return isShown; });
     }
 
     void send(QEvent::Type type, QPointF place, Qt::MouseButton button)

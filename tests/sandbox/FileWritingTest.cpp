@@ -1,0 +1,63 @@
+#include "sandbox/FileWriting.h"
+
+#include "sandbox/Pipe.h"
+#include "support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+namespace zephyr::sandbox {
+namespace {
+
+class FileWriting : public testing::Test
+{
+protected:
+    QString pathOf(const char* name) const
+    {
+        return QString::fromStdString((directory.path() / name).string());
+    }
+
+    test::TemporaryDirectory directory;
+};
+
+TEST_F(FileWriting, HasNothingAgainstARegularFileOrNone)
+{
+    const std::filesystem::path file = directory.write("a", "");
+    for (const Devices devices : {Devices::Refused, Devices::Taken}) {
+        EXPECT_EQ("", reasonNotToWrite(file, devices));
+        EXPECT_EQ("", reasonNotToWrite(directory.path() / "none", devices));
+        EXPECT_EQ("", reasonNotToWrite(std::string(300, 'x'), devices));
+    }
+}
+
+TEST_F(FileWriting, RefusesAPipeAndALinkToOne)
+{
+    const test::Pipe pipe(directory.path() / "pipe");
+    std::filesystem::create_symlink("pipe", directory.path() / "link");
+    for (const Devices devices : {Devices::Refused, Devices::Taken}) {
+        EXPECT_EQ("it is no regular file", reasonNotToWrite(directory.path() / "pipe", devices));
+        EXPECT_EQ("it is no regular file", reasonNotToWrite(directory.path() / "link", devices));
+    }
+}
+
+TEST_F(FileWriting, TakesADeviceOnlyWhereItIsToldTo)
+{
+    EXPECT_EQ("it is no regular file", reasonNotToWrite("/dev/null", Devices::Refused));
+    EXPECT_EQ("", reasonNotToWrite("/dev/null", Devices::Taken));
+}
+
+TEST_F(FileWriting, ReplacesWhatIsThereWhole)
+{
+    directory.write("a", "something longer");
+    EXPECT_EQ("", writeWhole(pathOf("a"), "new"));
+    EXPECT_EQ("new", directory.read("a"));
+}
+
+TEST_F(FileWriting, LeavesAPipeAsItIs)
+{
+    const test::Pipe pipe(directory.path() / "pipe");
+    EXPECT_EQ("it is no regular file", writeWhole(pathOf("pipe"), "new"));
+    EXPECT_TRUE(std::filesystem::is_fifo(directory.path() / "pipe"));
+}
+
+} // namespace
+} // namespace zephyr::sandbox
