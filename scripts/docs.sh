@@ -1,14 +1,10 @@
 #!/usr/bin/env bash
-# Draws the diagrams of the guides, and builds the reference into build/docs/html and that of the inside into
-# build/docs/internals; any warning of Doxygen fails.
+# Builds the reference into build/docs/html and that of the inside into build/docs/internals; any warning of Doxygen
+# fails.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
 scripts/install-packages.sh "${docs_packages[@]}"
-
-for diagram in docs/diagrams/*.dot; do
-  dot -Tsvg "$diagram" -o "docs/images/$(basename "$diagram" .dot).svg"
-done
 
 version=$(sed -n 's/^project(ZephyrConsole VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 mkdir -p build/docs

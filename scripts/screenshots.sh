@@ -1,9 +1,14 @@
 #!/usr/bin/env bash
-# Takes every picture in docs/images anew, from the real program. Look at each before you commit it.
+# Takes every picture in docs/images anew, from the real program, and draws every diagram there. Look at each before you
+# commit it.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
-scripts/install-packages.sh "${build_packages[@]}"
+scripts/install-packages.sh "${build_packages[@]}" "${docs_packages[@]}"
+
+for diagram in docs/diagrams/*.dot; do
+  dot -Tsvg "$diagram" -o "docs/images/$(basename "$diagram" .dot).svg"
+done
 
 cmake --preset release >/dev/null
 cmake --build --preset release --target zephyr-sandbox
@@ -24,7 +29,8 @@ shoot() {
     --screenshot "$images/$name.png" --quit
 }
 
-# Time stands still but for these steps, so that the pictures are the same each time.
+# Time stands still but for these steps, so that the pictures are the same each time; only the order in which "run list"
+# answers is the file system's.
 moved=('sim pause' 'run slalom' 'sim step 1200')
 
 shoot simulation 960x540 '' "${moved[@]}"

@@ -30,6 +30,12 @@ trap clean_up EXIT
 "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${files[@]}" >/dev/null
 dpkg -L "${packages[@]}" | grep -i zephyr | sort -u >"$installed"
 
+# An optimised build has no debug information, so that not even the libraries name the folder they were built in.
+if xargs -d '\n' grep -lF "$PWD" -d skip <"$installed"; then
+  echo "error: these installed files name a folder of the build" >&2
+  exit 1
+fi
+
 mapfile -t documents < <(grep '\.md$' "$installed")
 /usr/bin/python3 scripts/check_links.py "${documents[@]}"
 

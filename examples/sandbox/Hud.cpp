@@ -21,9 +21,9 @@ namespace zephyr::sandbox {
 
 namespace {
 
-constexpr char kHints[] = "Key left of 1 or back-quote (`)  console     Space  pause     R  restart     G  "
-                          "gust     Arrows  wind     "
-                          "Left button  obstacle     Right button  removes it";
+constexpr char kHints[] =
+    "Key left of 1 (`)  console     Space  pause     R  restart     G  gust     Arrows  wind     "
+    "Left button  obstacle     Right button  removes it";
 constexpr char kUnknownRate[] = "\u2013 frames/s";
 constexpr char kRate[] = "%1 frames/s";
 constexpr char kTime[] = "%1 s";
