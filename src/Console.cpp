@@ -32,6 +32,7 @@ const std::u32string kAliasesHeading = U"Aliases:";
 const std::u32string kEveryCommand = U"*";
 
 constexpr char32_t kWordDelimiter = U' ';
+constexpr char32_t kQuote = U'"';
 constexpr std::u32string_view kWordChars = U"abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
 constexpr std::string_view kComment = "//";
 
@@ -486,6 +487,9 @@ void Console::showLine(const std::u32string& line)
 
 void Console::clearInputLine()
 {
+    if (mCursorPos == 0 && mInputLength == 0) {
+        return; // as for every line that isn't typed; no other thread writes them
+    }
     const std::lock_guard lock(mMutex);
     mCursorPos = 0;
     mInputLength = 0;
@@ -564,7 +568,7 @@ bool Console::autoComplete(bool backwards)
     if (applyCompletion(backwards)) {
         return true;
     }
-    const std::u32string line = activeInput();
+    std::u32string line = activeInput();
     std::vector<std::u32string> words = splitString(line, kWordDelimiter);
     if (words.empty()) {
         return false;
@@ -576,7 +580,7 @@ bool Console::autoComplete(bool backwards)
     const HostCodeScope scope(*this);
     mCompletions = command->getAutoCompleteResults(ConsoleArgs(std::move(words)));
     mCompletionIndex = kNoCompletion;
-    mCompletionBase = line;
+    mCompletionBase = std::move(line); // not copied, which could fail and leave the list to another line
     applyCompletion(backwards);
     return false; // deliberately: the key that builds the list does not count as consumed
 }
@@ -614,10 +618,14 @@ void Console::execute(const std::u32string& line)
 
 void Console::execute(const std::u32string& line, bool recordInHistory)
 {
-    std::u32string copy = line;
-    appendLine(copy, Input, 0);
-    maskQuoted(copy, kWordDelimiter);
-    std::vector<std::u32string> words = splitString(copy, kWordDelimiter);
+    appendLine(line, Input, 0);
+    std::u32string copy;
+    if (line.find(kQuote) != std::u32string::npos) {
+        copy = line;
+        maskQuoted(copy, kWordDelimiter);
+    }
+    const std::u32string& masked = copy.empty() ? line : copy; // without quotes they are the same
+    std::vector<std::u32string> words = splitString(masked, kWordDelimiter);
     for (std::u32string& word : words) {
         unmask(word, kWordDelimiter);
     }
@@ -631,7 +639,7 @@ void Console::execute(const std::u32string& line, bool recordInHistory)
         }
         return;
     }
-    dispatch(std::move(words), copy, recordInHistory);
+    dispatch(std::move(words), masked, recordInHistory);
 }
 
 /// Runs the command that the first word names. `maskedLine` is what the history records.
@@ -655,9 +663,8 @@ void Console::dispatch(std::vector<std::u32string> words, const std::u32string& 
 void Console::runCommand(ConsoleCommand& command, std::vector<std::u32string> words)
 {
     const ConsoleArgs args(std::move(words));
-    const std::u32string target = args.redirectTarget();
-    if (!target.empty()) {
-        openRedirect(target);
+    if (args.hasRedirect()) {
+        openRedirect(args.redirectTarget());
     }
     {
         const HostCodeScope scope(*this);

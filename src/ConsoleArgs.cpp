@@ -21,19 +21,17 @@ bool isRedirectToken(std::u32string_view word)
 
 } // namespace
 
-ConsoleArgs::ConsoleArgs(std::vector<std::u32string> words)
+ConsoleArgs::ConsoleArgs(std::vector<std::u32string> words) : mArgs(std::move(words))
 {
-    bool seenRedirect = false;
-    for (std::u32string& word : words) {
-        if (isRedirectToken(word)) {
-            seenRedirect = true;
-            mRedirectOpen = mRedirectOpen || word == kRedirectOpen;
-        } else if (!seenRedirect) {
-            mArgs.push_back(std::move(word));
+    const auto redirect = std::find_if(mArgs.begin(), mArgs.end(), isRedirectToken);
+    for (auto word = redirect; word != mArgs.end(); ++word) {
+        if (isRedirectToken(*word)) {
+            mRedirectOpen = mRedirectOpen || *word == kRedirectOpen;
         } else {
-            mRedirectTarget = std::move(word); // the last plain word wins
+            mRedirectTarget = std::move(*word); // the last plain word wins
         }
     }
+    mArgs.erase(redirect, mArgs.end());
 }
 
 const std::u32string& ConsoleArgs::cmd() const

@@ -19,7 +19,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
+#include <numeric>
 #include <string_view>
 
 namespace zephyr::console {
@@ -64,6 +66,11 @@ std::vector<QStaticText> displayLinesOf(const LogEntry& entry)
 /// At least the number of marks that one letter of `text` carries, each of which makes it reach up.
 std::size_t mostMarks(std::u32string_view text)
 {
+    // Nearly every text has none, which this tells of several code points at a time.
+    const char32_t bits = std::accumulate(text.begin(), text.end(), char32_t{0}, std::bit_or<char32_t>());
+    if (bits < kFirstMark) {
+        return 0;
+    }
     return static_cast<std::size_t>(std::count_if(
         text.begin(), text.end(), [](char32_t c) { return c >= kFirstMark && QChar::isMark(c); }));
 }

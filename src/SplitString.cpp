@@ -26,6 +26,7 @@ void replaceInsideQuotes(std::u32string& text, char32_t from, char32_t to)
 std::vector<std::u32string> splitString(std::u32string_view text, char32_t delimiter)
 {
     std::vector<std::u32string> pieces;
+    pieces.reserve(1 + static_cast<std::size_t>(std::count(text.begin(), text.end(), delimiter)));
     std::size_t begin = 0;
     for (std::size_t end = text.find(delimiter); end != std::u32string_view::npos;
          end = text.find(delimiter, begin)) {

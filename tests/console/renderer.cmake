@@ -1,5 +1,6 @@
 zephyr_add_test(NAME console_renderer SOURCES
   ConsoleRendererTest.cpp
   ConsoleRendererBlinkTest.cpp
+  ConsoleRendererLayoutTest.cpp
   ConsoleRendererPropertyTest.cpp
   ${PROJECT_SOURCE_DIR}/tests/support/PlainRenderer.cpp)

@@ -1,0 +1,60 @@
+// How many entries a renderer lays out, which decides what a frame over a long log costs.
+
+#include "support/ConsoleView.h"
+#include "support/PrivateMember.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+namespace zephyr::test {
+
+using console::ConsoleRenderer;
+using LineCache = std::vector<std::vector<QStaticText>>;
+
+struct LineCacheOf : PrivateMember<LineCacheOf, LineCache ConsoleRenderer::*>
+{};
+template struct Open<LineCacheOf, &ConsoleRenderer::mLineCache>;
+
+namespace {
+
+constexpr int kLogLength = 20000; // entries
+constexpr int kFitting = 20;      // lines
+
+std::ptrdiff_t entriesLaidOut(const ConsoleRenderer& renderer)
+{
+    const LineCache& cache = renderer.*memberPointer(LineCacheOf());
+    return std::count_if(cache.begin(), cache.end(), [](const auto& lines) { return !lines.empty(); });
+}
+
+TEST(ConsoleRendererLayout, LaysOutOnlyTheNewestEntriesThatFit)
+{
+    ConsoleRenderer renderer;
+    const ConsoleView view{.log = numberedLog(kLogLength)};
+    drawnBy(renderer, view, sceneOfLines(kFitting));
+    // Two lines are the prompt's, and one entry tells that no more fit.
+    EXPECT_EQ(entriesLaidOut(renderer), kFitting - 2 + 1);
+}
+
+TEST(ConsoleRendererLayout, LaysOutOnlyTheOldestEntriesThatFitAndThoseThatMayReachUpIntoView)
+{
+    ConsoleRenderer renderer;
+    const ConsoleView view{.log = numberedLog(kLogLength), .scroll = kLogLength};
+    drawnBy(renderer, view, sceneOfLines(kFitting));
+    EXPECT_GE(entriesLaidOut(renderer), kFitting);
+    EXPECT_LE(entriesLaidOut(renderer), kFitting + 2);
+}
+
+TEST(ConsoleRendererLayout, LaysOutOneEntryForOneThatIsWritten)
+{
+    ConsoleRenderer renderer;
+    ConsoleView view{.log = numberedLog(kLogLength)};
+    drawnBy(renderer, view, sceneOfLines(kFitting));
+    const std::ptrdiff_t before = entriesLaidOut(renderer);
+    view.log.push_back(output(U"newest"));
+    drawnBy(renderer, view, sceneOfLines(kFitting));
+    EXPECT_EQ(entriesLaidOut(renderer), before + 1);
+}
+
+} // namespace
+} // namespace zephyr::test
