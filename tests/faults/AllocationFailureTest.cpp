@@ -1,0 +1,293 @@
+#include "FailingAllocation.h"
+#include "support/ConsoleDriver.h"
+#include "support/KeyTable.h"
+#include "support/LogLine.h"
+#include "support/ScriptedCommand.h"
+#include "support/TemporaryDirectory.h"
+#include "zephyr/console/Console.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <new>
+#include <string>
+#include <vector>
+
+namespace zephyr::console {
+namespace {
+
+using test::ConsoleDriver;
+using test::FailingAllocation;
+using Lines = std::vector<test::LogLine>;
+
+// Longer than what a string holds without an allocation.
+const std::u32string kLongText = U"a text that needs memory of its own";
+
+void addSay(Console& console)
+{
+    test::addCommand(console, U"say").onExecute = [](const ConsoleArgs& args, Console& c) {
+        c.write(args.subCmd() + kLongText, Output);
+    };
+}
+
+/// A console with a host's commands, in an empty current directory.
+class Subject
+{
+public:
+    Subject()
+    {
+        addSay(mConsole);
+        test::addCompletingCommand(mConsole, U"pick", {kLongText + U"1", kLongText + U"2"});
+        mConsole.execute(U"alias both \"say one; say two\"");
+        mConsole.open();
+        mConsole.setWindowSize({400, 100});
+        ConsoleDriver(mConsole).type("say an earlier line that needs memory\n");
+    }
+
+    Console& console() { return mConsole; }
+
+private:
+    Console mConsole;
+};
+
+/// Whether `log` begins with all of `before`.
+testing::AssertionResult beginsWith(const Lines& log, const Lines& before)
+{
+    if (log.size() >= before.size() && std::equal(before.begin(), before.end(), log.begin())) {
+        return testing::AssertionSuccess();
+    }
+    return testing::AssertionFailure() << "an entry of the log was lost or changed";
+}
+
+/// That the console works as if nothing had happened, its mutex included.
+void expectUsable(Console& console)
+{
+    addSay(console);
+    ConsoleDriver driver(console);
+    EXPECT_LE(console.cursorPosition(), console.activeInput().size());
+    console.open();
+    driver.type("say x");
+    EXPECT_EQ(driver.input(), "say x");
+    const std::size_t before = console.snapshot().lines().size();
+    driver.press(test::KeyReturn);
+    EXPECT_EQ(
+        test::logLines(console, before),
+        (Lines{test::echo("say x"), test::output("xa text that needs memory of its own"), test::output("")}));
+    EXPECT_EQ(driver.input(), "");
+}
+
+class AllocationFailure : public testing::Test
+{
+protected:
+    using Operation = std::function<void(Console&)>;
+
+    /// Runs `operation` on a new console with the allocation `successes` ahead failing. \return whether it
+    /// came to that.
+    static bool failOnce(const Operation& prepare, const Operation& operation, std::size_t successes)
+    {
+        Subject subject;
+        Console& console = subject.console();
+        prepare(console);
+        const Lines before = test::logLines(console, 0);
+        const bool failed = runFailing(console, operation, successes);
+        EXPECT_TRUE(beginsWith(test::logLines(console, 0), before));
+        expectUsable(console);
+        return failed;
+    }
+
+    /// Lets each allocation of `operation` fail in turn.
+    static void failEverywhere(
+        const Operation& operation, const Operation& prepare = [](Console&) {})
+    {
+        std::size_t successes = 0;
+        while (failOnce(prepare, operation, successes)) {
+            ++successes;
+            ASSERT_FALSE(HasFailure()) << "after " << successes - 1 << " allocations";
+        }
+        EXPECT_GT(successes, 0U) << "nothing was allocated";
+        RecordProperty("allocations", static_cast<int>(successes));
+    }
+
+    static void type(Console& console, const std::string& text) { ConsoleDriver(console).type(text); }
+
+    static Operation executing(const std::u32string& line)
+    {
+        return [line](Console& console) { console.execute(line); };
+    }
+
+    static Operation pressing(int key, int modifiers = 0, const std::u32string& text = {})
+    {
+        return [key, modifiers, text](Console& console) { console.keyPressed(key, modifiers, text); };
+    }
+
+    static Operation typing(const std::string& text)
+    {
+        return [text](Console& console) { type(console, text); };
+    }
+
+    /// \return whether an allocation failed.
+    static bool runFailing(Console& console, const Operation& operation, std::size_t successes)
+    {
+        const FailingAllocation failing(successes);
+        try {
+            operation(console);
+        } catch (const std::bad_alloc&) {
+            EXPECT_TRUE(failing.hasFailed());
+        }
+        return failing.hasFailed();
+    }
+
+    static std::vector<std::u32string> texts(const ConsoleSnapshot& snapshot)
+    {
+        std::vector<std::u32string> all;
+        for (const LogEntry& entry : snapshot.lines()) {
+            all.push_back(entry.text);
+        }
+        return all;
+    }
+
+    test::TemporaryDirectory mDirectory;
+    test::WorkingDirectory mWorkingDirectory{mDirectory.path()};
+};
+
+TEST_F(AllocationFailure, LeavesNoConsoleWhereItIsConstructed)
+{
+    std::size_t successes = 0;
+    for (bool failed = true; failed; ++successes) {
+        const FailingAllocation failing(successes);
+        try {
+            const Console console;
+            EXPECT_FALSE(failing.hasFailed()) << "a console was made without memory for it";
+        } catch (const std::bad_alloc&) {
+            EXPECT_TRUE(failing.hasFailed());
+        }
+        failed = failing.hasFailed();
+    }
+    EXPECT_GT(successes, 5U);
+}
+
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereACommandRuns)
+{
+    failEverywhere(executing(U"say \"some words\" that need memory of their own"));
+}
+
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereNothingIsCalledSo)
+{
+    failEverywhere(executing(U"nothing_that_is_registered at all"));
+}
+
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereAnAliasRuns)
+{
+    failEverywhere(executing(U"both"));
+}
+
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereAnAliasIsDefined)
+{
+    failEverywhere(executing(U"alias another_name_with_memory \"say a; say something longer\""));
+}
+
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereHelpIsWritten)
+{
+    failEverywhere(executing(U"help"));
+    failEverywhere(executing(U"help *"));
+}
+
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereACommandIsRedirected)
+{
+    failEverywhere(executing(U"say x > a_file_with_a_name_that_needs_memory"));
+}
+
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereACommandReplacesItself)
+{
+    failEverywhere(executing(U"swap"), [](Console& console) {
+        test::addCommand(console, U"swap").onExecute = [](const ConsoleArgs&, Console& c) {
+            test::addCommand(c, U"swap");
+        };
+    });
+}
+
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereACommandShutsItDown)
+{
+    failEverywhere(executing(U"quit"), [](Console& console) {
+        test::addCommand(console, U"quit").onExecute = [](const ConsoleArgs&, Console& c) { c.shutdown(); };
+    });
+}
+
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereALineIsSubmitted)
+{
+    failEverywhere(pressing(test::KeyReturn), typing("say \"several words\" that need memory"));
+}
+
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereTheBufferGrows)
+{
+    // The buffer grows with each code point that is inserted, and moves once for that.
+    failEverywhere(typing("y"), [](Console& console) {
+        type(console, "x");
+        console.keyPressed(test::KeyHome, 0, {});
+    });
+}
+
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereWordsAreErasedOrPassed)
+{
+    for (const int key : {test::KeyBackspace, test::KeyDelete, test::KeyLeft, test::KeyRight}) {
+        failEverywhere(pressing(key, test::kControl), [](Console& console) {
+            type(console, "some words that need memory of their own");
+            for (int i = 0; i < 10; ++i) {
+                console.keyPressed(test::KeyLeft, 0, {});
+            }
+        });
+    }
+}
+
+TEST_F(AllocationFailure, LeavesNoCompletionOfAnotherLineWhereOneIsBegun)
+{
+    const Operation completed = [](Console& console) { type(console, "pick an_argument_with_memory"); };
+    failEverywhere(pressing(test::KeyTab), completed);
+
+    std::size_t successes = 0;
+    for (bool failed = true; failed; ++successes) {
+        Subject subject;
+        ConsoleDriver driver(subject.console());
+        completed(subject.console());
+        failed = runFailing(subject.console(), pressing(test::KeyTab), successes);
+        driver.press(test::KeyTab);
+        EXPECT_TRUE(driver.input().starts_with("pick a text that needs memory of its own")) << driver.input();
+    }
+}
+
+TEST_F(AllocationFailure, LeavesASnapshotWhollyTakenOrNotAtAll)
+{
+    failEverywhere([](Console& console) { console.snapshot(); });
+}
+
+TEST_F(AllocationFailure, LeavesASnapshotAsItWasWhereItIsRefreshed)
+{
+    std::size_t successes = 0;
+    for (bool failed = true; failed; ++successes) {
+        Subject subject;
+        Console& console = subject.console();
+        ConsoleSnapshot snapshot = console.snapshot();
+        const ConsoleSnapshot before = snapshot;
+        console.execute(U"both");
+        type(console, "a line that needs memory of its own");
+        failed = runFailing(
+            console, [&](Console& c) { c.refresh(snapshot); }, successes);
+        const ConsoleSnapshot expected = failed ? before : console.snapshot();
+        EXPECT_EQ(texts(snapshot), texts(expected));
+        EXPECT_EQ(snapshot.activeInput(), expected.activeInput());
+        EXPECT_EQ(snapshot.cursorPosition(), expected.cursorPosition());
+        expectUsable(console);
+    }
+    EXPECT_GT(successes, 5U);
+}
+
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereAnyThreadWrites)
+{
+    failEverywhere([](Console& console) { console.writeIndented("a text that needs memory of its own", 4); });
+}
+
+} // namespace
+} // namespace zephyr::console
