@@ -1,1 +1,1 @@
-zephyr_add_test(NAME console_refresh SOURCES ConsoleRefreshTest.cpp)
+zephyr_add_test(NAME console_refresh SOURCES ConsoleRefreshTest.cpp ONE_THREAD)

@@ -3,4 +3,4 @@ zephyr_add_test(NAME console_renderer SOURCES
   ConsoleRendererBlinkTest.cpp
   ConsoleRendererLayoutTest.cpp
   ConsoleRendererPropertyTest.cpp
-  ${PROJECT_SOURCE_DIR}/tests/support/PlainRenderer.cpp)
+  ${PROJECT_SOURCE_DIR}/tests/support/PlainRenderer.cpp ONE_THREAD)
