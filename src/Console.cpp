@@ -32,7 +32,6 @@ const std::u32string kAliasesHeading = U"Aliases:";
 const std::u32string kEveryCommand = U"*";
 
 constexpr char32_t kWordDelimiter = U' ';
-constexpr char32_t kQuote = U'"';
 constexpr std::u32string_view kWordChars = U"abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
 constexpr std::string_view kComment = "//";
 
@@ -616,19 +615,11 @@ void Console::execute(const std::u32string& line)
     execute(line, false);
 }
 
-void Console::execute(const std::u32string& line, bool recordInHistory)
+void Console::execute(std::u32string line, bool recordInHistory)
 {
-    appendLine(line, Input, 0);
-    std::u32string copy;
-    if (line.find(kQuote) != std::u32string::npos) {
-        copy = line;
-        maskQuoted(copy, kWordDelimiter);
-    }
-    const std::u32string& masked = copy.empty() ? line : copy; // without quotes they are the same
-    std::vector<std::u32string> words = splitString(masked, kWordDelimiter);
-    for (std::u32string& word : words) {
-        unmask(word, kWordDelimiter);
-    }
+    std::vector<std::u32string> words = splitUnquoted(line, kWordDelimiter);
+    std::u32string recorded = recordInHistory ? line : std::u32string();
+    appendLine(std::move(line), Input, 0); // before anything that the line does
     if (words.empty()) {
         return;
     }
@@ -639,17 +630,17 @@ void Console::execute(const std::u32string& line, bool recordInHistory)
         }
         return;
     }
-    dispatch(std::move(words), masked, recordInHistory);
+    maskQuoted(recorded, kWordDelimiter); // deliberately recorded so
+    dispatch(std::move(words), std::move(recorded), recordInHistory);
 }
 
 /// Runs the command that the first word names. `maskedLine` is what the history records.
-void Console::dispatch(std::vector<std::u32string> words, const std::u32string& maskedLine,
-                       bool recordInHistory)
+void Console::dispatch(std::vector<std::u32string> words, std::u32string maskedLine, bool recordInHistory)
 {
     ConsoleCommand* command = lookupCommand(words.front());
     if (recordInHistory) {
         mHistoryIndex = kNoRecord;
-        mCmdBuffer.push_back({command, maskedLine});
+        mCmdBuffer.push_back({command, std::move(maskedLine)});
     }
     if (command == nullptr) {
         appendLine(U"'" + words.front() + kUnknownCommandEnd, Output, 0);
@@ -789,13 +780,14 @@ void Console::newline()
     appendLine(std::u32string(), Output, 0);
 }
 
-void Console::appendLine(const std::u32string& text, ConsoleMessageType type, unsigned indent)
+void Console::appendLine(std::u32string text, ConsoleMessageType type, unsigned indent)
 {
     const std::lock_guard lock(mMutex);
-    mLog.push_back({text, type, indent});
+    mLog.push_back({std::move(text), type, indent});
     // A stream that was never opened says that it is good.
     if (mRedirectStream.is_open() && mRedirectStream.good()) {
-        mRedirectStream << StringUtil::toString(text) << '\n';
+        const std::string line = StringUtil::toString(mLog.back().text);
+        mRedirectStream.write(line.data(), static_cast<std::streamsize>(line.size())).put('\n');
     }
 }
 

@@ -67,7 +67,7 @@ std::vector<QStaticText> displayLinesOf(const LogEntry& entry)
 std::size_t mostMarks(std::u32string_view text)
 {
     // Nearly every text has none, which this tells of several code points at a time.
-    const char32_t bits = std::accumulate(text.begin(), text.end(), char32_t{0}, std::bit_or<char32_t>());
+    const char32_t bits = std::accumulate(text.begin(), text.end(), char32_t{0}, std::bit_or<>());
     if (bits < kFirstMark) {
         return 0;
     }
@@ -147,7 +147,6 @@ std::int64_t ConsoleRenderer::lowestTop(const ConsoleSnapshot& snapshot, std::u3
 std::int64_t ConsoleRenderer::drawLog(const ConsoleSnapshot& snapshot, const QFontMetrics& metrics,
                                       int height, std::int64_t lowest, QPainter& p)
 {
-    mLineCache.resize(std::max(mLineCache.size(), snapshot.lines().size()));
     std::int64_t y = metrics.height();
     for (std::size_t i = firstEntryToDraw(snapshot, metrics.height(), height); i < snapshot.lines().size();
          ++i) {
@@ -186,11 +185,30 @@ std::size_t ConsoleRenderer::firstEntryToDraw(const ConsoleSnapshot& snapshot, i
 const std::vector<QStaticText>& ConsoleRenderer::displayLines(const ConsoleSnapshot& snapshot,
                                                               std::size_t index)
 {
-    std::vector<QStaticText>& lines = mLineCache[index];
+    std::vector<QStaticText>& lines = cachedLines(index);
     if (lines.empty()) {
         lines = displayLinesOf(snapshot.lines()[index]);
     }
     return lines;
+}
+
+/// The entry's place in the cache, which grows to both sides, so that a frame pays for no entry that it doesn't reach.
+std::vector<QStaticText>& ConsoleRenderer::cachedLines(std::size_t index)
+{
+    if (mLineCache.empty()) {
+        mFirstCached = index;
+    }
+    if (index < mFirstCached) {
+        // Doubled, as the walk comes nearer by one entry at a time, and each time all others move.
+        const std::size_t room = std::min(mFirstCached, std::max(mFirstCached - index, mLineCache.size()));
+        mLineCache.insert(mLineCache.begin(), room, {});
+        mFirstCached -= room;
+    }
+    const std::size_t position = index - mFirstCached;
+    if (position >= mLineCache.size()) {
+        mLineCache.resize(position + 1);
+    }
+    return mLineCache[position];
 }
 
 void ConsoleRenderer::advanceBlinkClock(const ElapsedSimTime& elapsed, const ConsoleSnapshot& snapshot)

@@ -21,6 +21,12 @@ void replaceInsideQuotes(std::u32string& text, char32_t from, char32_t to)
     }
 }
 
+/// Counts, where a search would do, since that is done for several code points at a time.
+bool contains(std::u32string_view text, char32_t c)
+{
+    return std::count(text.begin(), text.end(), c) > 0;
+}
+
 } // namespace
 
 std::vector<std::u32string> splitString(std::u32string_view text, char32_t delimiter)
@@ -37,6 +43,20 @@ std::vector<std::u32string> splitString(std::u32string_view text, char32_t delim
         pieces.emplace_back(text.substr(begin));
     }
     return pieces;
+}
+
+std::vector<std::u32string> splitUnquoted(const std::u32string& text, char32_t delimiter)
+{
+    if (!contains(text, kQuote) && !contains(text, kMask)) {
+        return splitString(text, delimiter);
+    }
+    std::u32string masked = text;
+    maskQuoted(masked, delimiter);
+    std::vector<std::u32string> words = splitString(masked, delimiter);
+    for (std::u32string& word : words) {
+        unmask(word, delimiter);
+    }
+    return words;
 }
 
 void maskQuoted(std::u32string& text, char32_t delimiter)

@@ -12,6 +12,10 @@ namespace zephyr::console {
 /// and an empty text gives no piece.
 std::vector<std::u32string> splitString(std::u32string_view text, char32_t delimiter);
 
+/// Splits `text` at each `delimiter` but those that stand between double quotes, which stay. Each U+FFFF becomes a
+/// `delimiter` of its word.
+std::vector<std::u32string> splitUnquoted(const std::u32string& text, char32_t delimiter);
+
 /// Replaces each `delimiter` that stands between an odd-numbered double quote and the next one by U+FFFF, so
 /// that splitString() passes over it. An unmatched quote reaches to the end of the text. The quotes stay.
 void maskQuoted(std::u32string& text, char32_t delimiter);

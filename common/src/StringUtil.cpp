@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <type_traits>
 
 namespace zephyr {
 
@@ -18,6 +19,20 @@ constexpr std::string_view kUtf8Replacement = "\xEF\xBF\xBD";
 constexpr char32_t kReplacement = QChar::ReplacementCharacter;
 constexpr std::string_view kAsciiWhiteSpace = " \t\n\v\f\r";
 constexpr std::size_t kLongestSequence = 4; // bytes
+
+// Whether all of `text` is ASCII, which is the same in every form of Unicode. Nearly all text is, and it is told of
+// several characters at a time.
+template <typename Char>
+bool isAscii(std::basic_string_view<Char> text)
+{
+    using Value = std::make_unsigned_t<Char>;
+    constexpr Value kBeyond = 0x80;
+    Value bits = 0;
+    for (const Char c : text) {
+        bits = static_cast<Value>(bits | static_cast<Value>(c));
+    }
+    return bits < kBeyond;
+}
 
 bool isWellFormed(std::string_view utf8)
 {
@@ -135,6 +150,9 @@ std::u32string StringUtil::trim(std::u32string_view text)
 
 std::string StringUtil::toString(std::u32string_view text)
 {
+    if (isAscii(text)) {
+        return std::string(text.begin(), text.end());
+    }
     QString utf16;
     utf16.reserve(static_cast<qsizetype>(text.size()));
     for (const char32_t value : text) {
@@ -145,6 +163,9 @@ std::string StringUtil::toString(std::u32string_view text)
 
 std::u32string StringUtil::toU32String(std::string_view text)
 {
+    if (isAscii(text)) {
+        return std::u32string(text.begin(), text.end());
+    }
     if (isWellFormed(text)) {
         return decoded(text);
     }

@@ -25,7 +25,7 @@ QString reasonNotToWrite(const std::filesystem::path& path, Devices devices)
 
 QString writeWhole(const QString& path, const QByteArray& bytes)
 {
-    const QString reason = reasonNotToWrite(QFile::encodeName(path).toStdString(), Devices::Refused);
+    QString reason = reasonNotToWrite(QFile::encodeName(path).toStdString(), Devices::Refused);
     if (!reason.isEmpty()) {
         return reason;
     }

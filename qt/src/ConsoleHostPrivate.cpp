@@ -82,7 +82,7 @@ ConsoleHost::Private::Private(ConsoleHost& host, const std::shared_ptr<Console>&
       mEvents(events),
       mHost(&host),
       mKeys([this](const QString& line) {
-          if (mHost) {
+          if (!mHost.isNull()) {
               emit mHost->exceptionCaught(line);
           }
       })
@@ -108,11 +108,11 @@ bool ConsoleHost::Private::handle(QObject* watched, QEvent& event)
 /// A window's key events come to it, and its input-method events to the object in it that has the focus.
 void ConsoleHost::Private::watchFocusObject(QObject* focused)
 {
-    if (mFocused && mHost) {
+    if (!mFocused.isNull() && !mHost.isNull()) {
         mFocused->removeEventFilter(mHost);
     }
     mFocused = focused == mEvents ? nullptr : focused;
-    if (mFocused && mHost) {
+    if (!mFocused.isNull() && !mHost.isNull()) {
         mFocused->installEventFilter(mHost);
     }
 }
@@ -281,7 +281,7 @@ void ConsoleHost::Private::updateInputMethod() const
 void ConsoleHost::Private::takeSize()
 {
     const BorrowedConsole console(mConsole);
-    if (!console || !mEvents) {
+    if (!console || mEvents.isNull()) {
         return;
     }
     const auto length = [this](const char* property) {
@@ -373,7 +373,7 @@ bool ConsoleHost::Private::noticeOpen()
         mWatch.forget();
     }
     updateInputMethod();
-    if (mHost) {
+    if (!mHost.isNull()) {
         emit mHost->openChanged(open);
     }
     requestRepaint();
@@ -395,14 +395,14 @@ void ConsoleHost::Private::tick()
 
 void ConsoleHost::Private::requestRepaint()
 {
-    if (mHost) {
+    if (!mHost.isNull()) {
         emit mHost->repaintNeeded();
     }
 }
 
 void ConsoleHost::Private::paint(QPainter& painter)
 {
-    if (mHost && QThread::currentThread() == mHost->thread()) {
+    if (!mHost.isNull() && QThread::currentThread() == mHost->thread()) {
         noticeOpen();
     }
     const BorrowedConsole console(mConsole);

@@ -43,7 +43,7 @@ struct Listeners
 Listeners& listeners()
 {
     // Never destroyed: the last messages come at the program's end.
-    static Listeners* const instance = new Listeners;
+    static auto* const instance = new Listeners;
     return *instance;
 }
 

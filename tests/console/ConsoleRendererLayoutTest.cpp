@@ -45,6 +45,28 @@ TEST(ConsoleRendererLayout, LaysOutOnlyTheOldestEntriesThatFitAndThoseThatMayRea
     EXPECT_LE(entriesLaidOut(renderer), kFitting + 2);
 }
 
+TEST(ConsoleRendererLayout, KeepsRoomForNoEntriesThatNoFrameReached)
+{
+    ConsoleRenderer renderer;
+    drawnBy(renderer, ConsoleView{.log = numberedLog(kLogLength)}, sceneOfLines(kFitting));
+    EXPECT_LE((renderer.*memberPointer(LineCacheOf())).size(), 2U * kFitting);
+}
+
+TEST(ConsoleRendererLayout, KeepsWhatWasLaidOutWhileTheViewMovesToBothSides)
+{
+    ConsoleRenderer renderer;
+    ConsoleView view{.log = numberedLog(kLogLength)};
+    for (const std::uint32_t scroll : {10000U, 10100U, 0U, 20000U, 10000U}) {
+        view.scroll = scroll;
+        EXPECT_TRUE(
+            samePixels(drawnBy(renderer, view, sceneOfLines(kFitting)), drawn(view, sceneOfLines(kFitting))))
+            << scroll;
+    }
+    const std::ptrdiff_t before = entriesLaidOut(renderer);
+    drawnBy(renderer, view, sceneOfLines(kFitting));
+    EXPECT_EQ(entriesLaidOut(renderer), before);
+}
+
 TEST(ConsoleRendererLayout, LaysOutOneEntryForOneThatIsWritten)
 {
     ConsoleRenderer renderer;

@@ -225,9 +225,9 @@ private:
     ZEPHYR_CONSOLE_NO_EXPORT bool applyCompletion(bool backwards);
     ZEPHYR_CONSOLE_NO_EXPORT void resetCompletion();
 
-    ZEPHYR_CONSOLE_NO_EXPORT void execute(const std::u32string& line, bool recordInHistory);
-    ZEPHYR_CONSOLE_NO_EXPORT void dispatch(std::vector<std::u32string> words,
-                                           const std::u32string& maskedLine, bool recordInHistory);
+    ZEPHYR_CONSOLE_NO_EXPORT void execute(std::u32string line, bool recordInHistory);
+    ZEPHYR_CONSOLE_NO_EXPORT void dispatch(std::vector<std::u32string> words, std::u32string maskedLine,
+                                           bool recordInHistory);
     ZEPHYR_CONSOLE_NO_EXPORT void runCommand(ConsoleCommand& command, std::vector<std::u32string> words);
     ZEPHYR_CONSOLE_NO_EXPORT void openRedirect(const std::u32string& target);
     ZEPHYR_CONSOLE_NO_EXPORT void closeRedirect();
@@ -237,8 +237,7 @@ private:
     ZEPHYR_CONSOLE_NO_EXPORT void warnOfSeveral(const std::vector<std::filesystem::path>& candidates,
                                                 const std::u32string& name);
 
-    ZEPHYR_CONSOLE_NO_EXPORT void appendLine(const std::u32string& text, ConsoleMessageType type,
-                                             unsigned indent);
+    ZEPHYR_CONSOLE_NO_EXPORT void appendLine(std::u32string text, ConsoleMessageType type, unsigned indent);
     ZEPHYR_CONSOLE_NO_EXPORT void scrollLines(int lines);
     ZEPHYR_CONSOLE_NO_EXPORT void resetScroll();
     ZEPHYR_CONSOLE_NO_EXPORT unsigned visibleLineCount() const;

@@ -55,10 +55,12 @@ private:
                          std::int64_t lowest, QPainter& p);
     std::size_t firstEntryToDraw(const ConsoleSnapshot& snapshot, int lineHeight, int height);
     const std::vector<QStaticText>& displayLines(const ConsoleSnapshot& snapshot, std::size_t index);
+    std::vector<QStaticText>& cachedLines(std::size_t index);
     void advanceBlinkClock(const ElapsedSimTime& elapsed, const ConsoleSnapshot& snapshot);
     std::u32string inputWithCursor(const ConsoleSnapshot& snapshot) const;
 
-    std::vector<std::vector<QStaticText>> mLineCache;
+    std::vector<std::vector<QStaticText>> mLineCache; // from the first entry that a frame reached to the last
+    std::size_t mFirstCached = 0;
     std::uint32_t mLastCursorPos = 0;
     double mBlinkTime = 0.0; // seconds since the cursor last moved
 
