@@ -1,0 +1,207 @@
+// Files that fail a running console: disks that fill up, places that may not be written, files that change underneath.
+
+#include "support/ConsoleFilesFixture.h"
+#include "support/Unprivileged.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <string>
+
+#include <sys/mount.h>
+#include <sys/resource.h>
+
+namespace zephyr::test {
+namespace {
+
+namespace fs = std::filesystem;
+using console::Console;
+using console::ConsoleArgs;
+
+constexpr int kLines = 5000;
+constexpr std::size_t kDiskSize = 65536; // bytes, less than the lines take
+const std::string kLine(59, 'x');
+
+/// While it lives, no file of this process grows beyond kDiskSize.
+class FileSizeLimit
+{
+public:
+    FileSizeLimit()
+    {
+        getrlimit(RLIMIT_FSIZE, &mBefore);
+        rlimit limited = mBefore;
+        limited.rlim_cur = kDiskSize;
+        setrlimit(RLIMIT_FSIZE, &limited);
+        mHandlerBefore = std::signal(SIGXFSZ, SIG_IGN); // or the system would end the process
+    }
+
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &mBefore);
+        std::signal(SIGXFSZ, mHandlerBefore);
+    }
+
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit mBefore{};
+    void (*mHandlerBefore)(int) = nullptr;
+};
+
+/// A file system of kDiskSize in `directory` while it lives, where the process may mount one.
+class SmallDisk
+{
+public:
+    explicit SmallDisk(fs::path directory) : mDirectory(std::move(directory))
+    {
+        const std::string options = "size=" + std::to_string(kDiskSize);
+        mIsMounted = mount("tmpfs", mDirectory.c_str(), "tmpfs", 0, options.c_str()) == 0;
+    }
+
+    ~SmallDisk()
+    {
+        if (mIsMounted) {
+            umount(mDirectory.c_str());
+        }
+    }
+
+    SmallDisk(const SmallDisk&) = delete;
+    SmallDisk& operator=(const SmallDisk&) = delete;
+
+    bool isMounted() const { return mIsMounted; }
+
+private:
+    fs::path mDirectory;
+    bool mIsMounted;
+};
+
+class FileFault : public ConsoleFilesFixture
+{
+protected:
+    FileFault()
+    {
+        add(U"fill", [](const ConsoleArgs&, Console& console) {
+            for (int i = 0; i < kLines; ++i) {
+                console.write(kLine, console::Output);
+            }
+        });
+        addWriter(U"say", U"said");
+    }
+
+    /// That a command fills the disk on which `file` is, loses nothing from the log, and leaves the file as far as it
+    /// got.
+    void expectFilled(const std::string& file)
+    {
+        const Lines log = logOf("fill > " + file);
+        ASSERT_EQ(log.size(), kLines + 2U);
+        EXPECT_EQ(log[kLines], output(kLine));
+        const std::string written = mDirectory.read(file);
+        EXPECT_GT(written.size(), kDiskSize / 2);
+        EXPECT_LE(written.size(), kDiskSize);
+        EXPECT_EQ(written.substr(0, 2 * (kLine.size() + 1)), kLine + '\n' + kLine + '\n');
+        EXPECT_EQ(logOf("say"), (Lines{echo("say"), output("said"), output("")}));
+    }
+
+    void expectRedirected(const std::string& file)
+    {
+        execute("say > " + file);
+        EXPECT_EQ(mDirectory.read(file), "said\n");
+    }
+};
+
+TEST_F(FileFault, KeepsTheLogWhereAFileMayNotGrowFurther)
+{
+    {
+        const FileSizeLimit limit;
+        expectFilled("out");
+    }
+    expectRedirected("other");
+}
+
+TEST_F(FileFault, KeepsTheLogWhereADiskFillsUpHalfWay)
+{
+    const SmallDisk disk(makeDirectory("disk"));
+    if (!disk.isMounted()) {
+        GTEST_SKIP()
+            << "only the superuser may mount a file system; the limited file above fails in the same way";
+    }
+    expectFilled("disk/out");
+    expectRedirected("other");
+    fs::remove(at("disk/out"));
+    expectRedirected("disk/out");
+}
+
+TEST_F(FileFault, WritesToTheLogOnlyWhereTheTargetIsADirectory)
+{
+    makeDirectory("folder");
+    EXPECT_EQ(logOf("say > folder"), (Lines{echo("say > folder"), output("said"), output("")}));
+    expectRedirected("other");
+}
+
+using FileFaultDeathTest = FileFault;
+
+TEST_F(FileFaultDeathTest, WritesToTheLogOnlyWhereTheUserMayNotWrite)
+{
+    mDirectory.write("kept", "as it was");
+    EXPECT_EXIT(runUnprivileged([this] {
+                    execute("say > kept");
+                    execute("say > new");
+                    execute("say");
+                    printLog(mConsole);
+                }),
+                testing::ExitedWithCode(0), "^say > kept\nsaid\n\nsay > new\nsaid\n\nsay\nsaid\n\n$");
+    EXPECT_EQ(mDirectory.read("kept"), "as it was");
+    EXPECT_FALSE(mDirectory.has("new"));
+}
+
+TEST_F(FileFault, RunsAFileToItsEndThoughItIsRemovedMeanwhile)
+{
+    add(U"remove", [this](const ConsoleArgs&, Console&) { fs::remove(at("go.console")); });
+    EXPECT_TRUE(mConsole.runFile(mDirectory.write("go.console", "remove\nsay\nsay\n")));
+    EXPECT_FALSE(mDirectory.has("go.console"));
+    EXPECT_EQ(log(), (Lines{echo("remove"), output(""), echo("say"), output("said"), output(""), echo("say"),
+                            output("said"), output("")}));
+}
+
+TEST_F(FileFault, RunsTheFileThatItOpenedThoughAnotherTakesItsPlaceMeanwhile)
+{
+    add(U"replace", [this](const ConsoleArgs&, Console&) {
+        fs::rename(mDirectory.write("other", "fill\n"), at("go.console"));
+    });
+    EXPECT_TRUE(mConsole.runFile(mDirectory.write("go.console", "replace\nsay\n")));
+    EXPECT_EQ(log(), (Lines{echo("replace"), output(""), echo("say"), output("said"), output("")}));
+}
+
+TEST_F(FileFault, EndsAFileThatIsEmptiedMeanwhileAndRunsOn)
+{
+    std::string text = "empty\n";
+    while (text.size() < kDiskSize) { // more than is read at once
+        text += "say\n";
+    }
+    add(U"empty", [this](const ConsoleArgs&, Console&) { mDirectory.write("go.console", ""); });
+    EXPECT_TRUE(mConsole.runFile(mDirectory.write("go.console", text)));
+    const Lines ran = log();
+    EXPECT_LT(ran.size(), kDiskSize / 4);
+    EXPECT_EQ(ran.front(), echo("empty"));
+    EXPECT_EQ(logOf("say"), (Lines{echo("say"), output("said"), output("")}));
+}
+
+TEST_F(FileFault, RunsLinesThatAreAppendedMeanwhile)
+{
+    int rounds = 0;
+    add(U"again", [this, &rounds](const ConsoleArgs&, Console&) {
+        if (++rounds < 3) {
+            std::ofstream(at("go.console"), std::ios::app) << "again\n";
+        }
+    });
+    EXPECT_TRUE(mConsole.runFile(mDirectory.write("go.console", "again\n")));
+    EXPECT_EQ(rounds, 3);
+    EXPECT_EQ(log(),
+              (Lines{echo("again"), output(""), echo("again"), output(""), echo("again"), output("")}));
+}
+
+} // namespace
+} // namespace zephyr::test
