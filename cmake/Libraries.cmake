@@ -1,8 +1,8 @@
 include(CMakePackageConfigHelpers)
 include(GenerateExportHeader)
 
-# zephyr_compile_settings(TARGET): the language level, visibility, warnings and instrumentation that hold for
-# all code of this project.
+# zephyr_compile_settings(TARGET): the language level, visibility, warnings, instrumentation and hardening that
+# hold for all code of this project.
 function(zephyr_compile_settings target)
   target_compile_features(${target} PUBLIC cxx_std_17 PRIVATE cxx_std_20)
   set_target_properties(${target} PROPERTIES
@@ -11,7 +11,8 @@ function(zephyr_compile_settings target)
     VISIBILITY_INLINES_HIDDEN ON
     POSITION_INDEPENDENT_CODE ON)
   target_link_libraries(${target} PRIVATE
-    $<BUILD_INTERFACE:zephyr_warnings> $<BUILD_INTERFACE:zephyr_instrumentation>)
+    $<BUILD_INTERFACE:zephyr_warnings> $<BUILD_INTERFACE:zephyr_instrumentation>
+    $<BUILD_INTERFACE:zephyr_hardening>)
 endfunction()
 
 # zephyr_add_library(TARGET ALIAS name PACKAGE package EXPORT_HEADER path MACRO prefix HEADERS dir LINKS target...

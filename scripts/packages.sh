@@ -6,4 +6,5 @@ test_packages=("${build_packages[@]}" libqt6opengl6-dev qt6-declarative-dev libx
 check_packages=("${test_packages[@]}" clang-format clang-tidy clang-tools)
 coverage_packages=("${test_packages[@]}" gcovr)
 docs_packages=(doxygen graphviz fonts-dejavu-core python3-markdown-it python3-mdit-py-plugins)
-package_packages=("${docs_packages[@]}" "${build_packages[@]}" dpkg-dev file lintian)
+package_packages=("${docs_packages[@]}" "${build_packages[@]}" dpkg-dev binutils file lintian)
+bench_packages=("${build_packages[@]}" libbenchmark-dev tcl-dev liblua5.4-dev gnuplot-nox python3)

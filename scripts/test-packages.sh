@@ -36,6 +36,14 @@ if xargs -d '\n' grep -lF "$PWD" -d skip <"$installed"; then
   exit 1
 fi
 
+for library in $(grep '\.so\.1$' "$installed"); do
+  if ! readelf -d "$library" | grep -q BIND_NOW || ! readelf -l "$library" | grep -q GNU_RELRO ||
+    ! readelf -s "$library" | grep -q __stack_chk_fail; then
+    echo "error: $library is not hardened" >&2
+    exit 1
+  fi
+done
+
 mapfile -t documents < <(grep '\.md$' "$installed")
 /usr/bin/python3 scripts/check_links.py "${documents[@]}"
 

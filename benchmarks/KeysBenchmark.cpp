@@ -1,0 +1,118 @@
+// What a key costs, which neither the log nor the history may change.
+
+#include "support/Workload.h"
+
+#include <Qt>
+
+#include <memory>
+
+namespace zephyr::bench {
+namespace {
+
+using console::Console;
+using console::ConsoleArgs;
+
+constexpr int kCandidates = 1000;
+constexpr std::int64_t kKeysInLine = 1000;
+constexpr std::int64_t kShortHistory = 100;   // records
+constexpr std::int64_t kLongHistory = 100000; // records
+constexpr std::int64_t kUps = 10000;
+constexpr std::int64_t kFirstTabs = 1000; // an erasure lowers the line's limit, which is 2048 at first
+
+void type(Console& console, std::u32string_view text)
+{
+    for (const char32_t c : text) {
+        console.keyPressed(Qt::Key_A, Qt::NoModifier, std::u32string(1, c));
+    }
+}
+
+void press(Console& console, int key)
+{
+    console.keyPressed(key, Qt::NoModifier, std::u32string());
+}
+
+/// Offers candidates that are moved out at once, so that only the console's part is measured from the second
+/// Tab on.
+class ManyCandidates : public console::ConsoleCommand
+{
+public:
+    std::u32string name() const override { return U"choose"; }
+    void execute(const ConsoleArgs&, Console&) override {}
+
+    std::vector<std::u32string> getAutoCompleteResults(const ConsoleArgs&) override
+    {
+        return std::vector<std::u32string>(kCandidates, U"candidate");
+    }
+};
+
+/// An open console with a log and a history. Each record writes to the log as well.
+std::unique_ptr<Console> usedConsole(const benchmark::State& state)
+{
+    auto console = std::make_unique<Console>();
+    console->registerCommand(std::make_unique<ManyCandidates>());
+    console->open();
+    for (std::int64_t i = 0; i < state.range(1); ++i) {
+        type(*console, U"choose one");
+        press(*console, Qt::Key_Return);
+    }
+    fillLog(*console, logLength(state));
+    return console;
+}
+
+void typeAKey(benchmark::State& state)
+{
+    const std::unique_ptr<Console> console = usedConsole(state);
+    const std::u32string text = U"a";
+    while (state.KeepRunningBatch(kKeysInLine)) {
+        console->open(); // with an empty line
+        for (std::int64_t i = 0; i < kKeysInLine; ++i) {
+            console->keyPressed(Qt::Key_A, Qt::NoModifier, text);
+        }
+    }
+}
+
+void pressFirstTab(benchmark::State& state)
+{
+    const std::unique_ptr<Console> console = usedConsole(state);
+    type(*console, U"choose ");
+    for (auto _ : state) {
+        press(*console, Qt::Key_Tab);
+        // The line is edited, so that the next Tab asks again.
+        press(*console, Qt::Key_Backspace);
+        type(*console, U"e");
+    }
+}
+
+void pressNextTab(benchmark::State& state)
+{
+    const std::unique_ptr<Console> console = usedConsole(state);
+    type(*console, U"choose ");
+    press(*console, Qt::Key_Tab);
+    for (auto _ : state) {
+        press(*console, Qt::Key_Tab);
+    }
+}
+
+void pressUp(benchmark::State& state)
+{
+    const std::unique_ptr<Console> console = usedConsole(state);
+    for (auto _ : state) {
+        press(*console, Qt::Key_Up);
+    }
+}
+
+void keySettings(benchmark::internal::Benchmark* registered)
+{
+    for (const std::int64_t log : {kSmallLog, kMediumLog, kLargeLog}) {
+        registered->Args({log, kShortHistory});
+    }
+    registered->Args({kLargeLog, kLongHistory})->MeasureProcessCPUTime();
+}
+
+BENCHMARK(typeAKey)->Name("key/console")->Apply(keySettings);
+BENCHMARK(pressFirstTab)->Name("first_tab/console")->Apply(keySettings)->Iterations(kFirstTabs);
+BENCHMARK(pressNextTab)->Name("next_tab/console")->Apply(keySettings);
+BENCHMARK(pressUp)->Name("up/console")->Apply(keySettings)->Iterations(kUps);
+
+} // namespace
+} // namespace zephyr::bench

@@ -1,0 +1,147 @@
+// What a log line costs in memory: what the allocator holds more, its own overhead and spare room included,
+// divided by the lines. Every figure is the same in each run; the times mean nothing.
+
+#include "support/Workload.h"
+#include "zephyr/common/ElapsedSimTime.h"
+#include "zephyr/common/Time.h"
+#include "zephyr/console/ConsoleRenderer.h"
+#include "zephyr/console/ConsoleSnapshot.h"
+
+#include <QImage>
+#include <QPainter>
+
+#include <malloc.h>
+
+#include <cstdint>
+
+namespace zephyr::bench {
+namespace {
+
+using console::Console;
+using console::ConsoleRenderer;
+using console::ConsoleSnapshot;
+
+const ElapsedSimTime kFrameTime(Time(1.0 / 60.0));
+
+/// Bytes that the allocator has handed out.
+double bytesInUse()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return static_cast<double>(info.uordblks + info.hblkhd);
+}
+
+/// Reports what the allocator has handed out since `before`, by line.
+void reportSince(benchmark::State& state, double before)
+{
+    state.counters["bytes_per_line"] = (bytesInUse() - before) / static_cast<double>(state.range(0));
+}
+
+void measureVector(benchmark::State& state)
+{
+    for (auto _ : state) {
+        const double before = bytesInUse();
+        const std::vector<console::LogEntry> log = grownLog(logLength(state));
+        reportSince(state, before);
+    }
+}
+
+void measureConsole(benchmark::State& state)
+{
+    for (auto _ : state) {
+        const double before = bytesInUse();
+        Console console;
+        fillLog(console, logLength(state));
+        reportSince(state, before);
+    }
+}
+
+void measureSnapshot(benchmark::State& state)
+{
+    Console console;
+    fillLog(console, logLength(state));
+    for (auto _ : state) {
+        const double before = bytesInUse();
+        const ConsoleSnapshot snapshot = console.snapshot();
+        reportSince(state, before);
+    }
+}
+
+void measureRefreshedSnapshot(benchmark::State& state)
+{
+    Console console;
+    fillLog(console, logLength(state));
+    for (auto _ : state) {
+        const double before = bytesInUse();
+        ConsoleSnapshot snapshot = console.snapshot();
+        console.newline();
+        console.refresh(snapshot); // makes room for more
+        reportSince(state, before);
+    }
+}
+
+/// A renderer that has drawn the newest lines of a log, in an image of full HD.
+class DrawnLog
+{
+public:
+    explicit DrawnLog(std::size_t lines) : mImage(1920, 1080, QImage::Format_ARGB32_Premultiplied)
+    {
+        mConsole.open();
+        fillLog(mConsole, lines);
+        mConsole.refresh(mSnapshot);
+        ConsoleRenderer().render(kFrameTime, mSnapshot, mPainter); // so that Qt has the letters already
+    }
+
+    void drawFrame() { mRenderer.render(kFrameTime, mSnapshot, mPainter); }
+
+    void drawEveryLine()
+    {
+        constexpr double kDegreesOfHalfAPage = 300.0; // 30 lines, fewer than fit
+        for (std::uint32_t scrolled = 1; mSnapshot.scrollOffset() != scrolled; mConsole.refresh(mSnapshot)) {
+            drawFrame();
+            scrolled = mSnapshot.scrollOffset();
+            mConsole.mouseWheel(Angle(kDegreesOfHalfAPage), Angle(0.0));
+        }
+    }
+
+private:
+    Console mConsole;
+    ConsoleSnapshot mSnapshot = mConsole.snapshot();
+    QImage mImage;
+    QPainter mPainter{&mImage};
+    ConsoleRenderer mRenderer;
+};
+
+void measureRendererAfterAFrame(benchmark::State& state)
+{
+    DrawnLog log(logLength(state));
+    for (auto _ : state) {
+        const double before = bytesInUse();
+        log.drawFrame();
+        reportSince(state, before);
+    }
+}
+
+void measureRendererAfterEveryLine(benchmark::State& state)
+{
+    DrawnLog log(logLength(state));
+    for (auto _ : state) {
+        const double before = bytesInUse();
+        log.drawEveryLine();
+        reportSince(state, before);
+    }
+}
+
+void memorySettings(benchmark::internal::Benchmark* registered)
+{
+    registered->Apply(logLengths)->Iterations(1)->Repetitions(1);
+}
+
+BENCHMARK(measureVector)->Name("memory/floor")->Apply(memorySettings);
+BENCHMARK(measureConsole)->Name("memory/console")->Apply(memorySettings);
+BENCHMARK(measureSnapshot)->Name("memory/snapshot")->Apply(memorySettings);
+BENCHMARK(measureRefreshedSnapshot)->Name("memory/refreshed")->Apply(memorySettings);
+BENCHMARK(measureRendererAfterAFrame)->Name("memory/first_frame")->Apply(memorySettings);
+BENCHMARK(measureRendererAfterEveryLine)->Name("memory/every_line")->Apply(memorySettings);
+
+} // namespace
+} // namespace zephyr::bench

@@ -1,0 +1,8 @@
+# What distributions build with: checked calls of the C library, guarded stacks, and tables that are read-only once a
+# program runs. Not under sanitizers, which check more.
+add_library(zephyr_hardening INTERFACE)
+if(NOT ZEPHYR_CONSOLE_SANITIZERS AND CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  target_compile_options(zephyr_hardening INTERFACE
+    -fstack-protector-strong $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE> $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
+  target_link_options(zephyr_hardening INTERFACE LINKER:-z,relro LINKER:-z,now)
+endif()

@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds for release, runs every benchmark and prints each figure against its floor.
+# Arguments go to the benchmarks: scripts/bench.sh --benchmark_repetitions=1 --benchmark_min_time=0.001
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+scripts/install-packages.sh "${bench_packages[@]}"
+
+cmake -S . -B build/bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DZEPHYR_CONSOLE_BUILD_TESTS=OFF \
+  -DZEPHYR_CONSOLE_BUILD_EXAMPLES=OFF -DZEPHYR_CONSOLE_BUILD_BENCHMARKS=ON >/dev/null
+cmake --build build/bench --target benchmarks
+
+results=$PWD/build/bench/results
+rm -rf "$results"
+mkdir -p "$results"
+for program in build/bench/benchmarks/*_benchmark; do
+  # A row and its floor take turns, so that what else the machine does meets both.
+  "$program" --benchmark_enable_random_interleaving=true --benchmark_repetitions=11 --benchmark_min_time=0.05 \
+    "$@" --benchmark_out_format=json --benchmark_out="$results/$(basename "$program" _benchmark).json" >/dev/null
+done
+scripts/bench_report.py table "$results"

@@ -1,0 +1,150 @@
+#!/usr/bin/env python3
+"""Reports what scripts/bench.sh measured: bench_report.py table|data FOLDER-WITH-JSON
+
+table: each figure against its floor, in Markdown.
+data:  the medians for plotting, one file a row: log length, then a column for each of COLUMNS.
+"""
+
+import json
+import statistics
+import sys
+from collections import defaultdict
+from pathlib import Path
+
+# What is measured, in the order of the table, and how many floors it may cost.
+ROWS = {
+    "render_newest": ("`render`, newest lines in view", 1.10),
+    "render_oldest": ("`render`, scrolled to the oldest line", 1.10),
+    "one_line": ("`refresh` and `render`, one line written since", 1.10),
+    "one_line_copy": ("`snapshot` and `render`, one line written since", None),
+    "first_frame": ("first frame of a fresh renderer", 1.2),
+    "first_frame_oldest": ("the same, scrolled to the oldest line", None),
+    "snapshot": ("`snapshot` by value", 1.05),
+    "write": ("`write` of code points", 1.3),
+    "write_utf8": ("`write` of UTF-8", None),
+    "write_redirected": ("`write` while redirected", 1.5),
+    "execute": ("`execute` of five words among 1,000 commands", 1.3),
+    "run_file": ("`runFile` of 100,000 lines", 1.1),
+    "key": ("a key that types", None),
+    "first_tab": ("a Tab that asks for 1,000 candidates, an erasure and a key", None),
+    "next_tab": ("a Tab to the next of 1,000 candidates", None),
+    "up": ("an Up", None),
+}
+MEMORY = {
+    "floor": "a vector of the same entries",
+    "console": "console",
+    "snapshot": "`snapshot`",
+    "refreshed": "snapshot that was refreshed",
+    "first_frame": "renderer after a frame",
+    "every_line": "renderer that has shown every line",
+}
+OTHERS = {"textedit": "`QPlainTextEdit`", "tcl": "Tcl", "lua": "Lua"}
+COLUMNS = ("floor", "console", "textedit")
+NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
+
+
+class Results:
+    """Processor times in nanoseconds and bytes a line, by row, contestant and log length."""
+
+    def __init__(self, folder):
+        self.times = defaultdict(list)
+        self.bytes = {}
+        for file in sorted(folder.glob("*.json")):
+            for run in json.loads(file.read_text())["benchmarks"]:
+                if run["run_type"] == "iteration":
+                    self._add(run)
+
+    def _add(self, run):
+        row, who, *length = [part for part in run["name"].split("/") if ":" not in part and part != "process_time"]
+        key = (row, who, tuple(int(part) for part in length))
+        if run.get("error_occurred"):
+            sys.exit(f"error: {run['name']}: {run['error_message']}")
+        self.times[key].append(run["cpu_time"] * NANOSECONDS[run["time_unit"]])
+        if "bytes_per_line" in run:
+            self.bytes[key] = run["bytes_per_line"]
+
+    def median(self, *key):
+        return statistics.median(self.times[key]) if key in self.times else None
+
+    def noise(self, *key):
+        """Half of the distance between the quartiles, as a share of the median."""
+        times = self.times[key]
+        if len(times) < 4:
+            return 0.0
+        low, middle, high = statistics.quantiles(times, n=4)
+        return (high - low) / 2 / middle
+
+    def lengths(self, row):
+        return sorted({key[2] for key in self.times if key[0] == row})
+
+
+def duration(nanoseconds):
+    for unit, size in (("s", 1e9), ("ms", 1e6), ("µs", 1e3)):
+        if nanoseconds >= size:
+            return f"{nanoseconds / size:.3g} {unit}"
+    return f"{nanoseconds:.3g} ns"
+
+
+def length_name(length):
+    return " / ".join(f"{part:,}" for part in length)
+
+
+def against(results, row, who, length):
+    """The contestant's time and how many floors that is."""
+    floor = results.median(row, "floor", length)
+    time = results.median(row, who, length)
+    if time is None:
+        return None
+    return f"{time / floor:.2f}" if floor else duration(time)
+
+
+def print_times(results):
+    print("| | lines | floor | console | ratio | aim | noise | instead |\n|---|--:|--:|--:|--:|--:|--:|---|")
+    for row, (title, aim) in ROWS.items():
+        for length in results.lengths(row):
+            floor = results.median(row, "floor", length)
+            noise = max(results.noise(row, who, length) for who in ("floor", "console") if (row, who, length) in results.times)
+            others = [f"{name} {against(results, row, who, length)}" for who, name in OTHERS.items()
+                      if results.median(row, who, length)]
+            cells = [title, length_name(length), duration(floor) if floor else "",
+                     duration(results.median(row, "console", length)),
+                     against(results, row, "console", length) if floor else "",
+                     f"{aim:.2f}" if aim else "", f"{noise:.0%}", ", ".join(others)]
+            print("| " + " | ".join(cells) + " |")
+            title = ""
+
+
+def print_memory(results):
+    lengths = results.lengths("memory")
+    print("\n| bytes a line | " + " | ".join(length_name(length) for length in lengths) + " |")
+    print("|---|" + "--:|" * len(lengths))
+    for who, title in MEMORY.items():
+        print(f"| {title} | " + " | ".join(f"{results.bytes['memory', who, length]:,.0f}" for length in lengths) + " |")
+
+
+def write_data(results, folder):
+    for row in ROWS:
+        lines = []
+        for length in results.lengths(row):
+            times = [results.median(row, who, length) for who in COLUMNS]
+            lines.append(" ".join([str(length[0])] + [str(time) if time else "NaN" for time in times]))
+        (folder / f"{row}.dat").write_text("\n".join(lines) + "\n")
+    lines = [" ".join([str(length[0])] + [str(results.bytes["memory", who, length]) for who in MEMORY])
+             for length in results.lengths("memory")]
+    (folder / "memory.dat").write_text("\n".join(lines) + "\n")
+
+
+def main():
+    if len(sys.argv) != 3 or sys.argv[1] not in ("table", "data"):
+        sys.exit(__doc__)
+    folder = Path(sys.argv[2])
+    results = Results(folder)
+    if sys.argv[1] == "data":
+        write_data(results, folder)
+        return
+    print_times(results)
+    print_memory(results)
+
+
+if __name__ == "__main__":
+    main()
