@@ -1,0 +1,50 @@
+#ifndef ZEPHYR_FUZZ_FUZZEDCONSOLE_H
+#define ZEPHYR_FUZZ_FUZZEDCONSOLE_H
+
+#include "HostCommands.h"
+#include "support/TemporaryDirectory.h"
+#include "zephyr/console/Console.h"
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace zephyr::fuzz {
+
+/// A console with a host's commands, in an empty current directory of its own, whose promises are checked
+/// after each step.
+class FuzzedConsole
+{
+public:
+    FuzzedConsole();
+
+    console::Console& console() { return mConsole; }
+    std::filesystem::path directory() const { return mDirectory.path(); }
+
+    /// Runs `run`, lets through what a console may throw, and checks what holds after every step. Answers
+    /// whether it threw.
+    bool step(const std::function<void(console::Console&)>& run);
+
+    /// Whether a command of the last step has run lines of its own.
+    bool ranInnerLines() const { return mBudget.ranInnerLines; }
+
+private:
+    void checkLog(const console::ConsoleSnapshot& snapshot) const;
+    void checkInput(const console::ConsoleSnapshot& snapshot) const;
+    void checkAppearance(const console::ConsoleSnapshot& snapshot) const;
+    void check();
+
+    test::TemporaryDirectory mDirectory;
+    test::WorkingDirectory mWorkingDirectory{mDirectory.path()};
+    Budget mBudget;
+    console::Console mConsole;
+    console::ConsoleSnapshot mLatest; // brought up to date after each step
+};
+
+/// `line` without the slashes behind its first `>`, so that no redirection leaves the current directory.
+std::u32string confined(std::u32string line);
+
+} // namespace zephyr::fuzz
+
+#endif
