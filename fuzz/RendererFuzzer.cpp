@@ -87,6 +87,16 @@ QImage canvas(FuzzedDataProvider& data)
     return image;
 }
 
+QImage drawnPlainly(const QImage& blank, double seconds, const console::ConsoleSnapshot& shown,
+                    test::PlainRenderer& renderer)
+{
+    QImage drawn = blank;
+    QPainter p(&drawn);
+    renderer.render(seconds, shown, p);
+    p.end();
+    return drawn;
+}
+
 /// The library's renderer and the plain one, drawing the same frames.
 class Frames
 {
@@ -103,15 +113,16 @@ public:
         }
         const console::ConsoleSnapshot shown = snapshot(mData, mLog, mFont);
         const double seconds = mData.ConsumeFloatingPointInRange<double>(0.0, 2.0);
-        QImage drawn = canvas(mData);
-        QImage expected = drawn;
+        const QImage blank = canvas(mData);
+        test::PlainRenderer plainBefore = mPlain;
+        const QImage before = drawnPlainly(blank, seconds, shown, plainBefore);
+        QImage drawn = blank;
         QPainter p(&drawn);
         mRenderer.render(ElapsedSimTime(Time(seconds)), shown, p);
         p.end();
-        p.begin(&expected);
-        mPlain.render(seconds, shown, p);
-        p.end();
-        require(drawn == expected, "the renderer draws what the plain one draws");
+        // Before and after, since Qt once drew the same letters a shade differently, and not again for the same input.
+        const QImage after = drawnPlainly(blank, seconds, shown, mPlain);
+        require(drawn == before || drawn == after, "the renderer draws what the plain one draws");
     }
 
 private:

@@ -24,20 +24,21 @@ if [ -w /dev/shm ]; then
 fi
 
 mkdir -p build/fuzz/findings
-failed=()
-for target in "${targets[@]}"; do
-  fuzzer=(build/fuzz/fuzz/fuzz_"$target" -verbosity=0 -print_final_stats=1 -artifact_prefix=build/fuzz/findings/"$target"-)
-  found=build/fuzz/corpus/$target
+fuzz() {
+  local target=$1 seconds=$2
+  local log=build/fuzz/$target.log found=build/fuzz/corpus/$target
+  local fuzzer=(build/fuzz/fuzz/fuzz_"$target" -verbosity=0 -print_final_stats=1
+    -artifact_prefix=build/fuzz/findings/"$target"-)
   mkdir -p "$found"
-  echo "== $target"
-  "${fuzzer[@]}" -runs=0 fuzz/corpus/"$target" || failed+=("$target, replaying")
-  if [ "$seconds" -gt 0 ]; then
-    "${fuzzer[@]}" -max_total_time="$seconds" "$found" fuzz/corpus/"$target" || failed+=("$target")
+  if "${fuzzer[@]}" -runs=0 fuzz/corpus/"$target" >"$log" 2>&1 &&
+    { [ "$seconds" -eq 0 ] || "${fuzzer[@]}" -max_total_time="$seconds" "$found" fuzz/corpus/"$target" >"$log" 2>&1; }; then
+    echo "$target: $(sed -n 's/.*number_of_executed_units: *//p' "$log") inputs, no findings"
+  else
+    cat "$log" >&2
+    echo "$target: a finding, kept in build/fuzz/findings" >&2
+    return 1
   fi
-done
-
-if [ ${#failed[@]} -gt 0 ]; then
-  printf 'fuzz: a finding by: %s\n' "${failed[@]}" >&2
-  exit 1
-fi
+}
+export -f fuzz
+printf '%s\n' "${targets[@]}" | xargs -P "$(nproc)" -I '{}' bash -c 'fuzz {} "$0"' "$seconds"
 echo "fuzz: no findings"

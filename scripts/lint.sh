@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Runs clang-tidy over the libraries and programs, each file with the includes that it names itself; any finding fails.
+# Runs clang-tidy and cppcheck over the libraries and programs, each file with the includes that it names itself; any
+# finding fails.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 cmake --preset lint >/dev/null
@@ -8,4 +9,7 @@ run-clang-tidy -quiet -p build/lint "^$PWD/(common|src|qt|examples)/.*\.cpp$" >b
   grep -E '(warning|error):' build/lint/clang-tidy.log | sort -u >&2
   exit 1
 }
-echo "clang-tidy: no findings"
+cppcheck --quiet --enable=warning,performance,portability --std=c++20 --library=qt --error-exitcode=1 \
+  -I include -I common/include -I qt/include -I src -I build/lint/src/include -I build/lint/common/include \
+  -I build/lint/qt/include src common/src qt/src examples
+echo "clang-tidy, cppcheck: no findings"
