@@ -43,7 +43,7 @@ plot data . "write.dat" using 1:2 title "floor: push\\_back under a mutex", \
 set output images . "memory.png"
 set title "Memory"
 set ylabel "bytes a log line"
-set yrange [10:20000]
+set yrange [0.1:20000]
 plot data . "memory.dat" using 1:2 title "floor: a vector of the same entries", \
      data . "memory.dat" using 1:3 title "console", \
      data . "memory.dat" using 1:4 title "snapshot", \
