@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <stdexcept>
@@ -268,6 +269,48 @@ TEST_F(ConsoleReentry, RunsACommandWithinItself)
     });
     EXPECT_EQ(logOf(U"count a"), Lines({echo("count a"), echo("count a x"), echo("count a x x"), output("4"),
                                         output(""), output("3"), output(""), output("2"), output("")}));
+}
+
+/// A command that, when it is next asked for its name, puts others in its own place and in that of `help`.
+class RestlessCommand : public ConsoleCommand
+{
+public:
+    explicit RestlessCommand(Console& console) : mConsole(console) {}
+
+    std::u32string name() const override
+    {
+        if (std::exchange(mIsArmed, false)) {
+            addCommand(mConsole, U"help");
+            addCommand(mConsole, U"restless");
+        }
+        return U"restless";
+    }
+
+    void execute(const ConsoleArgs&, Console&) override {}
+
+    void arm() { mIsArmed = true; }
+
+private:
+    Console& mConsole;
+    mutable bool mIsArmed = false;
+};
+
+TEST_F(ConsoleReentry, LetsHelpGoOnThoughItIsReplacedByTheCommandThatItAsks)
+{
+    for (const std::u32string line : {U"help", U"help *"}) {
+        Console console;
+        auto command = std::make_unique<RestlessCommand>(console);
+        RestlessCommand& restless = *command;
+        console.registerCommand(std::move(command));
+        addCommand(console, U"zebra");
+        restless.arm();
+        console.execute(line);
+        const Lines asked = test::logLines(console);
+        EXPECT_EQ(std::count(asked.begin(), asked.end(), output("restless", 4)), 1);
+        EXPECT_EQ(std::count(asked.begin(), asked.end(), output("zebra", 4)), 1);
+        console.execute(U"help");
+        EXPECT_EQ(test::logLines(console, asked.size() + 2), (Lines{echo("help"), output("")}));
+    }
 }
 
 } // namespace
