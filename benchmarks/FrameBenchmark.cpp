@@ -1,25 +1,23 @@
 // What a frame costs with the console in it: full HD, premultiplied ARGB. The floor is the pixels and nothing
 // else: one fillRect() and a drawStaticText() for each log line that shows.
 
+#include "support/TextEdit.h"
 #include "support/Workload.h"
 #include "zephyr/common/ElapsedSimTime.h"
 #include "zephyr/common/Time.h"
 #include "zephyr/console/ConsoleRenderer.h"
 #include "zephyr/console/ConsoleSnapshot.h"
 
-#include <QColor>
 #include <QFont>
 #include <QFontMetrics>
 #include <QImage>
 #include <QPainter>
-#include <QPalette>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QStaticText>
 #include <QString>
 
 #include <algorithm>
-#include <limits>
 #include <memory>
 
 namespace zephyr::bench {
@@ -30,14 +28,13 @@ using console::ConsoleRenderer;
 using console::ConsoleSnapshot;
 using console::LogEntry;
 
-constexpr int kWidth = 1920;  // pixels
-constexpr int kHeight = 1080; // pixels
-constexpr std::uint32_t kNewest = 0;
-constexpr std::uint32_t kOldest = std::numeric_limits<std::uint32_t>::max();
+enum class View
+{
+    Newest,
+    Oldest
+};
 
 const ElapsedSimTime kFrameTime(Time(1.0 / 60.0));
-const QColor kText(0, 255, 0, 255);
-const QColor kBackground(0, 0, 0, 204);
 
 /// A picture with an active painter.
 class Canvas
@@ -58,19 +55,28 @@ private:
     std::unique_ptr<QPainter> mPainter;
 };
 
-ConsoleSnapshot snapshotOf(const Console& console, std::uint32_t scrollOffset)
+int linesThatFit(const QFont& font)
 {
-    const ConsoleSnapshot now = console.snapshot();
-    return {now.lines(),           now.activeInput(),    now.textColor(),
-            now.backgroundColor(), now.cursorPosition(), now.cursorChar(),
-            now.cursorBlinkRate(), scrollOffset,         std::make_shared<QFont>(*now.font())};
+    return kHeight / QFontMetrics(font).height();
 }
 
-ConsoleSnapshot snapshotOf(std::size_t lines, std::uint32_t scrollOffset)
+/// A snapshot that shows the newest lines, or the oldest that fill the view.
+ConsoleSnapshot snapshotOf(std::size_t lines, View view)
 {
     Console console;
     fillLog(console, lines);
-    return snapshotOf(console, scrollOffset);
+    const ConsoleSnapshot now = console.snapshot();
+    const auto font = std::make_shared<QFont>(*now.font());
+    const std::size_t back = view == View::Newest ? 0 : lines - static_cast<std::size_t>(linesThatFit(*font));
+    return {now.lines(),
+            now.activeInput(),
+            now.textColor(),
+            now.backgroundColor(),
+            now.cursorPosition(),
+            now.cursorChar(),
+            now.cursorBlinkRate(),
+            static_cast<std::uint32_t>(back),
+            font};
 }
 
 /// The log lines that show in one view, drawn and nothing else.
@@ -84,11 +90,10 @@ public:
         p.setPen(kText);
         p.setRenderHint(QPainter::TextAntialiasing, true);
         const std::vector<LogEntry>& log = snapshot.lines();
-        const auto fitting = static_cast<std::ptrdiff_t>(kHeight / mLineHeight);
+        const auto fitting = static_cast<std::ptrdiff_t>(linesThatFit(*snapshot.font()));
         // The newest lines stand above the prompt and an empty line.
-        mShown = snapshot.scrollOffset() == kNewest
-                     ? std::vector<LogEntry>(log.end() - (fitting - 2), log.end())
-                     : std::vector<LogEntry>(log.begin(), log.begin() + fitting);
+        mShown = snapshot.scrollOffset() == 0 ? std::vector<LogEntry>(log.end() - (fitting - 2), log.end())
+                                              : std::vector<LogEntry>(log.begin(), log.begin() + fitting);
     }
 
     void layOut()
@@ -117,10 +122,10 @@ private:
     std::vector<QStaticText> mLines;
 };
 
-void drawFloor(benchmark::State& state, std::uint32_t scrollOffset)
+void drawFloor(benchmark::State& state, View view)
 {
     Canvas canvas;
-    PlainFrame frame(snapshotOf(logLength(state), scrollOffset), canvas.painter());
+    PlainFrame frame(snapshotOf(logLength(state), view), canvas.painter());
     frame.layOut();
     frame.draw();
     for (auto _ : state) {
@@ -128,10 +133,10 @@ void drawFloor(benchmark::State& state, std::uint32_t scrollOffset)
     }
 }
 
-void renderView(benchmark::State& state, std::uint32_t scrollOffset)
+void renderView(benchmark::State& state, View view)
 {
     Canvas canvas;
-    const ConsoleSnapshot snapshot = snapshotOf(logLength(state), scrollOffset);
+    const ConsoleSnapshot snapshot = snapshotOf(logLength(state), view);
     ConsoleRenderer renderer;
     renderer.render(kFrameTime, snapshot, canvas.painter());
     for (auto _ : state) {
@@ -139,28 +144,44 @@ void renderView(benchmark::State& state, std::uint32_t scrollOffset)
     }
 }
 
-void layOutAndDrawFloor(benchmark::State& state, std::uint32_t scrollOffset)
+void layOutAndDrawFloor(benchmark::State& state, View view)
 {
     Canvas canvas;
-    PlainFrame frame(snapshotOf(logLength(state), scrollOffset), canvas.painter());
+    PlainFrame frame(snapshotOf(logLength(state), view), canvas.painter());
     for (auto _ : state) {
         frame.layOut();
         frame.draw();
     }
 }
 
-void renderFirstFrame(benchmark::State& state, std::uint32_t scrollOffset)
+void renderFirstFrame(benchmark::State& state, View view)
 {
     Canvas canvas;
-    const ConsoleSnapshot snapshot = snapshotOf(logLength(state), scrollOffset);
+    const ConsoleSnapshot snapshot = snapshotOf(logLength(state), view);
     for (auto _ : state) {
         ConsoleRenderer renderer;
         renderer.render(kFrameTime, snapshot, canvas.painter());
     }
 }
 
+/// A renderer that has shown one end of the log only shows the other.
+void jumpToOldest(benchmark::State& state)
+{
+    Canvas canvas;
+    const ConsoleSnapshot newest = snapshotOf(logLength(state), View::Newest);
+    const ConsoleSnapshot oldest = snapshotOf(logLength(state), View::Oldest);
+    for (auto _ : state) {
+        state.PauseTiming();
+        ConsoleRenderer renderer;
+        renderer.render(kFrameTime, newest, canvas.painter());
+        state.ResumeTiming();
+        renderer.render(kFrameTime, oldest, canvas.painter());
+    }
+}
+
 void refreshAndRender(benchmark::State& state)
 {
+    std::size_t written = 0;
     Canvas canvas;
     Console console;
     fillLog(console, logLength(state));
@@ -170,7 +191,7 @@ void refreshAndRender(benchmark::State& state)
     ConsoleRenderer renderer;
     renderer.render(kFrameTime, snapshot, canvas.painter());
     for (auto _ : state) {
-        console.write(lineText(state.iterations()), console::Output);
+        console.write(lineText(written++), console::Output);
         console.refresh(snapshot);
         renderer.render(kFrameTime, snapshot, canvas.painter());
     }
@@ -178,39 +199,16 @@ void refreshAndRender(benchmark::State& state)
 
 void snapshotAndRender(benchmark::State& state)
 {
+    std::size_t written = 0;
     Canvas canvas;
     Console console;
     fillLog(console, logLength(state));
     ConsoleRenderer renderer;
     renderer.render(kFrameTime, console.snapshot(), canvas.painter());
     for (auto _ : state) {
-        console.write(lineText(state.iterations()), console::Output);
+        console.write(lineText(written++), console::Output);
         renderer.render(kFrameTime, console.snapshot(), canvas.painter());
     }
-}
-
-/// What a user would take instead: a read-only text field with the same lines in the same look.
-std::unique_ptr<QPlainTextEdit> filledTextEdit(std::size_t lines)
-{
-    QString text;
-    for (std::size_t i = 0; i < lines; ++i) {
-        text += QString::fromStdU32String(lineText(i)) + QLatin1Char(i + 1 == lines ? ' ' : '\n');
-    }
-    auto edit = std::make_unique<QPlainTextEdit>(text);
-    QPalette palette;
-    palette.setColor(QPalette::Base, kBackground);
-    palette.setColor(QPalette::Text, kText);
-    edit->setPalette(palette);
-    edit->setFont(*Console().snapshot().font());
-    edit->setReadOnly(true);
-    edit->setUndoRedoEnabled(false);
-    edit->setFrameShape(QFrame::NoFrame);
-    edit->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    edit->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    edit->setLineWrapMode(QPlainTextEdit::NoWrap);
-    edit->resize(kWidth, kHeight);
-    edit->show(); // or it would not know how many lines fit
-    return edit;
 }
 
 using ScrollBarEnd = int (QScrollBar::*)() const;
@@ -234,12 +232,13 @@ void renderTextEdit(benchmark::State& state, ScrollBarEnd end)
 
 void appendAndRenderTextEdit(benchmark::State& state)
 {
+    std::size_t written = 0;
     Canvas canvas;
     const std::unique_ptr<QPlainTextEdit> edit = filledTextEdit(logLength(state));
     scrollTo(*edit, &QScrollBar::maximum);
     edit->render(&canvas.painter());
     for (auto _ : state) {
-        edit->appendPlainText(QString::fromStdU32String(lineText(state.iterations())));
+        edit->appendPlainText(QString::fromStdU32String(lineText(written++)));
         edit->render(&canvas.painter());
     }
 }
@@ -249,32 +248,34 @@ void frameSettings(benchmark::internal::Benchmark* registered)
     registered->Apply(logLengths)->Unit(benchmark::kMicrosecond);
 }
 
-BENCHMARK_CAPTURE(drawFloor, newest, kNewest)->Name("render_newest/floor")->Apply(frameSettings);
-BENCHMARK_CAPTURE(renderView, newest, kNewest)->Name("render_newest/console")->Apply(frameSettings);
+BENCHMARK_CAPTURE(drawFloor, newest, View::Newest)->Name("render_newest/floor")->Apply(frameSettings);
+BENCHMARK_CAPTURE(renderView, newest, View::Newest)->Name("render_newest/console")->Apply(frameSettings);
 BENCHMARK_CAPTURE(renderTextEdit, newest, &QScrollBar::maximum)
     ->Name("render_newest/textedit")
     ->Apply(frameSettings);
 
-BENCHMARK_CAPTURE(drawFloor, oldest, kOldest)->Name("render_oldest/floor")->Apply(frameSettings);
-BENCHMARK_CAPTURE(renderView, oldest, kOldest)->Name("render_oldest/console")->Apply(frameSettings);
+BENCHMARK_CAPTURE(drawFloor, oldest, View::Oldest)->Name("render_oldest/floor")->Apply(frameSettings);
+BENCHMARK_CAPTURE(renderView, oldest, View::Oldest)->Name("render_oldest/console")->Apply(frameSettings);
 BENCHMARK_CAPTURE(renderTextEdit, oldest, &QScrollBar::minimum)
     ->Name("render_oldest/textedit")
     ->Apply(frameSettings);
 
-BENCHMARK_CAPTURE(drawFloor, one_line, kNewest)->Name("one_line/floor")->Apply(frameSettings);
+BENCHMARK_CAPTURE(drawFloor, one_line, View::Newest)->Name("one_line/floor")->Apply(frameSettings);
 BENCHMARK(refreshAndRender)->Name("one_line/console")->Apply(frameSettings);
 BENCHMARK(appendAndRenderTextEdit)->Name("one_line/textedit")->Apply(frameSettings);
-BENCHMARK_CAPTURE(drawFloor, one_line_copy, kNewest)->Name("one_line_copy/floor")->Apply(frameSettings);
+BENCHMARK_CAPTURE(drawFloor, one_line_copy, View::Newest)->Name("one_line_copy/floor")->Apply(frameSettings);
 BENCHMARK(snapshotAndRender)->Name("one_line_copy/console")->Apply(frameSettings);
 
-BENCHMARK_CAPTURE(layOutAndDrawFloor, newest, kNewest)->Name("first_frame/floor")->Apply(frameSettings);
-BENCHMARK_CAPTURE(renderFirstFrame, newest, kNewest)->Name("first_frame/console")->Apply(frameSettings);
-BENCHMARK_CAPTURE(layOutAndDrawFloor, oldest, kOldest)
+BENCHMARK_CAPTURE(layOutAndDrawFloor, newest, View::Newest)->Name("first_frame/floor")->Apply(frameSettings);
+BENCHMARK_CAPTURE(renderFirstFrame, newest, View::Newest)->Name("first_frame/console")->Apply(frameSettings);
+BENCHMARK_CAPTURE(layOutAndDrawFloor, oldest, View::Oldest)
     ->Name("first_frame_oldest/floor")
     ->Apply(frameSettings);
-BENCHMARK_CAPTURE(renderFirstFrame, oldest, kOldest)
+BENCHMARK_CAPTURE(renderFirstFrame, oldest, View::Oldest)
     ->Name("first_frame_oldest/console")
     ->Apply(frameSettings);
+BENCHMARK_CAPTURE(layOutAndDrawFloor, oldest, View::Oldest)->Name("jump/floor")->Apply(frameSettings);
+BENCHMARK(jumpToOldest)->Name("jump/console")->Apply(frameSettings);
 
 } // namespace
 } // namespace zephyr::bench

@@ -6,6 +6,7 @@
 
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -97,6 +98,7 @@ private:
     static std::vector<std::u32string> split(std::u32string_view line)
     {
         std::vector<std::u32string> words;
+        words.reserve(1 + static_cast<std::size_t>(std::count(line.begin(), line.end(), U' ')));
         for (std::size_t end = line.find(U' '); end != line.npos; end = line.find(U' ')) {
             words.emplace_back(line.substr(0, end));
             line.remove_prefix(end + 1);
@@ -180,7 +182,9 @@ void runFile(benchmark::State& state)
     }
     const std::unique_ptr<Console> console = readyConsole(logLength(state));
     for (auto _ : state) {
-        console->runFile(path);
+        if (!console->runFile(path)) {
+            return state.SkipWithError("the file did not run");
+        }
     }
 }
 

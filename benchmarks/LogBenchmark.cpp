@@ -1,10 +1,11 @@
 // What the log costs: a snapshot of it, and a line written to it.
 
+#include "support/TextEdit.h"
 #include "support/Workload.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/ConsoleSnapshot.h"
 
-#include <QPlainTextEdit>
+#include <QFileInfo>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -72,17 +73,10 @@ void writeUtf8(benchmark::State& state)
 
 void appendToTextEdit(benchmark::State& state)
 {
-    QPlainTextEdit edit;
-    edit.setReadOnly(true);
-    edit.setUndoRedoEnabled(false);
-    QString lines;
-    for (std::size_t i = 1; i < logLength(state); ++i) {
-        lines += QString::fromStdU32String(lineText(i)) + QLatin1Char('\n');
-    }
-    edit.setPlainText(lines);
+    const std::unique_ptr<QPlainTextEdit> edit = filledTextEdit(logLength(state));
     const QString text = QString::fromStdU32String(lineText(0));
     for (auto _ : state) {
-        edit.appendPlainText(text);
+        edit->appendPlainText(text);
     }
 }
 
@@ -122,7 +116,11 @@ void writeRedirected(benchmark::State& state)
     Console console;
     fillLog(console, logLength(state));
     console.registerCommand(std::make_unique<WriteCommand>(state));
-    console.execute(U"write > " + directory.filePath(QStringLiteral("out")).toStdU32String());
+    const QString file = directory.filePath(QStringLiteral("out"));
+    console.execute(U"write > " + file.toStdU32String());
+    if (QFileInfo(file).size() == 0) {
+        state.SkipWithError("nothing was redirected");
+    }
 }
 
 void writeSettings(benchmark::internal::Benchmark* registered)

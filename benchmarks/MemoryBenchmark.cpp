@@ -71,9 +71,10 @@ void measureRefreshedSnapshot(benchmark::State& state)
     Console console;
     fillLog(console, logLength(state));
     for (auto _ : state) {
-        const double before = bytesInUse();
-        ConsoleSnapshot snapshot = console.snapshot();
+        const ConsoleSnapshot earlier = console.snapshot();
         console.newline();
+        const double before = bytesInUse();
+        ConsoleSnapshot snapshot = earlier;
         console.refresh(snapshot); // makes room for more
         reportSince(state, before);
     }

@@ -40,6 +40,7 @@ plot data . "write.dat" using 1:2 title "floor: push\\_back under a mutex", \
      data . "write_redirected.dat" using 1:3 title "write while redirected", \
      data . "write.dat" using 1:4 title "QPlainTextEdit, append"
 
+set key bottom left
 set output images . "memory.png"
 set title "Memory"
 set ylabel "bytes a log line"

@@ -15,7 +15,7 @@ rm -rf "$results"
 mkdir -p "$results"
 for program in build/bench/benchmarks/*_benchmark; do
   # A row and its floor take turns, so that what else the machine does meets both.
-  "$program" --benchmark_enable_random_interleaving=true --benchmark_repetitions=11 --benchmark_min_time=0.05 \
+  "$program" --benchmark_enable_random_interleaving=true --benchmark_repetitions=21 --benchmark_min_time=0.05 \
     "$@" --benchmark_out_format=json --benchmark_out="$results/$(basename "$program" _benchmark).json" >/dev/null
 done
 scripts/bench_report.py table "$results"

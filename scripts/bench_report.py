@@ -19,9 +19,10 @@ ROWS = {
     "one_line_copy": ("`snapshot` and `render`, one line written since", None),
     "first_frame": ("first frame of a fresh renderer", 1.2),
     "first_frame_oldest": ("the same, scrolled to the oldest line", None),
+    "jump": ("from the newest line to the oldest, which was never shown", None),
     "snapshot": ("`snapshot` by value", 1.05),
     "write": ("`write` of code points", 1.3),
-    "write_utf8": ("`write` of UTF-8", None),
+    "write_utf8": ("`write` of UTF-8", 1.3),
     "write_redirected": ("`write` while redirected", 1.5),
     "execute": ("`execute` of five words among 1,000 commands", 1.3),
     "run_file": ("`runFile` of 100,000 lines", 1.1),
@@ -39,6 +40,7 @@ MEMORY = {
     "every_line": "renderer that has shown every line",
 }
 OTHERS = {"textedit": "`QPlainTextEdit`", "tcl": "Tcl", "lua": "Lua"}
+FEWEST_REPETITIONS = 5
 COLUMNS = ("floor", "console", "textedit")
 NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
@@ -85,6 +87,10 @@ def duration(nanoseconds):
     return f"{nanoseconds:.3g} ns"
 
 
+def amount(number):
+    return f"{number:,.0f}" if number >= 10 else f"{number:.1f}"
+
+
 def length_name(length):
     return " / ".join(f"{part:,}" for part in length)
 
@@ -119,10 +125,12 @@ def print_memory(results):
     print("\n| bytes a line | " + " | ".join(length_name(length) for length in lengths) + " |")
     print("|---|" + "--:|" * len(lengths))
     for who, title in MEMORY.items():
-        print(f"| {title} | " + " | ".join(f"{results.bytes['memory', who, length]:,.0f}" for length in lengths) + " |")
+        print(f"| {title} | " + " | ".join(amount(results.bytes["memory", who, length]) for length in lengths) + " |")
 
 
 def write_data(results, folder):
+    if min(len(times) for (row, *_), times in results.times.items() if row != "memory") < FEWEST_REPETITIONS:
+        sys.exit("error: measured too seldom to be drawn: run scripts/bench.sh without arguments")
     for row in ROWS:
         lines = []
         for length in results.lengths(row):

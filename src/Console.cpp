@@ -618,8 +618,12 @@ void Console::execute(const std::u32string& line)
 void Console::execute(std::u32string line, bool recordInHistory)
 {
     std::vector<std::u32string> words = splitUnquoted(line, kWordDelimiter);
-    std::u32string recorded = recordInHistory ? line : std::u32string();
-    appendLine(std::move(line), Input, 0); // before anything that the line does
+    std::u32string recorded;
+    if (recordInHistory) {
+        recorded = line;
+        maskQuoted(recorded, kWordDelimiter); // deliberately recorded so
+    }
+    appendLine(std::move(line), Input, 0); // the echo, before anything that the line does
     if (words.empty()) {
         return;
     }
@@ -630,12 +634,11 @@ void Console::execute(std::u32string line, bool recordInHistory)
         }
         return;
     }
-    maskQuoted(recorded, kWordDelimiter); // deliberately recorded so
     dispatch(std::move(words), std::move(recorded), recordInHistory);
 }
 
 /// Runs the command that the first word names. `maskedLine` is what the history records.
-void Console::dispatch(std::vector<std::u32string> words, std::u32string maskedLine, bool recordInHistory)
+void Console::dispatch(std::vector<std::u32string>&& words, std::u32string&& maskedLine, bool recordInHistory)
 {
     ConsoleCommand* command = lookupCommand(words.front());
     if (recordInHistory) {
@@ -651,7 +654,7 @@ void Console::dispatch(std::vector<std::u32string> words, std::u32string maskedL
     clearInputLine();
 }
 
-void Console::runCommand(ConsoleCommand& command, std::vector<std::u32string> words)
+void Console::runCommand(ConsoleCommand& command, std::vector<std::u32string>&& words)
 {
     const ConsoleArgs args(std::move(words));
     if (args.hasRedirect()) {
@@ -679,10 +682,11 @@ void Console::openRedirect(const std::u32string& target)
 
 void Console::closeRedirect()
 {
-    const std::lock_guard lock(mMutex);
-    if (mRedirectStream.is_open()) {
-        mRedirectStream.close();
+    if (!mRedirectStream.is_open()) {
+        return; // as for nearly every line; no other thread opens or closes it
     }
+    const std::lock_guard lock(mMutex);
+    mRedirectStream.close();
 }
 
 // Tables

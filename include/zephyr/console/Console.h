@@ -226,9 +226,9 @@ private:
     ZEPHYR_CONSOLE_NO_EXPORT void resetCompletion();
 
     ZEPHYR_CONSOLE_NO_EXPORT void execute(std::u32string line, bool recordInHistory);
-    ZEPHYR_CONSOLE_NO_EXPORT void dispatch(std::vector<std::u32string> words, std::u32string maskedLine,
+    ZEPHYR_CONSOLE_NO_EXPORT void dispatch(std::vector<std::u32string>&& words, std::u32string&& maskedLine,
                                            bool recordInHistory);
-    ZEPHYR_CONSOLE_NO_EXPORT void runCommand(ConsoleCommand& command, std::vector<std::u32string> words);
+    ZEPHYR_CONSOLE_NO_EXPORT void runCommand(ConsoleCommand& command, std::vector<std::u32string>&& words);
     ZEPHYR_CONSOLE_NO_EXPORT void openRedirect(const std::u32string& target);
     ZEPHYR_CONSOLE_NO_EXPORT void closeRedirect();
     ZEPHYR_CONSOLE_NO_EXPORT void retire(std::unique_ptr<ConsoleCommand>& command);

@@ -44,7 +44,9 @@ public:
     ///     are left changed; a host that needs them saves and restores the painter.
     ///
     /// The cost grows with what fits on the device, not with the log, where the device is an image or a window and the
-    /// painter is not transformed; elsewhere everything from the first line in view on is drawn.
+    /// painter is not transformed; elsewhere everything from the first line in view on is drawn. Only the first frame
+    /// that is scrolled back looks at each entry of the log once, and one that jumps from one end of the log to the
+    /// other makes room for what lies between.
     ZEPHYR_CONSOLE_EXPORT void render(const ElapsedSimTime& elapsed, const ConsoleSnapshot& snapshot,
                                       QPainter& p);
 

@@ -17,12 +17,13 @@ public:
     /// `std::errc::resource_deadlock_would_occur` when the calling thread holds it already.
     void lock()
     {
+        const std::thread::id self = std::this_thread::get_id();
         // Only the owner can find its own identity here, so that no ordering between threads is needed.
-        if (mOwner.load(std::memory_order_relaxed) == std::this_thread::get_id()) {
+        if (mOwner.load(std::memory_order_relaxed) == self) {
             throw std::system_error(std::make_error_code(std::errc::resource_deadlock_would_occur));
         }
         mMutex.lock();
-        mOwner.store(std::this_thread::get_id(), std::memory_order_relaxed);
+        mOwner.store(self, std::memory_order_relaxed);
     }
 
     /// Releases the mutex, which the calling thread must hold.
