@@ -35,7 +35,7 @@ void Recording::start(const std::u32string& path, unsigned steps, Console& conso
     if (complainIfWorking(console)) {
         return;
     }
-    mPath = "'" + StringUtil::toString(path) + "'";
+    mPath = '\'' + StringUtil::toString(path) + '\'';
     mSteps = steps;
     mDone = 0;
     mFirstStep = mSimulation.stepCount() + 1;

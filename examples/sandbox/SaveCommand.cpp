@@ -54,7 +54,7 @@ void SaveCommand::execute(const ConsoleArgs& args, Console& console)
 void SaveCommand::writeFile(const std::u32string& file, const std::string& bytes, const std::string& what,
                             Console& console)
 {
-    const std::string quoted = "'" + StringUtil::toString(file) + "'";
+    const std::string quoted = '\'' + StringUtil::toString(file) + '\'';
     const QString error =
         writeWhole(QString::fromStdString(StringUtil::toString(file)), QByteArray::fromStdString(bytes));
     if (!error.isEmpty()) {

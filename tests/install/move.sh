@@ -11,11 +11,11 @@ if grep -rIlF -e "$from" -e "$sources" "$to"; then
   exit 1
 fi
 program=$to/bin/zephyr-sandbox
-if ! readelf -d "$program" | grep -q 'R.*PATH.*\$ORIGIN/'; then
+if ! grep -q 'R.*PATH.*\$ORIGIN/' <(readelf -d "$program"); then
   echo "$program does not look for its libraries where they are from it." >&2
   exit 1
 fi
-ldd "$program" | grep ZephyrConsole | grep -qF "$to/"
+grep -q "ZephyrConsole.* $to/" <(ldd "$program")
 
 # The program finds its console files from a folder that has none.
 cd "$(mktemp -d)"
