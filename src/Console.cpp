@@ -1,6 +1,7 @@
 #include "zephyr/console/Console.h"
 
 #include "AliasConsoleCommand.h"
+#include "Answers.h"
 #include "AssertReport.h"
 #include "Paths.h"
 #include "SplitString.h"
@@ -39,7 +40,6 @@ constexpr std::size_t kInputBufferSize = 2048; // code points
 constexpr std::size_t kLogReserve = 2048;      // entries
 constexpr std::uint32_t kNoCompletion = 0xFFFFFFFF;
 constexpr std::int32_t kNoRecord = -1;
-constexpr unsigned kIndent = 4;      // spaces
 constexpr unsigned kInnerIndent = 8; // spaces
 
 constexpr int kToggleKey = Qt::Key_QuoteLeft;
@@ -79,6 +79,12 @@ int wheelLines(double degrees)
     }
     constexpr int kMost = std::numeric_limits<int>::max();
     return lines < kMost ? static_cast<int>(lines) : kMost;
+}
+
+/// Whether `c` is a byte of ASCII that is to be seen.
+bool isVisibleAscii(char c)
+{
+    return c > ' ' && c < '\x7F';
 }
 
 /// A font of the same look that shares nothing with `font`: measuring loads data into a font, and the drawing
@@ -860,16 +866,18 @@ bool Console::runFile(const std::filesystem::path& path)
     return true;
 }
 
-void Console::runFileLine(const std::string& line)
+void Console::runFileLine(std::string& line)
 {
     if (line.empty()) {
         return;
     }
-    const std::string trimmed = StringUtil::trim(line);
-    if (trimmed.starts_with(kComment)) {
+    if (!isVisibleAscii(line.front()) || !isVisibleAscii(line.back())) { // otherwise nothing is to be trimmed
+        line = StringUtil::trim(line);
+    }
+    if (line.starts_with(kComment)) {
         return;
     }
-    execute(StringUtil::toU32String(trimmed), false);
+    execute(StringUtil::toU32String(line), false);
 }
 
 bool Console::runFileWithName(const std::u32string& name)

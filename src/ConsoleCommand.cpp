@@ -1,5 +1,6 @@
 #include "zephyr/console/ConsoleCommand.h"
 
+#include "Answers.h"
 #include "zephyr/console/Console.h"
 
 namespace zephyr::console {
@@ -10,8 +11,6 @@ const std::u32string kNoDescription = U"(No Description Provided)";
 const std::u32string kNoHelpText = U"(No Help Text Provided)";
 const std::u32string kQuestion = U"What do you want to do?";
 const std::u32string kInvalidUsage = U"Invalid usage";
-
-constexpr unsigned kIndent = 4; // spaces
 
 const std::u32string& orDefault(const std::u32string& text, const std::u32string& defaultText)
 {

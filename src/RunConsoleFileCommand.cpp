@@ -1,5 +1,6 @@
 #include "zephyr/console/RunConsoleFileCommand.h"
 
+#include "Answers.h"
 #include "Paths.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
@@ -23,11 +24,8 @@ const std::u32string kConsoleFileExtension = U".console";
 const std::u32string kUsage = U"run command help text";
 const std::u32string kNotFound =
     U"ERROR: Didn't find a console file with the specified name.  Nothing will be run.";
-const std::u32string kDone = U"Done.";
 const std::u32string kPathKnown = U"The provided path is already in the runpath.";
 const std::u32string kNoPath = U"No path provided.";
-
-constexpr unsigned kIndent = 4; // spaces
 
 std::u32string usageOf(const std::u32string& argument)
 {

@@ -13,15 +13,15 @@ using console::Console;
 
 namespace {
 
-constexpr char32_t kExtension[] = U".console";
+constexpr char32_t kConsoleFileExtension[] = U".console";
 constexpr char32_t kAliasCommand[] = U"alias";
 
 constexpr char kFileHead[] = "// Aliases, as alias_save wrote them.\n";
 constexpr char kNoAliases[] = "There are no aliases; nothing is written.";
 
-constexpr char32_t kUsage[] = U"alias_save FILE.console";
-constexpr char32_t kDescription[] = U"Writes all aliases as a console file, which run restores.";
-constexpr char32_t kHelp[] =
+constexpr char32_t kAliasSaveUsage[] = U"alias_save FILE.console";
+constexpr char32_t kAliasSaveDescription[] = U"Writes all aliases as a console file, which run restores.";
+constexpr char32_t kAliasSaveHelp[] =
     U"Usage: alias_save FILE.console.  The extension may be left out; quote a FILE with spaces.";
 
 /// What a console file with all aliases holds.
@@ -60,7 +60,7 @@ AliasFile aliasFileOf(Console& console)
 
 } // namespace
 
-AliasSaveCommand::AliasSaveCommand() : SaveCommand(kUsage, kDescription, kHelp) {}
+AliasSaveCommand::AliasSaveCommand() : SaveCommand(kAliasSaveUsage, kAliasSaveDescription, kAliasSaveHelp) {}
 
 std::u32string AliasSaveCommand::name() const
 {
@@ -80,7 +80,8 @@ void AliasSaveCommand::save(const std::u32string& file, Console& console) const
         console.writeIndented(kNoAliases, kAnswerIndent);
         return;
     }
-    const std::u32string fileName = file.ends_with(kExtension) ? file : file + kExtension;
+    const std::u32string fileName =
+        file.ends_with(kConsoleFileExtension) ? file : file + kConsoleFileExtension;
     writeFile(fileName, kFileHead + StringUtil::toString(aliases.lines),
               std::to_string(aliases.count) + (aliases.count == 1 ? " alias" : " aliases"), console);
 }

@@ -36,17 +36,16 @@ constexpr char kObstacles[] = "%1 of %2 obstacles";
 constexpr char kSlowest[] = "0";
 constexpr char kUnit[] = "%1 m/s";
 
-constexpr double kShownGust = 0.05;   // metres a second; less would be shown as none
-constexpr double kFullCircle = 360.0; // degrees
+constexpr double kShownGust = 0.05; // metres a second; less would be shown as none
 constexpr int kWindDecimals = 1;
 constexpr int kSpeedDecimals = 2;
 
 constexpr double kMeasureSeconds = 1.0;
 
-constexpr QColor kTextColor(150, 170, 195);
+constexpr QColor kHudTextColor(150, 170, 195);
 constexpr int kTextPixels = 13;
 constexpr QColor kStripColor(5, 8, 16, 200);
-constexpr int kMargin = 12; // pixels
+constexpr int kHudMargin = 12; // pixels
 
 constexpr std::array kColumnWidths{100, 80, 90, 120, 205, 140}; // pixels, with the space behind them
 
@@ -80,7 +79,7 @@ QString windText(const Simulation& simulation)
 
 QRect inner(const QRect& strip)
 {
-    return strip.adjusted(kMargin, 0, -kMargin, 0);
+    return strip.adjusted(kHudMargin, 0, -kHudMargin, 0);
 }
 
 QRect topStrip(int width)
@@ -134,7 +133,7 @@ void Hud::draw(const Simulation& simulation, const SimulationClock& clock, const
                QPainter& painter) const
 {
     painter.setFont(font());
-    painter.setPen(kTextColor);
+    painter.setPen(kHudTextColor);
     const QRect top = topStrip(size.width());
     painter.fillRect(top, kStripColor);
     for (const PlacedText& text :
@@ -147,7 +146,7 @@ void Hud::draw(const Simulation& simulation, const SimulationClock& clock, const
     PlacedText hint = hints(size.width(), painter.fontMetrics());
     hint.place.translate(bottom.topLeft());
     drawText(hint, painter);
-    if (inner(bottom).right() - hint.place.right() >= kMargin + kLegendWidth) {
+    if (inner(bottom).right() - hint.place.right() >= kHudMargin + kLegendWidth) {
         drawLegend(inner(bottom), painter);
     }
 }
@@ -159,7 +158,7 @@ std::vector<PlacedText> Hud::placed(const QStringList& texts, int width, const Q
     for (qsizetype i = 0; i < texts.size(); ++i) {
         all.push_back(fitted(texts[i], room, metrics));
         const int column = kColumnWidths[static_cast<std::size_t>(i)];
-        room.setLeft(room.left() + std::max(column, all.back().place.width() + kMargin));
+        room.setLeft(room.left() + std::max(column, all.back().place.width() + kHudMargin));
     }
     return all;
 }

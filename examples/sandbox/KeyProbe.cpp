@@ -15,15 +15,15 @@ namespace zephyr::sandbox {
 
 namespace {
 
-constexpr char kTitle[] = "zephyr-sandbox keys";
+constexpr char kProbeTitle[] = "zephyr-sandbox keys";
 constexpr char kHint[] = "Press keys. Closing the window, or pressing Escape twice, ends this.\n"
                          "A press that went elsewhere mostly went to the input method, as an accent's does.";
 
-constexpr QSize kSize(1000, 400); // pixels
+constexpr QSize kProbeSize(1000, 400); // pixels
 constexpr QColor kGroundColor(11, 16, 32);
 constexpr QColor kHintColor(150, 170, 195);
-constexpr QColor kTextColor(0, 255, 0);
-constexpr int kMargin = 12; // pixels
+constexpr QColor kProbeTextColor(0, 255, 0);
+constexpr int kProbeMargin = 12; // pixels
 constexpr int kShownLines = 10;
 constexpr int kEscapesToEnd = 2;
 
@@ -31,8 +31,8 @@ constexpr int kEscapesToEnd = 2;
 
 KeyProbe::KeyProbe(std::function<void(const QString& line)> report) : mReport(std::move(report))
 {
-    setTitle(kTitle);
-    resize(kSize);
+    setTitle(kProbeTitle);
+    resize(kProbeSize);
 }
 
 bool KeyProbe::event(QEvent* event)
@@ -103,7 +103,7 @@ void KeyProbe::paintEvent(QPaintEvent*)
     painter.fillRect(area, kGroundColor);
     painter.setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     const int gap = painter.fontMetrics().height() / 2;
-    QRect rest = area.adjusted(kMargin, kMargin, -kMargin, -kMargin);
+    QRect rest = area.adjusted(kProbeMargin, kProbeMargin, -kProbeMargin, -kProbeMargin);
     const auto write = [&](const QString& text) {
         QRect used;
         painter.drawText(rest, Qt::TextWordWrap, text, &used);
@@ -111,7 +111,7 @@ void KeyProbe::paintEvent(QPaintEvent*)
     };
     painter.setPen(kHintColor);
     write(kHint);
-    painter.setPen(kTextColor);
+    painter.setPen(kProbeTextColor);
     for (const QString& text : std::as_const(mLines)) {
         write(text);
     }

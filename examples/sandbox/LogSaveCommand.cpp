@@ -9,13 +9,13 @@ using console::Console;
 
 namespace {
 
-constexpr char32_t kUsage[] = U"log_save FILE";
-constexpr char32_t kDescription[] = U"Writes the log up to here as a text file.";
-constexpr char32_t kHelp[] = U"Usage: log_save FILE.  Quote a FILE with spaces.";
+constexpr char32_t kLogSaveUsage[] = U"log_save FILE";
+constexpr char32_t kLogSaveDescription[] = U"Writes the log up to here as a text file.";
+constexpr char32_t kLogSaveHelp[] = U"Usage: log_save FILE.  Quote a FILE with spaces.";
 
 } // namespace
 
-LogSaveCommand::LogSaveCommand() : SaveCommand(kUsage, kDescription, kHelp) {}
+LogSaveCommand::LogSaveCommand() : SaveCommand(kLogSaveUsage, kLogSaveDescription, kLogSaveHelp) {}
 
 std::u32string LogSaveCommand::name() const
 {

@@ -27,8 +27,8 @@ constexpr char32_t kListDescription[] = U"Lists the obstacles with their numbers
 constexpr char32_t kListHelp[] = U"Usage: obstacle list";
 constexpr char32_t kRemoveDescription[] = U"Removes an obstacle; those behind it move up one number.";
 constexpr char32_t kRemoveHelp[] = U"Usage: obstacle remove N.  N is a number that 'obstacle list' shows.";
-constexpr char32_t kClearDescription[] = U"Removes all obstacles.";
-constexpr char32_t kClearHelp[] = U"Usage: obstacle clear";
+constexpr char32_t kClearObstaclesDescription[] = U"Removes all obstacles.";
+constexpr char32_t kClearObstaclesHelp[] = U"Usage: obstacle clear";
 
 constexpr char kNone[] = "There are no obstacles.";
 constexpr char kFull[] = "No room: there are 24 obstacles, which is the most.";
@@ -56,7 +56,7 @@ ObstacleCommand::ObstacleCommand(Simulation& simulation) : mSimulation(simulatio
                   [this](const SubCommandWords& words, Console& console) { return list(words, console); });
     addSubCommand({U"remove", kRemoveDescription, kRemoveHelp},
                   [this](const SubCommandWords& words, Console& console) { return remove(words, console); });
-    addSubCommand({U"clear", kClearDescription, kClearHelp},
+    addSubCommand({U"clear", kClearObstaclesDescription, kClearObstaclesHelp},
                   [this](const SubCommandWords& words, Console& console) { return clear(words, console); });
 }
 

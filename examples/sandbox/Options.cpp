@@ -11,7 +11,7 @@ namespace zephyr::sandbox {
 
 namespace {
 
-constexpr char kDescription[] =
+constexpr char kProgramDescription[] =
     "Particles in the wind, and a console to control them.\n"
     "The window does what the options ask for in this order: startup.console or --startup, --exec, --type, "
     "--screenshot, --quit.\n"
@@ -20,21 +20,22 @@ constexpr char kDescription[] =
     "In a batch, simulated time passes in 'sim step' and 'sim record' only.\n"
     "QT_QPA_PLATFORM=offscreen makes a window that needs no screen.";
 
-constexpr const char* kHelp = "help";
-constexpr const char* kVersion = "version";
-constexpr const char* kSize = "size";
-constexpr const char* kExec = "exec";
-constexpr const char* kType = "type";
-constexpr const char* kScreenshot = "screenshot";
-constexpr const char* kQuit = "quit";
-constexpr const char* kPrintLog = "print-log";
-constexpr const char* kBatch = "batch";
-constexpr const char* kNoStartup = "no-startup";
-constexpr const char* kStartup = "startup";
-constexpr const char* kProbeKeys = "probe-keys";
+constexpr const char* kHelpOption = "help";
+constexpr const char* kVersionOption = "version";
+constexpr const char* kSizeOption = "size";
+constexpr const char* kExecOption = "exec";
+constexpr const char* kTypeOption = "type";
+constexpr const char* kScreenshotOption = "screenshot";
+constexpr const char* kQuitOption = "quit";
+constexpr const char* kPrintLogOption = "print-log";
+constexpr const char* kBatchOption = "batch";
+constexpr const char* kNoStartupOption = "no-startup";
+constexpr const char* kStartupOption = "startup";
+constexpr const char* kProbeKeysOption = "probe-keys";
 
-constexpr std::array kWindowOnly{kSize, kExec, kType, kScreenshot, kQuit, kPrintLog};
-constexpr std::array kWithFile{kBatch, kScreenshot, kStartup};
+constexpr std::array kWindowOnly{kSizeOption,       kExecOption, kTypeOption,
+                                 kScreenshotOption, kQuitOption, kPrintLogOption};
+constexpr std::array kWithFile{kBatchOption, kScreenshotOption, kStartupOption};
 
 constexpr char kBadSize[] = "'--size' takes WIDTHxHEIGHT, each from 1 to 16384, not '%1'.";
 constexpr char kUnexpected[] = "Unexpected argument '%1'.";
@@ -47,22 +48,24 @@ constexpr int kMaxSide = 16384; // pixels
 
 void declareOptions(QCommandLineParser& parser)
 {
-    parser.setApplicationDescription(kDescription);
+    parser.setApplicationDescription(kProgramDescription);
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     parser.addOptions({
-        {kHelp, "Print this and end."},
-        {kVersion, "Print the version and end."},
-        {kSize, "Open a window of WxH logical pixels; 1280x720 if left out.", "WxH"},
-        {kExec, "Run LINE in the console. May be given several times.", "LINE"},
-        {kType, "Type TEXT into the window; \\n is Enter, ` opens and closes the console.", "TEXT"},
-        {kScreenshot, "Write a picture of the window to FILE, as PNG.", "FILE"},
-        {kQuit, "End the program after that, and after a recording that is still working."},
-        {kPrintLog, "Print the console's log to standard output at the end."},
-        {kBatch, "Run a console file without a window and print the log to standard output.", "FILE.console"},
-        {kNoStartup, "Don't run startup.console."},
-        {kStartup, "Run the console file NAME from the runpath in place of startup.console.", "NAME"},
-        {kProbeKeys, "Only open a window that shows and prints what each key sends, and whether it opens "
-                     "the console. Closing the window, or pressing Escape twice, ends it."},
+        {kHelpOption, "Print this and end."},
+        {kVersionOption, "Print the version and end."},
+        {kSizeOption, "Open a window of WxH logical pixels; 1280x720 if left out.", "WxH"},
+        {kExecOption, "Run LINE in the console. May be given several times.", "LINE"},
+        {kTypeOption, "Type TEXT into the window; \\n is Enter, ` opens and closes the console.", "TEXT"},
+        {kScreenshotOption, "Write a picture of the window to FILE, as PNG.", "FILE"},
+        {kQuitOption, "End the program after that, and after a recording that is still working."},
+        {kPrintLogOption, "Print the console's log to standard output at the end."},
+        {kBatchOption, "Run a console file without a window and print the log to standard output.",
+         "FILE.console"},
+        {kNoStartupOption, "Don't run startup.console."},
+        {kStartupOption, "Run the console file NAME from the runpath in place of startup.console.", "NAME"},
+        {kProbeKeysOption,
+         "Only open a window that shows and prints what each key sends, and whether it opens "
+         "the console. Closing the window, or pressing Escape twice, ends it."},
     });
 }
 
@@ -83,8 +86,8 @@ QString findError(const QCommandLineParser& parser)
     if (!parser.positionalArguments().isEmpty()) {
         return QString(kUnexpected).arg(parser.positionalArguments().constFirst());
     }
-    if (parser.isSet(kSize) && !sizeFrom(parser.value(kSize))) {
-        return QString(kBadSize).arg(parser.value(kSize));
+    if (parser.isSet(kSizeOption) && !sizeFrom(parser.value(kSizeOption))) {
+        return QString(kBadSize).arg(parser.value(kSizeOption));
     }
     for (const char* const name : kWithFile) {
         if (parser.isSet(name) && parser.value(name).isEmpty()) {
@@ -92,14 +95,14 @@ QString findError(const QCommandLineParser& parser)
         }
     }
     for (const char* const name : kWindowOnly) {
-        if (parser.isSet(kBatch) && parser.isSet(name)) {
+        if (parser.isSet(kBatchOption) && parser.isSet(name)) {
             return QString(kNotInBatch).arg(name);
         }
     }
-    if (parser.isSet(kStartup) && parser.isSet(kNoStartup)) {
+    if (parser.isSet(kStartupOption) && parser.isSet(kNoStartupOption)) {
         return kBothStartups;
     }
-    if (parser.isSet(kProbeKeys) && parser.optionNames().size() > 1) {
+    if (parser.isSet(kProbeKeysOption) && parser.optionNames().size() > 1) {
         return kNotAlone;
     }
     return {};
@@ -108,18 +111,18 @@ QString findError(const QCommandLineParser& parser)
 Options optionsOf(const QCommandLineParser& parser)
 {
     Options options;
-    options.wantsHelp = parser.isSet(kHelp);
-    options.wantsVersion = parser.isSet(kVersion);
-    options.probesKeys = parser.isSet(kProbeKeys);
-    options.skipsStartup = parser.isSet(kNoStartup);
-    options.startup = parser.value(kStartup);
-    options.batch = parser.value(kBatch);
-    options.size = sizeFrom(parser.value(kSize)).value_or(options.size);
-    options.lines = parser.values(kExec);
-    options.keys = parser.value(kType);
-    options.screenshot = parser.value(kScreenshot);
-    options.quits = parser.isSet(kQuit);
-    options.printsLog = parser.isSet(kPrintLog);
+    options.wantsHelp = parser.isSet(kHelpOption);
+    options.wantsVersion = parser.isSet(kVersionOption);
+    options.probesKeys = parser.isSet(kProbeKeysOption);
+    options.skipsStartup = parser.isSet(kNoStartupOption);
+    options.startup = parser.value(kStartupOption);
+    options.batch = parser.value(kBatchOption);
+    options.size = sizeFrom(parser.value(kSizeOption)).value_or(options.size);
+    options.lines = parser.values(kExecOption);
+    options.keys = parser.value(kTypeOption);
+    options.screenshot = parser.value(kScreenshotOption);
+    options.quits = parser.isSet(kQuitOption);
+    options.printsLog = parser.isSet(kPrintLogOption);
     return options;
 }
 

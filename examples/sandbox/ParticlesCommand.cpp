@@ -14,8 +14,8 @@ namespace {
 
 constexpr char32_t kCountDescription[] = U"Shows how many particles there are, or adds or removes some.";
 constexpr char32_t kCountHelp[] = U"Usage: particles count [N].  N is 0 to 20000.";
-constexpr char32_t kClearDescription[] = U"Removes all particles.";
-constexpr char32_t kClearHelp[] = U"Usage: particles clear";
+constexpr char32_t kClearParticlesDescription[] = U"Removes all particles.";
+constexpr char32_t kClearParticlesHelp[] = U"Usage: particles clear";
 
 } // namespace
 
@@ -23,7 +23,7 @@ ParticlesCommand::ParticlesCommand(Simulation& simulation) : mSimulation(simulat
 {
     addSubCommand({U"count", kCountDescription, kCountHelp, {}, {U"1000", U"4000", U"20000"}},
                   [this](const SubCommandWords& words, Console& console) { return count(words, console); });
-    addSubCommand({U"clear", kClearDescription, kClearHelp},
+    addSubCommand({U"clear", kClearParticlesDescription, kClearParticlesHelp},
                   [this](const SubCommandWords& words, Console& console) { return clear(words, console); });
 }
 

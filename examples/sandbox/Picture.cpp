@@ -9,7 +9,7 @@ namespace zephyr::sandbox {
 
 namespace {
 
-constexpr char kCantWrite[] = "can't write '%1': %2.";
+constexpr char kCantWritePicture[] = "can't write '%1': %2.";
 constexpr char kNoPicture[] = "there is no picture of the window";
 constexpr char kFormat[] = "PNG";
 
@@ -20,7 +20,7 @@ QString savePicture(const QImage& picture, const QString& path)
     QBuffer buffer;
     const QString error =
         picture.save(&buffer, kFormat) ? writeWhole(path, buffer.data()) : QString(kNoPicture);
-    return error.isEmpty() ? QString() : QString(kCantWrite).arg(path, error);
+    return error.isEmpty() ? QString() : QString(kCantWritePicture).arg(path, error);
 }
 
 } // namespace zephyr::sandbox

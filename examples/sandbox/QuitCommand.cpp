@@ -10,14 +10,14 @@ using console::ConsoleArgs;
 namespace {
 
 constexpr char32_t kName[] = U"quit"; // stands in help, too, in front of the description
-constexpr char32_t kDescription[] = U"Ends the program; whatever stands behind it in a file is not run.";
-constexpr char32_t kHelp[] = U"Usage: quit";
+constexpr char32_t kQuitDescription[] = U"Ends the program; whatever stands behind it in a file is not run.";
+constexpr char32_t kQuitHelp[] = U"Usage: quit";
 
 } // namespace
 
 QuitCommand::QuitCommand(const std::function<void()>& quitting) : mQuitting(quitting)
 {
-    registerArgHandler(kName, {}, kDescription, kHelp); // for help only; execute() does the work
+    registerArgHandler(kName, {}, kQuitDescription, kQuitHelp); // for help only; execute() does the work
 }
 
 std::u32string QuitCommand::name() const

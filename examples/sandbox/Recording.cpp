@@ -16,7 +16,7 @@ constexpr unsigned kProgressLines = 10;
 constexpr unsigned kProgressIndent = 8;
 
 constexpr char kStarted[] = "Recording to ";
-constexpr char kCantWrite[] = "Can't write ";
+constexpr char kCantRecord[] = "Can't write ";
 constexpr char kEnded[] = "The recording to ";
 constexpr char kEndedAt[] = " ended early, at ";
 constexpr char kStillWorking[] = "Still recording to ";
@@ -104,7 +104,7 @@ void Recording::close(const std::string& success, Console& console)
     mRecorder->finish();
     const std::string error = mRecorder->error();
     mRecorder.reset();
-    console.writeIndented(error.empty() ? success : kCantWrite + mPath + ": " + error + ".", kAnswerIndent);
+    console.writeIndented(error.empty() ? success : kCantRecord + mPath + ": " + error + ".", kAnswerIndent);
 }
 
 std::string Recording::progress() const

@@ -25,7 +25,6 @@ constexpr double kMillisecondsPerSecond = 1e3;
 constexpr double kKeyGust = 15.0; // metres a second
 constexpr double kKeySpeed = 1.0; // metres a second
 constexpr double kKeyTurn = 5.0;  // degrees
-constexpr double kFullCircle = 360.0;
 
 /// The seconds since the last call for the same clock; 0 the first time.
 double restarted(QElapsedTimer& clock)

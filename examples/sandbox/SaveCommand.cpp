@@ -16,15 +16,13 @@ using console::ConsoleArgs;
 
 namespace {
 
-constexpr char32_t kQuote = U'"';
-
 /// The words behind the command, without quotes and without what is empty.
 std::vector<std::u32string> fileNames(const ConsoleArgs& args)
 {
     std::vector<std::u32string> names;
     for (unsigned i = 1; i < args.argCount(); ++i) {
         std::u32string name = args.arg(i);
-        std::erase(name, kQuote);
+        std::erase(name, U'"');
         if (!name.empty()) {
             names.push_back(name);
         }

@@ -17,6 +17,7 @@ namespace zephyr::sandbox {
 constexpr double kStepSeconds = 1.0 / 120.0;
 constexpr std::size_t kDefaultParticleCount = 4000;
 constexpr std::size_t kMaxParticleCount = 20000;
+constexpr double kFullCircle = 360.0;  ///< Degrees; a wind's heading is less.
 constexpr double kMaxWindSpeed = 60.0; ///< Metres a second; the strongest gust, too.
 constexpr std::size_t kMaxObstacleCount = 24;
 constexpr double kMinObstacleRadius = 1.0;     ///< Metres.

@@ -10,7 +10,7 @@ namespace zephyr::sandbox {
 namespace {
 
 constexpr char kUsualFile[] = "startup.console";
-constexpr char kExtension[] = ".console";
+constexpr char kStartupExtension[] = ".console";
 
 constexpr char kCantRun[] = "can't run '%1': %2.";
 constexpr char kMissing[] = "there is no such file";
@@ -21,7 +21,7 @@ constexpr char kUnreadable[] = "it can't be read";
 std::filesystem::path startupFile(const Options& options, const console::Console& console)
 {
     const QString called = startupName(options);
-    const QString ending = called.endsWith(kExtension) ? QString() : QString(kExtension);
+    const QString ending = called.endsWith(kStartupExtension) ? QString() : QString(kStartupExtension);
     std::filesystem::path name((called + ending).toStdU32String());
     for (const std::filesystem::path& directory : console.runPaths()) {
         if (QFileInfo(directory / name).exists()) {

@@ -14,7 +14,6 @@ using console::Console;
 namespace {
 
 constexpr double kDefaultGust = 15.0; // metres a second
-constexpr double kFullCircle = 360.0; // degrees
 constexpr std::size_t kMaxSetWords = 2;
 
 constexpr char32_t kSpeedSwitch[] = U"/speed";

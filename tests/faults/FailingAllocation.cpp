@@ -1,26 +1,29 @@
 #include "FailingAllocation.h"
 
+#include <malloc.h>
+
 #include <cstdlib>
 #include <new>
 
 namespace {
 
-struct Countdown
+struct Allocations
 {
     bool isArmed = false;
     std::size_t successes = 0;
     bool hasFailed = false;
+    std::ptrdiff_t bytesInUse = 0;
 };
 
-Countdown& countdown()
+Allocations& allocations()
 {
-    thread_local Countdown ofThisThread;
+    thread_local Allocations ofThisThread;
     return ofThisThread;
 }
 
 bool failsNow()
 {
-    Countdown& count = countdown();
+    Allocations& count = allocations();
     if (!count.isArmed || count.hasFailed) {
         return false;
     }
@@ -32,13 +35,26 @@ bool failsNow()
     return true;
 }
 
+void* allocate(std::size_t size)
+{
+    void* memory = failsNow() ? nullptr : std::malloc(size == 0 ? 1 : size);
+    allocations().bytesInUse += static_cast<std::ptrdiff_t>(malloc_usable_size(memory));
+    return memory;
+}
+
+void release(void* memory)
+{
+    allocations().bytesInUse -= static_cast<std::ptrdiff_t>(malloc_usable_size(memory));
+    std::free(memory);
+}
+
 } // namespace
 
 // All forms but the aligned ones, so that no sanitizer's own form meets one of these.
 
 void* operator new(std::size_t size)
 {
-    void* memory = failsNow() ? nullptr : std::malloc(size == 0 ? 1 : size);
+    void* memory = allocate(size);
     if (memory == nullptr) {
         throw std::bad_alloc();
     }
@@ -47,7 +63,7 @@ void* operator new(std::size_t size)
 
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept
 {
-    return failsNow() ? nullptr : std::malloc(size == 0 ? 1 : size);
+    return allocate(size);
 }
 
 void* operator new[](std::size_t size)
@@ -62,39 +78,46 @@ void* operator new[](std::size_t size, const std::nothrow_t& nothrow) noexcept
 
 void operator delete(void* memory) noexcept
 {
-    std::free(memory);
+    release(memory);
 }
 
 void operator delete(void* memory, std::size_t) noexcept
 {
-    std::free(memory);
+    release(memory);
 }
 
 void operator delete[](void* memory) noexcept
 {
-    std::free(memory);
+    release(memory);
 }
 
 void operator delete[](void* memory, std::size_t) noexcept
 {
-    std::free(memory);
+    release(memory);
 }
 
 namespace zephyr::test {
 
 FailingAllocation::FailingAllocation(std::size_t successes)
 {
-    countdown() = {true, successes, false};
+    allocations().isArmed = true;
+    allocations().successes = successes;
+    allocations().hasFailed = false;
 }
 
 FailingAllocation::~FailingAllocation()
 {
-    countdown().isArmed = false;
+    allocations().isArmed = false;
 }
 
 bool FailingAllocation::hasFailed() const
 {
-    return countdown().hasFailed;
+    return allocations().hasFailed;
+}
+
+std::ptrdiff_t bytesInUse()
+{
+    return allocations().bytesInUse;
 }
 
 } // namespace zephyr::test

@@ -20,6 +20,9 @@ public:
     bool hasFailed() const;
 };
 
+/// The bytes that this thread has taken with `new` and not given back, as large as the allocator made them.
+std::ptrdiff_t bytesInUse();
+
 } // namespace zephyr::test
 
 #endif

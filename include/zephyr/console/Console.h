@@ -233,7 +233,7 @@ private:
     ZEPHYR_CONSOLE_NO_EXPORT void closeRedirect();
     ZEPHYR_CONSOLE_NO_EXPORT void retire(std::unique_ptr<ConsoleCommand>& command);
 
-    ZEPHYR_CONSOLE_NO_EXPORT void runFileLine(const std::string& line);
+    ZEPHYR_CONSOLE_NO_EXPORT void runFileLine(std::string& line);
     ZEPHYR_CONSOLE_NO_EXPORT void warnOfSeveral(const std::vector<std::filesystem::path>& candidates,
                                                 const std::u32string& name);
 
