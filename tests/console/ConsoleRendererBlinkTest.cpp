@@ -14,7 +14,6 @@ using console::ConsoleRenderer;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr std::uint32_t kFarAway = std::numeric_limits<std::uint32_t>::max();
 
 /// The prompt line that stands alone in the picture.
 bool showsPromptLine(const QImage& picture, const QString& promptLine)

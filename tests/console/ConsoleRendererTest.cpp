@@ -9,7 +9,6 @@
 #include <QPicture>
 #include <QPixmap>
 
-#include <limits>
 #include <string>
 #include <vector>
 
@@ -20,7 +19,6 @@ using console::ConsoleRenderer;
 using console::LogEntry;
 using namespace std::string_literals;
 
-constexpr std::uint32_t kFarAway = std::numeric_limits<std::uint32_t>::max();
 const QString kEmptyPrompt = QStringLiteral(">> \u2588");
 
 /// A scene whose colours differ from pixel to pixel, and whose alpha differs from line to line.

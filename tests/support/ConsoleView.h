@@ -18,6 +18,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <string>
 #include <utility>
@@ -41,6 +42,9 @@ inline int lineHeight()
 {
     return QFontMetrics(*consoleFont()).height();
 }
+
+/// As a cursor or a scroll offset: beyond everything.
+constexpr std::uint32_t kFarAway = std::numeric_limits<std::uint32_t>::max();
 
 /// The fields of a snapshot, those of a console in its first frame unless a test says otherwise.
 struct ConsoleView
