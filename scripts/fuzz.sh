@@ -13,7 +13,7 @@ scripts/install-packages.sh "${fuzz_packages[@]}"
 
 cmake -S . -B build/fuzz -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DZEPHYR_CONSOLE_BUILD_FUZZERS=ON -DZEPHYR_CONSOLE_BUILD_TESTS=OFF \
-  -DZEPHYR_CONSOLE_BUILD_EXAMPLES=OFF >/dev/null
+  -DZEPHYR_CONSOLE_BUILD_EXAMPLES=OFF -DCMAKE_UNITY_BUILD=ON >/dev/null
 targets=(keys lines files switches utf8 renderer)
 cmake --build build/fuzz --target "${targets[@]/#/fuzz_}"
 

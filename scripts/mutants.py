@@ -1,14 +1,17 @@
 #!/usr/bin/env python3
-"""Changes one thing at a time in src/, builds, and runs the tests: mutants.py TREE BUILD RESULTS SECONDS
+"""Changes one thing at a time in sources, builds, and runs the tests: mutants.py SOURCES RESULTS SECONDS PLACE...
 
-TREE is a copy of the sources that may be changed, BUILD its configured build. RESULTS gets a line for each mutant, so that
-the next run goes on behind the last one. Ends after SECONDS, or when all are done, and lists what no test noticed.
+SOURCES is the folder whose files are changed; each PLACE has a copy of all in `tree`, where that happens, and its
+configured build in `build`. The places work side by side. RESULTS gets a line for each mutant, so that the next run goes
+on behind the last one. Ends after SECONDS, or when all are done, and lists what no test noticed.
 """
 
 import re
 import subprocess
 import sys
+import threading
 import time
+from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 # What is replaced, by what. Each is tried at each place.
@@ -70,11 +73,11 @@ def succeeds(*command):
 
 
 def builds(build):
-    return succeeds("cmake", "--build", build)
+    return succeeds("cmake", "--build", build, "--parallel", "1")
 
 
 def passes(build):
-    return succeeds("ctest", "--test-dir", build, "-j2", "--stop-on-failure", "--timeout", str(TEST_SECONDS))
+    return succeeds("ctest", "--test-dir", build, "--stop-on-failure", "--timeout", str(TEST_SECONDS))
 
 
 def verdict(build):
@@ -83,23 +86,45 @@ def verdict(build):
     return "SURVIVED" if passes(build) else "killed"
 
 
-def try_file(file, build, done, results, deadline):
-    original = file.read_text()
-    lines = original.split("\n")
-    try:
-        for name, changed in mutants(lines):
-            key = f"{file.name}:{name}"
-            if key in done:
-                continue
-            if time.monotonic() > deadline:
-                return False
-            file.write_text("\n".join(changed))
-            done[key] = verdict(build)
-            with results.open("a") as stream:
-                stream.write(f"{done[key]}\t{key}\n")
-    finally:
-        file.write_text(original)
-    return True
+def pending(sources, done):
+    """Triples of a file's name, a mutant's key and its text, for the mutants that were not tried yet."""
+    for file in sorted(sources.glob("*.cpp")):
+        for name, changed in mutants(file.read_text().split("\n")):
+            if f"{file.name}:{name}" not in done:
+                yield file.name, f"{file.name}:{name}", "\n".join(changed)
+
+
+class Worker:
+    """Tries mutants in a tree and a build of its own."""
+
+    def __init__(self, place):
+        self.sources = place / "tree" / "src"
+        self.build = str(place / "build")
+
+    def is_ready(self):
+        return builds(self.build) and passes(self.build)
+
+    def verdict(self, name, text):
+        file = self.sources / name
+        original = file.read_text()
+        try:
+            file.write_text(text)
+            return verdict(self.build)
+        finally:
+            file.write_text(original)
+
+
+def run(worker, todo, done, results, deadline, lock):
+    """Tries what is to do until nothing is left or the time is over."""
+    while time.monotonic() < deadline:
+        with lock:
+            name, key, text = next(todo, (None, None, None))
+        if key is None:
+            return
+        found = worker.verdict(name, text)
+        with lock, results.open("a") as stream:
+            done[key] = found
+            stream.write(f"{found}\t{key}\n")
 
 
 def report(done):
@@ -111,18 +136,23 @@ def report(done):
 
 
 def main():
-    if len(sys.argv) != 5:
+    if len(sys.argv) < 5:
         sys.exit(__doc__)
-    tree, build, results, seconds = Path(sys.argv[1]), sys.argv[2], Path(sys.argv[3]), float(sys.argv[4])
-    if not builds(build) or not passes(build):
-        sys.exit("error: the tests fail before anything is changed")
+    sources, results, seconds = Path(sys.argv[1]), Path(sys.argv[2]), float(sys.argv[3])
+    workers = [Worker(Path(place)) for place in sys.argv[4:]]
+    with ThreadPoolExecutor() as threads:
+        if not all(list(threads.map(Worker.is_ready, workers))):
+            sys.exit("error: the tests fail before anything is changed")
     done = {}
     if results.exists():
         done = {key: word for word, key in (line.split("\t", 1) for line in results.read_text().splitlines())}
+    todo = pending(sources, dict(done))
+    lock = threading.Lock()
     deadline = time.monotonic() + seconds
-    finished = all(try_file(file, build, done, results, deadline) for file in sorted((tree / "src").glob("*.cpp")))
+    with ThreadPoolExecutor() as threads:
+        list(threads.map(lambda worker: run(worker, todo, done, results, deadline, lock), workers))
     report(done)
-    print("all mutants were tried" if finished else "the time is over; the next run goes on from here")
+    print("the time is over; the next run goes on from here" if next(todo, None) else "all mutants were tried")
 
 
 if __name__ == "__main__":
