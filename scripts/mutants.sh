@@ -21,13 +21,14 @@ fi
 mkdir -p "$work"
 echo "$sources" >"$work/sources"
 
-# A place for each core. Programs needn't be linked again for a change within a shared library.
+# A place for each core. What changes there is newer than its build, even if it is an old file that comes back. Programs
+# needn't be linked again for a change within a shared library.
 places=()
 for ((core = 0; core < $(nproc); ++core)); do
   place=$work/$core
   places+=("$place")
   mkdir -p "$place/tree"
-  git ls-files -z | rsync -a --checksum --from0 --files-from=- . "$place/tree"
+  git ls-files -z | rsync -a --no-times --checksum --from0 --files-from=- . "$place/tree"
   cmake -S "$place/tree" -B "$place/build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
     -DCMAKE_CXX_FLAGS="-D_GLIBCXX_ASSERTIONS -g0" -DCMAKE_LINK_DEPENDS_NO_SHARED=ON -DZEPHYR_CONSOLE_BUILD_EXAMPLES=OFF \
     -DZEPHYR_CONSOLE_TEST_ROOMS="console;properties;faults;transcripts" >/dev/null
