@@ -11,12 +11,13 @@ set grid
 set style data linespoints
 set key top left
 set pointsize 1.3
+floor = "with lines linewidth 9 linecolor rgb '#d0d0d0'" # wide, as what meets it lies on it
 
 set output images . "frame.png"
 set title "A frame with one line written since the last, 1920x1080"
 set ylabel "processor time in ms"
 set yrange [0.5:100]
-plot data . "one_line.dat" using 1:($2/1e6) title "floor: one fill and the visible lines", \
+plot data . "one_line.dat" using 1:($2/1e6) title "floor: one fill and the visible lines" @floor, \
      data . "one_line.dat" using 1:($3/1e6) title "refresh and render", \
      data . "one_line_copy.dat" using 1:($3/1e6) title "snapshot and render", \
      data . "first_frame.dat" using 1:($3/1e6) title "first frame of a fresh renderer", \
@@ -26,17 +27,17 @@ plot data . "one_line.dat" using 1:($2/1e6) title "floor: one fill and the visib
 set output images . "snapshot.png"
 set title "A snapshot by value"
 set yrange [0.01:1000]
-plot data . "snapshot.dat" using 1:($2/1e6) title "floor: copying a vector of the same entries", \
+plot data . "snapshot.dat" using 1:($2/1e6) title "floor: copying a vector of the same entries" @floor, \
      data . "snapshot.dat" using 1:($3/1e6) title "snapshot"
 
 set output images . "write.png"
 set title "A line written"
 set ylabel "processor time in ns"
 set yrange [10:10000000]
-plot data . "write.dat" using 1:2 title "floor: push\\_back under a mutex", \
+plot data . "write.dat" using 1:2 title "floor: push\\_back under a mutex" @floor, \
      data . "write.dat" using 1:3 title "write, code points", \
      data . "write_utf8.dat" using 1:3 title "write, UTF-8", \
-     data . "write_redirected.dat" using 1:2 title "floor while redirected: the bytes into an ofstream", \
+     data . "write_redirected.dat" using 1:2 title "floor while redirected: the bytes into an ofstream" @floor, \
      data . "write_redirected.dat" using 1:3 title "write while redirected", \
      data . "write.dat" using 1:4 title "QPlainTextEdit, append"
 
@@ -45,7 +46,7 @@ set output images . "memory.png"
 set title "Memory"
 set ylabel "bytes a log line"
 set yrange [0.1:20000]
-plot data . "memory.dat" using 1:2 title "floor: a vector of the same entries", \
+plot data . "memory.dat" using 1:2 title "floor: a vector of the same entries" @floor, \
      data . "memory.dat" using 1:3 title "console", \
      data . "memory.dat" using 1:4 title "snapshot", \
      data . "memory.dat" using 1:5 title "snapshot that was refreshed", \
