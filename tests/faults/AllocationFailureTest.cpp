@@ -140,6 +140,14 @@ protected:
         return failing.hasFailed();
     }
 
+    static bool hasAlias(Console& console, const std::u32string& wanted)
+    {
+        bool found = false;
+        console.forEachAlias(
+            [&](const std::u32string& name, const auto&) { found = found || name == wanted; });
+        return found;
+    }
+
     static std::vector<std::u32string> texts(const ConsoleSnapshot& snapshot)
     {
         std::vector<std::u32string> all;
@@ -187,6 +195,20 @@ TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereAnAliasRuns)
 TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereAnAliasIsDefined)
 {
     failEverywhere(executing(U"alias another_name_with_memory \"say a; say something longer\""));
+}
+
+TEST_F(AllocationFailure, SaysOfNoAliasThatItIsDoneWhereItIsNot)
+{
+    std::size_t successes = 0;
+    for (bool failed = true; failed; ++successes) {
+        Subject subject;
+        failed = runFailing(subject.console(), executing(U"alias new_one_with_memory \"say a\""), successes);
+        const Lines log = test::logLines(subject.console(), 0);
+        const auto done = std::count(log.begin(), log.end(), test::output("Done.", 4));
+        const bool isDefined = hasAlias(subject.console(), U"new_one_with_memory");
+        EXPECT_LE(done, isDefined ? 2 : 1)
+            << "after " << successes << " allocations"; // one is of another alias
+    }
 }
 
 TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereHelpIsWritten)
