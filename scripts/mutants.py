@@ -23,7 +23,7 @@ REPLACEMENTS = [
     (r"(?<![\w.'])\d+(?![\w.'])", lambda match: str(int(match.group()) + 1)),
 ]
 QUOTED = re.compile(r'U?"(?:\\.|[^"\\])*"|U?\'(?:\\.|[^\'\\])*\'|//.*')
-STATEMENT = re.compile(r"^(\s{4,})(?!return\b|case\b|default\b|break\b|using\b|const\b|constexpr\b|[:}#]).*;\s*(//.*)?$")
+STATEMENT = re.compile(r"^(\s{4,})(?!return\b|case\b|default\b|break\b|using\b|static\b|const\b|constexpr\b|[:}#]).*;\s*(//.*)?$")
 TEST_SECONDS = 60  # a mutant may loop for ever
 SLOW_TESTS = "^(console_(threads|long_line|renderer)|properties|sizes)$"  # run last
 
@@ -36,7 +36,7 @@ def outside_of_quotes(line):
 def replacements(line):
     """Each line that one replacement makes of `line`."""
     code = outside_of_quotes(line)
-    if code.lstrip().startswith(("#", "template", "namespace")):
+    if code.lstrip().startswith(("#", "template", "namespace", "static_assert")):
         return
     for pattern, new in REPLACEMENTS:
         for match in re.finditer(pattern, code):

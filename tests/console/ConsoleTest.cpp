@@ -90,7 +90,7 @@ TEST(Console, StartsWithRoomForInputAndLog)
 {
     Console console;
     EXPECT_EQ(test::inputBuffer(console), std::u32string(2048, U'\0'));
-    EXPECT_GE((console.*memberPointer(test::LogOf())).capacity(), 2048U);
+    EXPECT_EQ((console.*memberPointer(test::LogOf())).capacity(), 2048U);
     EXPECT_EQ(test::historyIndex(console), -1);
 }
 
