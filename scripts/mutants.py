@@ -50,7 +50,7 @@ def begins_statement(lines, index):
 
 
 def is_statement(lines, index):
-    return bool(STATEMENT.match(lines[index])) and begins_statement(lines, index)
+    return bool(STATEMENT.match(lines[index])) and "= delete" not in lines[index] and begins_statement(lines, index)
 
 
 def indent(line):
