@@ -180,6 +180,13 @@ TEST_F(ConsoleHistory, RecallingNeverChangesTheBufferSize)
     EXPECT_EQ(inputBuffer(mConsole).size(), size);
 }
 
+TEST_F(ConsoleHistory, RecallingReplacesOnlyTheFrontOfTheBuffer)
+{
+    mDriver.type("one\nanother line");
+    up();
+    EXPECT_EQ(inputBuffer(mConsole).substr(0, 13), std::u32string(U"onether line") + U'\0');
+}
+
 TEST_F(ConsoleHistory, ARecalledLineCanBeEditedAndRun)
 {
     std::vector<std::vector<std::u32string>> ran;

@@ -4,6 +4,7 @@
 #include "support/InputLine.h"
 #include "support/KeyTable.h"
 #include "support/LogLine.h"
+#include "support/PrivateMember.h"
 #include "support/ScriptedCommand.h"
 #include "zephyr/common/Angle.h"
 #include "zephyr/console/Console.h"
@@ -31,6 +32,14 @@
 #include <thread>
 #include <utility>
 #include <vector>
+
+namespace zephyr::test {
+
+struct InsertTextOf : PrivateMember<InsertTextOf, void (console::Console::*)(const std::u32string&)>
+{};
+template struct Open<InsertTextOf, &console::Console::insertText>;
+
+} // namespace zephyr::test
 
 namespace zephyr::console {
 namespace {
@@ -798,6 +807,19 @@ TEST_F(ConsoleKeys, ARefusedCodePointLeavesAsDeadlockError)
     } catch (const std::system_error& error) {
         EXPECT_TRUE(error.code() == std::errc::resource_deadlock_would_occur) << error.what();
     }
+}
+
+TEST_F(ConsoleKeys, InsertingNothingOrWhileClosedChangesNothing)
+{
+    const auto insert = memberPointer(InsertTextOf());
+    type(2);
+    const std::u32string before = inputBuffer(mConsole);
+    (mConsole.*insert)(U"");
+    EXPECT_EQ(line(), (InputLine{"xx", 2}));
+    mConsole.close();
+    (mConsole.*insert)(U"y");
+    EXPECT_EQ(line(), (InputLine{"xx", 2}));
+    EXPECT_EQ(inputBuffer(mConsole), before);
 }
 
 TEST_F(ConsoleKeys, ARefusedCodePointChangesNeitherLineNorBufferNorLog)

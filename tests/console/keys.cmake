@@ -1,4 +1,4 @@
-zephyr_add_test(NAME console_keys SOURCES ConsoleKeysTest.cpp)
+zephyr_add_test(NAME console_keys SOURCES ConsoleKeysTest.cpp LIBRARIES zephyr_console_inside)
 zephyr_add_test(NAME console_history SOURCES ConsoleHistoryTest.cpp LIBRARIES zephyr_console_inside ONE_THREAD)
 zephyr_add_test(NAME console_completion SOURCES ConsoleCompletionTest.cpp ONE_THREAD)
 zephyr_add_test(NAME console_long_line SOURCES ConsoleLongLineTest.cpp ONE_THREAD)
