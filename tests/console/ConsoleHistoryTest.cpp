@@ -389,6 +389,21 @@ TEST_F(ConsoleHistory, RefusesEveryDirectionButUpAndDown)
     EXPECT_EQ(recorder.messages(), std::vector<std::string>(3, ""));
     EXPECT_EQ(inputLine(mConsole), (InputLine{"ab", 2}));
     EXPECT_EQ(up(), "two");
+    (mConsole.*memberPointer(NavigateHistoryOf()))(0);
+    EXPECT_EQ(historyIndex(mConsole), 0);
+    EXPECT_EQ(inputLine(mConsole), (InputLine{"two", 3}));
+}
+
+TEST_F(ConsoleHistory, ReportsNothingWhereThereIsNothingToRecall)
+{
+    const AssertRecorder recorder;
+    mDriver.press(KeyUp);
+    mDriver.press(KeyDown);
+    mDriver.type("one\n");
+    mDriver.press(KeyDown);
+    mDriver.press(KeyUp);
+    mDriver.press(KeyDown); // past the newest
+    EXPECT_EQ(recorder.failures(), std::vector<std::string>());
 }
 
 TEST_F(ConsoleHistory, ReportsAnIndexOutsideItsRecords)
