@@ -201,6 +201,22 @@ TEST_F(ConsoleReentry, KeepsACommandThatIsReplacedFromItsCompletion)
     EXPECT_TRUE(life.expired());
 }
 
+TEST_F(ConsoleReentry, BeginsWithTheFirstCandidateThoughACompletionPressesTabItself)
+{
+    mConsole.open();
+    test::ConsoleDriver user(mConsole);
+    bool isFirst = true;
+    addCommand(mConsole, U"cmd").onComplete = [&](const ConsoleArgs&) {
+        if (std::exchange(isFirst, false)) {
+            user.press(Qt::Key_Tab);
+        }
+        return std::vector<std::u32string>{U"alpha", U"beta", U"gamma"};
+    };
+    user.type("cmd a");
+    user.press(Qt::Key_Tab);
+    EXPECT_EQ(user.input(), "cmd alpha");
+}
+
 TEST_F(ConsoleReentry, LetsACommandOpenCloseAndType)
 {
     addMortal(U"close", [](const ConsoleArgs&, Console& console) {

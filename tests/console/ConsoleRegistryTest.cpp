@@ -292,5 +292,18 @@ TEST_F(ConsoleRegistry, LetsAVisitorClearTheAliasThatItIsCalledWith)
     EXPECT_EQ(aliases(), Names());
 }
 
+TEST_F(ConsoleRegistry, LetsAVisitorClearTheAliasThatWouldBeNext)
+{
+    for (const char32_t name : {U'a', U'b', U'c'}) {
+        mConsole.execute(U"alias " + std::u32string(1, name) + U" x");
+    }
+    Names seen;
+    mConsole.forEachAlias([this, &seen](const std::u32string& name, const Names&) {
+        mConsole.execute(U"alias b \"\"");
+        seen.push_back(name);
+    });
+    EXPECT_EQ(seen, Names({U"a", U"c"}));
+}
+
 } // namespace
 } // namespace zephyr::console
