@@ -69,8 +69,15 @@ def mutants(lines):
             yield f"{i + 1}: {line.strip()} => (after the next)", lines[:i] + [lines[i + 1], line] + lines[i + 2:]
 
 
+class Interrupted(Exception):
+    """A signal ended a build or a test, so that there is no verdict."""
+
+
 def succeeds(*command):
-    return subprocess.run(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0
+    code = subprocess.run(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode
+    if code < 0:
+        raise Interrupted(command[0])
+    return code == 0
 
 
 def builds(build):
@@ -90,10 +97,11 @@ def verdict(build):
 
 def pending(sources, done):
     """Triples of a file's name, a mutant's key and its text, for the mutants that were not tried yet."""
-    for file in sorted(sources.glob("*.cpp")):
-        for name, changed in mutants(file.read_text().split("\n")):
-            if f"{file.name}:{name}" not in done:
-                yield file.name, f"{file.name}:{name}", "\n".join(changed)
+    texts = {file.name: file.read_text() for file in sorted(sources.glob("*.cpp"))}
+    for file, text in texts.items():
+        for name, changed in mutants(text.split("\n")):
+            if f"{file}:{name}" not in done:
+                yield file, f"{file}:{name}", "\n".join(changed)
 
 
 class Worker:

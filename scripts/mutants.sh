@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Changes one thing at a time in src/ and lists what no test notices: scripts/mutants.sh SECONDS
-# Goes on where the last run ended, as long as the code is the same, and tries again what no test noticed then. Results
-# are in build/mutants/results.
+# Goes on where the last run ended, as long as the code is the same, and tries again what no test noticed then, but not
+# what a test noticed. Results are in build/mutants/results.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 if ! [[ ${1:-} =~ ^[0-9]+$ ]]; then
@@ -12,7 +12,7 @@ source scripts/packages.sh
 scripts/install-packages.sh "${test_packages[@]}" python3 rsync
 
 work=$PWD/build/mutants
-sources=$(git ls-files -s src common include | sha256sum)
+sources=$(git ls-files -z src common include | xargs -0 sha256sum | sha256sum)
 if [ "$(cat "$work/sources" 2>/dev/null)" != "$sources" ]; then
   rm -f "$work/results"
 elif [ -e "$work/results" ]; then

@@ -37,7 +37,9 @@ if xargs -d '\n' grep -lF "$PWD" -d skip <"$installed"; then
 fi
 
 # Each report is read whole: a pipe that grep -q leaves early would fail for the reader's sake.
-for library in $(grep '\.so\.1$' "$installed"); do
+mapfile -t libraries < <(grep '\.so\.1$' "$installed")
+[ "${#libraries[@]}" -eq 3 ]
+for library in "${libraries[@]}"; do
   readelf -W -d -l -s "$library" >"$work/report"
   for mark in BIND_NOW GNU_RELRO __stack_chk_fail; do
     if ! grep -q "$mark" "$work/report"; then
