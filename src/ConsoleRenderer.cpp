@@ -31,6 +31,7 @@ namespace {
 const std::u32string kPrompt = U">> ";
 
 constexpr char32_t kFirstMark = 0x0300; // the first combining mark in Unicode
+constexpr std::int64_t kLowestPosition = std::numeric_limits<int>::max(); // as Qt counts pixels
 
 QColor toQColor(const Color& color)
 {
@@ -120,17 +121,18 @@ void ConsoleRenderer::render(const ElapsedSimTime& elapsed, const ConsoleSnapsho
     advanceBlinkClock(elapsed, snapshot);
     const std::u32string prompt = kPrompt + inputWithCursor(snapshot);
     const std::int64_t y = drawLog(snapshot, metrics, height, lowestTop(snapshot, prompt, height, p), p);
-    if (y - metrics.ascent() <= std::numeric_limits<int>::max()) {
+    if (y <= kLowestPosition) {
         p.drawText(QPoint(0, static_cast<int>(y)), QString::fromStdU32String(prompt));
     }
 }
 
-/// \return a position from which on a line's top lies too far below the device for any pixel of the line to show.
+/// \return a position from which on a line's top lies too far below the device for any pixel of the line to show, or for
+/// Qt's positions.
 std::int64_t ConsoleRenderer::lowestTop(const ConsoleSnapshot& snapshot, std::u32string_view prompt,
                                         int height, const QPainter& p)
 {
     if (snapshot.scrollOffset() == 0 || !losesWhatIsBelow(p)) {
-        return std::numeric_limits<std::int64_t>::max();
+        return kLowestPosition;
     }
     for (; mEntriesCounted < snapshot.lines().size(); ++mEntriesCounted) {
         mMostMarks = std::max(mMostMarks, mostMarks(snapshot.lines()[mEntriesCounted].text));
@@ -140,7 +142,8 @@ std::int64_t ConsoleRenderer::lowestTop(const ConsoleSnapshot& snapshot, std::u3
     const QFontMetrics onDevice(*snapshot.font(), p.device());
     const std::size_t reach = std::size_t{1} + std::max(mMostMarks, mostMarks(prompt));
     // The larger of the two heights, since a window with a pixel ratio reaches down to it.
-    return std::max(height, p.device()->height()) + static_cast<std::int64_t>(reach) * onDevice.height();
+    const std::int64_t below = static_cast<std::int64_t>(reach) * onDevice.height();
+    return std::min(kLowestPosition, std::max(height, p.device()->height()) + below);
 }
 
 /// \return the baseline that follows the last line drawn.

@@ -606,6 +606,32 @@ TEST(ConsoleRenderer, FollowsTheTransformationOfThePainter)
     }
 }
 
+/// `view` drawn over `canvas` so small that each line of the font takes `pixels`.
+QImage drawnSmall(const ConsoleView& view, QImage canvas, double pixels)
+{
+    QPainter p(&canvas);
+    const double scale = pixels / QFontMetrics(*view.font).height();
+    p.scale(scale, scale);
+    ConsoleRenderer().render(seconds(0), view.snapshot(), p);
+    p.end();
+    return canvas;
+}
+
+TEST(ConsoleRenderer, DrawsNoLineAtAPositionThatNoIntegerHolds)
+{
+    ConsoleView view{.scroll = kFarAway, .background = Color(0, 0, 0, 0)};
+    view.font->setPixelSize(1 << 14);
+    // In 32 bits the last line's position wraps around to the second line's.
+    const std::int64_t wrapped = (std::int64_t{1} << 32) / QFontMetrics(*view.font).height() + 1;
+    view.log.resize(static_cast<std::size_t>(wrapped), output(U""));
+    view.log.push_back(output(U"MMMM"));
+    const QImage canvas = scene(QSize(90, 90));
+    EXPECT_TRUE(samePixels(drawnSmall(view, canvas, 30), canvas));
+
+    view.log.erase(view.log.begin(), view.log.end() - 2);
+    EXPECT_NE(drawnSmall(view, canvas, 30), canvas);
+}
+
 TEST(ConsoleRenderer, FollowsClippingOpacityAndCompositionOfThePainter)
 {
     const ConsoleView view{.log = numberedLog(20), .scroll = 2};
