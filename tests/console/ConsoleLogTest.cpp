@@ -416,6 +416,16 @@ TEST_F(ConsoleScrolling, IsNotTouchedByANewWindowSizeItself)
     EXPECT_EQ(offset(), 30U);
 }
 
+TEST_F(ConsoleScrolling, IsNotTouchedByATurnOfNoLineAfterTheWindowGrew)
+{
+    fillLogTo(30);
+    wheel(300);
+    setPage(10);
+    wheel(4);
+    wheel(0);
+    EXPECT_EQ(offset(), 30U);
+}
+
 TEST_F(ConsoleScrolling, ComesBackIntoTheLogAfterTheWindowGrew)
 {
     fillLogTo(30);
