@@ -105,6 +105,29 @@ TEST(ConsoleRefresh, CopiesOnlyTheEntriesWrittenSince)
     EXPECT_EQ(snapshot.lines()[2].text, U"written");
 }
 
+TEST(ConsoleRefresh, LeavesTheEntriesWhereTheyAreWhileNothingIsWritten)
+{
+    const Console console;
+    ConsoleSnapshot snapshot = console.snapshot();
+    const console::LogEntry* const first = snapshot.lines().data();
+    console.refresh(snapshot);
+    EXPECT_EQ(snapshot.lines().data(), first);
+}
+
+TEST(ConsoleRefresh, MovesTheEntriesSeldomWhileTheLogGrows)
+{
+    Console console;
+    ConsoleSnapshot snapshot = console.snapshot();
+    int moves = 0;
+    for (int i = 0; i < 1000; ++i) {
+        const console::LogEntry* const first = snapshot.lines().data();
+        console.newline();
+        console.refresh(snapshot);
+        moves += static_cast<int>(snapshot.lines().data() != first);
+    }
+    EXPECT_LE(moves, 10); // each time the room doubles
+}
+
 TEST(ConsoleRefresh, ReplacesASnapshotOfAnotherConsole)
 {
     Console longer;

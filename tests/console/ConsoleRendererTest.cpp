@@ -525,28 +525,41 @@ TEST(ConsoleRenderer, DrawsOnAPixmap)
     EXPECT_TRUE(samePixels(actual, expected));
 }
 
-/// An image that tells its painter another height than it has.
-class ImageOfClaimedHeight : public QImage
+/// An image that tells its painter one measure otherwise than it is.
+class ImageWithClaim : public QImage
 {
 public:
-    ImageOfClaimedHeight(const QImage& image, int height) : QImage(image), mHeight(height) {}
+    ImageWithClaim(const QImage& image, PaintDeviceMetric measure, int claim)
+        : QImage(image), mMeasure(measure), mClaim(claim)
+    {}
 
 protected:
-    int metric(PaintDeviceMetric metric) const override
+    int metric(PaintDeviceMetric measure) const override
     {
-        return metric == PdmHeight ? mHeight : QImage::metric(metric);
+        return measure == mMeasure ? mClaim : QImage::metric(measure);
     }
 
 private:
-    int mHeight;
+    PaintDeviceMetric mMeasure;
+    int mClaim;
 };
 
 TEST(ConsoleRenderer, FitsNoLineOnADeviceOfNoHeight)
 {
-    const ImageOfClaimedHeight flat(sceneOfLines(5), 0);
+    const ImageWithClaim flat(sceneOfLines(5), QPaintDevice::PdmHeight, 0);
     for (const std::uint32_t scroll : {0U, 1U, 4U, 9U, kFarAway}) {
         EXPECT_TRUE(matchesPlain({.log = numberedLog(9), .scroll = scroll}, flat)) << scroll;
     }
+}
+
+TEST(ConsoleRenderer, TakesADeviceThatClaimsNoRatioAsItIs)
+{
+    const ConsoleView view{.log = numberedLog(9)};
+    ImageWithClaim image(sceneOfLines(5), QPaintDevice::PdmDevicePixelRatioScaled, 0);
+    QPainter p(&image);
+    ConsoleRenderer().render(seconds(0.0), view.snapshot(), p);
+    p.end();
+    EXPECT_TRUE(samePixels(image, drawn(view, sceneOfLines(5))));
 }
 
 /// The picture that `render` records, played over `canvas`.

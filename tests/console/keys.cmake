@@ -5,3 +5,4 @@ zephyr_add_test(NAME console_long_line SOURCES ConsoleLongLineTest.cpp ONE_THREA
 zephyr_add_test(NAME console_snapshot SOURCES ConsoleSnapshotTest.cpp)
 zephyr_add_test(NAME console_threads SOURCES ConsoleThreadsTest.cpp)
 zephyr_add_test(NAME checked_mutex SOURCES CheckedMutexTest.cpp NO_APPLICATION)
+zephyr_add_test(NAME console_without_application SOURCES ConsoleWithoutApplicationTest.cpp NO_APPLICATION ONE_THREAD)

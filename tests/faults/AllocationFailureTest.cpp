@@ -295,7 +295,9 @@ TEST_F(AllocationFailure, LeavesASnapshotAsItWasWhereItIsRefreshed)
         Console& console = subject.console();
         ConsoleSnapshot snapshot = console.snapshot();
         const ConsoleSnapshot before = snapshot;
-        console.execute(U"both");
+        for (std::size_t i = 0; i < 3 * before.lines().size(); ++i) {
+            console.write(U"more than twice the lines, each a text that needs memory of its own", Output);
+        }
         type(console, "a line that needs memory of its own");
         failed = runFailing(
             console, [&](Console& c) { c.refresh(snapshot); }, successes);
