@@ -374,10 +374,10 @@ TEST(ConsoleRenderer, DrawsEveryScrollOffsetAsThePlainRenderer)
     }
 }
 
-/// "A" under `marks` circumflexes, which DejaVu Sans stacks one above the other.
+/// "A" under `marks` graves, which DejaVu Sans stacks one above the other.
 std::u32string towerOf(std::size_t marks)
 {
-    return U"A" + std::u32string(marks, U'\u0302');
+    return U"A" + std::u32string(marks, U'\u0300');
 }
 
 /// A log scrolled back so that its first four lines fill four lines, with a tower far below them in log and
