@@ -380,11 +380,10 @@ std::u32string towerOf(std::size_t marks)
     return U"A" + std::u32string(marks, U'\u0300');
 }
 
-/// A log scrolled back so that its first four lines fill four lines, with a tower far below them in log and
-/// input.
+/// A log scrolled back so that its first four lines fill four lines, with towers far below them.
 ConsoleView viewOfTowers(std::size_t marks)
 {
-    ConsoleView view{.log = numberedLog(30), .input = towerOf(marks), .cursor = kFarAway, .scroll = 26};
+    ConsoleView view{.log = numberedLog(30), .cursor = kFarAway, .scroll = 26};
     view.log[15].text = towerOf(marks);
     view.log[20].text = U"b\n" + towerOf(marks);
     view.font = std::make_shared<QFont>(QStringLiteral("DejaVu Sans"), 10);
@@ -471,11 +470,16 @@ TEST(ConsoleRenderer, CutsTheHeightBeforeItCountsTheLines)
 TEST(ConsoleRenderer, DrawsAnySizeAndRatioAsThePlainRenderer)
 {
     ComparedRenderers renderers;
-    const ConsoleView view{.log = numberedLog(12), .input = U"abc", .cursor = 2};
+    const ConsoleView newest{.log = numberedLog(80), .input = U"abc", .cursor = 2};
+    ConsoleView oldest = newest;
+    oldest.scroll = 80;
     for (const double ratio : {0.5, 1.0, 1.1, 1.25, 1.3, 1.5, 1.75, 2.0, 2.5, 3.0}) {
         for (const QSize& size : {QSize(1, 1), QSize(97, 53), QSize(301, 199), QSize(640, 480)}) {
-            EXPECT_TRUE(renderers.agreeOn(view, scene(size, ratio)))
-                << size.width() << " x " << size.height() << " at " << ratio;
+            for (const ConsoleView& view : {newest, oldest}) {
+                EXPECT_TRUE(renderers.agreeOn(view, scene(size, ratio)))
+                    << size.width() << " x " << size.height() << " at " << ratio << ", " << view.scroll
+                    << " back";
+            }
         }
     }
 }
@@ -549,6 +553,16 @@ TEST(ConsoleRenderer, FitsNoLineOnADeviceOfNoHeight)
     const ImageWithClaim flat(sceneOfLines(5), QPaintDevice::PdmHeight, 0);
     for (const std::uint32_t scroll : {0U, 1U, 4U, 9U, kFarAway}) {
         EXPECT_TRUE(matchesPlain({.log = numberedLog(9), .scroll = scroll}, flat)) << scroll;
+    }
+}
+
+TEST(ConsoleRenderer, DrawsToTheEdgeOfADeviceThatCountsLogicalPixelsItself)
+{
+    // As a window with a pixel ratio does.
+    const QImage dense = scene(2 * sceneOfLines(12).size(), 2.0);
+    const ImageWithClaim window(dense, QPaintDevice::PdmHeight, dense.height() / 2);
+    for (const std::uint32_t scroll : {0U, 12U, 30U}) {
+        EXPECT_TRUE(matchesPlain({.log = numberedLog(30), .scroll = scroll}, window)) << scroll;
     }
 }
 
