@@ -556,13 +556,42 @@ TEST(ConsoleRenderer, FitsNoLineOnADeviceOfNoHeight)
     }
 }
 
-TEST(ConsoleRenderer, DrawsToTheEdgeOfADeviceThatCountsLogicalPixelsItself)
+/// A device that counts logical pixels itself and whose painter draws into an image, as Qt's windows do.
+class Window : public QImage
 {
-    // As a window with a pixel ratio does.
-    const QImage dense = scene(2 * sceneOfLines(12).size(), 2.0);
-    const ImageWithClaim window(dense, QPaintDevice::PdmHeight, dense.height() / 2);
+public:
+    explicit Window(const QImage& pixels) : QImage(pixels), mPixels(pixels) {}
+
+    const QImage& pixels() const { return mPixels; }
+
+protected:
+    int metric(PaintDeviceMetric measure) const override
+    {
+        const bool isLength = measure == PdmWidth || measure == PdmHeight;
+        return QImage::metric(measure) / (isLength ? static_cast<int>(devicePixelRatio()) : 1);
+    }
+
+    QPaintDevice* redirected(QPoint*) const override { return &mPixels; }
+
+private:
+    mutable QImage mPixels;
+};
+
+TEST(ConsoleRenderer, DrawsToTheEdgeOfAWindowThatCountsLogicalPixelsItself)
+{
+    const QImage canvas = scene(2 * sceneOfLines(12).size(), 2.0);
     for (const std::uint32_t scroll : {0U, 12U, 30U}) {
-        EXPECT_TRUE(matchesPlain({.log = numberedLog(30), .scroll = scroll}, window)) << scroll;
+        const ConsoleView view{.log = numberedLog(30), .scroll = scroll};
+        Window actual(canvas);
+        QPainter p(&actual);
+        ConsoleRenderer().render(seconds(0.0), view.snapshot(), p);
+        p.end();
+        Window expected(canvas);
+        p.begin(&expected);
+        PlainRenderer().render(0.0, view.snapshot(), p);
+        p.end();
+        EXPECT_TRUE(samePixels(actual.pixels(), expected.pixels())) << scroll;
+        EXPECT_NE(actual.pixels(), canvas);
     }
 }
 
