@@ -414,6 +414,9 @@ TEST_F(ConsoleHistory, ReportsAnIndexOutsideItsRecords)
     EXPECT_EQ(after(KeyDown), (InputLine{"ab", 2}));
     EXPECT_EQ(recorder.failures(), std::vector<std::string>{"Console:599: prevCmdIdx < cmdBuffSize"});
     EXPECT_EQ(recorder.messages(), std::vector<std::string>{""});
+    historyIndex(mConsole) = -2; // one older than that would be the record after the last
+    EXPECT_EQ(after(KeyUp), (InputLine{"ab", 2}));
+    EXPECT_EQ(recorder.failures().size(), 2U);
 }
 
 TEST_F(ConsoleHistory, SaysNothingOfItsAssertionsWhereVerificationsAreHidden)

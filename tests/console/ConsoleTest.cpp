@@ -14,6 +14,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -24,6 +25,12 @@ namespace zephyr::test {
 struct LogOf : PrivateMember<LogOf, std::vector<console::LogEntry> console::Console::*>
 {};
 template struct Open<LogOf, &console::Console::mLog>;
+
+using CommandTable = std::map<std::u32string, std::unique_ptr<console::ConsoleCommand>>;
+
+struct CommandsOf : PrivateMember<CommandsOf, CommandTable console::Console::*>
+{};
+template struct Open<CommandsOf, &console::Console::mCommands>;
 
 } // namespace zephyr::test
 
@@ -233,6 +240,7 @@ TEST(Console, KnowsNoCommandAfterShutdown)
     console.shutdown();
     EXPECT_EQ(commandNames(console), Names());
     EXPECT_EQ(console.lookupCommand(U"help"), nullptr);
+    EXPECT_TRUE((console.*memberPointer(test::CommandsOf())).empty());
     console.execute(U"help");
     EXPECT_EQ(test::logLines(console),
               Lines({echo("help"),
