@@ -20,13 +20,20 @@ export LOCPATH=$work/locales
 mkdir "$LOCPATH"
 localedef -i de_DE -f UTF-8 "$LOCPATH/de_DE.UTF-8"
 localedef -i de_DE -f ISO-8859-1 "$LOCPATH/de_DE.ISO-8859-1"
+failed=()
 for locale in C de_DE.UTF-8 de_DE.ISO-8859-1; do
   echo "== in the locale $locale"
-  LC_ALL=$locale ctest --preset dev "$@"
+  LC_ALL=$locale ctest --preset dev "$@" || failed+=("in the locale $locale")
 done
 
 if [ "$(id -u)" -eq 0 ]; then
   echo "== as a user without rights"
   chown -R nobody:nogroup "$work"
-  HOME=$work setpriv --reuid=nobody --regid=nogroup --clear-groups ctest --preset dev "$@"
+  HOME=$work setpriv --reuid=nobody --regid=nogroup --clear-groups ctest --preset dev "$@" ||
+    failed+=("as a user without rights")
 fi
+
+for where in "${failed[@]}"; do
+  echo "error: tests fail $where" >&2
+done
+[ "${#failed[@]}" -eq 0 ]

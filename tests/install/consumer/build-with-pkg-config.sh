@@ -7,7 +7,8 @@ export PKG_CONFIG_PATH=$libraries/pkgconfig LD_LIBRARY_PATH=$libraries
 
 pkg-config --print-errors --exists 'ZephyrConsole = 1.0.0'
 # Qt's libraries want position-independent code of whoever links them, which their pkg-config files don't say.
-read -ra flags < <(pkg-config --cflags --libs ZephyrConsoleQt)
+quoted=$(pkg-config --cflags --libs ZephyrConsoleQt) # for a shell to read, blanks and other letters escaped
+eval "flags=($quoted)"
 mkdir -p "$directory"
 cd "$directory"
 "${compiler[@]}" -fPIC -shared -o plugin.so "$sources/plugin.cpp" "${flags[@]}"
