@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs every test with coverage and prints what of the libraries' code ran.
+# Runs every test with coverage and prints what of the libraries' lines and branches ran.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
@@ -7,8 +7,13 @@ scripts/install-packages.sh "${coverage_packages[@]}"
 
 cmake --preset coverage >/dev/null
 cmake --build --preset coverage
-find build/coverage -name '*.gcda' -delete
+rm -rf build/coverage/profiles
 ctest --preset coverage
-mkdir -p build/coverage/report
-gcovr --root . --filter src/ --filter common/ --filter include/ --filter qt/ --exclude-throw-branches \
-  --print-summary --html-details build/coverage/report/index.html --txt - build/coverage
+
+profile=build/coverage/merged.profdata
+llvm-profdata merge -o "$profile" build/coverage/profiles/*.profraw
+# Whatever was built with the libraries' code in it: the libraries, and tests that have code of their headers.
+mapfile -t programs < <(find build/coverage -type f \( -name '*.so*' -o -path '*/tests/*' -executable \) -newer build/coverage/build.ninja)
+report() { llvm-cov "$@" -instr-profile "$profile" "${programs[@]/#/-object=}" -ignore-filename-regex='/(tests|examples|build)/|^/usr/'; }
+report show -format=html -output-dir build/coverage/report -show-branches=count 2>/dev/null
+report report -show-branch-summary 2>/dev/null

@@ -410,8 +410,7 @@ void Console::insertText(const std::u32string& text)
     if (mCursorPos >= mInput.size()) {
         // Deliberately under the lock, which is not recursive: the refusal reaches the host as an exception,
         // and the message does not reach the log.
-        appendLine(kInputFull, Output, 0);
-        return;
+        return appendLine(kInputFull, Output, 0);
     }
     if (text.empty()) {
         return;

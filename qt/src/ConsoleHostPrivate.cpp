@@ -412,8 +412,7 @@ void ConsoleHost::Private::paint(QPainter& painter)
     }
     if (painter.isActive()) {
         mPainter.paint(*console, painter, mIsFirstFrame.exchange(false));
-        const std::optional<double> seconds = mPainter.secondsToBlink();
-        mBlinkDue = seconds ? now() + static_cast<qint64>(std::ceil(*seconds * 1000.0)) + 1 : 0;
+        mBlinkDue = now() + static_cast<qint64>(std::ceil(mPainter.secondsToBlink() * 1000.0)) + 1;
     }
 }
 

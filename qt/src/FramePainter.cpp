@@ -124,12 +124,9 @@ double FramePainter::advanceClocks(bool isFirst)
     return seconds;
 }
 
-std::optional<double> FramePainter::secondsToBlink() const
+double FramePainter::secondsToBlink() const
 {
-    const double rate = mSnapshot ? mSnapshot->cursorBlinkRate() : 0.0;
-    if (!(rate > 0.0)) {
-        return std::nullopt;
-    }
+    const double rate = mSnapshot->cursorBlinkRate();
     const double phases = rate * mBlinkTime;
     return (std::floor(phases) + 1.0 - phases) / rate;
 }

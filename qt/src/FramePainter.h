@@ -28,9 +28,8 @@ public:
     /// that the frame follows no other, so that no time has passed for the cursor.
     void paint(const Console& console, QPainter& painter, bool isFirst);
 
-    /// The seconds from the last frame on until the cursor next changes between shown and hidden, or nothing if it
-    /// doesn't blink.
-    std::optional<double> secondsToBlink() const;
+    /// The seconds from the last frame, which there must be, until the cursor next changes between shown and hidden.
+    double secondsToBlink() const;
 
     /// Gives the memory back that only an open console needs.
     void rest();

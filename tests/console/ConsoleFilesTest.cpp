@@ -129,6 +129,14 @@ TEST_F(ConsoleFiles, TrimNoBlankBeyondAscii)
     EXPECT_EQ(executed("\u00A0// a\n\u3000\n"), Texts({"\u00A0// a", "\u3000"}));
 }
 
+TEST_F(ConsoleFiles, TrimNoControlCharacterThatIsNoBlank)
+{
+    EXPECT_EQ(executed("\x7F//\n//\x7F\n\x01"
+                       "b\x7F\n"),
+              Texts({"\x7F//", "\x01"
+                               "b\x7F"}));
+}
+
 TEST_F(ConsoleFiles, SkipCommentsThatStandBehindBlanks)
 {
     EXPECT_EQ(logOfText("//\n//a\n  // a\n\t//a\n///\n// a\r\n \t //\"a\n"), Lines());

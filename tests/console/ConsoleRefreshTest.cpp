@@ -1,6 +1,7 @@
 // Console::refresh(): an earlier snapshot brought up to date equals a new one.
 
 #include "support/ConsoleDriver.h"
+#include "support/ConsoleInside.h"
 #include "support/PrivateMember.h"
 #include "zephyr/console/Console.h"
 
@@ -150,6 +151,16 @@ TEST(ConsoleRefresh, ReplacesASnapshotOfAConsoleThatIsGone)
         console.refresh(snapshot);
         expectEqual(snapshot, console.snapshot());
     }
+}
+
+TEST(ConsoleRefresh, ReplacesASnapshotWithoutAFont)
+{
+    Console console;
+    sharedFont(console).reset();
+    ConsoleSnapshot snapshot = console.snapshot();
+    console.newline();
+    console.refresh(snapshot);
+    expectEqual(snapshot, console.snapshot());
 }
 
 TEST(ConsoleRefresh, ReplacesASnapshotThatWasMovedFrom)

@@ -229,6 +229,15 @@ TEST_F(ConsoleHostKeys, RepeatWhereTheyWerePressed)
     EXPECT_EQ(Notes(), window.noted);
 }
 
+TEST_F(ConsoleHostKeys, ThatRepeatWithoutAPressGoWhereOtherKeysGo)
+{
+    sendKey(window, QEvent::KeyPress, Qt::Key_X, {}, "x", 0, 0, true);
+    EXPECT_EQ((Notes{"press X"}), window.noted);
+    open();
+    sendKey(window, QEvent::KeyPress, Qt::Key_Y, {}, "y", 0, 0, true);
+    EXPECT_EQ("y", input());
+}
+
 TEST_F(ConsoleHostKeys, GoOnRepeatingForTheHostWhenItOpensTheConsole)
 {
     sendKey(window, QEvent::KeyPress, Qt::Key_F, {}, "f");

@@ -1,5 +1,8 @@
 #include "qt/HostedConsole.h"
+#include "support/PrivateMember.h"
 #include "support/TemporaryDirectory.h"
+
+#include <QSemaphore>
 
 #include <fstream>
 #include <iostream>
@@ -8,6 +11,11 @@
 #include <thread>
 
 namespace zephyr::test {
+
+struct MutexOf : PrivateMember<MutexOf, console::detail::CheckedMutex Console::*>
+{};
+template struct Open<MutexOf, &Console::mMutex>;
+
 namespace {
 
 std::mutex heardMutex;
@@ -172,6 +180,46 @@ TEST_F(QtMessageLog, WritesWhatACommandSaysWhileItRuns)
     EXPECT_EQ((Lines{"talk", "Qt info: talking", ""}), log());
 }
 
+TEST_F(QtMessageLog, CallsTheHandlerBeforeItWithAMessageFromUnderTheConsolesLock)
+{
+    host.captureQtMessages(true);
+    {
+        const std::lock_guard lock((*console).*memberPointer(MutexOf()));
+        qInfo("not for the console");
+    }
+    qInfo("for both");
+    EXPECT_EQ((Lines{"Qt info: for both"}), log());
+    EXPECT_EQ((Lines{"not for the console", "for both"}), heard);
+}
+
+QSemaphore heardInThread;
+QSemaphore goesOnInThread;
+
+void hearAndWait(QtMsgType, const QMessageLogContext&, const QString&)
+{
+    heardInThread.release();
+    goesOnInThread.acquire();
+}
+
+TEST_F(QtMessageLog, MayEndWithItsConsoleWhileAnotherThreadsMessageIsHandled)
+{
+    const QtMessageHandler before = qInstallMessageHandler(hearAndWait);
+    auto other = std::make_shared<Console>();
+    const std::weak_ptr<Console> watched = other;
+    auto otherHost = std::make_unique<ConsoleHost>(other, &window);
+    otherHost->captureQtMessages(true);
+    std::jthread talker([] { qInfo("talk"); });
+    heardInThread.acquire();
+    otherHost.reset();
+    other.reset();
+    goesOnInThread.release();
+    talker.join();
+    EXPECT_FALSE(watched.expired()) << "it ended on the thread that talks";
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(watched.expired());
+    qInstallMessageHandler(before);
+}
+
 TEST_F(QtMessageLog, LeavesAHandlerThatWasInstalledLaterInItsPlace)
 {
     host.captureQtMessages(true);
@@ -209,6 +257,18 @@ TEST_F(QtMessageLog, LeavesALaterHandlerInPlaceWhenAskedForAgain)
     laterNext = qInstallMessageHandler(hearLater);
     host.captureQtMessages(true);
     EXPECT_EQ(&hearLater, qInstallMessageHandler(hear));
+}
+
+TEST_F(QtMessageLog, WritesEachMessageOnceWhereALaterHandlerBroughtItBack)
+{
+    host.captureQtMessages(true);
+    laterNext = qInstallMessageHandler(hearLater);
+    host.captureQtMessages(false);
+    qInstallMessageHandler(laterNext);
+    host.captureQtMessages(true);
+    qInfo("once");
+    EXPECT_EQ((Lines{"Qt info: once"}), log());
+    EXPECT_EQ((Lines{"once"}), heard);
 }
 
 TEST_F(QtMessageLog, WritesEachMessageOnceForSeveralHostsOfOneConsole)
