@@ -13,7 +13,14 @@ ctest --preset coverage
 profile=build/coverage/merged.profdata
 llvm-profdata merge -o "$profile" build/coverage/profiles/*.profraw
 # Whatever was built with the libraries' code in it: the libraries, and tests that have code of their headers.
-mapfile -t programs < <(find build/coverage -type f \( -name '*.so*' -o -path '*/tests/*' -executable \) -newer build/coverage/build.ninja)
-report() { llvm-cov "$@" -instr-profile "$profile" "${programs[@]/#/-object=}" -ignore-filename-regex='/(tests|examples|build)/|^/usr/'; }
-report show -format=html -output-dir build/coverage/report -show-branches=count 2>/dev/null
-report report -show-branch-summary 2>/dev/null
+mapfile -t programs < <(find build/coverage -type f \( -name '*.so*' -o -path '*/tests/*' -executable \))
+report() {
+  llvm-cov "$@" -instr-profile "$profile" "${programs[@]/#/-object=}" \
+    -ignore-filename-regex='/(tests|examples|build)/|^/usr/' 2>/dev/null
+}
+report show -format=html -output-dir build/coverage/report -show-branches=count
+report report -show-branch-summary
+echo "What didn't run, of lines and of the two ways of a branch:"
+report export -format=lcov |
+  awk -F '[:,]' '/^SF/ {file = $2} /^DA/ && $3 == 0 {print file ":" $2 ": line"} /^BRDA/ && $5 ~ /^[0-]$/ {print file ":" $2 ": branch"}' |
+  sort -u -t : -k 1,1 -k 2,2n -k 3

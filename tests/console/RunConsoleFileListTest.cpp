@@ -1,6 +1,7 @@
 #include "support/AssertRecorder.h"
 #include "support/LogLine.h"
 #include "support/RunCommandFixture.h"
+#include "support/SystemText.h"
 #include "support/Unprivileged.h"
 #include "zephyr/console/Console.h"
 
@@ -257,10 +258,14 @@ TEST_F(RunCommandListDeathTest, GoesOnAfterADirectoryThatMayNotBeRead)
                 testing::ExitedWithCode(0),
                 "^run list\n"
                 "    a.console\n"
-                "    Failed to search runpath directory 'locked': [^\n]*Permission denied[^\n]*\n"
-                "    Failed to search runpath directory 'locked/sub': [^\n]*Permission denied[^\n]*\n"
-                "    b.console\n"
-                "\n$");
+                "    Failed to search runpath directory 'locked': [^\n]*" +
+                    test::systemText(std::errc::permission_denied) +
+                    "[^\n]*\n"
+                    "    Failed to search runpath directory 'locked/sub': [^\n]*" +
+                    test::systemText(std::errc::permission_denied) +
+                    "[^\n]*\n"
+                    "    b.console\n"
+                    "\n$");
 }
 
 extern "C" void closeDirectories(int)
@@ -312,9 +317,11 @@ TEST_F(RunCommandListDeathTest, KeepsTheNamesOfADirectoryThatBreaksOff)
         testing::ExitedWithCode(0),
         "^some names\n"
         "    xxxxxx\n"
-        "    Failed to search runpath directory 'one': [^\n]*Bad file descriptor[^\n]*\n"
-        "    b.console\n"
-        "\n$");
+        "    Failed to search runpath directory 'one': [^\n]*" +
+            test::systemText(std::errc::bad_file_descriptor) +
+            "[^\n]*\n"
+            "    b.console\n"
+            "\n$");
 }
 
 } // namespace

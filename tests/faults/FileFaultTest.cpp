@@ -147,12 +147,16 @@ TEST_F(FileFaultDeathTest, WritesToTheLogOnlyWhereTheUserMayNotWrite)
 {
     mDirectory.write("kept", "as it was");
     EXPECT_EXIT(runUnprivileged([this] {
+                    std::error_code isNotOurs; // but for who runs the tests without rights
+                    fs::permissions("kept", fs::perms(0444), isNotOurs);
+                    fs::permissions(".", fs::perms(0555), isNotOurs);
                     execute("say > kept");
                     execute("say > new");
                     execute("say");
                     printLog(mConsole);
                 }),
                 testing::ExitedWithCode(0), "^say > kept\nsaid\n\nsay > new\nsaid\n\nsay\nsaid\n\n$");
+    fs::permissions(".", fs::perms(0755));
     EXPECT_EQ(mDirectory.read("kept"), "as it was");
     EXPECT_FALSE(mDirectory.has("new"));
 }

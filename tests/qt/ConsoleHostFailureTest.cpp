@@ -1,4 +1,5 @@
 #include "qt/HostedConsole.h"
+#include "support/SystemText.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -98,7 +99,9 @@ TEST_F(ConsoleHostFailure, OfALockInACommandIsNoFullLine)
     addFailing(std::system_error(std::make_error_code(std::errc::resource_deadlock_would_occur), "my lock"));
     type("fail\n");
     ASSERT_EQ(1u, caught().size());
-    EXPECT_EQ("The console caught an exception: my lock: Resource deadlock avoided", caught()[0]);
+    EXPECT_EQ("The console caught an exception: my lock: " +
+                  systemText(std::errc::resource_deadlock_would_occur),
+              caught()[0]);
 }
 
 TEST_F(ConsoleHostFailure, OfALockInACompletionIsNoFullLine)
@@ -112,7 +115,9 @@ TEST_F(ConsoleHostFailure, OfALockInACompletionIsNoFullLine)
         type("lock");
         click(key);
         ASSERT_FALSE(caught().empty());
-        EXPECT_EQ("The console caught an exception: my lock: Resource deadlock avoided", caught().back());
+        EXPECT_EQ("The console caught an exception: my lock: " +
+                      systemText(std::errc::resource_deadlock_would_occur),
+                  caught().back());
         host.setOpen(false);
         host.setOpen(true);
     }

@@ -1,5 +1,6 @@
 #include "sandbox/Pipe.h"
 #include "sandbox/ProgramRun.h"
+#include "support/SystemText.h"
 
 #include <gtest/gtest.h>
 
@@ -234,8 +235,8 @@ TEST(Batch, SaysInOneLineWhatStoppedIt)
     const Ended ended = program.run({"--batch", "a.console"});
     EXPECT_EQ(2, ended.exitCode);
     EXPECT_EQ(kStart + (">> run " + name + "\n"), ended.out);
-    EXPECT_EQ(0U, ended.err.find(
-                      "zephyr-sandbox: stopped in 'a.console': filesystem error: exists: File name too"));
+    EXPECT_EQ(0U, ended.err.find("zephyr-sandbox: stopped in 'a.console': filesystem error: exists: " +
+                                 systemText(std::errc::filename_too_long)));
     EXPECT_EQ(ended.err.size() - 1, ended.err.find('\n'));
 }
 
@@ -296,7 +297,9 @@ TEST(Batch, SaysInOneLineThatItsOutputCantBeWritten)
     full.process().setStandardOutputFile("/dev/full");
     const Ended noSpace = full.run({"--batch", "a.console"});
     EXPECT_EQ(2, noSpace.exitCode);
-    EXPECT_EQ("zephyr-sandbox: can't write standard output: No space left on device.\n", noSpace.err);
+    EXPECT_EQ("zephyr-sandbox: can't write standard output: " + systemText(std::errc::no_space_on_device) +
+                  ".\n",
+              noSpace.err);
 
     Program broken;
     const Pipe file(broken.directory().path() / "b.console");
@@ -308,7 +311,8 @@ TEST(Batch, SaysInOneLineThatItsOutputCantBeWritten)
     file.write("help\nquit\n");
     const Ended noReader = broken.end();
     EXPECT_EQ(2, noReader.exitCode);
-    EXPECT_EQ("zephyr-sandbox: can't write standard output: Broken pipe.\n", noReader.err);
+    EXPECT_EQ("zephyr-sandbox: can't write standard output: " + systemText(std::errc::broken_pipe) + ".\n",
+              noReader.err);
 }
 
 TEST(Batch, RunsTheTourThatIsBesideTheProgram)

@@ -3,6 +3,7 @@
 #include "sandbox/KeyTyping.h"
 #include "sandbox/SandboxFixture.h"
 #include "sandbox/WaitUntil.h"
+#include "support/SystemText.h"
 #include "support/TemporaryDirectory.h"
 
 #include <QColor>
@@ -482,7 +483,7 @@ TEST_F(Recording, SaysWhenItEndsEarlyThatTheDiskIsFull)
     enter("sim record /path=/dev/full");
     enter("sim reset"); // while the first rows have yet to be written
     EXPECT_FALSE(isWorking());
-    EXPECT_EQ(1U, countOf("    Can't write '/dev/full': No space left on device."));
+    EXPECT_EQ(1U, countOf("    Can't write '/dev/full': " + systemText(std::errc::no_space_on_device) + "."));
     EXPECT_EQ(0U, countOf("    The recording to "));
 }
 
@@ -490,11 +491,13 @@ TEST_F(Recording, EndsWithALineWhenTheDiskIsFull)
 {
     enter("sim record /path=/dev/full");
     waitForEnd();
-    EXPECT_EQ("    Can't write '/dev/full': No space left on device.", driver.log().back());
+    EXPECT_EQ("    Can't write '/dev/full': " + systemText(std::errc::no_space_on_device) + ".",
+              driver.log().back());
 
     enter("sim record /path=" + QString::fromStdString(pathOf("no/a.csv")));
     EXPECT_FALSE(isWorking());
-    EXPECT_EQ(1U, countOf("    Can't write '" + pathOf("no/a.csv") + "': No such file or directory."));
+    EXPECT_EQ(1U, countOf("    Can't write '" + pathOf("no/a.csv") +
+                          "': " + systemText(std::errc::no_such_file_or_directory) + "."));
 }
 
 TEST_F(Recording, IsWaitedForByWhoeverAsks)

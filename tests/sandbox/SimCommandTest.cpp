@@ -1,5 +1,6 @@
 #include "sandbox/Pipe.h"
 #include "sandbox/SandboxFixture.h"
+#include "support/SystemText.h"
 #include "support/TemporaryDirectory.h"
 
 #include <algorithm>
@@ -161,9 +162,10 @@ TEST_F(SimCommand, SaysInOneLineWhyAFileCantBeWritten)
     const TemporaryDirectory directory;
     const std::string path = directory.path().string();
 
-    EXPECT_EQ(Lines({"    Can't write '" + path + "/no/x.csv': No such file or directory."}),
+    EXPECT_EQ(Lines({"    Can't write '" + path +
+                     "/no/x.csv': " + systemText(std::errc::no_such_file_or_directory) + "."}),
               answerTo("sim record /path=" + path + "/no/x.csv"));
-    EXPECT_EQ(Lines({"    Can't write '" + path + "': Is a directory."}),
+    EXPECT_EQ(Lines({"    Can't write '" + path + "': " + systemText(std::errc::is_a_directory) + "."}),
               answerTo("sim record /path=" + path));
     EXPECT_EQ(0U, sandbox.simulation().stepCount());
 }
@@ -181,14 +183,16 @@ TEST_F(SimCommand, RecordsIntoNoPipeWhichMightNeverTakeAnything)
 TEST_F(SimCommand, StopsRecordingOnAFullDisk)
 {
     const Lines answer = answerTo("sim record /path=/dev/full /steps=10000");
-    EXPECT_EQ(Lines({"    Can't write '/dev/full': No space left on device."}), answer);
+    EXPECT_EQ(Lines({"    Can't write '/dev/full': " + systemText(std::errc::no_space_on_device) + "."}),
+              answer);
     EXPECT_LT(sandbox.simulation().stepCount(), 100U);
 }
 
 TEST_F(SimCommand, NoticesAFullDiskWhenTheLastRowsAreWritten)
 {
     answerTo("particles count 1");
-    EXPECT_EQ(Lines({"        step 1 of 1", "    Can't write '/dev/full': No space left on device."}),
+    EXPECT_EQ(Lines({"        step 1 of 1",
+                     "    Can't write '/dev/full': " + systemText(std::errc::no_space_on_device) + "."}),
               answerTo("sim record /path=/dev/full /steps=1"));
 }
 

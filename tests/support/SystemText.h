@@ -1,0 +1,19 @@
+#ifndef ZEPHYR_TESTS_SUPPORT_SYSTEMTEXT_H
+#define ZEPHYR_TESTS_SUPPORT_SYSTEMTEXT_H
+
+#include <QString>
+
+#include <string>
+#include <system_error>
+
+namespace zephyr::test {
+
+/// What the system says of an error, in the language of the locale, as UTF-8. What is none becomes U+FFFD, as in a console.
+inline std::string systemText(std::errc error)
+{
+    return QString::fromStdString(std::make_error_code(error).message()).toStdString();
+}
+
+} // namespace zephyr::test
+
+#endif
