@@ -14,13 +14,13 @@ profile=build/coverage/merged.profdata
 llvm-profdata merge -o "$profile" build/coverage/profiles/*.profraw
 # Whatever was built with the libraries' code in it: the libraries, and tests that have code of their headers.
 mapfile -t programs < <(find build/coverage -type f \( -name '*.so*' -o -path '*/tests/*' -executable \))
-report() {
-  llvm-cov "$@" -instr-profile "$profile" "${programs[@]/#/-object=}" \
-    -ignore-filename-regex='/(tests|examples|build)/|^/usr/' 2>/dev/null
-}
+sources=("$PWD/src" "$PWD/common" "$PWD/include" "$PWD/qt")
+report() { llvm-cov "$@" -instr-profile "$profile" "${programs[0]}" "${programs[@]/#/-object=}" "${sources[@]}"; }
 report show -format=html -output-dir build/coverage/report -show-branches=count
 report report -show-branch-summary
 echo "What didn't run, of lines and of the two ways of a branch:"
-report export -format=lcov |
-  awk -F '[:,]' '/^SF/ {file = $2} /^DA/ && $3 == 0 {print file ":" $2 ": line"} /^BRDA/ && $5 ~ /^[0-]$/ {print file ":" $2 ": branch"}' |
-  sort -u -t : -k 1,1 -k 2,2n -k 3
+report export -format=lcov >build/coverage/lcov
+awk -F '[:,]' -v here="$PWD/" '
+  /^SF/ {file = $2; sub(here, "", file)}
+  /^DA/ && $3 == 0 {print file ":" $2 ": line"}
+  /^BRDA/ && $5 ~ /^[0-]$/ {print file ":" $2 ": branch"}' build/coverage/lcov | sort -u -t : -k 1,1 -k 2,2n -k 3

@@ -31,6 +31,8 @@ if [ "$(id -u)" -eq 0 ]; then
   chown -R nobody:nogroup "$work"
   HOME=$work setpriv --reuid=nobody --regid=nogroup --clear-groups ctest --preset dev "$@" ||
     failed+=("as a user without rights")
+else
+  echo "== not as a user without rights, which only the superuser can become; the runs above were"
 fi
 
 for where in "${failed[@]}"; do

@@ -27,6 +27,7 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <ostream>
 #include <string>
 #include <system_error>
 #include <thread>
@@ -556,6 +557,11 @@ struct WordStarts
     std::vector<unsigned> next; // for each position from 0 to the length
     std::vector<unsigned> previous;
 };
+
+void PrintTo(const WordStarts& words, std::ostream* out)
+{
+    *out << words.line;
+}
 
 class ConsoleWords : public ConsoleKeys, public testing::WithParamInterface<WordStarts>
 {};

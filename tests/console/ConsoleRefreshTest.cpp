@@ -158,7 +158,16 @@ TEST(ConsoleRefresh, ReplacesASnapshotWithoutAFont)
     Console console;
     sharedFont(console).reset();
     ConsoleSnapshot snapshot = console.snapshot();
-    console.newline();
+    (snapshot.*memberPointer(LinesOf()))[0].text = U"marked"; // as one of another console might be
+    console.refresh(snapshot);
+    expectEqual(snapshot, console.snapshot());
+}
+
+TEST(ConsoleRefresh, ReplacesASnapshotWithMoreEntriesThanTheLog)
+{
+    const Console console;
+    ConsoleSnapshot snapshot = console.snapshot();
+    (snapshot.*memberPointer(LinesOf())).push_back({U"made up", console::Output, 0});
     console.refresh(snapshot);
     expectEqual(snapshot, console.snapshot());
 }

@@ -45,6 +45,15 @@ TEST_F(ConsoleHostKeys, OpenAndCloseWithADeadKeyLeftOfOne)
     EXPECT_FALSE(console->isOpen());
 }
 
+TEST_F(ConsoleHostKeys, DoNothingWhenOnlyTheirReleaseComes)
+{
+    for (const Qt::Key key : {Qt::Key_F12, Qt::Key_Context1}) { // below and above the codes of the dead keys
+        host.setToggleKeys(ToggleKeys({key}, {}));
+        sendKey(window, QEvent::KeyRelease, key);
+        EXPECT_FALSE(console->isOpen());
+    }
+}
+
 TEST_F(ConsoleHostKeys, ToggleOnceWhileAToggleKeyIsHeld)
 {
     sendKey(window, QEvent::KeyPress, Qt::Key_QuoteLeft, {}, "`", ToggleKeys::kKeyLeftOfOne);

@@ -4,6 +4,7 @@
 
 #include <QSemaphore>
 
+#include <atomic>
 #include <fstream>
 #include <iostream>
 #include <mutex>
@@ -194,20 +195,26 @@ TEST_F(QtMessageLog, CallsTheHandlerBeforeItWithAMessageFromUnderTheConsolesLock
 
 QSemaphore heardInThread;
 QSemaphore goesOnInThread;
+std::atomic<bool> waits = false;
 
-void hearAndWait(QtMsgType, const QMessageLogContext&, const QString&)
+/// Waits in the first message after `waits` was set.
+void hearAndWait(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
-    heardInThread.release();
-    goesOnInThread.acquire();
+    hear(type, context, message);
+    if (waits.exchange(false)) {
+        heardInThread.release();
+        goesOnInThread.acquire();
+    }
 }
 
 TEST_F(QtMessageLog, MayEndWithItsConsoleWhileAnotherThreadsMessageIsHandled)
 {
-    const QtMessageHandler before = qInstallMessageHandler(hearAndWait);
+    qInstallMessageHandler(hearAndWait); // which the fixture replaces
     auto other = std::make_shared<Console>();
     const std::weak_ptr<Console> watched = other;
     auto otherHost = std::make_unique<ConsoleHost>(other, &window);
     otherHost->captureQtMessages(true);
+    waits = true;
     std::jthread talker([] { qInfo("talk"); });
     heardInThread.acquire();
     otherHost.reset();
@@ -217,7 +224,6 @@ TEST_F(QtMessageLog, MayEndWithItsConsoleWhileAnotherThreadsMessageIsHandled)
     EXPECT_FALSE(watched.expired()) << "it ended on the thread that talks";
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(watched.expired());
-    qInstallMessageHandler(before);
 }
 
 TEST_F(QtMessageLog, LeavesAHandlerThatWasInstalledLaterInItsPlace)
@@ -259,7 +265,7 @@ TEST_F(QtMessageLog, LeavesALaterHandlerInPlaceWhenAskedForAgain)
     EXPECT_EQ(&hearLater, qInstallMessageHandler(hear));
 }
 
-TEST_F(QtMessageLog, WritesEachMessageOnceWhereALaterHandlerBroughtItBack)
+TEST_F(QtMessageLog, WritesEachMessageOnceWhenItsHandlerWasPutBackByHand)
 {
     host.captureQtMessages(true);
     laterNext = qInstallMessageHandler(hearLater);

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <ostream>
 #include <string>
 
 namespace zephyr::test {
@@ -193,6 +194,11 @@ struct Layout
     QStringList accent; // for xdotool
     const char* typed;
 };
+
+void PrintTo(const Layout& layout, std::ostream* out)
+{
+    *out << layout.name.join(QLatin1Char(' ')).toStdString();
+}
 
 class Keyboard : public testing::TestWithParam<Layout>
 {
