@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Runs every test program, but not what it starts, under Valgrind: an invalid access, a use of what was never set, or a
-# leak fails. Takes half an hour.
+# leak fails. Takes a quarter of an hour.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
