@@ -102,24 +102,15 @@ void fillClipboard(FuzzedDataProvider& data)
 void act(Console& console, FuzzedDataProvider& data)
 {
     switch (data.ConsumeIntegralInRange(0, 10)) {
-    case 0:
-        return turnWheel(console, data);
-    case 1:
-        return resize(console, data);
-    case 2:
-        return fillClipboard(data);
-    case 3:
-        return console.execute(line(data));
-    case 4:
-        return data.ConsumeBool() ? console.open() : console.close();
-    case 5:
-        return console.writeIndented(text(data, 8), data.ConsumeIntegralInRange(0U, 50U));
-    case 6:
-        return type(console, line(data));
-    case 7:
-        return type(console, std::u32string(data.ConsumeIntegralInRange<std::size_t>(0, 2100), U'w'));
-    default:
-        return pressAnyKey(console, data);
+    case 0: return turnWheel(console, data);
+    case 1: return resize(console, data);
+    case 2: return fillClipboard(data);
+    case 3: return console.execute(line(data));
+    case 4: return data.ConsumeBool() ? console.open() : console.close();
+    case 5: return console.writeIndented(text(data, 8), data.ConsumeIntegralInRange(0U, 50U));
+    case 6: return type(console, line(data));
+    case 7: return type(console, std::u32string(data.ConsumeIntegralInRange<std::size_t>(0, 2100), U'w'));
+    default: return pressAnyKey(console, data);
     }
 }
 

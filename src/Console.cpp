@@ -25,7 +25,6 @@ namespace zephyr::console {
 namespace {
 
 const std::u32string kTitle = U"Zephyr Console:";
-const std::u32string kInputFull = U"Maximum input length exceeded.";
 const std::u32string kUnknownCommandEnd =
     U"' is not a recognized command.  Type 'help' to list available commands.";
 const std::u32string kCommandsHeading = U"Registered Commands:";
@@ -315,55 +314,28 @@ bool Console::keyPressed(int key, int modifiers, const std::u32string& text)
 bool Console::openKeyPressed(int key, int modifiers, const std::u32string& text)
 {
     switch (key) {
-    case kToggleKey:
-        close();
-        return true;
-    case Qt::Key_Tab:
-        return autoComplete(false);
-    case Qt::Key_Backtab:
-        return autoComplete(true);
-    case Qt::Key_PageUp:
-        scrollLines(stepOf(visibleLineCount()));
-        return true;
-    case Qt::Key_PageDown:
-        scrollLines(-stepOf(visibleLineCount()));
-        return true;
-    default:
-        return editKeyPressed(key, modifiers, text);
+    case kToggleKey: close(); return true;
+    case Qt::Key_Tab: return autoComplete(false);
+    case Qt::Key_Backtab: return autoComplete(true);
+    case Qt::Key_PageUp: scrollLines(stepOf(visibleLineCount())); return true;
+    case Qt::Key_PageDown: scrollLines(-stepOf(visibleLineCount())); return true;
+    default: return editKeyPressed(key, modifiers, text);
     }
 }
 
 bool Console::editKeyPressed(int key, int modifiers, const std::u32string& text)
 {
     switch (key) {
-    case Qt::Key_Backspace:
-        erasePrevious(modifiers);
-        break;
-    case Qt::Key_Delete:
-        eraseNext(modifiers);
-        break;
-    case Qt::Key_Left:
-        moveLeft(modifiers);
-        break;
-    case Qt::Key_Right:
-        moveRight(modifiers);
-        break;
-    case Qt::Key_Home:
-        moveCursorTo(0);
-        break;
-    case Qt::Key_End:
-        moveCursorTo(mInputLength);
-        break;
+    case Qt::Key_Backspace: erasePrevious(modifiers); break;
+    case Qt::Key_Delete: eraseNext(modifiers); break;
+    case Qt::Key_Left: moveLeft(modifiers); break;
+    case Qt::Key_Right: moveRight(modifiers); break;
+    case Qt::Key_Home: moveCursorTo(0); break;
+    case Qt::Key_End: moveCursorTo(mInputLength); break;
     case Qt::Key_Return:
-    case Qt::Key_Enter:
-        submitInput();
-        break;
-    case Qt::Key_Up:
-        navigateHistory(1);
-        break;
-    case Qt::Key_Down:
-        navigateHistory(-1);
-        break;
+    case Qt::Key_Enter: submitInput(); break;
+    case Qt::Key_Up: navigateHistory(1); break;
+    case Qt::Key_Down: navigateHistory(-1); break;
     default:
         if (!textKeyPressed(key, modifiers, text)) {
             return true;

@@ -28,8 +28,6 @@ namespace zephyr::console {
 
 namespace {
 
-const std::u32string kPrompt = U">> ";
-
 constexpr char32_t kFirstMark = 0x0300; // the first combining mark in Unicode
 constexpr std::int64_t kLowestPosition = std::numeric_limits<int>::max(); // as Qt counts pixels
 
@@ -53,7 +51,7 @@ QStaticText plainText(const std::u32string& text)
 
 std::vector<QStaticText> displayLinesOf(const LogEntry& entry)
 {
-    const std::u32string text = entry.type == Input ? kPrompt + entry.text : entry.text;
+    const std::u32string text = shownText(entry);
     if (text.empty()) {
         return {plainText(text)};
     }

@@ -4,6 +4,7 @@
 #include "Paths.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
+#include "zephyr/console/Texts.h"
 
 #include <string_view>
 #include <utility>
@@ -19,7 +20,6 @@ const std::u32string kList = U"list";
 const std::u32string kPathList = U"path_list";
 const std::u32string kPathAppend = U"path_append";
 [[maybe_unused]] const std::u32string kPathSwitch = U"/path"; // the name is taken; no handler reads it yet
-const std::u32string kConsoleFileExtension = U".console";
 
 const std::u32string kUsage = U"run command help text";
 const std::u32string kNotFound =
@@ -61,7 +61,8 @@ RunConsoleFileCommand::RunConsoleFileCommand()
 {
     registerArgHandler(
         kList, [this](const ConsoleArgs& args, Console& console) { listConsoleFiles(args, console); },
-        U"Lists all " + kConsoleFileExtension + U" files found in the current runpath.", usageOf(kList));
+        std::u32string(U"Lists all ") + kConsoleFileExtension + U" files found in the current runpath.",
+        usageOf(kList));
     registerArgHandler(
         kPathList,
         [](const ConsoleArgs&, Console& console) {

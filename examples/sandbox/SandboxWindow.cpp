@@ -159,29 +159,14 @@ bool SandboxWindow::moveOn(double seconds)
 bool SandboxWindow::controlSimulation(int key)
 {
     switch (key) {
-    case Qt::Key_Space:
-        mSandbox.clock().setPaused(!mSandbox.clock().isPaused());
-        return true;
-    case Qt::Key_R:
-        mSandbox.restart();
-        return true;
-    case Qt::Key_G:
-        mSandbox.simulation().startGust(kKeyGust);
-        return true;
-    case Qt::Key_Up:
-        changeWind(kKeySpeed, 0.0);
-        return true;
-    case Qt::Key_Down:
-        changeWind(-kKeySpeed, 0.0);
-        return true;
-    case Qt::Key_Left:
-        changeWind(0.0, -kKeyTurn);
-        return true;
-    case Qt::Key_Right:
-        changeWind(0.0, kKeyTurn);
-        return true;
-    default:
-        return false;
+    case Qt::Key_Space: mSandbox.clock().setPaused(!mSandbox.clock().isPaused()); return true;
+    case Qt::Key_R: mSandbox.restart(); return true;
+    case Qt::Key_G: mSandbox.simulation().startGust(kKeyGust); return true;
+    case Qt::Key_Up: changeWind(kKeySpeed, 0.0); return true;
+    case Qt::Key_Down: changeWind(-kKeySpeed, 0.0); return true;
+    case Qt::Key_Left: changeWind(0.0, -kKeyTurn); return true;
+    case Qt::Key_Right: changeWind(0.0, kKeyTurn); return true;
+    default: return false;
     }
 }
 

@@ -120,34 +120,25 @@ void ConsoleHost::Private::watchFocusObject(QObject* focused)
 bool ConsoleHost::Private::handleInputMethod(QObject& receiver, QEvent& event)
 {
     switch (event.type()) {
-    case QEvent::InputMethod:
-        return inputCommitted(static_cast<QInputMethodEvent&>(event));
+    case QEvent::InputMethod: return inputCommitted(static_cast<QInputMethodEvent&>(event));
     case QEvent::InputMethodQuery:
         return answerInputMethod(receiver, static_cast<QInputMethodQueryEvent&>(event));
-    default:
-        return false;
+    default: return false;
     }
 }
 
 bool ConsoleHost::Private::handle(QEvent& event)
 {
     switch (event.type()) {
-    case QEvent::ShortcutOverride:
-        return overrideShortcut(static_cast<QKeyEvent&>(event));
-    case QEvent::KeyPress:
-        return keyPressed(static_cast<QKeyEvent&>(event));
-    case QEvent::KeyRelease:
-        return keyReleased(static_cast<QKeyEvent&>(event));
-    case QEvent::Wheel:
-        return wheelTurned(static_cast<QWheelEvent&>(event));
-    case QEvent::Resize:
-        takeSize();
-        return false;
+    case QEvent::ShortcutOverride: return overrideShortcut(static_cast<QKeyEvent&>(event));
+    case QEvent::KeyPress: return keyPressed(static_cast<QKeyEvent&>(event));
+    case QEvent::KeyRelease: return keyReleased(static_cast<QKeyEvent&>(event));
+    case QEvent::Wheel: return wheelTurned(static_cast<QWheelEvent&>(event));
+    case QEvent::Resize: takeSize(); return false;
     case QEvent::FocusOut:
         forgetHeldKeys(); // they are released elsewhere
         return false;
-    default:
-        return false;
+    default: return false;
     }
 }
 

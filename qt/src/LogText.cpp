@@ -4,15 +4,9 @@
 
 namespace zephyr::console::qt {
 
-namespace {
-
-const char32_t* const kPrompt = U">> ";
-
-} // namespace
-
 std::u32string logText(const LogEntry& entry)
 {
-    return (entry.type == Input ? kPrompt : U"") + entry.text + U'\n';
+    return shownText(entry) + U'\n';
 }
 
 QString logText(const std::vector<LogEntry>& entries, std::size_t first, std::size_t last)

@@ -58,16 +58,11 @@ std::vector<Listener>::iterator find(const ConsoleLender& console)
 const char* nameOf(QtMsgType type)
 {
     switch (type) {
-    case QtDebugMsg:
-        return kDebug;
-    case QtInfoMsg:
-        return kInfo;
-    case QtWarningMsg:
-        return kWarning;
-    case QtCriticalMsg:
-        return kCritical;
-    default:
-        return kFatal;
+    case QtDebugMsg: return kDebug;
+    case QtInfoMsg: return kInfo;
+    case QtWarningMsg: return kWarning;
+    case QtCriticalMsg: return kCritical;
+    default: return kFatal;
     }
 }
 

@@ -52,24 +52,15 @@ public:
     void act()
     {
         switch (mRandom() % 9) {
-        case 0:
-            return mDriver.type("word ");
-        case 1:
-            return mDriver.type("\n");
-        case 2:
-            return static_cast<void>(mDriver.press(Qt::Key_Backspace, kCtrl));
-        case 3:
-            return static_cast<void>(mDriver.press(Qt::Key_Up));
-        case 4:
-            return static_cast<void>(mDriver.press(Qt::Key_Left));
-        case 5:
-            return mConsole.writeIndented(U"two\nlines", console::Prompt, 3);
-        case 6:
-            return static_cast<void>(mConsole.mouseWheel(Angle(60.0), Angle(0.0)));
-        case 7:
-            return mConsole.execute(U"help");
-        default:
-            return mConsole.open();
+        case 0: return mDriver.type("word ");
+        case 1: return mDriver.type("\n");
+        case 2: return static_cast<void>(mDriver.press(Qt::Key_Backspace, kCtrl));
+        case 3: return static_cast<void>(mDriver.press(Qt::Key_Up));
+        case 4: return static_cast<void>(mDriver.press(Qt::Key_Left));
+        case 5: return mConsole.writeIndented(U"two\nlines", console::Prompt, 3);
+        case 6: return static_cast<void>(mConsole.mouseWheel(Angle(60.0), Angle(0.0)));
+        case 7: return mConsole.execute(U"help");
+        default: return mConsole.open();
         }
     }
 

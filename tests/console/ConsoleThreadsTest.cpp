@@ -35,14 +35,10 @@ LogLine writtenLine(int writer, int number)
 {
     const std::string text = "writer " + std::to_string(writer) + " line " + std::to_string(number);
     switch (number % 4) {
-    case 0:
-        return {text, Output, 0};
-    case 1:
-        return {text, Prompt, 0};
-    case 2:
-        return {"   " + text, Prompt, 3};
-    default:
-        return {"  " + text, Output, 2};
+    case 0: return {text, Output, 0};
+    case 1: return {text, Prompt, 0};
+    case 2: return {"   " + text, Prompt, 3};
+    default: return {"  " + text, Output, 2};
     }
 }
 
@@ -50,18 +46,10 @@ void writeLine(Console& console, int writer, int number)
 {
     const std::string text = "writer " + std::to_string(writer) + " line " + std::to_string(number);
     switch (number % 4) {
-    case 0:
-        console.write(StringUtil::toU32String(text), Output);
-        return;
-    case 1:
-        console.write(text, Prompt);
-        return;
-    case 2:
-        console.writeIndented(text, Prompt, 3);
-        return;
-    default:
-        console.writeIndented(StringUtil::toU32String(text), 2);
-        return;
+    case 0: console.write(StringUtil::toU32String(text), Output); return;
+    case 1: console.write(text, Prompt); return;
+    case 2: console.writeIndented(text, Prompt, 3); return;
+    default: console.writeIndented(StringUtil::toU32String(text), 2); return;
     }
 }
 

@@ -40,17 +40,10 @@ void changeSomething(Console& console)
         console.writeIndented(*test::textOf(test::with(test::kPlainCharacters, {"\n", " "})), Prompt,
                               *rc::gen::inRange(0U, 9U));
         break;
-    case 1:
-        console.execute(U"help *");
-        break;
-    case 2:
-        driver.press(*rc::gen::elementOf(test::kKeys));
-        break;
-    case 3:
-        console.mouseWheel(Angle(*rc::gen::inRange(-200, 200)), Angle(0));
-        break;
-    default:
-        driver.type(*test::textOf(test::with(test::kPlainCharacters, {" "})));
+    case 1: console.execute(U"help *"); break;
+    case 2: driver.press(*rc::gen::elementOf(test::kKeys)); break;
+    case 3: console.mouseWheel(Angle(*rc::gen::inRange(-200, 200)), Angle(0)); break;
+    default: driver.type(*test::textOf(test::with(test::kPlainCharacters, {" "})));
     }
 }
 

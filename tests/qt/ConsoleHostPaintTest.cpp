@@ -42,16 +42,12 @@ protected:
     int metric(PaintDeviceMetric what) const override
     {
         switch (what) {
-        case PdmWidth:
-            return size.width();
-        case PdmHeight:
-            return size.height();
-        case PdmDevicePixelRatio:
-            return static_cast<int>(image.devicePixelRatio());
+        case PdmWidth: return size.width();
+        case PdmHeight: return size.height();
+        case PdmDevicePixelRatio: return static_cast<int>(image.devicePixelRatio());
         case PdmDevicePixelRatioScaled:
             return static_cast<int>(image.devicePixelRatio() * devicePixelRatioFScale());
-        default:
-            return image.logicalDpiX();
+        default: return image.logicalDpiX();
         }
     }
 

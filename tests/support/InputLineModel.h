@@ -37,43 +37,21 @@ public:
     {
         const bool control = (modifiers & kControl) != 0;
         switch (key) {
-        case KeyBackspace:
-            backspace(control);
-            return true;
-        case KeyDelete:
-            remove(control);
-            return true;
-        case KeyLeft:
-            mCursor = control ? previousWord() : mCursor - (mCursor > 0);
-            return true;
-        case KeyRight:
-            mCursor = control ? nextWord() : std::min(mCursor + 1, mLength);
-            return true;
-        case KeyHome:
-            mCursor = 0;
-            return true;
-        case KeyEnd:
-            mCursor = mLength;
-            return true;
+        case KeyBackspace: backspace(control); return true;
+        case KeyDelete: remove(control); return true;
+        case KeyLeft: mCursor = control ? previousWord() : mCursor - (mCursor > 0); return true;
+        case KeyRight: mCursor = control ? nextWord() : std::min(mCursor + 1, mLength); return true;
+        case KeyHome: mCursor = 0; return true;
+        case KeyEnd: mCursor = mLength; return true;
         case KeyReturn:
-        case KeyEnter:
-            submit();
-            return true;
-        case KeyUp:
-            older();
-            return true;
-        case KeyDown:
-            newer();
-            return true;
-        case KeyTab:
-            return complete(false);
-        case KeyBacktab:
-            return complete(true);
+        case KeyEnter: submit(); return true;
+        case KeyUp: older(); return true;
+        case KeyDown: newer(); return true;
+        case KeyTab: return complete(false);
+        case KeyBacktab: return complete(true);
         case KeyPageUp:
-        case KeyPageDown:
-            return true;
-        default:
-            return typeAll(key == KeyV && control ? mClipboard : typed.substr(0, 1));
+        case KeyPageDown: return true;
+        default: return typeAll(key == KeyV && control ? mClipboard : typed.substr(0, 1));
         }
     }
 

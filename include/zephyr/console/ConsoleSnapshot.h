@@ -3,6 +3,7 @@
 
 #include "zephyr/common/Color.h"
 #include "zephyr/console/ConsoleMessageType.h"
+#include "zephyr/console/Texts.h"
 
 #include <cstdint>
 #include <memory>
@@ -23,6 +24,12 @@ struct LogEntry
     ConsoleMessageType type; ///< What wrote it; Input is drawn with the prompt in front.
     std::uint32_t indent;    ///< The number of spaces that were put in front of the text.
 };
+
+/// The entry's text as a user sees it: with the prompt in front if it is a line that was run.
+inline std::u32string shownText(const LogEntry& entry)
+{
+    return entry.type == Input ? kPrompt + entry.text : entry.text;
+}
 
 /// A self-contained copy of everything that drawing a console needs, as Console::snapshot() takes it.
 ///
