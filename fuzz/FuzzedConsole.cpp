@@ -3,23 +3,10 @@
 #include "GuardedCommands.h"
 #include "Require.h"
 #include "support/ConsoleInside.h"
-#include "support/PrivateMember.h"
 
 #include <algorithm>
 #include <memory>
 #include <system_error>
-
-namespace zephyr::test {
-
-struct InputLengthOf : PrivateMember<InputLengthOf, std::uint32_t console::Console::*>
-{};
-template struct Open<InputLengthOf, &console::Console::mInputLength>;
-
-struct AliasesOf : PrivateMember<AliasesOf, console::AliasConsoleCommand::AliasTable console::Console::*>
-{};
-template struct Open<AliasesOf, &console::Console::mAliases>;
-
-} // namespace zephyr::test
 
 namespace zephyr::fuzz {
 
@@ -47,7 +34,7 @@ bool sameLog(const ConsoleSnapshot& left, const ConsoleSnapshot& right)
 
 FuzzedConsole::FuzzedConsole() : mLatest(mConsole.snapshot())
 {
-    auto& aliases = mConsole.*memberPointer(test::AliasesOf());
+    auto& aliases = test::partsOf(mConsole).mAliases;
     mConsole.registerCommand(std::make_unique<GuardedAlias>(aliases, mBudget));
     mConsole.registerCommand(std::make_unique<GuardedRun>(mBudget));
     registerHostCommands(mConsole, mBudget);
@@ -86,7 +73,7 @@ void FuzzedConsole::checkLog(const ConsoleSnapshot& snapshot) const
 void FuzzedConsole::checkInput(const ConsoleSnapshot& snapshot) const
 {
     const std::u32string& buffer = test::inputBuffer(mConsole);
-    const std::size_t length = mConsole.*memberPointer(test::InputLengthOf());
+    const std::size_t length = test::inputLength(mConsole);
     require(mConsole.cursorPosition() <= length, "the cursor is within the line");
     require(mConsole.activeInput() == buffer.substr(0, std::min(length, buffer.size())),
             "the active input is what of the line the buffer holds");

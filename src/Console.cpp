@@ -3,21 +3,25 @@
 #include "AliasConsoleCommand.h"
 #include "Answers.h"
 #include "AssertReport.h"
+#include "ConsoleFile.h"
+#include "ConsolePrivate.h"
+#include "Join.h"
 #include "Paths.h"
 #include "SplitString.h"
 #include "zephyr/common/Clipboard.h"
 #include "zephyr/common/ExternalProcess.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/common/SystemPaths.h"
+#include "zephyr/console/DepthLimitError.h"
+#include "zephyr/console/Texts.h"
 
 #include <QFont>
 #include <QFontMetrics>
+#include <QScopeGuard>
 #include <Qt>
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
-#include <string_view>
+#include <exception>
 #include <utility>
 
 namespace zephyr::console {
@@ -27,26 +31,19 @@ namespace {
 const std::u32string kTitle = U"Zephyr Console:";
 const std::u32string kUnknownCommandEnd =
     U"' is not a recognized command.  Type 'help' to list available commands.";
+const std::u32string kTooDeepMiddle = U"' was not run: lines run inside of lines deeper than the limit of ";
 const std::u32string kCommandsHeading = U"Registered Commands:";
 const std::u32string kAliasesHeading = U"Aliases:";
 const std::u32string kEveryCommand = U"*";
 
 constexpr char32_t kWordDelimiter = U' ';
-constexpr std::u32string_view kWordChars = U"abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
-constexpr std::string_view kComment = "//";
-
-constexpr std::size_t kInputBufferSize = 2048; // code points
-constexpr std::size_t kLogReserve = 2048;      // entries
-constexpr std::uint32_t kNoCompletion = 0xFFFFFFFF;
-constexpr std::int32_t kNoRecord = -1;
 constexpr unsigned kInnerIndent = 8; // spaces
-
 constexpr int kToggleKey = Qt::Key_QuoteLeft;
-constexpr double kLinesPerDegree = 0.1;
 constexpr unsigned kLinesWithoutFont = 15;
 
 const char* const kFontFamily = "Consolas";
 constexpr int kFontPointSize = 10;
+constexpr int kDefaultWeight = -1;
 
 static_assert(kToggleKey == 0x60 && Qt::ControlModifier == 0x04000000,
               "Qt's key numbering is the interface's");
@@ -56,66 +53,15 @@ bool isCtrl(int modifiers)
     return (static_cast<unsigned>(modifiers) & Qt::ControlModifier) != 0;
 }
 
-/// A count as the 32 bits that hold it; what is more than they can hold becomes the most that they can.
-std::uint32_t count32(std::size_t count)
+QFont consoleFont()
 {
-    return static_cast<std::uint32_t>(
-        std::min<std::size_t>(count, std::numeric_limits<std::uint32_t>::max()));
+    return {QString::fromLatin1(kFontFamily), kFontPointSize, kDefaultWeight, false};
 }
 
-/// A count of lines as a step for scrolling.
-int stepOf(unsigned lines)
-{
-    return static_cast<int>(std::min<unsigned>(lines, std::numeric_limits<int>::max()));
-}
-
-/// The lines that a turn of the wheel by `degrees` scrolls; a turn that is no number scrolls none.
-int wheelLines(double degrees)
-{
-    const double lines = std::round(std::abs(degrees) * kLinesPerDegree);
-    if (std::isnan(lines)) {
-        return 0;
-    }
-    constexpr int kMost = std::numeric_limits<int>::max();
-    return lines < kMost ? static_cast<int>(lines) : kMost;
-}
-
-/// Whether `c` is a byte of ASCII that is to be seen.
-bool isVisibleAscii(char c)
-{
-    return c > ' ' && c < '\x7F';
-}
-
-/// A font of the same look that shares nothing with `font`: measuring loads data into a font, and the drawing
-/// thread does so with the shared one.
-QFont separateCopy(const QFont& font)
-{
-    QFont copy;
-    copy.fromString(font.toString());
-    return copy;
-}
-
-std::u32string join(const std::vector<std::u32string>& pieces, std::u32string_view separator)
-{
-    std::u32string joined;
-    for (std::size_t i = 0; i < pieces.size(); ++i) {
-        joined.append(i == 0 ? std::u32string_view() : separator).append(pieces[i]);
-    }
-    return joined;
-}
-
-/// The line `base` with `candidate` in place of its last word, or after it if it ends with a space.
-std::u32string completedLine(const std::u32string& base, const std::u32string& candidate)
-{
-    std::vector<std::u32string> words = splitString(base, kWordDelimiter);
-    if (!words.empty() && base.back() != kWordDelimiter) {
-        words.pop_back();
-    }
-    return join(words, U" ") + kWordDelimiter + candidate;
-}
+} // namespace
 
 /// The command `help`.
-class HelpCommand : public ConsoleCommand
+class Console::Private::HelpCommand : public ConsoleCommand
 {
 public:
     std::u32string name() const override { return U"help"; }
@@ -130,7 +76,7 @@ private:
                            Console& console);
 };
 
-void HelpCommand::execute(const ConsoleArgs& args, Console& console)
+void Console::Private::HelpCommand::execute(const ConsoleArgs& args, Console& console)
 {
     if (args.argCount() == 1) {
         listAll(console);
@@ -141,7 +87,7 @@ void HelpCommand::execute(const ConsoleArgs& args, Console& console)
         describeEveryCommand(console);
         return;
     }
-    // Deliberately commands first, the reverse of what running a line does.
+    // Commands first, the reverse of what running a line does: oddity 10.
     if (const ConsoleCommand* command = console.lookupCommand(topic)) {
         describeCommand(*command, args, console);
         return;
@@ -153,7 +99,7 @@ void HelpCommand::execute(const ConsoleArgs& args, Console& console)
     console.write(U"'" + topic + U"' is not a recognized console command.", Output);
 }
 
-void HelpCommand::listAll(Console& console)
+void Console::Private::HelpCommand::listAll(Console& console)
 {
     console.write(kCommandsHeading, Output);
     console.forEachCommand([&console](const ConsoleCommand& command) {
@@ -166,7 +112,7 @@ void HelpCommand::listAll(Console& console)
     });
 }
 
-void HelpCommand::describeEveryCommand(Console& console)
+void Console::Private::HelpCommand::describeEveryCommand(Console& console)
 {
     console.forEachCommand([&console](const ConsoleCommand& command) {
         console.writeIndented(command.name(), Output, kIndent);
@@ -174,7 +120,7 @@ void HelpCommand::describeEveryCommand(Console& console)
     });
 }
 
-void HelpCommand::describeArguments(const ConsoleCommand& command, Console& console)
+void Console::Private::HelpCommand::describeArguments(const ConsoleCommand& command, Console& console)
 {
     if (command.argHandlerCount() == 0) {
         console.writeIndented(std::u32string(), Output, kIndent);
@@ -187,8 +133,10 @@ void HelpCommand::describeArguments(const ConsoleCommand& command, Console& cons
     });
 }
 
-void HelpCommand::describeCommand(const ConsoleCommand& command, const ConsoleArgs& args, Console& console)
+void Console::Private::HelpCommand::describeCommand(const ConsoleCommand& command, const ConsoleArgs& args,
+                                                    Console& console)
 {
+    const CommandTable::Call call(console.mPrivate->mCommands, command); // what it writes may run host code
     if (args.argCount() < 3) {
         command.printArguments(console);
         return;
@@ -196,474 +144,319 @@ void HelpCommand::describeCommand(const ConsoleCommand& command, const ConsoleAr
     command.printHelp(args.arg(2), console, kIndent);
 }
 
-void HelpCommand::writeAlias(const std::u32string& name, const std::vector<std::u32string>& lines,
-                             Console& console)
+void Console::Private::HelpCommand::writeAlias(const std::u32string& name,
+                                               const std::vector<std::u32string>& lines, Console& console)
 {
     console.writeIndented(name + U" -> \"" + join(lines, U"; ") + U"\"", Output, kIndent);
 }
 
-} // namespace
-
-/// Marks that host code runs: a command that is replaced meanwhile, which may be the running one, is kept
-/// until the outermost mark is gone.
-class Console::HostCodeScope
+template <typename Change>
+void Console::Private::change(const Change& change)
 {
-public:
-    explicit HostCodeScope(Console& console) : mConsole(console) { ++mConsole.mHostCodeDepth; }
-
-    ~HostCodeScope()
+    Observer::Call call;
     {
-        if (--mConsole.mHostCodeDepth == 0) {
-            mConsole.mRetired.clear();
-        }
+        const Access parts = lock();
+        change(mGuarded);
+        parts->observer.begin(call);
     }
-
-    HostCodeScope(const HostCodeScope&) = delete;
-    HostCodeScope& operator=(const HostCodeScope&) = delete;
-
-private:
-    Console& mConsole;
-};
+    if (call.function() != nullptr) {
+        callObserver(call);
+    }
+}
 
 // Lifecycle and settings
 
-Console::Console()
-    : mInput(kInputBufferSize, U'\0'),
-      mCompletionIndex(kNoCompletion),
-      mRunPaths{pathOfText(executableDir()), pathOfText(currentDir())},
-      mFont(std::make_shared<QFont>(QString::fromLatin1(kFontFamily), kFontPointSize, -1, false))
+Console::Private::Private(Console& console)
+    : mConsole(console),
+      mRunPaths({pathOfText(executableDir()), pathOfText(currentDir())}),
+      mFont(std::make_shared<QFont>(consoleFont())),
+      mMeasuringFont(consoleFont())
+{}
+
+Console::Console() : mPrivate(new Private(*this), [](Private* parts) { delete parts; })
 {
-    mLog.reserve(kLogReserve);
-    appendLine(kTitle, Output, 0);
-    appendLine(std::u32string(), Output, 0);
-    registerCommand(std::make_unique<HelpCommand>());
-    registerCommand(std::make_unique<AliasConsoleCommand>(mAliases));
+    write(kTitle, Output);
+    newline();
+    registerCommand(std::make_unique<Private::HelpCommand>());
+    registerCommand(std::make_unique<AliasConsoleCommand>(mPrivate->mAliases));
 }
 
 void Console::open()
 {
-    mOpen = true;
-    const std::lock_guard lock(mMutex);
-    std::fill(mInput.begin(), mInput.end(), U'\0'); // at the size that editing has left it
-    mCursorPos = 0;
-    mInputLength = 0;
+    mPrivate->mOpen = true;
+    mPrivate->change([](Private::Guarded& parts) { parts.line.zero(); });
 }
 
 void Console::close()
 {
-    mOpen = false;
+    if (std::exchange(mPrivate->mOpen, false)) {
+        mPrivate->change([](Private::Guarded&) {});
+    }
 }
 
 bool Console::isOpen() const
 {
-    return mOpen;
+    return mPrivate->mOpen;
 }
 
 void Console::shutdown()
 {
-    for (auto& [name, command] : mCommands) {
-        retire(command);
-    }
-    mCommands.clear();
+    mPrivate->mCommands.clear();
 }
 
 void Console::setWindowSize(const glm::vec<2, unsigned int>& size)
 {
-    mWindowSize = size;
+    mPrivate->mWindowSize = size;
 }
 
 const Color& Console::textColor() const
 {
-    return mTextColor;
+    return mPrivate->mTextColor;
 }
 
 const Color& Console::backgroundColor() const
 {
-    return mBackgroundColor;
+    return mPrivate->mBackgroundColor;
 }
 
 float Console::cursorBlinkRate() const
 {
-    return mCursorBlinkRate;
+    return mPrivate->mCursorBlinkRate;
 }
 
 char32_t Console::cursorChar() const
 {
-    return mCursorChar;
+    return mPrivate->mCursorChar;
 }
 
 unsigned Console::cursorPosition() const
 {
-    return mCursorPos;
+    return mPrivate->lock()->line.cursorPosition();
+}
+
+std::u32string Console::activeInput() const
+{
+    return mPrivate->lock()->line.text();
 }
 
 // Keys
 
 bool Console::keyPressed(int key, int modifiers, const std::u32string& text)
 {
-    if (mOpen) {
-        return openKeyPressed(key, modifiers, text);
+    Private& parts = *mPrivate;
+    if (!parts.mOpen) {
+        return key == kToggleKey && (open(), true);
     }
-    if (key != kToggleKey) {
-        return false;
-    }
-    open();
-    return true;
-}
-
-bool Console::openKeyPressed(int key, int modifiers, const std::u32string& text)
-{
     switch (key) {
     case kToggleKey: close(); return true;
-    case Qt::Key_Tab: return autoComplete(false);
-    case Qt::Key_Backtab: return autoComplete(true);
-    case Qt::Key_PageUp: scrollLines(stepOf(visibleLineCount())); return true;
-    case Qt::Key_PageDown: scrollLines(-stepOf(visibleLineCount())); return true;
-    default: return editKeyPressed(key, modifiers, text);
-    }
-}
-
-bool Console::editKeyPressed(int key, int modifiers, const std::u32string& text)
-{
-    switch (key) {
-    case Qt::Key_Backspace: erasePrevious(modifiers); break;
-    case Qt::Key_Delete: eraseNext(modifiers); break;
-    case Qt::Key_Left: moveLeft(modifiers); break;
-    case Qt::Key_Right: moveRight(modifiers); break;
-    case Qt::Key_Home: moveCursorTo(0); break;
-    case Qt::Key_End: moveCursorTo(mInputLength); break;
+    case Qt::Key_Tab: return parts.autoComplete(false);
+    case Qt::Key_Backtab: return parts.autoComplete(true);
+    case Qt::Key_PageUp: parts.scrollLines(parts.visibleLineCount()); return true;
+    case Qt::Key_PageDown: parts.scrollLines(-std::int64_t{parts.visibleLineCount()}); return true;
+    case Qt::Key_Backspace: parts.erasePrevious(modifiers); break;
+    case Qt::Key_Delete: parts.eraseNext(modifiers); break;
+    case Qt::Key_Left: parts.lock()->line.moveLeft(isCtrl(modifiers)); break;
+    case Qt::Key_Right: parts.lock()->line.moveRight(isCtrl(modifiers)); break;
+    case Qt::Key_Home: parts.lock()->line.moveToStart(); break;
+    case Qt::Key_End: parts.lock()->line.moveToEnd(); break;
     case Qt::Key_Return:
-    case Qt::Key_Enter: submitInput(); break;
-    case Qt::Key_Up: navigateHistory(1); break;
-    case Qt::Key_Down: navigateHistory(-1); break;
+    case Qt::Key_Enter: parts.submitInput(); break;
+    case Qt::Key_Up: parts.navigateHistory(1); break;
+    case Qt::Key_Down: parts.navigateHistory(-1); break;
     default:
-        if (!textKeyPressed(key, modifiers, text)) {
+        if (key == Qt::Key_V && isCtrl(modifiers)) {
+            parts.paste();
+        } else if (text.empty()) {
             return true;
+        } else {
+            parts.insertText(text);
         }
     }
-    resetScroll();
-    return true;
-}
-
-/// \return whether anything was typed or pasted.
-bool Console::textKeyPressed(int key, int modifiers, const std::u32string& text)
-{
-    if (key == Qt::Key_V && isCtrl(modifiers)) {
-        paste();
-        return true;
-    }
-    if (text.empty()) {
-        return false;
-    }
-    insertText(text);
+    parts.lock()->scroll.reset();
     return true;
 }
 
 bool Console::keyReleased(int, int, const std::u32string&)
 {
-    return mOpen;
+    return mPrivate->mOpen;
 }
 
 // Editing
 
-void Console::paste()
+void Console::Private::paste()
 {
     for (const char32_t c : Clipboard::text()) {
         insertText(std::u32string(1, c));
     }
 }
 
-void Console::insertText(const std::u32string& text)
+void Console::Private::insertText(const std::u32string& text)
 {
-    const std::lock_guard lock(mMutex);
+    const Access parts = lock();
     if (!mOpen) {
         return;
     }
-    if (mCursorPos >= mInput.size()) {
-        // Deliberately under the lock, which is not recursive: the refusal reaches the host as an exception,
-        // and the message does not reach the log.
-        return appendLine(kInputFull, Output, 0);
+    if (parts->line.isFull()) {
+        return appendLine(kInputFull, Output, 0); // locks again, which throws: oddity 2
     }
-    if (text.empty()) {
-        return;
+    if (!text.empty()) {
+        parts->line.insert(text.front());
+        mCompletion.reset();
     }
-    if (mCursorPos == mInputLength) {
-        mInput[mCursorPos] = text.front();
-    } else {
-        mInput.insert(mCursorPos, 1, text.front()); // deliberately grows the buffer
-    }
-    ++mCursorPos;
-    ++mInputLength;
-    resetCompletion();
 }
 
-void Console::erasePrevious(int modifiers)
+void Console::Private::erasePrevious(int modifiers)
 {
-    if (mCursorPos == 0) {
-        return;
-    }
-    const std::uint32_t first = isCtrl(modifiers) ? prevWordStart(activeInput(), mCursorPos) : mCursorPos - 1;
-    const std::uint32_t count = mCursorPos - first;
-    const std::lock_guard lock(mMutex);
-    eraseInput(first, count);
-    mCursorPos = first;
-}
-
-void Console::eraseNext(int modifiers)
-{
-    if (mCursorPos == mInputLength) {
-        return;
-    }
-    // In a line that is longer than the buffer the next word may lie before the cursor: nothing is erased
-    // then.
-    const std::uint32_t next = isCtrl(modifiers) ? nextWordStart(activeInput(), mCursorPos) : mCursorPos + 1;
-    const std::uint32_t count = next - std::min(next, mCursorPos);
-    const std::lock_guard lock(mMutex);
-    eraseInput(mCursorPos, count);
-}
-
-/// Takes `count` code points from `first` on out of the line; those that lie past the buffer's end are only
-/// counted.
-void Console::eraseInput(std::uint32_t first, std::uint32_t count)
-{
-    if (first < mInput.size()) {
-        mInput.erase(first, count); // deliberately shrinks the buffer
-    }
-    mInputLength -= count;
-    resetCompletion();
-}
-
-void Console::moveLeft(int modifiers)
-{
-    if (mCursorPos > 0) {
-        moveCursorTo(isCtrl(modifiers) ? prevWordStart(activeInput(), mCursorPos) : mCursorPos - 1);
+    if (lock()->line.erasePrevious(isCtrl(modifiers))) {
+        mCompletion.reset();
     }
 }
 
-void Console::moveRight(int modifiers)
+void Console::Private::eraseNext(int modifiers)
 {
-    moveCursorTo(isCtrl(modifiers) ? nextWordStart(activeInput(), mCursorPos)
-                                   : std::min(mCursorPos + 1, mInputLength));
-}
-
-void Console::moveCursorTo(std::uint32_t position)
-{
-    const std::lock_guard lock(mMutex);
-    mCursorPos = position;
-}
-
-/// Copies `line` over the front of the buffer, whose size it leaves, and puts the cursor at the line's end.
-void Console::showLine(const std::u32string& line)
-{
-    const std::lock_guard lock(mMutex);
-    std::copy_n(line.begin(), std::min(line.size(), mInput.size()), mInput.begin());
-    mCursorPos = count32(line.size());
-    mInputLength = mCursorPos;
-}
-
-void Console::clearInputLine()
-{
-    if (mCursorPos == 0 && mInputLength == 0) {
-        return; // as for every line that isn't typed; no other thread writes them
+    if (lock()->line.eraseNext(isCtrl(modifiers))) {
+        mCompletion.reset();
     }
-    const std::lock_guard lock(mMutex);
-    mCursorPos = 0;
-    mInputLength = 0;
 }
 
-std::u32string Console::activeInput() const
+// History and completion
+
+void Console::Private::navigateHistory(int direction)
 {
-    return mInput.substr(0, mInputLength);
+    if (const std::optional<std::u32string_view> line = mHistory.navigate(direction)) {
+        lock()->line.show(*line);
+    }
 }
 
-std::uint32_t Console::nextWordStart(const std::u32string& line, std::uint32_t pos)
+std::vector<std::u32string> Console::history() const
 {
-    const std::size_t wordEnd = line.find_first_not_of(kWordChars, pos);
-    return count32(std::min(line.find_first_of(kWordChars, wordEnd), line.size()));
+    return mPrivate->mHistory.lines();
 }
 
-std::uint32_t Console::prevWordStart(const std::u32string& line, std::uint32_t pos)
+void Console::addToHistory(const std::u32string& line)
 {
-    const std::size_t wordLast = line.find_last_of(kWordChars, pos - 1);
-    if (wordLast == std::u32string::npos) {
-        return 0;
+    if (!line.empty()) { // an empty one that is typed isn't recorded either
+        mPrivate->mHistory.record(nullptr, line);
     }
-    const std::size_t gapLast = line.find_last_not_of(kWordChars, wordLast);
-    return gapLast == std::u32string::npos ? 0 : count32(gapLast + 1);
 }
 
-// History
-
-void Console::navigateHistory(int direction)
+void Console::Private::submitInput()
 {
-    if (direction != 1 && direction != -1) {
-        reportVerification("Console", 570, "direction == 1 || direction == -1");
-        return;
-    }
-    if (mCmdBuffer.empty() || !selectRecord(direction)) {
-        return;
-    }
-    const std::size_t cmdBuffSize = mCmdBuffer.size();
-    const std::size_t prevCmdIdx = cmdBuffSize - 1 - static_cast<std::size_t>(mHistoryIndex);
-    if (prevCmdIdx >= cmdBuffSize) {
-        reportVerification("Console", 599, "prevCmdIdx < cmdBuffSize");
-        return;
-    }
-    showLine(mCmdBuffer[prevCmdIdx].line);
+    execute(mConsole.activeInput(), true);
 }
 
-/// Moves the history cursor. \return whether a record is selected and to be shown.
-bool Console::selectRecord(int direction)
-{
-    if (direction == 1) {
-        const auto oldest = static_cast<std::int32_t>(mCmdBuffer.size() - 1);
-        mHistoryIndex = mHistoryIndex == kNoRecord ? 0 : std::min(oldest, mHistoryIndex + 1);
-        return true;
-    }
-    if (mHistoryIndex == kNoRecord) {
-        return false;
-    }
-    if (mHistoryIndex == 0) {
-        mHistoryIndex = kNoRecord;
-        clearInputLine();
-        return false;
-    }
-    --mHistoryIndex;
-    return true;
-}
-
-void Console::submitInput()
-{
-    execute(activeInput(), true);
-}
-
-// Completion
-
-bool Console::autoComplete(bool backwards)
+bool Console::Private::autoComplete(bool backwards)
 {
     if (applyCompletion(backwards)) {
         return true;
     }
-    std::u32string line = activeInput();
-    std::vector<std::u32string> words = splitString(line, kWordDelimiter);
-    if (words.empty()) {
-        return false;
+    std::u32string line = mConsole.activeInput();
+    if (auto candidates = mCommands.candidates(splitString(line, kWordDelimiter))) {
+        mCompletion.begin(std::move(*candidates), std::move(line));
+        applyCompletion(backwards);
     }
-    ConsoleCommand* command = lookupCommand(words.front());
-    if (command == nullptr) {
-        return false;
-    }
-    const HostCodeScope scope(*this);
-    mCompletions = command->getAutoCompleteResults(ConsoleArgs(std::move(words)));
-    mCompletionIndex = kNoCompletion;
-    mCompletionBase = std::move(line); // not copied, which could fail and leave the list to another line
-    applyCompletion(backwards);
-    return false; // deliberately: the key that builds the list does not count as consumed
+    return false; // also for the key that builds the list: oddity 4
 }
 
-bool Console::applyCompletion(bool backwards)
+bool Console::Private::applyCompletion(bool backwards)
 {
-    if (mCompletions.empty()) {
+    if (!mCompletion.isInProgress()) {
         return false;
     }
-    const std::uint32_t last = count32(mCompletions.size()) - 1;
-    if (backwards) {
-        const bool wraps = mCompletionIndex == kNoCompletion || mCompletionIndex == 0;
-        mCompletionIndex = wraps ? last : mCompletionIndex - 1;
-    } else {
-        const bool wraps = mCompletionIndex == kNoCompletion || mCompletionIndex == last;
-        mCompletionIndex = wraps ? 0 : mCompletionIndex + 1;
-    }
-    showLine(completedLine(mCompletionBase, mCompletions[mCompletionIndex]));
+    const std::u32string line = mCompletion.step(backwards);
+    lock()->line.show(line);
     return true;
-}
-
-void Console::resetCompletion()
-{
-    mCompletions.clear();
-    mCompletionIndex = kNoCompletion;
-    mCompletionBase.clear();
 }
 
 // Dispatch
 
 void Console::execute(const std::u32string& line)
 {
-    execute(line, false);
+    mPrivate->execute(line, false);
 }
 
-void Console::execute(std::u32string line, bool recordInHistory)
+void Console::setDepthLimit(unsigned depth)
 {
-    std::vector<std::u32string> words = splitUnquoted(line, kWordDelimiter);
-    std::u32string recorded;
-    if (recordInHistory) {
-        recorded = line;
-        maskQuoted(recorded, kWordDelimiter); // deliberately recorded so
+    mPrivate->mDepthLimit = depth;
+}
+
+void Console::Private::execute(std::u32string line, bool recordInHistory)
+{
+    if (mDepthLimit != 0 && mRunningLines > mDepthLimit) {
+        refuse(line);
     }
+    ++mRunningLines;
+    const auto ended = qScopeGuard([this] { --mRunningLines; });
+
+    std::vector<std::u32string> words = splitUnquoted(line, kWordDelimiter);
+    std::u32string recorded = recordInHistory ? line : std::u32string();
     appendLine(std::move(line), Input, 0); // the echo, before anything that the line does
     if (words.empty()) {
         return;
     }
-    if (const std::vector<std::u32string>* stored = lookupAlias(words.front())) {
-        const std::vector<std::u32string> lines = *stored; // a line may redefine or clear the alias
+    if (const auto alias = mAliases.find(words.front()); alias != mAliases.end()) {
+        const std::vector<std::u32string> lines = alias->second; // a line may redefine or clear the alias
         for (const std::u32string& aliasLine : lines) {
             execute(aliasLine, false);
         }
         return;
     }
-    dispatch(std::move(words), std::move(recorded), recordInHistory);
+    ConsoleCommand* const command = mCommands.find(words.front());
+    if (recordInHistory) {
+        mHistory.record(command, std::move(recorded));
+    }
+    dispatch(command, std::move(words));
 }
 
-/// Runs the command that the first word names. `maskedLine` is what the history records.
-void Console::dispatch(std::vector<std::u32string>&& words, std::u32string&& maskedLine, bool recordInHistory)
+/// Says in the log that `line` is not run, and ends all that is running.
+void Console::Private::refuse(const std::u32string& line)
 {
-    ConsoleCommand* command = lookupCommand(words.front());
-    if (recordInHistory) {
-        mHistoryIndex = kNoRecord;
-        mCmdBuffer.push_back({command, std::move(maskedLine)});
-    }
+    const std::u32string limit = StringUtil::toU32String(std::to_string(mDepthLimit));
+    const std::u32string refusal = U"'" + line + kTooDeepMiddle + limit + U".";
+    appendLine(refusal, Output, 0);
+    throw DepthLimitError(StringUtil::toString(refusal));
+}
+
+/// Runs `command`, or says that there is none if it is null.
+void Console::Private::dispatch(ConsoleCommand* command, std::vector<std::u32string>&& words)
+{
     if (command == nullptr) {
         appendLine(U"'" + words.front() + kUnknownCommandEnd, Output, 0);
     } else {
         runCommand(*command, std::move(words));
     }
-    appendLine(std::u32string(), Output, 0);
-    clearInputLine();
+    change([](Guarded& parts) {
+        parts.log.append({}, Output, 0);
+        parts.line.clear();
+    });
 }
 
-void Console::runCommand(ConsoleCommand& command, std::vector<std::u32string>&& words)
+void Console::Private::runCommand(ConsoleCommand& command, std::vector<std::u32string>&& words)
 {
     const ConsoleArgs args(std::move(words));
     if (args.hasRedirect()) {
         openRedirect(args.redirectTarget());
     }
     {
-        const HostCodeScope scope(*this);
-        command.execute(args, *this);
+        const CommandTable::Call call(mCommands, command);
+        command.execute(args, mConsole);
     }
-    closeRedirect();
+    lock()->log.endRedirection(); // an outer line's too: oddity 7
     if (args.hasRedirectOpen()) {
-        const std::u32string path = currentDir() + U"/" + args.redirectTarget();
+        const std::u32string path = currentDir() + U"/" + args.redirectTarget(); // oddity 9
         ExternalProcess::openFileInDefaultApplication(StringUtil::toString(path));
     }
 }
 
-/// Where the stream is open already, by an outer line, this fails and ends what the outer line writes to its
-/// file.
-void Console::openRedirect(const std::u32string& target)
+void Console::Private::openRedirect(const std::u32string& target)
 {
-    const std::string fileName = StringUtil::toString(target);
-    const std::lock_guard lock(mMutex);
-    mRedirectStream.open(fileName, std::ios::out | std::ios::trunc);
-}
-
-void Console::closeRedirect()
-{
-    if (!mRedirectStream.is_open()) {
-        return; // as for nearly every line; no other thread opens or closes it
+    if (const Access parts = lock(); parts->log.isRedirected()) {
+        parts->log.failRedirection();
+        return;
     }
-    const std::lock_guard lock(mMutex);
-    mRedirectStream.close();
+    // Without the lock: a pipe that nobody reads yet opens when somebody does. No other thread redirects.
+    std::ofstream file(StringUtil::toString(target), std::ios::out | std::ios::trunc);
+    lock()->log.redirectTo(std::move(file));
 }
 
 // Tables
@@ -674,53 +467,33 @@ void Console::registerCommand(std::unique_ptr<ConsoleCommand>&& command)
         reportVerification("Console", __LINE__, "command");
         return;
     }
-    std::unique_ptr<ConsoleCommand>& entry = mCommands[command->name()];
-    retire(entry);
-    entry = std::move(command);
-}
-
-/// Destroys a command, at once or when the host code that runs has returned.
-void Console::retire(std::unique_ptr<ConsoleCommand>& command)
-{
-    if (command && mHostCodeDepth > 0) {
-        mRetired.push_back(std::move(command));
-    }
-    command.reset();
+    mPrivate->mCommands.add(command->name(), std::move(command));
 }
 
 ConsoleCommand* Console::lookupCommand(const std::u32string& name)
 {
-    const auto found = mCommands.find(name);
-    return found == mCommands.end() ? nullptr : found->second.get();
+    return mPrivate->mCommands.find(name);
 }
 
 const std::vector<std::u32string>* Console::lookupAlias(const std::u32string& name) const
 {
-    const auto found = mAliases.find(name);
-    return found == mAliases.end() ? nullptr : &found->second;
+    const auto found = mPrivate->mAliases.find(name);
+    return found == mPrivate->mAliases.end() ? nullptr : &found->second;
 }
-
-// Both walks look for the next name anew at each step, so that `fn` may change the table.
 
 void Console::forEachCommand(const std::function<void(const ConsoleCommand&)>& fn)
 {
-    const HostCodeScope scope(*this);
-    for (auto next = mCommands.begin(); next != mCommands.end();) {
-        const std::u32string name = next->first;
-        if (next->second) {
-            fn(*next->second);
-        }
-        next = mCommands.upper_bound(name);
-    }
+    mPrivate->mCommands.forEach(fn);
 }
 
 void Console::forEachAlias(
     const std::function<void(const std::u32string& name, const std::vector<std::u32string>& lines)>& fn)
 {
-    for (auto next = mAliases.begin(); next != mAliases.end();) {
-        const auto [name, lines] = *next;
+    auto& aliases = mPrivate->mAliases;
+    for (auto next = aliases.begin(); next != aliases.end();) {
+        const auto [name, lines] = *next; // copies, as `fn` may change the table
         fn(name, lines);
-        next = mAliases.upper_bound(name);
+        next = aliases.upper_bound(name);
     }
 }
 
@@ -728,12 +501,12 @@ void Console::forEachAlias(
 
 void Console::write(const std::string& text, ConsoleMessageType type)
 {
-    appendLine(StringUtil::toU32String(text), type, 0);
+    mPrivate->appendLine(StringUtil::toU32String(text), type, 0);
 }
 
 void Console::write(const std::u32string& text, ConsoleMessageType type)
 {
-    appendLine(text, type, 0);
+    mPrivate->appendLine(text, type, 0);
 }
 
 void Console::writeIndented(const std::string& text, ConsoleMessageType type, unsigned indent)
@@ -748,7 +521,7 @@ void Console::writeIndented(const std::string& text, unsigned indent)
 
 void Console::writeIndented(const std::u32string& text, ConsoleMessageType type, unsigned indent)
 {
-    appendLine(std::u32string(indent, U' ') + text, type, indent);
+    mPrivate->appendLine(std::u32string(indent, U' ') + text, type, indent);
 }
 
 void Console::writeIndented(const std::u32string& text, unsigned indent)
@@ -758,17 +531,50 @@ void Console::writeIndented(const std::u32string& text, unsigned indent)
 
 void Console::newline()
 {
-    appendLine(std::u32string(), Output, 0);
+    mPrivate->appendLine(std::u32string(), Output, 0);
 }
 
-void Console::appendLine(std::u32string text, ConsoleMessageType type, unsigned indent)
+std::size_t Console::logSize() const
 {
-    const std::lock_guard lock(mMutex);
-    mLog.push_back({std::move(text), type, indent});
-    // A stream that was never opened says that it is good.
-    if (mRedirectStream.is_open() && mRedirectStream.good()) {
-        const std::string line = StringUtil::toString(mLog.back().text);
-        mRedirectStream.write(line.data(), static_cast<std::streamsize>(line.size())).put('\n');
+    return mPrivate->lock()->log.entries().size();
+}
+
+void Console::readLog(std::size_t first, std::size_t count, std::vector<LogEntry>& entries) const
+{
+    mPrivate->lock()->log.read(first, count, entries);
+}
+
+void Console::Private::appendLine(std::u32string text, ConsoleMessageType type, unsigned indent)
+{
+    change([&](Guarded& parts) { parts.log.append(std::move(text), type, indent); });
+}
+
+// The observer
+
+void Console::setObserver(std::function<void()> observer)
+{
+    using Function = Observer::Function;
+    auto next = observer ? std::make_shared<const Function>(std::move(observer)) : nullptr;
+    std::shared_ptr<const Function> previous; // destroyed without the lock
+    Private::Access parts = mPrivate->lock();
+    previous = parts->observer.replace(std::move(next));
+    if (!parts->observer.isCalledHere()) { // and would wait for itself
+        mPrivate->mObserverCallEnded.wait(parts.heldLock(),
+                                          [&] { return !parts->observer.isCalled(previous.get()); });
+    }
+}
+
+void Console::Private::callObserver(Observer::Call& call)
+{
+    const auto ended = qScopeGuard([&] {
+        call.release();
+        lock()->observer.end(call);
+        mObserverCallEnded.notify_all();
+    });
+    try {
+        (*call.function())();
+    } catch (const std::exception&) {
+        reportVerification("Console", __LINE__, "observer() throws nothing");
     }
 }
 
@@ -776,36 +582,20 @@ void Console::appendLine(std::u32string text, ConsoleMessageType type, unsigned 
 
 bool Console::mouseWheel(Angle vertical, Angle)
 {
-    if (!mOpen) {
-        return false;
+    if (mPrivate->mOpen) {
+        mPrivate->scrollLines(ScrollPosition::linesOfTurn(vertical.value()));
     }
-    const double degrees = vertical.value();
-    const int lines = wheelLines(degrees);
-    scrollLines(degrees > 0 ? lines : -lines);
-    return true;
+    return mPrivate->mOpen;
 }
 
-void Console::scrollLines(int lines)
+void Console::Private::scrollLines(std::int64_t lines)
 {
-    const std::int64_t page = lines > 0 ? visibleLineCount() : 0;
-    const std::lock_guard lock(mMutex);
-    if (lines > 0) {
-        const std::int64_t largest = std::clamp<std::int64_t>(static_cast<std::int64_t>(mLog.size()) - page,
-                                                              0, std::numeric_limits<std::int32_t>::max());
-        mScrollOffset =
-            std::min(static_cast<std::uint32_t>(largest), mScrollOffset + static_cast<std::uint32_t>(lines));
-        return;
-    }
-    mScrollOffset -= std::min(mScrollOffset, 0U - static_cast<std::uint32_t>(lines));
+    const unsigned page = lines > 0 ? visibleLineCount() : 0;
+    const Access parts = lock();
+    parts->scroll.scroll(lines, parts->log.entries().size(), page);
 }
 
-void Console::resetScroll()
-{
-    const std::lock_guard lock(mMutex);
-    mScrollOffset = 0;
-}
-
-unsigned Console::visibleLineCount() const
+unsigned Console::Private::visibleLineCount() const
 {
     if (!mFont) {
         reportVerification("Console", 365, "mFont");
@@ -814,130 +604,97 @@ unsigned Console::visibleLineCount() const
     if (mWindowSize.y == 0) {
         return 0; // without a look at the font, which needs a QGuiApplication
     }
-    const int lineHeight = QFontMetrics(separateCopy(*mFont)).height();
-    return mWindowSize.y / static_cast<unsigned>(std::max(1, lineHeight));
+    return mWindowSize.y / static_cast<unsigned>(std::max(1, QFontMetrics(mMeasuringFont).height()));
 }
 
 // Files
 
 bool Console::runFile(const std::filesystem::path& path)
 {
-    std::ifstream ifs;
-    std::error_code error;
-    if (!std::filesystem::is_directory(path, error)) { // which an input stream would open on some platforms
-        ifs.open(path);
-    }
-    if (!ifs.is_open()) {
+    ConsoleFile file(path);
+    if (!file.isOpen()) {
         reportVerification("Console", 449, "ifs.is_open()");
         return false;
     }
-    for (std::string line; std::getline(ifs, line);) {
-        runFileLine(line);
+    while (std::optional<std::u32string> line = file.nextLine()) {
+        mPrivate->execute(std::move(*line), false);
     }
     return true;
-}
-
-void Console::runFileLine(std::string& line)
-{
-    if (line.empty()) {
-        return;
-    }
-    if (!isVisibleAscii(line.front()) || !isVisibleAscii(line.back())) { // otherwise nothing is to be trimmed
-        line = StringUtil::trim(line);
-    }
-    if (line.starts_with(kComment)) {
-        return;
-    }
-    execute(StringUtil::toU32String(line), false);
 }
 
 bool Console::runFileWithName(const std::u32string& name)
 {
-    std::vector<std::filesystem::path> candidates;
-    for (const std::filesystem::path& directory : mRunPaths) {
-        std::filesystem::path candidate = directory / pathOfText(name);
-        if (pathExists(candidate)) {
-            candidates.push_back(std::move(candidate));
-        }
-    }
-    if (candidates.empty()) {
+    const std::vector<std::filesystem::path> found = mPrivate->mRunPaths.find(name);
+    if (found.empty()) {
         return false;
     }
-    if (candidates.size() >= 2) {
-        warnOfSeveral(candidates, name);
+    if (found.size() >= 2) {
+        mPrivate->warnOfSeveral(found, name);
     }
-    return runFile(candidates.front());
+    return runFile(found.front());
 }
 
-void Console::warnOfSeveral(const std::vector<std::filesystem::path>& candidates, const std::u32string& name)
+void Console::Private::warnOfSeveral(const std::vector<std::filesystem::path>& found,
+                                     const std::u32string& name)
 {
-    writeIndented(U"WARNING: '" + name + U"' resolved to multiple paths...", Output, kIndent);
-    for (const std::filesystem::path& candidate : candidates) {
-        writeIndented(textOfPath(candidate), Output, kInnerIndent);
+    mConsole.writeIndented(U"WARNING: '" + name + U"' resolved to multiple paths...", Output, kIndent);
+    for (const std::filesystem::path& path : found) {
+        mConsole.writeIndented(textOfPath(path), Output, kInnerIndent);
     }
-    writeIndented(U"The console file at '" + textOfPath(candidates.front()) + U"' will be run.", Output,
-                  kIndent);
+    mConsole.writeIndented(U"The console file at '" + textOfPath(found.front()) + U"' will be run.", Output,
+                           kIndent);
 }
 
 bool Console::appendRunpath(const std::filesystem::path& path)
 {
-    if (std::find(mRunPaths.begin(), mRunPaths.end(), path) != mRunPaths.end()) {
-        return false;
-    }
-    mRunPaths.push_back(path);
-    return true;
+    return mPrivate->mRunPaths.append(path);
 }
 
 bool Console::removeRunpath(const std::filesystem::path& path)
 {
-    const auto found = std::find(mRunPaths.begin(), mRunPaths.end(), path);
-    if (found == mRunPaths.end()) {
-        return false;
-    }
-    mRunPaths.erase(found);
-    return true;
+    return mPrivate->mRunPaths.remove(path);
 }
 
 const std::vector<std::filesystem::path>& Console::runPaths() const
 {
-    return mRunPaths;
+    return mPrivate->mRunPaths.paths();
 }
 
 // Snapshot
 
 ConsoleSnapshot Console::snapshot() const
 {
-    const std::lock_guard lock(mMutex);
-    return takeSnapshot();
+    const Private::Access parts = mPrivate->lock();
+    return mPrivate->takeSnapshot(parts);
+}
+
+ConsoleSnapshot Console::Private::takeSnapshot(const Access& parts) const
+{
+    return {parts->log.entries(), parts->line.text(),           mTextColor,
+            mBackgroundColor,     parts->line.cursorPosition(), mCursorChar,
+            mCursorBlinkRate,     parts->scroll.offset(),       mFont};
 }
 
 void Console::refresh(ConsoleSnapshot& snapshot) const
 {
-    const std::lock_guard lock(mMutex);
-    // The font is this console's own, and a snapshot that shares it keeps its address from being used again.
+    const Private::Access parts = mPrivate->lock();
+    const std::vector<LogEntry>& log = parts->log.entries();
     const std::size_t known = snapshot.mLines.size();
-    if (!mFont || snapshot.mFont != mFont || known > mLog.size()) {
-        snapshot = takeSnapshot();
+    // The font is this console's own, and a snapshot that shares it keeps its address from being used again.
+    if (!mPrivate->mFont || snapshot.mFont != mPrivate->mFont || known > log.size()) {
+        snapshot = mPrivate->takeSnapshot(parts);
         return;
     }
-    std::u32string input = activeInput();
-    if (snapshot.mLines.capacity() < mLog.size()) {
+    std::u32string input = parts->line.text();
+    if (snapshot.mLines.capacity() < log.size()) {
         // Room comes first: an insertion that moves the entries and then fails would lose them.
-        snapshot.mLines.reserve(std::max(mLog.size(), 2 * known));
+        snapshot.mLines.reserve(std::max(log.size(), 2 * known));
     }
-    snapshot.mLines.insert(snapshot.mLines.end(), mLog.begin() + static_cast<std::ptrdiff_t>(known),
-                           mLog.end());
+    snapshot.mLines.insert(snapshot.mLines.end(), log.begin() + static_cast<std::ptrdiff_t>(known),
+                           log.end());
     snapshot.mInput = std::move(input);
-    snapshot.mCursorPosition = mCursorPos;
-    snapshot.mScrollOffset = mScrollOffset; // the rest never changes
-}
-
-/// Under mMutex.
-ConsoleSnapshot Console::takeSnapshot() const
-{
-    return {mLog,       activeInput(), mTextColor,       mBackgroundColor,
-            mCursorPos, mCursorChar,   mCursorBlinkRate, mScrollOffset,
-            mFont};
+    snapshot.mCursorPosition = parts->line.cursorPosition();
+    snapshot.mScrollOffset = parts->scroll.offset(); // the rest never changes
 }
 
 } // namespace zephyr::console

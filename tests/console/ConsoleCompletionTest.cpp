@@ -1,8 +1,8 @@
 #include "support/ConsoleDriver.h"
 #include "support/ConsoleInside.h"
-#include "support/InputLine.h"
 #include "support/KeyTable.h"
 #include "support/ScriptedCommand.h"
+#include "support/SeenLine.h"
 #include "zephyr/console/Console.h"
 
 #include <QClipboard>
@@ -61,7 +61,7 @@ protected:
         mConsole.open();
         mDriver.type(typed);
         mDriver.press(KeyLeft);
-        const InputLine before = inputLine(mConsole);
+        const SeenLine before = inputLine(mConsole);
         EXPECT_FALSE(mDriver.press(KeyTab));
         EXPECT_EQ(inputLine(mConsole), before);
         EXPECT_FALSE(mDriver.press(KeyBacktab));
@@ -482,7 +482,7 @@ TEST_F(ConsoleCompletion, WhatACompletionThrowsLeavesThroughTheKey)
     };
     mDriver.type("cmd a");
     EXPECT_THROW(mDriver.press(KeyTab), std::runtime_error);
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"cmd a", 5}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"cmd a", 5}));
     EXPECT_NO_THROW(mConsole.snapshot());
     broken = false;
     EXPECT_EQ(tab(), (Completed{"cmd alpha", false}));

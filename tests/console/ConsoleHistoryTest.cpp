@@ -2,11 +2,11 @@
 #include "support/AssertRecorder.h"
 #include "support/ConsoleDriver.h"
 #include "support/ConsoleInside.h"
-#include "support/InputLine.h"
 #include "support/KeyTable.h"
 #include "support/LogLine.h"
 #include "support/PrivateMember.h"
 #include "support/ScriptedCommand.h"
+#include "support/SeenLine.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 
@@ -17,27 +17,6 @@
 #include <string>
 #include <vector>
 
-namespace zephyr::test {
-
-struct NavigateHistoryOf : PrivateMember<NavigateHistoryOf, void (console::Console::*)(int)>
-{};
-template struct Open<NavigateHistoryOf, &console::Console::navigateHistory>;
-
-// The type of the records is private as well, so that it is left to be deduced.
-struct RecordsOf
-{
-    friend auto memberPointer(RecordsOf);
-};
-
-template <auto Member>
-struct OpenRecords
-{
-    friend auto memberPointer(RecordsOf) { return Member; }
-};
-template struct OpenRecords<&console::Console::mCmdBuffer>;
-
-} // namespace zephyr::test
-
 namespace zephyr::console {
 namespace {
 
@@ -46,7 +25,7 @@ using namespace test;
 /// A record of the history, as the console keeps it.
 struct Record
 {
-    ConsoleCommand* command;
+    const ConsoleCommand* command;
     std::u32string line;
 
     friend bool operator==(const Record&, const Record&) = default;
@@ -57,7 +36,7 @@ class ConsoleHistory : public testing::Test
 protected:
     ConsoleHistory() { mConsole.open(); }
 
-    InputLine after(int key)
+    SeenLine after(int key)
     {
         EXPECT_TRUE(mDriver.press(key));
         return inputLine(mConsole);
@@ -70,7 +49,7 @@ protected:
     std::vector<Record> records() const
     {
         std::vector<Record> copies;
-        for (const auto& record : mConsole.*memberPointer(RecordsOf())) {
+        for (const CommandRecord& record : test::records(mConsole)) {
             copies.push_back({record.command, record.line});
         }
         return copies;
@@ -81,7 +60,7 @@ protected:
 
 private:
     /// The text of a line whose cursor stands at its end, as in every recalled line.
-    static std::string recalled(const InputLine& line)
+    static std::string recalled(const SeenLine& line)
     {
         EXPECT_EQ(line.cursor, StringUtil::toU32String(line.text).size());
         return line.text;
@@ -92,8 +71,8 @@ TEST_F(ConsoleHistory, UpAndDownWithoutHistoryDoNothing)
 {
     mDriver.type("abc");
     mDriver.press(KeyLeft);
-    EXPECT_EQ(after(KeyUp), (InputLine{"abc", 2}));
-    EXPECT_EQ(after(KeyDown), (InputLine{"abc", 2}));
+    EXPECT_EQ(after(KeyUp), (SeenLine{"abc", 2}));
+    EXPECT_EQ(after(KeyDown), (SeenLine{"abc", 2}));
     EXPECT_EQ(historyIndex(mConsole), -1);
 }
 
@@ -129,7 +108,7 @@ TEST_F(ConsoleHistory, DownWithNothingSelectedKeepsTheTypedLine)
 {
     mDriver.type("one\nab");
     mDriver.press(KeyLeft);
-    EXPECT_EQ(after(KeyDown), (InputLine{"ab", 1}));
+    EXPECT_EQ(after(KeyDown), (SeenLine{"ab", 1}));
 }
 
 TEST_F(ConsoleHistory, ReplacesWhatIsTypedAndDoesNotBringItBack)
@@ -352,7 +331,7 @@ TEST_F(ConsoleHistory, AMaskedSpaceStaysInItsWordEvenWithoutTheQuotes)
     mDriver.press(KeyLeft);
     mDriver.press(KeyLeft);
     mDriver.press(KeyBackspace); // the opening quote
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"note a\uFFFFb", 5}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"note a\uFFFFb", 5}));
     mDriver.press(KeyReturn);
     EXPECT_EQ(words, (std::vector<std::u32string>{U"note", U"a b"}));
 }
@@ -373,7 +352,7 @@ TEST_F(ConsoleHistory, SurvivesClosingAndOpening)
     up();
     mDriver.press(KeyBackQuote);
     mDriver.press(KeyBackQuote);
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"", 0}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"", 0}));
     EXPECT_EQ(up(), "two");
 }
 
@@ -382,16 +361,16 @@ TEST_F(ConsoleHistory, RefusesEveryDirectionButUpAndDown)
     mDriver.type("one\ntwo\nab");
     const AssertRecorder recorder;
     for (const int direction : {0, 2, -2}) {
-        (mConsole.*memberPointer(NavigateHistoryOf()))(direction);
+        partsOf(mConsole).navigateHistory(direction);
     }
     EXPECT_EQ(recorder.failures(),
               std::vector<std::string>(3, "Console:570: direction == 1 || direction == -1"));
     EXPECT_EQ(recorder.messages(), std::vector<std::string>(3, ""));
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"ab", 2}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"ab", 2}));
     EXPECT_EQ(up(), "two");
-    (mConsole.*memberPointer(NavigateHistoryOf()))(0);
+    partsOf(mConsole).navigateHistory(0);
     EXPECT_EQ(historyIndex(mConsole), 0);
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"two", 3}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"two", 3}));
 }
 
 TEST_F(ConsoleHistory, ReportsNothingWhereThereIsNothingToRecall)
@@ -411,11 +390,11 @@ TEST_F(ConsoleHistory, ReportsAnIndexOutsideItsRecords)
     mDriver.type("one\ntwo\nab");
     const AssertRecorder recorder;
     historyIndex(mConsole) = 5;
-    EXPECT_EQ(after(KeyDown), (InputLine{"ab", 2}));
+    EXPECT_EQ(after(KeyDown), (SeenLine{"ab", 2}));
     EXPECT_EQ(recorder.failures(), std::vector<std::string>{"Console:599: prevCmdIdx < cmdBuffSize"});
     EXPECT_EQ(recorder.messages(), std::vector<std::string>{""});
     historyIndex(mConsole) = -2; // one older than that would be the record after the last
-    EXPECT_EQ(after(KeyUp), (InputLine{"ab", 2}));
+    EXPECT_EQ(after(KeyUp), (SeenLine{"ab", 2}));
     EXPECT_EQ(recorder.failures().size(), 2U);
 }
 
@@ -425,9 +404,9 @@ TEST_F(ConsoleHistory, SaysNothingOfItsAssertionsWhereVerificationsAreHidden)
     const AssertRecorder recorder;
     const SilencedVerifications silence;
     historyIndex(mConsole) = 5;
-    EXPECT_EQ(after(KeyDown), (InputLine{"ab", 2}));
-    (mConsole.*memberPointer(NavigateHistoryOf()))(0);
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"ab", 2}));
+    EXPECT_EQ(after(KeyDown), (SeenLine{"ab", 2}));
+    partsOf(mConsole).navigateHistory(0);
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"ab", 2}));
     EXPECT_EQ(recorder.failures(), std::vector<std::string>());
 }
 

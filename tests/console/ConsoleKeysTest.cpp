@@ -1,11 +1,11 @@
 #include "support/AssertRecorder.h"
 #include "support/ConsoleDriver.h"
 #include "support/ConsoleInside.h"
-#include "support/InputLine.h"
 #include "support/KeyTable.h"
 #include "support/LogLine.h"
 #include "support/PrivateMember.h"
 #include "support/ScriptedCommand.h"
+#include "support/SeenLine.h"
 #include "zephyr/common/Angle.h"
 #include "zephyr/console/Console.h"
 
@@ -33,14 +33,6 @@
 #include <thread>
 #include <utility>
 #include <vector>
-
-namespace zephyr::test {
-
-struct InsertTextOf : PrivateMember<InsertTextOf, void (console::Console::*)(const std::u32string&)>
-{};
-template struct Open<InsertTextOf, &console::Console::insertText>;
-
-} // namespace zephyr::test
 
 namespace zephyr::console {
 namespace {
@@ -75,7 +67,7 @@ class ConsoleKeys : public testing::Test
 protected:
     ConsoleKeys() { mConsole.open(); }
 
-    InputLine line() const { return inputLine(mConsole); }
+    SeenLine line() const { return inputLine(mConsole); }
 
     std::size_t bufferSize() const { return inputBuffer(mConsole).size(); }
 
@@ -99,7 +91,7 @@ protected:
         }
     }
 
-    InputLine after(int key, int modifiers = 0)
+    SeenLine after(int key, int modifiers = 0)
     {
         EXPECT_TRUE(mDriver.press(key, modifiers));
         return line();
@@ -136,7 +128,7 @@ TEST_F(ConsoleKeys, BackQuoteOpensAClosedConsole)
     mConsole.close();
     EXPECT_TRUE(mConsole.keyPressed(96, 0, U"`"));
     EXPECT_TRUE(mConsole.isOpen());
-    EXPECT_EQ(line(), (InputLine{"", 0}));
+    EXPECT_EQ(line(), (SeenLine{"", 0}));
 }
 
 TEST_F(ConsoleKeys, BackQuoteClosesAnOpenConsoleAndTypesNothing)
@@ -144,7 +136,7 @@ TEST_F(ConsoleKeys, BackQuoteClosesAnOpenConsoleAndTypesNothing)
     mDriver.type("ab");
     EXPECT_TRUE(mConsole.keyPressed(96, 0, U"`"));
     EXPECT_FALSE(mConsole.isOpen());
-    EXPECT_EQ(line(), (InputLine{"ab", 2}));
+    EXPECT_EQ(line(), (SeenLine{"ab", 2}));
 }
 
 TEST_F(ConsoleKeys, BackQuoteTogglesWhateverModifiersAreHeld)
@@ -162,7 +154,7 @@ TEST_F(ConsoleKeys, OpeningWithTheBackQuoteEmptiesAHalfTypedLine)
     mDriver.type("ab");
     mDriver.press(KeyBackQuote);
     mDriver.press(KeyBackQuote);
-    EXPECT_EQ(line(), (InputLine{"", 0}));
+    EXPECT_EQ(line(), (SeenLine{"", 0}));
 }
 
 TEST_F(ConsoleKeys, OpeningZeroesTheBufferAtTheSizeItHas)
@@ -183,7 +175,7 @@ TEST_F(ConsoleKeys, OpeningAgainByCallZeroesTheBufferAtTheSizeItHas)
     mDriver.press(KeyBackspace);
     mConsole.open();
     EXPECT_EQ(inputBuffer(mConsole), std::u32string(2047, U'\0'));
-    EXPECT_EQ(line(), (InputLine{"", 0}));
+    EXPECT_EQ(line(), (SeenLine{"", 0}));
 }
 
 TEST_F(ConsoleKeys, AClosedConsoleConsumesNoOtherKeyAndChangesNothing)
@@ -198,7 +190,7 @@ TEST_F(ConsoleKeys, AClosedConsoleConsumesNoOtherKeyAndChangesNothing)
     for (const int key : kKeys) {
         for (const int modifiers : {0, kControl}) {
             EXPECT_FALSE(mConsole.keyPressed(key, modifiers, U"z")) << key;
-            EXPECT_EQ(line(), (InputLine{"abc", 2})) << key;
+            EXPECT_EQ(line(), (SeenLine{"abc", 2})) << key;
             EXPECT_EQ(scrollOffset(), 5U) << key;
         }
     }
@@ -213,7 +205,7 @@ TEST_F(ConsoleKeys, ReleasingAKeyOnlyTellsWhetherTheConsoleIsOpen)
     for (const int key : {int(KeyBackQuote), int(KeyBackspace), int(KeyA), int(KeyReturn)}) {
         EXPECT_TRUE(mConsole.keyReleased(key, 0, U"z"));
     }
-    EXPECT_EQ(line(), (InputLine{"ab", 2}));
+    EXPECT_EQ(line(), (SeenLine{"ab", 2}));
     EXPECT_EQ(scrollOffset(), 5U);
     mConsole.close();
     EXPECT_FALSE(mConsole.keyReleased(KeyBackQuote, 0, U"`"));
@@ -260,7 +252,7 @@ TEST_F(ConsoleKeys, AKeyThatTypesNothingChangesNothing)
     for (const int key : {int(KeyA), int(KeyV), int(KeyEscape), int(Qt::Key_Shift), int(Qt::Key_F1), 0, -1}) {
         EXPECT_TRUE(mConsole.keyPressed(key, 0, {}));
         EXPECT_EQ(scrollOffset(), 5U);
-        EXPECT_EQ(line(), (InputLine{"ab", 2}));
+        EXPECT_EQ(line(), (SeenLine{"ab", 2}));
     }
 }
 
@@ -342,7 +334,7 @@ TEST_F(ConsolePaging, PagingIgnoresModifiersAndTypedText)
     EXPECT_EQ(scrollOffset(), 10U);
     EXPECT_TRUE(mConsole.keyPressed(KeyPageDown, kControl | kShift, U"z"));
     EXPECT_EQ(scrollOffset(), 0U);
-    EXPECT_EQ(line(), (InputLine{"", 0}));
+    EXPECT_EQ(line(), (SeenLine{"", 0}));
 }
 
 TEST_F(ConsolePaging, AWindowOfNoSizeHasPagesOfNoLines)
@@ -369,43 +361,43 @@ TEST_F(ConsolePaging, AWindowLargerThanTheLogDoesNotScroll)
 TEST_F(ConsoleKeys, TypingAppendsAndMovesTheCursor)
 {
     EXPECT_TRUE(typeOne(U"a"));
-    EXPECT_EQ(line(), (InputLine{"a", 1}));
+    EXPECT_EQ(line(), (SeenLine{"a", 1}));
     EXPECT_TRUE(typeOne(U"b"));
-    EXPECT_EQ(line(), (InputLine{"ab", 2}));
+    EXPECT_EQ(line(), (SeenLine{"ab", 2}));
 }
 
 TEST_F(ConsoleKeys, TypingInTheMiddleInserts)
 {
     showLine("abc", 1);
     typeOne(U"x");
-    EXPECT_EQ(line(), (InputLine{"axbc", 2}));
+    EXPECT_EQ(line(), (SeenLine{"axbc", 2}));
     typeOne(U"y");
-    EXPECT_EQ(line(), (InputLine{"axybc", 3}));
+    EXPECT_EQ(line(), (SeenLine{"axybc", 3}));
 }
 
 TEST_F(ConsoleKeys, TypingAtTheStartInserts)
 {
     showLine("abc", 0);
     typeOne(U"x");
-    EXPECT_EQ(line(), (InputLine{"xabc", 1}));
+    EXPECT_EQ(line(), (SeenLine{"xabc", 1}));
 }
 
 TEST_F(ConsoleKeys, AKeyTypesItsFirstCodePointOnly)
 {
     EXPECT_TRUE(typeOne(U"xy"));
-    EXPECT_EQ(line(), (InputLine{"x", 1}));
+    EXPECT_EQ(line(), (SeenLine{"x", 1}));
     mDriver.press(KeyHome);
     EXPECT_TRUE(typeOne(U"yz"));
-    EXPECT_EQ(line(), (InputLine{"yx", 1}));
+    EXPECT_EQ(line(), (SeenLine{"yx", 1}));
 }
 
 TEST_F(ConsoleKeys, ACodePointIsOneStepWhateverItLooksLike)
 {
     mDriver.type("e\u0301\U0001F680"); // e, a combining acute accent, a rocket
-    EXPECT_EQ(line(), (InputLine{"e\u0301\U0001F680", 3}));
-    EXPECT_EQ(after(KeyLeft), (InputLine{"e\u0301\U0001F680", 2}));
-    EXPECT_EQ(after(KeyBackspace), (InputLine{"e\U0001F680", 1}));
-    EXPECT_EQ(after(KeyDelete), (InputLine{"e", 1}));
+    EXPECT_EQ(line(), (SeenLine{"e\u0301\U0001F680", 3}));
+    EXPECT_EQ(after(KeyLeft), (SeenLine{"e\u0301\U0001F680", 2}));
+    EXPECT_EQ(after(KeyBackspace), (SeenLine{"e\U0001F680", 1}));
+    EXPECT_EQ(after(KeyDelete), (SeenLine{"e", 1}));
 }
 
 TEST_F(ConsoleKeys, NoCodePointIsFiltered)
@@ -424,7 +416,7 @@ TEST_F(ConsoleKeys, TextTypesWhateverModifiersAreHeld)
     EXPECT_TRUE(mConsole.keyPressed(KeyA, kShift, U"A"));
     EXPECT_TRUE(mConsole.keyPressed(KeyA, kControl, U"b"));
     EXPECT_TRUE(mConsole.keyPressed(KeyA, kEveryModifierButControl, U"c"));
-    EXPECT_EQ(line(), (InputLine{"Abc", 3}));
+    EXPECT_EQ(line(), (SeenLine{"Abc", 3}));
 }
 
 TEST_F(ConsoleKeys, AKeyWithAMeaningDoesNotTypeItsText)
@@ -434,7 +426,7 @@ TEST_F(ConsoleKeys, AKeyWithAMeaningDoesNotTypeItsText)
         const bool types = key == KeyA || key == KeyEscape;
         if (!types) {
             mConsole.keyPressed(key, kControl, U"z");
-            EXPECT_EQ(line(), (InputLine{"", 0})) << key;
+            EXPECT_EQ(line(), (SeenLine{"", 0})) << key;
         }
     }
     EXPECT_EQ(inputBuffer(mConsole), std::u32string(kBufferSize, U'\0'));
@@ -447,13 +439,13 @@ TEST_F(ConsoleKeys, CtrlVPastesTheClipboard)
     copy(U"pasted");
     showLine("ab", 1);
     EXPECT_TRUE(mConsole.keyPressed(KeyV, kControl, U"\x16"));
-    EXPECT_EQ(line(), (InputLine{"apastedb", 7}));
+    EXPECT_EQ(line(), (SeenLine{"apastedb", 7}));
 }
 
 TEST_F(ConsoleKeys, PastingFiltersNothing)
 {
     copy(U"a\n\tb\U0001F680");
-    EXPECT_EQ(after(KeyV, kControl), (InputLine{"a\n\tb\U0001F680", 5}));
+    EXPECT_EQ(after(KeyV, kControl), (SeenLine{"a\n\tb\U0001F680", 5}));
     EXPECT_EQ(mDriver.log(), std::vector<std::string>());
 }
 
@@ -461,13 +453,13 @@ TEST_F(ConsoleKeys, PastingAnEmptyClipboardTypesNothing)
 {
     QGuiApplication::clipboard()->clear();
     mDriver.type("ab");
-    EXPECT_EQ(after(KeyV, kControl), (InputLine{"ab", 2}));
+    EXPECT_EQ(after(KeyV, kControl), (SeenLine{"ab", 2}));
 }
 
 TEST_F(ConsoleKeys, CtrlWithOtherModifiersPastesToo)
 {
     copy(U"p");
-    EXPECT_EQ(after(KeyV, kControl | kEveryModifierButControl), (InputLine{"p", 1}));
+    EXPECT_EQ(after(KeyV, kControl | kEveryModifierButControl), (SeenLine{"p", 1}));
 }
 
 TEST_F(ConsoleKeys, VWithoutCtrlIsTyped)
@@ -475,7 +467,7 @@ TEST_F(ConsoleKeys, VWithoutCtrlIsTyped)
     copy(U"pasted");
     EXPECT_TRUE(mConsole.keyPressed(KeyV, 0, U"v"));
     EXPECT_TRUE(mConsole.keyPressed(KeyV, kEveryModifierButControl, U"V"));
-    EXPECT_EQ(line(), (InputLine{"vV", 2}));
+    EXPECT_EQ(line(), (SeenLine{"vV", 2}));
 }
 
 TEST_F(ConsoleKeys, PastingMoreThanFitsKeepsWhatFitted)
@@ -515,7 +507,7 @@ TEST_F(ConsoleKeys, NoLockIsHeldWhileTheClipboardAnswers)
         ++asked;
         EXPECT_NO_THROW(mConsole.snapshot());
     }));
-    EXPECT_EQ(after(KeyV, kControl), (InputLine{"late", 4}));
+    EXPECT_EQ(after(KeyV, kControl), (SeenLine{"late", 4}));
     QGuiApplication::clipboard()->clear();
     EXPECT_GT(asked, 0);
 }
@@ -525,21 +517,21 @@ TEST_F(ConsoleKeys, NoLockIsHeldWhileTheClipboardAnswers)
 TEST_F(ConsoleKeys, LeftAndRightMoveByOneCodePointAndStopAtTheEnds)
 {
     showLine("ab", 0);
-    EXPECT_EQ(after(KeyLeft), (InputLine{"ab", 0}));
-    EXPECT_EQ(after(KeyRight), (InputLine{"ab", 1}));
-    EXPECT_EQ(after(KeyRight), (InputLine{"ab", 2}));
-    EXPECT_EQ(after(KeyRight), (InputLine{"ab", 2}));
-    EXPECT_EQ(after(KeyLeft), (InputLine{"ab", 1}));
-    EXPECT_EQ(after(KeyLeft), (InputLine{"ab", 0}));
+    EXPECT_EQ(after(KeyLeft), (SeenLine{"ab", 0}));
+    EXPECT_EQ(after(KeyRight), (SeenLine{"ab", 1}));
+    EXPECT_EQ(after(KeyRight), (SeenLine{"ab", 2}));
+    EXPECT_EQ(after(KeyRight), (SeenLine{"ab", 2}));
+    EXPECT_EQ(after(KeyLeft), (SeenLine{"ab", 1}));
+    EXPECT_EQ(after(KeyLeft), (SeenLine{"ab", 0}));
 }
 
 TEST_F(ConsoleKeys, HomeAndEndGoToTheEnds)
 {
     showLine("abc", 1);
-    EXPECT_EQ(after(KeyHome), (InputLine{"abc", 0}));
-    EXPECT_EQ(after(KeyEnd), (InputLine{"abc", 3}));
-    EXPECT_EQ(after(KeyHome, kControl), (InputLine{"abc", 0}));
-    EXPECT_EQ(after(KeyEnd, kControl), (InputLine{"abc", 3}));
+    EXPECT_EQ(after(KeyHome), (SeenLine{"abc", 0}));
+    EXPECT_EQ(after(KeyEnd), (SeenLine{"abc", 3}));
+    EXPECT_EQ(after(KeyHome, kControl), (SeenLine{"abc", 0}));
+    EXPECT_EQ(after(KeyEnd, kControl), (SeenLine{"abc", 3}));
 }
 
 TEST_F(ConsoleKeys, OnlyCtrlMovesByWords)
@@ -570,7 +562,7 @@ TEST_P(ConsoleWords, CtrlRightGoesToTheNextWord)
 {
     for (unsigned pos = 0; pos < GetParam().next.size(); ++pos) {
         showLine(GetParam().line, pos);
-        EXPECT_EQ(after(KeyRight, kControl), (InputLine{GetParam().line, GetParam().next[pos]})) << pos;
+        EXPECT_EQ(after(KeyRight, kControl), (SeenLine{GetParam().line, GetParam().next[pos]})) << pos;
     }
 }
 
@@ -578,7 +570,7 @@ TEST_P(ConsoleWords, CtrlLeftGoesToTheStartOfAWord)
 {
     for (unsigned pos = 0; pos < GetParam().previous.size(); ++pos) {
         showLine(GetParam().line, pos);
-        EXPECT_EQ(after(KeyLeft, kControl), (InputLine{GetParam().line, GetParam().previous[pos]})) << pos;
+        EXPECT_EQ(after(KeyLeft, kControl), (SeenLine{GetParam().line, GetParam().previous[pos]})) << pos;
     }
 }
 
@@ -590,7 +582,7 @@ TEST_P(ConsoleWords, CtrlDeleteErasesUpToTheNextWord)
         const std::size_t size = bufferSize();
         const unsigned count = GetParam().next[pos] - pos;
         const std::u32string rest = text.substr(0, pos) + text.substr(pos + count);
-        EXPECT_EQ(after(KeyDelete, kControl), (InputLine{StringUtil::toString(rest), pos})) << pos;
+        EXPECT_EQ(after(KeyDelete, kControl), (SeenLine{StringUtil::toString(rest), pos})) << pos;
         EXPECT_EQ(bufferSize(), size - count);
     }
 }
@@ -603,7 +595,7 @@ TEST_P(ConsoleWords, CtrlBackspaceErasesBackToTheStartOfAWord)
         const std::size_t size = bufferSize();
         const unsigned start = GetParam().previous[pos];
         const std::u32string rest = text.substr(0, start) + text.substr(pos);
-        EXPECT_EQ(after(KeyBackspace, kControl), (InputLine{StringUtil::toString(rest), start})) << pos;
+        EXPECT_EQ(after(KeyBackspace, kControl), (SeenLine{StringUtil::toString(rest), start})) << pos;
         EXPECT_EQ(bufferSize(), size - (pos - start));
     }
 }
@@ -642,16 +634,16 @@ TEST_F(ConsoleKeys, EveryOtherCodePointSeparatesWords)
 TEST_F(ConsoleKeys, TheUnderscoreSeparatesWords)
 {
     showLine("abc_def", 0);
-    EXPECT_EQ(after(KeyRight, kControl), (InputLine{"abc_def", 4}));
+    EXPECT_EQ(after(KeyRight, kControl), (SeenLine{"abc_def", 4}));
 }
 
 TEST_F(ConsoleKeys, WordKeysWorkAlongALineOfThreeWords)
 {
     showLine("set foo bar", 11);
-    EXPECT_EQ(after(KeyBackspace, kControl), (InputLine{"set foo ", 8}));
-    EXPECT_EQ(after(KeyLeft, kControl), (InputLine{"set foo ", 4}));
+    EXPECT_EQ(after(KeyBackspace, kControl), (SeenLine{"set foo ", 8}));
+    EXPECT_EQ(after(KeyLeft, kControl), (SeenLine{"set foo ", 4}));
     mDriver.press(KeyHome);
-    EXPECT_EQ(after(KeyRight, kControl), (InputLine{"set foo ", 4}));
+    EXPECT_EQ(after(KeyRight, kControl), (SeenLine{"set foo ", 4}));
 }
 
 // Erasing
@@ -659,28 +651,28 @@ TEST_F(ConsoleKeys, WordKeysWorkAlongALineOfThreeWords)
 TEST_F(ConsoleKeys, BackspaceErasesBeforeTheCursor)
 {
     showLine("abc", 2);
-    EXPECT_EQ(after(KeyBackspace), (InputLine{"ac", 1}));
-    EXPECT_EQ(after(KeyBackspace), (InputLine{"c", 0}));
-    EXPECT_EQ(after(KeyBackspace), (InputLine{"c", 0}));
-    EXPECT_EQ(after(KeyBackspace, kControl), (InputLine{"c", 0}));
+    EXPECT_EQ(after(KeyBackspace), (SeenLine{"ac", 1}));
+    EXPECT_EQ(after(KeyBackspace), (SeenLine{"c", 0}));
+    EXPECT_EQ(after(KeyBackspace), (SeenLine{"c", 0}));
+    EXPECT_EQ(after(KeyBackspace, kControl), (SeenLine{"c", 0}));
 }
 
 TEST_F(ConsoleKeys, DeleteErasesAfterTheCursor)
 {
     showLine("abc", 1);
-    EXPECT_EQ(after(KeyDelete), (InputLine{"ac", 1}));
-    EXPECT_EQ(after(KeyDelete), (InputLine{"a", 1}));
-    EXPECT_EQ(after(KeyDelete), (InputLine{"a", 1}));
-    EXPECT_EQ(after(KeyDelete, kControl), (InputLine{"a", 1}));
+    EXPECT_EQ(after(KeyDelete), (SeenLine{"ac", 1}));
+    EXPECT_EQ(after(KeyDelete), (SeenLine{"a", 1}));
+    EXPECT_EQ(after(KeyDelete), (SeenLine{"a", 1}));
+    EXPECT_EQ(after(KeyDelete, kControl), (SeenLine{"a", 1}));
 }
 
 TEST_F(ConsoleKeys, OnlyCtrlErasesWords)
 {
     showLine("foo bar", 4);
-    EXPECT_EQ(after(KeyDelete, kEveryModifierButControl), (InputLine{"foo ar", 4}));
-    EXPECT_EQ(after(KeyBackspace, kEveryModifierButControl), (InputLine{"fooar", 3}));
-    EXPECT_EQ(after(KeyBackspace, kControl | kEveryModifierButControl), (InputLine{"ar", 0}));
-    EXPECT_EQ(after(KeyDelete, kControl | kEveryModifierButControl), (InputLine{"", 0}));
+    EXPECT_EQ(after(KeyDelete, kEveryModifierButControl), (SeenLine{"foo ar", 4}));
+    EXPECT_EQ(after(KeyBackspace, kEveryModifierButControl), (SeenLine{"fooar", 3}));
+    EXPECT_EQ(after(KeyBackspace, kControl | kEveryModifierButControl), (SeenLine{"ar", 0}));
+    EXPECT_EQ(after(KeyDelete, kControl | kEveryModifierButControl), (SeenLine{"", 0}));
 }
 
 // The buffer and its limit
@@ -716,7 +708,7 @@ TEST_F(ConsoleKeys, EachErasureShrinksTheBuffer)
     EXPECT_EQ(bufferSize(), kBufferSize - 6);
     mDriver.press(KeyDelete, kControl);
     EXPECT_EQ(bufferSize(), kBufferSize - 8);
-    EXPECT_EQ(line(), (InputLine{"baz", 0}));
+    EXPECT_EQ(line(), (SeenLine{"baz", 0}));
 }
 
 TEST_F(ConsoleKeys, KeysThatDoNotEditLeaveTheBufferSize)
@@ -750,11 +742,11 @@ TEST_F(ConsoleKeys, ThreeErasuresLowerTheLimitByThree)
     for (int i = 0; i < 3; ++i) {
         mDriver.press(KeyBackspace);
     }
-    EXPECT_EQ(line(), (InputLine{"", 0}));
+    EXPECT_EQ(line(), (SeenLine{"", 0}));
     EXPECT_EQ(bufferSize(), 2045U);
     type(2045);
     EXPECT_TRUE(isFull());
-    EXPECT_EQ(line(), (InputLine{std::string(2045, 'x'), 2045}));
+    EXPECT_EQ(line(), (SeenLine{std::string(2045, 'x'), 2045}));
 }
 
 TEST_F(ConsoleKeys, AnInsertionRaisesTheLimitByOne)
@@ -796,7 +788,7 @@ TEST_F(ConsoleKeys, ABufferErasedAwayRefusesEverything)
     type(kBufferSize);
     mDriver.press(KeyBackspace, kControl);
     EXPECT_EQ(bufferSize(), 0U);
-    EXPECT_EQ(line(), (InputLine{"", 0}));
+    EXPECT_EQ(line(), (SeenLine{"", 0}));
     EXPECT_TRUE(isFull());
     mConsole.open();
     EXPECT_TRUE(isFull());
@@ -817,14 +809,13 @@ TEST_F(ConsoleKeys, ARefusedCodePointLeavesAsDeadlockError)
 
 TEST_F(ConsoleKeys, InsertingNothingOrWhileClosedChangesNothing)
 {
-    const auto insert = memberPointer(InsertTextOf());
     type(2);
     const std::u32string before = inputBuffer(mConsole);
-    (mConsole.*insert)(U"");
-    EXPECT_EQ(line(), (InputLine{"xx", 2}));
+    partsOf(mConsole).insertText(U"");
+    EXPECT_EQ(line(), (SeenLine{"xx", 2}));
     mConsole.close();
-    (mConsole.*insert)(U"y");
-    EXPECT_EQ(line(), (InputLine{"xx", 2}));
+    partsOf(mConsole).insertText(U"y");
+    EXPECT_EQ(line(), (SeenLine{"xx", 2}));
     EXPECT_EQ(inputBuffer(mConsole), before);
 }
 
@@ -835,7 +826,7 @@ TEST_F(ConsoleKeys, ARefusedCodePointChangesNeitherLineNorBufferNorLog)
     EXPECT_TRUE(isFull());
     EXPECT_TRUE(isFull());
     EXPECT_EQ(inputBuffer(mConsole), before);
-    EXPECT_EQ(line(), (InputLine{std::string(kBufferSize, 'x'), kBufferSize}));
+    EXPECT_EQ(line(), (SeenLine{std::string(kBufferSize, 'x'), kBufferSize}));
     EXPECT_EQ(mDriver.log(), std::vector<std::string>());
 }
 
@@ -889,7 +880,7 @@ TEST_F(ConsoleKeys, ReturnAndEnterSubmitTheLine)
         mDriver.type("note a b");
         EXPECT_TRUE(mConsole.keyPressed(key, kControl | kShift, U"\r"));
         EXPECT_EQ(ran, (std::vector<std::vector<std::u32string>>{{U"note", U"a", U"b"}}));
-        EXPECT_EQ(line(), (InputLine{"", 0}));
+        EXPECT_EQ(line(), (SeenLine{"", 0}));
     }
     EXPECT_EQ(logLines(mConsole), Lines({echo("note a b"), output(""), echo("note a b"), output("")}));
 }
@@ -899,24 +890,24 @@ TEST_F(ConsoleKeys, TheWholeLineIsSubmittedWhereverTheCursorIs)
     showLine("no such", 3);
     EXPECT_TRUE(mDriver.press(KeyReturn));
     EXPECT_EQ(logLines(mConsole), Lines({echo("no such"), output(notRecognized("no")), output("")}));
-    EXPECT_EQ(line(), (InputLine{"", 0}));
+    EXPECT_EQ(line(), (SeenLine{"", 0}));
 }
 
 TEST_F(ConsoleKeys, AnEmptyLineIsEchoedAndNothingElse)
 {
     EXPECT_TRUE(mDriver.press(KeyReturn));
     EXPECT_EQ(logLines(mConsole), Lines({echo("")}));
-    EXPECT_EQ(line(), (InputLine{"", 0}));
+    EXPECT_EQ(line(), (SeenLine{"", 0}));
 }
 
 TEST_F(ConsoleKeys, TheLineIsStillShownWhileItsCommandRuns)
 {
-    InputLine during{};
+    SeenLine during{};
     addCommand(mConsole, U"note").onExecute = [&during](const ConsoleArgs&, Console& console) {
         during = inputLine(console);
     };
     mDriver.type("note a\n");
-    EXPECT_EQ(during, (InputLine{"note a", 6}));
+    EXPECT_EQ(during, (SeenLine{"note a", 6}));
 }
 
 TEST_F(ConsoleKeys, NoLockIsHeldWhileACommandRuns)
@@ -935,7 +926,7 @@ TEST_F(ConsoleKeys, WhatACommandThrowsLeavesThroughTheKey)
     addCommand(mConsole, U"note").onExecute = [](const ConsoleArgs&, Console&) { throw 7; };
     mDriver.type("note");
     EXPECT_THROW(mDriver.press(KeyReturn), int);
-    EXPECT_EQ(line(), (InputLine{"note", 4}));
+    EXPECT_EQ(line(), (SeenLine{"note", 4}));
     EXPECT_NO_THROW(mConsole.snapshot());
 }
 

@@ -492,7 +492,9 @@ TEST_F(ConsoleScrolling, TakesThePageFromTheHeightNotTheWidth)
 
 TEST_F(ConsoleScrolling, SurvivesTheLargestWindowAndTheSmallestFont)
 {
-    test::sharedFont(mConsole)->setPixelSize(1);
+    QFont smallest;
+    smallest.setPixelSize(1);
+    test::setFont(mConsole, smallest);
     fillLogTo(30);
     mConsole.setWindowSize({0xFFFFFFFFU, 0xFFFFFFFFU});
     press(Qt::Key_PageUp);

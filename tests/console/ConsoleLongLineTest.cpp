@@ -1,9 +1,9 @@
 #include "support/ConsoleDriver.h"
 #include "support/ConsoleInside.h"
-#include "support/InputLine.h"
 #include "support/InputLineModel.h"
 #include "support/KeyTable.h"
 #include "support/ScriptedCommand.h"
+#include "support/SeenLine.h"
 #include "zephyr/console/Console.h"
 
 #include <QClipboard>
@@ -60,7 +60,7 @@ protected:
         ASSERT_EQ(bufferSize(), size);
     }
 
-    InputLine after(int key, int modifiers = 0)
+    SeenLine after(int key, int modifiers = 0)
     {
         EXPECT_TRUE(mDriver.press(key, modifiers));
         return inputLine(mConsole);
@@ -77,8 +77,8 @@ protected:
 TEST_F(ConsoleLongLine, ARecalledLineShowsWhatTheBufferHolds)
 {
     recallInBufferOf(4, "nosuch abc");
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"nosu", 10}));
-    EXPECT_EQ(inputLine(mConsole.snapshot()), (InputLine{"nosu", 10}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"nosu", 10}));
+    EXPECT_EQ(inputLine(mConsole.snapshot()), (SeenLine{"nosu", 10}));
     EXPECT_EQ(bufferSize(), 4U);
 }
 
@@ -87,36 +87,36 @@ TEST_F(ConsoleLongLine, ACompletedLineShowsWhatTheBufferHolds)
     shrinkBufferTo(6);
     mDriver.type("cmd a");
     EXPECT_FALSE(mDriver.press(KeyTab));
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"cmd al", 12}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"cmd al", 12}));
     EXPECT_TRUE(mDriver.press(KeyTab));
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"cmd be", 6}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"cmd be", 6}));
     EXPECT_TRUE(mDriver.press(KeyBacktab));
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"cmd al", 12}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"cmd al", 12}));
     EXPECT_EQ(bufferSize(), 6U);
 }
 
 TEST_F(ConsoleLongLine, NothingIsSeenOfALineInABufferOfNothing)
 {
     recallInBufferOf(0, "nosuch");
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"", 6}));
-    EXPECT_EQ(after(KeyLeft), (InputLine{"", 5}));
-    EXPECT_EQ(after(KeyBackspace), (InputLine{"", 4}));
-    EXPECT_EQ(after(KeyDelete), (InputLine{"", 4}));
-    EXPECT_EQ(after(KeyEnd), (InputLine{"", 4}));
-    EXPECT_EQ(after(KeyLeft, kControl), (InputLine{"", 0}));
-    EXPECT_EQ(after(KeyReturn), (InputLine{"", 0}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"", 6}));
+    EXPECT_EQ(after(KeyLeft), (SeenLine{"", 5}));
+    EXPECT_EQ(after(KeyBackspace), (SeenLine{"", 4}));
+    EXPECT_EQ(after(KeyDelete), (SeenLine{"", 4}));
+    EXPECT_EQ(after(KeyEnd), (SeenLine{"", 4}));
+    EXPECT_EQ(after(KeyLeft, kControl), (SeenLine{"", 0}));
+    EXPECT_EQ(after(KeyReturn), (SeenLine{"", 0}));
 }
 
 TEST_F(ConsoleLongLine, TypingAtItsEndIsRefused)
 {
     recallInBufferOf(4, "nosuch");
     EXPECT_TRUE(refuses(U'x'));
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"nosu", 6}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"nosu", 6}));
     mDriver.press(KeyLeft);
     EXPECT_TRUE(refuses(U'x'));
     mDriver.press(KeyLeft);
     EXPECT_TRUE(refuses(U'x'));
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"nosu", 4}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"nosu", 4}));
     EXPECT_EQ(bufferSize(), 4U);
 }
 
@@ -127,7 +127,7 @@ TEST_F(ConsoleLongLine, ARefusedCodePointKeepsTheCompletionInProgress)
     mDriver.press(KeyTab);
     EXPECT_TRUE(refuses(U'x'));
     EXPECT_TRUE(mDriver.press(KeyTab));
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"cmd be", 6}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"cmd be", 6}));
 }
 
 TEST_F(ConsoleLongLine, TypingWithinTheBufferInserts)
@@ -135,20 +135,20 @@ TEST_F(ConsoleLongLine, TypingWithinTheBufferInserts)
     recallInBufferOf(4, "nosuch");
     mDriver.press(KeyHome);
     EXPECT_FALSE(refuses(U'x'));
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"xnosu", 1}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"xnosu", 1}));
     EXPECT_EQ(bufferSize(), 5U);
-    EXPECT_EQ(after(KeyEnd), (InputLine{"xnosu", 7}));
+    EXPECT_EQ(after(KeyEnd), (SeenLine{"xnosu", 7}));
 }
 
 TEST_F(ConsoleLongLine, BackspaceBeyondTheBufferShortensTheLineOnly)
 {
     recallInBufferOf(4, "nosuch");
-    EXPECT_EQ(after(KeyBackspace), (InputLine{"nosu", 5}));
-    EXPECT_EQ(after(KeyBackspace), (InputLine{"nosu", 4}));
+    EXPECT_EQ(after(KeyBackspace), (SeenLine{"nosu", 5}));
+    EXPECT_EQ(after(KeyBackspace), (SeenLine{"nosu", 4}));
     EXPECT_EQ(bufferSize(), 4U);
-    EXPECT_EQ(after(KeyBackspace), (InputLine{"nos", 3}));
+    EXPECT_EQ(after(KeyBackspace), (SeenLine{"nos", 3}));
     EXPECT_EQ(bufferSize(), 3U);
-    EXPECT_EQ(after(KeyEnd), (InputLine{"nos", 3}));
+    EXPECT_EQ(after(KeyEnd), (SeenLine{"nos", 3}));
 }
 
 TEST_F(ConsoleLongLine, DeleteBeyondTheBufferShortensTheLineOnly)
@@ -156,37 +156,37 @@ TEST_F(ConsoleLongLine, DeleteBeyondTheBufferShortensTheLineOnly)
     recallInBufferOf(4, "nosuch");
     mDriver.press(KeyLeft);
     mDriver.press(KeyLeft);
-    EXPECT_EQ(after(KeyDelete), (InputLine{"nosu", 4}));
+    EXPECT_EQ(after(KeyDelete), (SeenLine{"nosu", 4}));
     EXPECT_EQ(bufferSize(), 4U);
-    EXPECT_EQ(after(KeyEnd), (InputLine{"nosu", 5}));
+    EXPECT_EQ(after(KeyEnd), (SeenLine{"nosu", 5}));
 }
 
 TEST_F(ConsoleLongLine, DeleteWithinTheBufferErasesWhatIsSeen)
 {
     recallInBufferOf(4, "nosuch");
     mDriver.press(KeyHome);
-    EXPECT_EQ(after(KeyDelete), (InputLine{"osu", 0}));
+    EXPECT_EQ(after(KeyDelete), (SeenLine{"osu", 0}));
     EXPECT_EQ(bufferSize(), 3U);
-    EXPECT_EQ(after(KeyEnd), (InputLine{"osu", 5}));
+    EXPECT_EQ(after(KeyEnd), (SeenLine{"osu", 5}));
 }
 
 TEST_F(ConsoleLongLine, CtrlBackspaceErasesBackToAWordThatIsSeen)
 {
     recallInBufferOf(5, "no such");
-    EXPECT_EQ(after(KeyBackspace, kControl), (InputLine{"no ", 3}));
+    EXPECT_EQ(after(KeyBackspace, kControl), (SeenLine{"no ", 3}));
     EXPECT_EQ(bufferSize(), 3U);
-    EXPECT_EQ(after(KeyEnd), (InputLine{"no ", 3}));
+    EXPECT_EQ(after(KeyEnd), (SeenLine{"no ", 3}));
 }
 
 TEST_F(ConsoleLongLine, CtrlDeleteAtTheBuffersEndErasesNothing)
 {
     recallInBufferOf(4, "nosuch");
     mDriver.press(KeyLeft);
-    EXPECT_EQ(after(KeyDelete, kControl), (InputLine{"nosu", 5}));
+    EXPECT_EQ(after(KeyDelete, kControl), (SeenLine{"nosu", 5}));
     mDriver.press(KeyLeft);
-    EXPECT_EQ(after(KeyDelete, kControl), (InputLine{"nosu", 4}));
+    EXPECT_EQ(after(KeyDelete, kControl), (SeenLine{"nosu", 4}));
     EXPECT_EQ(bufferSize(), 4U);
-    EXPECT_EQ(after(KeyEnd), (InputLine{"nosu", 6}));
+    EXPECT_EQ(after(KeyEnd), (SeenLine{"nosu", 6}));
 }
 
 TEST_F(ConsoleLongLine, CtrlDeleteErasesToTheBuffersEnd)
@@ -194,18 +194,18 @@ TEST_F(ConsoleLongLine, CtrlDeleteErasesToTheBuffersEnd)
     recallInBufferOf(5, "no such");
     mDriver.press(KeyHome);
     mDriver.press(KeyRight, kControl);
-    EXPECT_EQ(after(KeyDelete, kControl), (InputLine{"no ", 3}));
+    EXPECT_EQ(after(KeyDelete, kControl), (SeenLine{"no ", 3}));
     EXPECT_EQ(bufferSize(), 3U);
-    EXPECT_EQ(after(KeyEnd), (InputLine{"no ", 5}));
+    EXPECT_EQ(after(KeyEnd), (SeenLine{"no ", 5}));
 }
 
 TEST_F(ConsoleLongLine, CtrlMovesLookAtWhatIsSeen)
 {
     recallInBufferOf(5, "no such");
-    EXPECT_EQ(after(KeyLeft, kControl), (InputLine{"no su", 3}));
-    EXPECT_EQ(after(KeyRight, kControl), (InputLine{"no su", 5}));
-    EXPECT_EQ(after(KeyEnd), (InputLine{"no su", 7}));
-    EXPECT_EQ(after(KeyRight, kControl), (InputLine{"no su", 5}));
+    EXPECT_EQ(after(KeyLeft, kControl), (SeenLine{"no su", 3}));
+    EXPECT_EQ(after(KeyRight, kControl), (SeenLine{"no su", 5}));
+    EXPECT_EQ(after(KeyEnd), (SeenLine{"no su", 7}));
+    EXPECT_EQ(after(KeyRight, kControl), (SeenLine{"no su", 5}));
 }
 
 TEST_F(ConsoleLongLine, RightStopsAtTheLinesOwnEnd)
@@ -213,7 +213,7 @@ TEST_F(ConsoleLongLine, RightStopsAtTheLinesOwnEnd)
     recallInBufferOf(2, "four");
     mDriver.press(KeyHome);
     for (const unsigned cursor : {1U, 2U, 3U, 4U, 4U}) {
-        EXPECT_EQ(after(KeyRight), (InputLine{"fo", cursor}));
+        EXPECT_EQ(after(KeyRight), (SeenLine{"fo", cursor}));
     }
 }
 
@@ -221,17 +221,17 @@ TEST_F(ConsoleLongLine, EnterSubmitsWhatIsSeen)
 {
     recallInBufferOf(4, "nosuch");
     const std::size_t before = mDriver.log().size();
-    EXPECT_EQ(after(KeyReturn), (InputLine{"", 0}));
+    EXPECT_EQ(after(KeyReturn), (SeenLine{"", 0}));
     EXPECT_EQ(mDriver.log().at(before), "nosu");
-    EXPECT_EQ(after(KeyUp), (InputLine{"nosu", 4}));
-    EXPECT_EQ(after(KeyUp), (InputLine{"nosu", 6}));
+    EXPECT_EQ(after(KeyUp), (SeenLine{"nosu", 4}));
+    EXPECT_EQ(after(KeyUp), (SeenLine{"nosu", 6}));
 }
 
 TEST_F(ConsoleLongLine, TabCompletesWhatIsSeen)
 {
     recallInBufferOf(6, "cmd x a");
     EXPECT_FALSE(mDriver.press(KeyTab));
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"cmd x ", 14}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"cmd x ", 14}));
 }
 
 TEST_F(ConsoleLongLine, PastingAtItsEndIsRefused)
@@ -239,16 +239,16 @@ TEST_F(ConsoleLongLine, PastingAtItsEndIsRefused)
     copyToClipboard();
     recallInBufferOf(4, "nosuch");
     EXPECT_FALSE(pressOrRefuse(mConsole, KeyV, kControl, {}).has_value());
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"nosu", 6}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"nosu", 6}));
 }
 
 TEST_F(ConsoleLongLine, OpeningEmptiesTheLineAndKeepsTheBuffer)
 {
     recallInBufferOf(4, "nosuch");
     mDriver.press(KeyBackQuote);
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"nosu", 6}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"nosu", 6}));
     mDriver.press(KeyBackQuote);
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"", 0}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"", 0}));
     EXPECT_EQ(inputBuffer(mConsole), std::u32string(4, U'\0'));
 }
 

@@ -3,9 +3,9 @@
 #include "support/AssertRecorder.h"
 #include "support/ConsoleDriver.h"
 #include "support/ConsoleInside.h"
-#include "support/InputLine.h"
 #include "support/KeyTable.h"
 #include "support/LogLine.h"
+#include "support/SeenLine.h"
 #include "zephyr/common/Angle.h"
 #include "zephyr/common/Color.h"
 #include "zephyr/console/Console.h"
@@ -132,7 +132,7 @@ TEST_F(ConsoleSnapshots, OfAFreshConsoleHoldTheStartUpLinesAndNothingElse)
 {
     const ConsoleSnapshot snapshot = mConsole.snapshot();
     expectEntriesEqual(snapshot.lines(), {{U"Zephyr Console:", Output, 0}, {U"", Output, 0}});
-    EXPECT_EQ(inputLine(snapshot), (InputLine{"", 0}));
+    EXPECT_EQ(inputLine(snapshot), (SeenLine{"", 0}));
     EXPECT_EQ(snapshot.scrollOffset(), 0U);
 }
 
@@ -189,12 +189,12 @@ TEST_F(ConsoleSnapshots, FollowTheInputLineAndItsCursor)
     const std::vector<int> keys = {KeyLeft,  KeyBackspace, KeyHome,   KeyDelete,
                                    KeyRight, KeyEnd,       KeyReturn, KeyUp};
     mDriver.type("abcd");
-    EXPECT_EQ(inputLine(mConsole.snapshot()), (InputLine{"abcd", 4}));
+    EXPECT_EQ(inputLine(mConsole.snapshot()), (SeenLine{"abcd", 4}));
     for (const int key : keys) {
         mDriver.press(key);
         EXPECT_EQ(inputLine(mConsole.snapshot()), inputLine(mConsole)) << key;
     }
-    EXPECT_EQ(inputLine(mConsole.snapshot()), (InputLine{"bd", 2}));
+    EXPECT_EQ(inputLine(mConsole.snapshot()), (SeenLine{"bd", 2}));
 }
 
 TEST_F(ConsoleSnapshots, HoldNothingOfTheBufferBeyondTheInput)
@@ -212,7 +212,7 @@ TEST_F(ConsoleSnapshots, ShowTheKeptInputOfAClosedConsole)
     mConsole.open();
     mDriver.type("ab");
     mConsole.close();
-    EXPECT_EQ(inputLine(mConsole.snapshot()), (InputLine{"ab", 2}));
+    EXPECT_EQ(inputLine(mConsole.snapshot()), (SeenLine{"ab", 2}));
 }
 
 TEST_F(ConsoleSnapshots, CarryTheScrollOffset)
@@ -243,7 +243,7 @@ TEST_F(ConsoleSnapshots, ShowTheConsoleAsItWas)
     mConsole.newline();
     mDriver.type("c");
     EXPECT_EQ(before.lines().size(), 2U);
-    EXPECT_EQ(inputLine(before), (InputLine{"ab", 2}));
+    EXPECT_EQ(inputLine(before), (SeenLine{"ab", 2}));
     EXPECT_EQ(mConsole.snapshot().lines().size(), 3U);
 }
 
@@ -254,7 +254,7 @@ TEST_F(ConsoleSnapshots, LeaveTheConsoleAsItIs)
     mDriver.press(KeyLeft);
     const Console& console = mConsole;
     expectEntriesEqual(console.snapshot().lines(), console.snapshot().lines());
-    EXPECT_EQ(inputLine(mConsole), (InputLine{"ab", 1}));
+    EXPECT_EQ(inputLine(mConsole), (SeenLine{"ab", 1}));
     EXPECT_EQ(mDriver.log(), std::vector<std::string>());
 }
 
@@ -262,9 +262,9 @@ TEST_F(ConsoleSnapshots, MayBeTakenOnAnotherThread)
 {
     mConsole.open();
     mDriver.type("ab");
-    InputLine seen{};
+    SeenLine seen{};
     std::thread([&] { seen = inputLine(mConsole.snapshot()); }).join();
-    EXPECT_EQ(seen, (InputLine{"ab", 2}));
+    EXPECT_EQ(seen, (SeenLine{"ab", 2}));
 }
 
 TEST_F(ConsoleSnapshots, OfAConsoleWithoutAFontHaveNone)
@@ -298,16 +298,18 @@ TEST_F(ConsoleSnapshots, WithoutAFontNothingIsReportedWhereVerificationsAreHidde
 
 TEST_F(ConsoleSnapshots, AWindowOf700PixelsHas43LinesOf16Pixels)
 {
-    sharedFont(mConsole) = fontOfHeight16();
-    ASSERT_NE(sharedFont(mConsole), nullptr);
+    const std::shared_ptr<QFont> font = fontOfHeight16();
+    ASSERT_NE(font, nullptr);
+    setFont(mConsole, *font);
     mConsole.setWindowSize({800, 700});
     EXPECT_EQ(page(), 43U);
 }
 
 TEST_F(ConsoleSnapshots, AWindowLowerThanALineHasPagesOfNoLines)
 {
-    sharedFont(mConsole) = fontOfHeight16();
-    ASSERT_NE(sharedFont(mConsole), nullptr);
+    const std::shared_ptr<QFont> font = fontOfHeight16();
+    ASSERT_NE(font, nullptr);
+    setFont(mConsole, *font);
     mConsole.setWindowSize({800, 15});
     EXPECT_EQ(page(), 0U);
     mConsole.setWindowSize({800, 16});

@@ -20,20 +20,6 @@
 #include <type_traits>
 #include <vector>
 
-namespace zephyr::test {
-
-struct LogOf : PrivateMember<LogOf, std::vector<console::LogEntry> console::Console::*>
-{};
-template struct Open<LogOf, &console::Console::mLog>;
-
-using CommandTable = std::map<std::u32string, std::unique_ptr<console::ConsoleCommand>>;
-
-struct CommandsOf : PrivateMember<CommandsOf, CommandTable console::Console::*>
-{};
-template struct Open<CommandsOf, &console::Console::mCommands>;
-
-} // namespace zephyr::test
-
 namespace zephyr::console {
 namespace {
 
@@ -97,7 +83,7 @@ TEST(Console, StartsWithRoomForInputAndLog)
 {
     Console console;
     EXPECT_EQ(test::inputBuffer(console), std::u32string(2048, U'\0'));
-    EXPECT_EQ((console.*memberPointer(test::LogOf())).capacity(), 2048U);
+    EXPECT_EQ(test::partsOf(console).lock()->log.entries().capacity(), 2048U);
     EXPECT_EQ(test::historyIndex(console), -1);
 }
 
@@ -240,7 +226,7 @@ TEST(Console, KnowsNoCommandAfterShutdown)
     console.shutdown();
     EXPECT_EQ(commandNames(console), Names());
     EXPECT_EQ(console.lookupCommand(U"help"), nullptr);
-    EXPECT_TRUE((console.*memberPointer(test::CommandsOf())).empty());
+    EXPECT_EQ(commandNames(console), Names());
     console.execute(U"help");
     EXPECT_EQ(test::logLines(console),
               Lines({echo("help"),

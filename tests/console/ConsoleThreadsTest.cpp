@@ -1,9 +1,9 @@
 #include "support/ConsoleDriver.h"
 #include "support/ConsoleInside.h"
-#include "support/InputLine.h"
 #include "support/KeyTable.h"
 #include "support/LogLine.h"
 #include "support/ScriptedCommand.h"
+#include "support/SeenLine.h"
 #include "zephyr/common/Angle.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
@@ -109,15 +109,15 @@ private:
 struct Step
 {
     std::function<void(Console&)> act;
-    InputLine expected;
+    SeenLine expected;
 };
 
-Step typed(char32_t c, const InputLine& expected)
+Step typed(char32_t c, const SeenLine& expected)
 {
     return {[c](Console& console) { console.keyPressed(KeyA, 0, std::u32string(1, c)); }, expected};
 }
 
-Step pressed(int key, const InputLine& expected, int modifiers = 0)
+Step pressed(int key, const SeenLine& expected, int modifiers = 0)
 {
     return {[key, modifiers](Console& console) { console.keyPressed(key, modifiers, {}); }, expected};
 }
@@ -185,7 +185,7 @@ constexpr std::size_t kLinesOfARound = 3 * 4; // echo, two lines of the command,
 class Watcher
 {
 public:
-    Watcher(const Console& console, std::set<InputLine> legalLines, std::vector<LogLine> otherLines)
+    Watcher(const Console& console, std::set<SeenLine> legalLines, std::vector<LogLine> otherLines)
         : mConsole(console),
           mLegalLines(std::move(legalLines)),
           mFollower(std::move(otherLines)),
@@ -216,7 +216,7 @@ public:
 
     // The following are for when it has stopped.
     const std::vector<std::string>& faults() const { return mFaults; }
-    const std::set<InputLine>& linesSeen() const { return mLinesSeen; }
+    const std::set<SeenLine>& linesSeen() const { return mLinesSeen; }
     const LogFollower& log() const { return mFollower; }
 
 private:
@@ -235,7 +235,7 @@ private:
 
     void look(const ConsoleSnapshot& snapshot)
     {
-        const InputLine line = inputLine(snapshot);
+        const SeenLine line = inputLine(snapshot);
         mLinesSeen.insert(line);
         if (!mLegalLines.contains(line)) {
             note("never was: " + line.text + " with the cursor at " + std::to_string(line.cursor));
@@ -255,9 +255,9 @@ private:
     }
 
     const Console& mConsole;
-    const std::set<InputLine> mLegalLines;
+    const std::set<SeenLine> mLegalLines;
     LogFollower mFollower;
-    std::set<InputLine> mLinesSeen;
+    std::set<SeenLine> mLinesSeen;
     std::vector<std::string> mFaults;
     std::atomic<unsigned> mTaken = 0;
     std::atomic<bool> mStopped = false;
@@ -294,9 +294,9 @@ private:
     std::vector<std::thread> mThreads;
 };
 
-std::set<InputLine> linesOf(const std::vector<Step>& steps)
+std::set<SeenLine> linesOf(const std::vector<Step>& steps)
 {
-    std::set<InputLine> lines;
+    std::set<SeenLine> lines;
     for (const Step& step : steps) {
         lines.insert(step.expected);
     }
@@ -433,7 +433,7 @@ TEST_F(ConsoleThreads, ARefusedCodePointHoldsNobodyUp)
     const std::string full(2048, 'x');
     mDriver.type(full);
 
-    Watcher watcher(mConsole, {InputLine{full, 2048}}, {output("Zephyr Console:"), output("")});
+    Watcher watcher(mConsole, {SeenLine{full, 2048}}, {output("Zephyr Console:"), output("")});
     Writers writers(mConsole, watcher);
     for (int round = 0; round < kRounds; ++round) {
         EXPECT_FALSE(pressOrRefuse(mConsole, KeyA, 0, U"y").has_value());

@@ -1,5 +1,5 @@
 #include "qt/HostedConsole.h"
-#include "support/PrivateMember.h"
+#include "support/ConsoleInside.h"
 #include "support/TemporaryDirectory.h"
 
 #include <QSemaphore>
@@ -12,10 +12,6 @@
 #include <thread>
 
 namespace zephyr::test {
-
-struct MutexOf : PrivateMember<MutexOf, console::detail::CheckedMutex Console::*>
-{};
-template struct Open<MutexOf, &Console::mMutex>;
 
 namespace {
 
@@ -185,7 +181,7 @@ TEST_F(QtMessageLog, CallsTheHandlerBeforeItWithAMessageFromUnderTheConsolesLock
 {
     host.captureQtMessages(true);
     {
-        const std::lock_guard lock((*console).*memberPointer(MutexOf()));
+        const auto locked = partsOf(*console).lock();
         qInfo("not for the console");
     }
     qInfo("for both");

@@ -7,22 +7,16 @@
 #include "zephyr/console/ConsoleMessageType.h"
 #include "zephyr/console/ConsoleSnapshot.h"
 #include "zephyr/console/IWriteableConsole.h"
-#include "zephyr/console/detail/CheckedMutex.h"
 #include "zephyr/console/detail/Export.h"
 
 #include <glm/vec2.hpp>
 
 #include <cstddef>
-#include <cstdint>
 #include <filesystem>
-#include <fstream>
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
-
-class QFont;
 
 namespace zephyr::console {
 
@@ -32,15 +26,15 @@ namespace zephyr::console {
 /// - It is: the model, driven by the host's key, wheel and size events, and drawn from snapshot() by a
 ///   ConsoleRenderer. It is not: a window, an event loop or a painter, and it reads no configuration.
 /// - Threads: the thread that constructs it, the host's, owns it; everything is called there. Only the
-///   writers (write(), writeIndented(), newline()), snapshot() and refresh() may be called from any thread at
-///   any time.
-///   No lock is held while a command, a completion or a callback runs.
+///   writers (write(), writeIndented(), newline()), snapshot(), refresh(), logSize(), readLog() and setObserver()
+///   may be called from any thread at any time. No lock is held while a command, a completion, a callback or
+///   the observer runs.
 /// - Ownership: it owns its registered commands and its log. It is neither copied nor moved. What it is asked
 ///   to look up stays its own.
-/// - Failure: what a user does wrong is answered by lines in the log. An exception that a command throws, and
-///   `std::system_error` (`resource_deadlock_would_occur`) for a code point that the full input line refuses,
-///   leave through the function that the host called; the console stays usable. Memory exhaustion leaves as
-///   `std::bad_alloc`.
+/// - Failure: what a user does wrong is answered by lines in the log. An exception that a command throws,
+///   `std::system_error` (`resource_deadlock_would_occur`) for a code point that the full input line refuses, and
+///   DepthLimitError where a depth limit is set leave through the function that the host called; the console
+///   stays usable. Memory exhaustion leaves as `std::bad_alloc`.
 ///
 /// Texts are strings of 32-bit code points; positions and lengths in them count code points.
 class ZEPHYR_CONSOLE_EXPORT Console : public IWriteableConsole
@@ -69,8 +63,8 @@ public:
     bool isOpen() const;
 
     /// Destroys every command, `help` and `alias` included; aliases, log, history and runpath are kept and
-    /// the console stays usable. A host calls it before it unloads the code that its commands live in. Called
-    /// while a command runs, the commands are destroyed when the outermost one has returned.
+    /// the console stays usable. A host calls it before it unloads the code that its commands live in. A command
+    /// of which a function is running is destroyed when that call returns; the others are gone when this returns.
     void shutdown();
 
     /// Tells the size of the window in logical pixels, width then height. It decides how many lines a page
@@ -118,10 +112,10 @@ public:
     /// A copy of the input line as the user sees it.
     std::u32string activeInput() const;
 
-    /// Files `command` under its name and takes ownership. A command that has the name already is destroyed;
-    /// while a command runs, it is destroyed when the outermost one has returned. Null reports the assertion
-    /// `command` and registers nothing. Throws what `command->name()` throws; `command` is then still the
-    /// caller's.
+    /// Files `command` under its name and takes ownership. A command that has the name already is destroyed at
+    /// once; if one of its own functions is running, or forEachCommand() is calling with it, when the outermost
+    /// such call of it returns. Null reports the assertion `command` and registers nothing. Throws what
+    /// `command->name()` throws; `command` is then still the caller's.
     void registerCommand(std::unique_ptr<ConsoleCommand>&& command);
 
     /// The command registered under exactly `name`, or null. It stays the console's, and lives until it is
@@ -133,7 +127,8 @@ public:
     const std::vector<std::u32string>* lookupAlias(const std::u32string& name) const;
 
     /// Calls `fn` for each registered command in ascending order of name. `fn` may register commands: those
-    /// that come later in the order are visited too. Throws `std::bad_function_call` when `fn` is empty and
+    /// that come later in the order are visited too. The command that `fn` is called with lives until `fn`
+    /// returns, whatever `fn` does. Throws `std::bad_function_call` when `fn` is empty and
     /// there is a command, and what `fn` throws.
     void forEachCommand(const std::function<void(const ConsoleCommand&)>& fn);
 
@@ -144,10 +139,18 @@ public:
         const std::function<void(const std::u32string& name, const std::vector<std::u32string>& lines)>& fn);
 
     /// Runs one line as if it had been typed, but without recording it in the history; the input line is
-    /// cleared by any line that has a word. Aliases come before commands. There is no limit on how deep
-    /// aliases may nest. Throws what the command throws; a redirection then stays open until the next command
-    /// has run.
+    /// cleared by any line that has a word. Aliases come before commands. Lines may run inside of lines to any
+    /// depth unless setDepthLimit() says otherwise. Throws what the command throws; a redirection then stays open
+    /// until the next command has run.
     void execute(const std::u32string& line);
+
+    /// Sets how deep lines may run inside of lines: those of an alias or a console file, and those that a command
+    /// passes to execute(). With 1 a typed line may run others, which may run none. 0, the default, is no limit: an
+    /// alias that leads back to itself then ends the program by using up the stack.
+    ///
+    /// A line beyond the limit is not run. One line in the log says so and names it, and a DepthLimitError ends
+    /// everything that is running, unless a command catches it. Holds from the next line on.
+    void setDepthLimit(unsigned depth);
 
     /// Runs each line of the file at `path` with execute(); empty lines and lines that begin with `//` after
     /// trimming are skipped. A file that can't be opened, or is a directory, reports the assertion
@@ -180,6 +183,35 @@ public:
     /// written since); throws `std::bad_alloc`, leaving the snapshot as it was.
     void refresh(ConsoleSnapshot& snapshot) const;
 
+    /// The number of entries in the log. From any thread.
+    std::size_t logSize() const;
+
+    /// Puts copies of `count` entries of the log, from index `first` on, into `entries` in place of what it held. A
+    /// range that reaches beyond the log is cut. From any thread; O(count). Throws `std::bad_alloc`, after which
+    /// `entries` may hold anything.
+    void readLog(std::size_t first, std::size_t count, std::vector<LogEntry>& entries) const;
+
+    /// Sets a function that is called after each entry that was appended to the log, by the thread that appended
+    /// it, and after the console was opened or closed; an empty one removes it. A console has one observer.
+    ///
+    /// - No lock is held meanwhile: the observer may call whatever its thread may. Calls by several threads may
+    ///   overlap, and an entry may be followed by others before the call for it begins.
+    /// - The observer is not called for what it does itself, such as writing to this console.
+    /// - May be called from any thread, and from the observer itself. When it returns, the observer before is not
+    ///   called any more and is destroyed. It waits for calls of it that are running on other threads; but when
+    ///   called from inside an observer it waits for none, and a call that is running ends as it would have.
+    /// - An exception of the observer that derives from `std::exception` ends there and is reported as the
+    ///   assertion `observer() throws nothing`: a writer never fails for it. Anything else leaves through the
+    ///   function that appended, opened or closed, after it has done its work.
+    void setObserver(std::function<void()> observer);
+
+    /// The lines of the history as they were typed, oldest first. O(length of the history).
+    std::vector<std::u32string> history() const;
+
+    /// Adds a line to the history, where it is recalled as one that was typed; it isn't run. An empty line is not
+    /// added. The next Up recalls the newest line.
+    void addToHistory(const std::u32string& line);
+
     void write(const std::string& text, ConsoleMessageType type) override;
     void write(const std::u32string& text, ConsoleMessageType type) override;
     void writeIndented(const std::string& text, ConsoleMessageType type, unsigned indent) override;
@@ -189,97 +221,10 @@ public:
     void newline() override;
 
 private:
-    /// A line in the history. The command is not owned and may be gone; it is never followed.
-    struct CommandRecord
-    {
-        ConsoleCommand* command; ///< What the first word named, or null.
-        std::u32string line;     ///< The line, with U+FFFF for each space inside quotes.
-    };
+    class ZEPHYR_CONSOLE_NO_EXPORT Private;
 
-    class HostCodeScope;
-
-    ZEPHYR_CONSOLE_NO_EXPORT bool openKeyPressed(int key, int modifiers, const std::u32string& text);
-    ZEPHYR_CONSOLE_NO_EXPORT bool editKeyPressed(int key, int modifiers, const std::u32string& text);
-    ZEPHYR_CONSOLE_NO_EXPORT bool textKeyPressed(int key, int modifiers, const std::u32string& text);
-
-    ZEPHYR_CONSOLE_NO_EXPORT void paste();
-    ZEPHYR_CONSOLE_NO_EXPORT void insertText(const std::u32string& text);
-    ZEPHYR_CONSOLE_NO_EXPORT void erasePrevious(int modifiers);
-    ZEPHYR_CONSOLE_NO_EXPORT void eraseNext(int modifiers);
-    ZEPHYR_CONSOLE_NO_EXPORT void eraseInput(std::uint32_t first, std::uint32_t count);
-    ZEPHYR_CONSOLE_NO_EXPORT void moveLeft(int modifiers);
-    ZEPHYR_CONSOLE_NO_EXPORT void moveRight(int modifiers);
-    ZEPHYR_CONSOLE_NO_EXPORT void moveCursorTo(std::uint32_t position);
-    ZEPHYR_CONSOLE_NO_EXPORT void showLine(const std::u32string& line);
-    ZEPHYR_CONSOLE_NO_EXPORT void clearInputLine();
-    ZEPHYR_CONSOLE_NO_EXPORT static std::uint32_t nextWordStart(const std::u32string& line,
-                                                                std::uint32_t pos);
-    ZEPHYR_CONSOLE_NO_EXPORT static std::uint32_t prevWordStart(const std::u32string& line,
-                                                                std::uint32_t pos);
-
-    ZEPHYR_CONSOLE_NO_EXPORT void navigateHistory(int direction);
-    ZEPHYR_CONSOLE_NO_EXPORT bool selectRecord(int direction);
-    ZEPHYR_CONSOLE_NO_EXPORT void submitInput();
-
-    ZEPHYR_CONSOLE_NO_EXPORT bool autoComplete(bool backwards);
-    ZEPHYR_CONSOLE_NO_EXPORT bool applyCompletion(bool backwards);
-    ZEPHYR_CONSOLE_NO_EXPORT void resetCompletion();
-
-    ZEPHYR_CONSOLE_NO_EXPORT void execute(std::u32string line, bool recordInHistory);
-    ZEPHYR_CONSOLE_NO_EXPORT void dispatch(std::vector<std::u32string>&& words, std::u32string&& maskedLine,
-                                           bool recordInHistory);
-    ZEPHYR_CONSOLE_NO_EXPORT void runCommand(ConsoleCommand& command, std::vector<std::u32string>&& words);
-    ZEPHYR_CONSOLE_NO_EXPORT void openRedirect(const std::u32string& target);
-    ZEPHYR_CONSOLE_NO_EXPORT void closeRedirect();
-    ZEPHYR_CONSOLE_NO_EXPORT void retire(std::unique_ptr<ConsoleCommand>& command);
-
-    ZEPHYR_CONSOLE_NO_EXPORT void runFileLine(std::string& line);
-    ZEPHYR_CONSOLE_NO_EXPORT void warnOfSeveral(const std::vector<std::filesystem::path>& candidates,
-                                                const std::u32string& name);
-
-    ZEPHYR_CONSOLE_NO_EXPORT void appendLine(std::u32string text, ConsoleMessageType type, unsigned indent);
-    ZEPHYR_CONSOLE_NO_EXPORT void scrollLines(int lines);
-    ZEPHYR_CONSOLE_NO_EXPORT void resetScroll();
-    ZEPHYR_CONSOLE_NO_EXPORT unsigned visibleLineCount() const;
-
-    ZEPHYR_CONSOLE_NO_EXPORT ConsoleSnapshot takeSnapshot() const;
-
-    bool mOpen = false;
-
-    // The input line. Its buffer's size is what typing at the end is limited by, and moves with the edits; a
-    // recalled or completed line may be longer, so that mInputLength and mCursorPos may exceed the size.
-    std::u32string mInput;
-    std::uint32_t mCursorPos = 0;
-    std::uint32_t mInputLength = 0;
-    std::uint32_t mCompletionIndex;
-    std::vector<std::u32string> mCompletions;
-    std::u32string mCompletionBase; // the line that mCompletions was computed for
-
-    std::int32_t mHistoryIndex = -1; // 0 is the newest record, -1 none
-    std::vector<LogEntry> mLog;
-    std::vector<CommandRecord> mCmdBuffer;
-    std::ofstream mRedirectStream; // every use of it under mMutex, since any thread may append
-
-    Color mTextColor{0, 255, 0, 255};
-    Color mBackgroundColor{0, 0, 0, 204};
-    float mCursorBlinkRate = 3.0f;               // changes between shown and hidden a second
-    char32_t mCursorChar = 0x2588;               // full block
-    std::uint32_t mScrollOffset = 0;             // in entries back from the newest
-    glm::vec<2, unsigned int> mWindowSize{0, 0}; // logical pixels
-
-    std::map<std::u32string, std::unique_ptr<ConsoleCommand>> mCommands;
-    std::vector<std::filesystem::path> mRunPaths;
-    std::map<std::u32string, std::vector<std::u32string>> mAliases;
-    std::shared_ptr<QFont> mFont;
-
-    // Guards mLog, mRedirectStream, mScrollOffset and the writing of mInput, mCursorPos and mInputLength. The
-    // rest belongs to the host's thread.
-    mutable detail::CheckedMutex mMutex;
-
-    // Commands that were replaced while host code ran: they live until it has returned, since it may be
-    // theirs.
-    std::vector<std::unique_ptr<ConsoleCommand>> mRetired;
-    unsigned mHostCodeDepth = 0;
+    // With the deleter beside it, since the destructor is inline and knows no Private.
+    std::unique_ptr<Private, void (*)(Private*)> mPrivate;
 };
 
 } // namespace zephyr::console

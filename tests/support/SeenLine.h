@@ -1,5 +1,5 @@
-#ifndef ZEPHYR_TESTS_SUPPORT_INPUTLINE_H
-#define ZEPHYR_TESTS_SUPPORT_INPUTLINE_H
+#ifndef ZEPHYR_TESTS_SUPPORT_SEENLINE_H
+#define ZEPHYR_TESTS_SUPPORT_SEENLINE_H
 
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
@@ -13,25 +13,25 @@
 namespace zephyr::test {
 
 /// The input line as a user sees it: the text in UTF-8, and the insertion point in code points.
-struct InputLine
+struct SeenLine
 {
     std::string text;
     unsigned cursor;
 
-    friend auto operator<=>(const InputLine&, const InputLine&) = default;
+    friend auto operator<=>(const SeenLine&, const SeenLine&) = default;
 
-    friend std::ostream& operator<<(std::ostream& out, const InputLine& line)
+    friend std::ostream& operator<<(std::ostream& out, const SeenLine& line)
     {
         return out << '"' << line.text << "\" with the cursor at " << line.cursor;
     }
 };
 
-inline InputLine inputLine(const console::Console& console)
+inline SeenLine inputLine(const console::Console& console)
 {
     return {StringUtil::toString(console.activeInput()), console.cursorPosition()};
 }
 
-inline InputLine inputLine(const console::ConsoleSnapshot& snapshot)
+inline SeenLine inputLine(const console::ConsoleSnapshot& snapshot)
 {
     return {StringUtil::toString(snapshot.activeInput()), snapshot.cursorPosition()};
 }

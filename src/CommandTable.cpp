@@ -1,0 +1,74 @@
+#include "CommandTable.h"
+
+#include <utility>
+
+namespace zephyr::console {
+
+CommandTable::Call::Call(CommandTable& table, const ConsoleCommand& command)
+    : mTable(table), mCommand(&command), mOuter(std::exchange(table.mInnermost, this))
+{}
+
+CommandTable::Call::~Call()
+{
+    mTable.mInnermost = mOuter;
+}
+
+void CommandTable::add(const std::u32string& name, std::unique_ptr<ConsoleCommand>&& command)
+{
+    std::unique_ptr<ConsoleCommand>& entry = mCommands[name];
+    release(std::move(entry));
+    entry = std::move(command);
+}
+
+ConsoleCommand* CommandTable::find(const std::u32string& name) const
+{
+    const auto found = mCommands.find(name);
+    return found == mCommands.end() ? nullptr : found->second.get();
+}
+
+std::optional<std::vector<std::u32string>> CommandTable::candidates(std::vector<std::u32string>&& words)
+{
+    ConsoleCommand* const command = words.empty() ? nullptr : find(words.front());
+    if (command == nullptr) {
+        return std::nullopt;
+    }
+    const Call call(*this, *command);
+    return command->getAutoCompleteResults(ConsoleArgs(std::move(words)));
+}
+
+void CommandTable::forEach(const std::function<void(const ConsoleCommand&)>& fn)
+{
+    // The next name is looked for anew at each step, as `fn` may change the table.
+    for (auto next = mCommands.begin(); next != mCommands.end();) {
+        const std::u32string name = next->first;
+        if (const ConsoleCommand* const command = next->second.get(); command != nullptr) {
+            const Call call(*this, *command);
+            fn(*command);
+        }
+        next = mCommands.upper_bound(name);
+    }
+}
+
+void CommandTable::clear()
+{
+    auto commands = std::exchange(mCommands, {});
+    for (auto& [name, command] : commands) {
+        release(std::move(command));
+    }
+}
+
+/// Destroys a command that left the table, or hands it to its outermost call.
+void CommandTable::release(std::unique_ptr<ConsoleCommand> command) const
+{
+    Call* outermost = nullptr;
+    for (Call* call = mInnermost; call != nullptr; call = call->mOuter) {
+        if (call->mCommand == command.get()) {
+            outermost = call;
+        }
+    }
+    if (outermost != nullptr) {
+        outermost->mKept = std::move(command);
+    }
+}
+
+} // namespace zephyr::console

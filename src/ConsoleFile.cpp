@@ -1,0 +1,38 @@
+#include "ConsoleFile.h"
+
+#include "zephyr/common/StringUtil.h"
+
+#include <string_view>
+#include <system_error>
+
+namespace zephyr::console {
+
+namespace {
+
+constexpr std::string_view kComment = "//";
+
+} // namespace
+
+ConsoleFile::ConsoleFile(const std::filesystem::path& path)
+{
+    std::error_code error;
+    if (!std::filesystem::is_directory(path, error)) { // which an input stream would open on some platforms
+        mStream.open(path);
+    }
+}
+
+std::optional<std::u32string> ConsoleFile::nextLine()
+{
+    for (std::string line; std::getline(mStream, line);) {
+        if (line.empty()) {
+            continue;
+        }
+        const std::string trimmed = StringUtil::trim(line);
+        if (!trimmed.starts_with(kComment)) {
+            return StringUtil::toU32String(trimmed);
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace zephyr::console
