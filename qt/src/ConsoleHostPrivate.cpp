@@ -1,9 +1,11 @@
 #include "ConsoleHostPrivate.h"
 
+#include "ConsoleKeys.h"
 #include "KeyText.h"
 #include "LogText.h"
 #include "zephyr/common/Angle.h"
 #include "zephyr/console/Console.h"
+#include "zephyr/console/qt/KeyTraits.h"
 
 #include <QClipboard>
 #include <QDeadlineTimer>
@@ -27,19 +29,6 @@ namespace {
 constexpr int kTickMs = 30;
 constexpr double kWheelDegreesPerLine = 10.0; // what the console takes for one
 constexpr double kMaxLength = 1 << 30; // pixels; an item can be larger than any number of the console's
-
-constexpr int kFirstDeadKey = Qt::Key_Dead_Grave;
-constexpr int kLastDeadKey = Qt::Key_Dead_Longsolidusoverlay;
-
-bool isDeadKey(int key)
-{
-    return key >= kFirstDeadKey && key <= kLastDeadKey;
-}
-
-bool isEnter(int key)
-{
-    return key == Qt::Key_Return || key == Qt::Key_Enter;
-}
 
 /// What a key types. As in Qt's own line edits, what is pressed with Ctrl is a command and no text, but for AltGr,
 /// which is Ctrl+Alt on some platforms.
@@ -174,10 +163,10 @@ bool ConsoleHost::Private::keyPressed(const QKeyEvent& event)
     }
     if (toggles) {
         mHeldToggle = keyIdentity(event);
-        press(Qt::Key_QuoteLeft, Qt::NoModifier, {});
+        press(kConsoleToggleKey, Qt::NoModifier, {});
     } else {
         // A back-quote that is no toggle key is text like any other.
-        const int key = event.key() == Qt::Key_QuoteLeft ? 0 : event.key();
+        const int key = event.key() == kConsoleToggleKey ? 0 : event.key();
         press(key, static_cast<int>(event.modifiers()), textOf(event));
     }
     return true;
@@ -200,7 +189,7 @@ bool ConsoleHost::Private::keyReleased(const QKeyEvent& event)
         console->keyReleased(event.key(), static_cast<int>(event.modifiers()), textOf(event));
     }
     if (!isHeld && isUnheardToggle(event)) {
-        press(Qt::Key_QuoteLeft, Qt::NoModifier, {});
+        press(kConsoleToggleKey, Qt::NoModifier, {});
         return true;
     }
     return isConsoles;
@@ -230,7 +219,7 @@ bool ConsoleHost::Private::wheelTurned(const QWheelEvent& event)
     }
     if (const double lines = mWheel.linesOf(event); lines != 0.0) {
         console->mouseWheel(Angle(lines * kWheelDegreesPerLine), Angle(0.0));
-        acted(mWatch.look(*console));
+        acted(mWatch.lookForChange(*console));
     }
     return true;
 }
@@ -291,16 +280,16 @@ void ConsoleHost::Private::press(int key, int modifiers, const std::u32string& t
         return;
     }
     const bool wasOpen = mOpen;
-    bool changed = wasOpen && mWatch.look(*console);
+    bool changed = wasOpen && mWatch.lookForChange(*console);
     const std::size_t before = mWatch.lines().size();
-    if (isEnter(key) && mMirror) {
+    if (runsLine(key) && mMirror) {
         mMirror->catchUp(); // the command may end the program
     }
     mKeys.press(*console, key, modifiers, text);
     if (wasOpen) {
-        changed = mWatch.look(*console) || changed;
+        changed = mWatch.lookForChange(*console) || changed;
     }
-    if (wasOpen && isEnter(key)) {
+    if (wasOpen && runsLine(key)) {
         noteAnswer(before);
     }
     acted(changed);
@@ -330,7 +319,7 @@ void ConsoleHost::Private::setOpen(bool open)
     } else {
         console->close();
     }
-    acted(mOpen && mWatch.look(*console));
+    acted(mOpen && mWatch.lookForChange(*console));
 }
 
 /// After the console did something. `changed` says whether it looks different.
@@ -356,7 +345,7 @@ bool ConsoleHost::Private::noticeOpen()
     mBlinkDue = 0;
     mOpen = open;
     if (open) {
-        mWatch.look(*console);
+        mWatch.lookForChange(*console);
         mTicks.start();
     } else {
         mTicks.stop();
@@ -379,7 +368,7 @@ void ConsoleHost::Private::tick()
         mBlinkTimer.start(static_cast<int>(std::max<qint64>(0, due - now())));
     }
     const BorrowedConsole console(mConsole);
-    if (!noticeOpen() && console && mWatch.look(*console)) {
+    if (!noticeOpen() && console && mWatch.lookForChange(*console)) {
         requestRepaint();
     }
 }

@@ -1,8 +1,8 @@
 #include "FramePainter.h"
 
+#include "SnapshotRefresh.h"
 #include "zephyr/common/ElapsedSimTime.h"
 #include "zephyr/common/Time.h"
-#include "zephyr/console/Console.h"
 
 #include <QObject>
 #include <QPaintDevice>
@@ -12,7 +12,6 @@
 #include <QtMath>
 
 #include <algorithm>
-#include <cmath>
 
 namespace zephyr::console::qt {
 
@@ -77,12 +76,9 @@ std::optional<FramePainter::Layer> FramePainter::layerFor(const QPainter& painte
 
 void FramePainter::paint(const Console& console, QPainter& painter, bool isFirst)
 {
-    if (mSnapshot) {
-        console.refresh(*mSnapshot);
-    } else {
-        mSnapshot = console.snapshot();
-    }
-    const double seconds = advanceClocks(isFirst);
+    takeOrRefresh(mSnapshot, console);
+    const double seconds = restartFrameClock(isFirst);
+    mBlinkClock.advance(seconds, mSnapshot->cursorPosition());
     const PainterState state(painter);
     makeFresh(painter);
     if (const std::optional<Layer> layer = layerFor(painter)) {
@@ -109,26 +105,18 @@ void FramePainter::renderOnLayer(double seconds, const Layer& layer, QPainter& p
         QRectF(0.0, 0.0, layer.pixels.width() / layer.scaleX, layer.pixels.height() / layer.scaleY), mLayer);
 }
 
-/// \return the seconds since the frame before.
-double FramePainter::advanceClocks(bool isFirst)
+/// \return the seconds since the last frame.
+double FramePainter::restartFrameClock(bool isFirst)
 {
     const double seconds =
         isFirst || !mFrameClock.isValid() ? 0.0 : static_cast<double>(mFrameClock.nsecsElapsed()) * 1e-9;
     mFrameClock.start();
-    if (mSnapshot->cursorPosition() == mLastCursorPos) {
-        mBlinkTime += seconds;
-    } else {
-        mBlinkTime = 0.0;
-        mLastCursorPos = mSnapshot->cursorPosition();
-    }
     return seconds;
 }
 
 double FramePainter::secondsToBlink() const
 {
-    const double rate = mSnapshot->cursorBlinkRate();
-    const double phases = rate * mBlinkTime;
-    return (std::floor(phases) + 1.0 - phases) / rate;
+    return mBlinkClock.secondsToChange(mSnapshot->cursorBlinkRate());
 }
 
 void FramePainter::rest()
@@ -136,8 +124,7 @@ void FramePainter::rest()
     mLayer = QImage();
     mSnapshot.reset();
     mRenderer = ConsoleRenderer(); // with the layout of every line that was shown, and a blink clock
-    mLastCursorPos = 0;
-    mBlinkTime = 0.0;
+    mBlinkClock = {};
 }
 
 } // namespace zephyr::console::qt

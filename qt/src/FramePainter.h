@@ -3,12 +3,12 @@
 
 #include "zephyr/console/ConsoleRenderer.h"
 #include "zephyr/console/ConsoleSnapshot.h"
+#include "zephyr/console/detail/BlinkClock.h"
 
 #include <QElapsedTimer>
 #include <QImage>
 #include <QSize>
 
-#include <cstdint>
 #include <optional>
 
 class QPainter;
@@ -44,15 +44,14 @@ private:
     };
 
     static std::optional<Layer> layerFor(const QPainter& painter);
-    double advanceClocks(bool isFirst);
+    double restartFrameClock(bool isFirst);
     void renderOnLayer(double seconds, const Layer& layer, QPainter& painter);
 
     std::optional<ConsoleSnapshot> mSnapshot;
     ConsoleRenderer mRenderer;
     QElapsedTimer mFrameClock;
+    detail::BlinkClock mBlinkClock; // in step with the renderer's
     QImage mLayer;
-    std::uint32_t mLastCursorPos = 0;
-    double mBlinkTime = 0.0; // seconds, counted as the renderer counts them
 };
 
 } // namespace zephyr::console::qt

@@ -25,9 +25,9 @@ public:
     void press(Console& console, int key, int modifiers, const std::u32string& text);
 
 private:
-    bool pressOne(Console& console, int key, int modifiers, const std::u32string& text);
+    bool tryPressOne(Console& console, int key, int modifiers, const std::u32string& text);
     void tellRefusal(Console& console);
-    void tell(Console& console, const std::string& message);
+    void tell(Console& console, const std::u32string& line);
 
     std::function<void(const QString& line)> mCaught;
     bool mRefusalTold = false;

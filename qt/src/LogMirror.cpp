@@ -2,6 +2,7 @@
 
 #include "ConsoleLender.h"
 #include "LogText.h"
+#include "SnapshotRefresh.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 
@@ -87,11 +88,7 @@ bool LogMirror::writeNew(const BorrowedConsole& console)
     if (!console || !mFile.isOpen()) {
         return false;
     }
-    if (mSnapshot) {
-        console->refresh(*mSnapshot);
-    } else {
-        mSnapshot = console->snapshot();
-    }
+    takeOrRefresh(mSnapshot, *console);
     for (; mWritten < mSnapshot->lines().size(); ++mWritten) {
         if (!writeEntry(mSnapshot->lines()[mWritten])) {
             giveUp(*console);
