@@ -74,8 +74,9 @@ std::optional<FramePainter::Layer> FramePainter::layerFor(const QPainter& painte
                                : Layer{pixels, ratio, ratio};
 }
 
-void FramePainter::paint(const Console& console, QPainter& painter, bool isFirst)
+void FramePainter::paint(const Console& console, QPainter& painter)
 {
+    const bool isFirst = mIsFirstFrame.exchange(false);
     takeOrRefresh(mSnapshot, console);
     const double seconds = restartFrameClock(isFirst);
     mBlinkClock.advance(seconds, mSnapshot->cursorPosition());

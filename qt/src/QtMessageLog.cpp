@@ -89,7 +89,7 @@ void keepLastWords(const std::vector<Listener>& all)
 {
     for (const Listener& listener : all) {
         if (const std::shared_ptr<LogMirror> mirror = listener.mirror.lock()) {
-            mirror->catchUpFromAnywhere();
+            mirror->catchUpBeforeTheEnd();
         }
     }
 }

@@ -100,7 +100,7 @@ protected:
 private:
     class ZEPHYR_CONSOLE_QT_NO_EXPORT Private;
 
-    Q_SLOT ZEPHYR_CONSOLE_QT_NO_EXPORT void takeSize();
+    Q_SLOT ZEPHYR_CONSOLE_QT_NO_EXPORT void syncSize();
 
     // Shared with a running event, during which this object may be destroyed.
     std::shared_ptr<Private> mPrivate;
