@@ -8,8 +8,9 @@
 
 namespace zephyr::console::qt {
 
-/// Waits on the host's thread until the cursor that was painted changes between shown and hidden. The thread that paints
-/// says when that is, and can't start a timer of another thread: start() does, when the host's thread next looks.
+/// Waits on the host's thread until the cursor that was painted changes between shown and hidden. The thread that
+/// paints says when that is, and can't start a timer of another thread: start() does, when the host's thread next
+/// looks.
 class BlinkTimer
 {
 public:

@@ -10,8 +10,8 @@ namespace zephyr::console::qt {
 
 /// The platform's input method, as far as it serves the console.
 ///
-/// Its events come to the object that gets the key events. Where that object is a window, they may come to the object in
-/// the window that has the focus instead, which is then watched too.
+/// Its events come to the object that gets the key events. Where that object is a window, they may come to the object
+/// in the window that has the focus instead, which is then watched too.
 class InputMethod
 {
 public:

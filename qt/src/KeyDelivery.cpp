@@ -27,40 +27,40 @@ KeyDelivery::KeyDelivery(std::function<void(const QString& line)> caught) : mCau
 
 void KeyDelivery::press(Console& console, int key, int modifiers, const std::u32string& text)
 {
-    mRefusalTold = mRefusalTold && !console.activeInput().empty(); // another line
+    mIsFullLineReported = mIsFullLineReported && !console.activeInput().empty(); // another line
     bool goesOn = tryPressOne(console, key, modifiers, text.substr(0, 1));
     for (std::size_t i = 1; goesOn && i < text.size(); ++i) {
         goesOn = tryPressOne(console, 0, Qt::NoModifier, text.substr(i, 1));
     }
 }
 
-/// \return whether the console took the key without an exception.
+/// \return whether the console took the key without throwing.
 bool KeyDelivery::tryPressOne(Console& console, int key, int modifiers, const std::u32string& text)
 {
     try {
         console.keyPressed(key, modifiers, text);
-        mRefusalTold = mRefusalTold && text.empty();
+        mIsFullLineReported = mIsFullLineReported && text.empty();
         return true;
     } catch (const std::system_error& error) {
         if (isRefusedInsertion(error, key)) {
-            tellRefusal(console);
+            reportFullLine(console);
         } else {
-            tell(console, exceptionLine(std::current_exception()));
+            report(console, exceptionLine(std::current_exception()));
         }
     } catch (...) {
-        tell(console, exceptionLine(std::current_exception()));
+        report(console, exceptionLine(std::current_exception()));
     }
     return false;
 }
 
-void KeyDelivery::tellRefusal(Console& console)
+void KeyDelivery::reportFullLine(Console& console)
 {
-    if (!std::exchange(mRefusalTold, true)) {
-        tell(console, kInputFull);
+    if (!std::exchange(mIsFullLineReported, true)) {
+        report(console, kInputFull);
     }
 }
 
-void KeyDelivery::tell(Console& console, const std::u32string& line)
+void KeyDelivery::report(Console& console, const std::u32string& line)
 {
     console.write(line, Output);
     mCaught(QString::fromStdU32String(line));
