@@ -17,7 +17,7 @@ QKeyEvent pressed(int key, quint32 scanCode = 0, bool isAutoRepeat = false)
     return {QEvent::KeyPress, key, Qt::NoModifier, scanCode, 0, 0, {}, isAutoRepeat};
 }
 
-TEST(HeldKeys, KnowNobodyForAKeyThatIsNotHeld)
+TEST(HeldKeys, HaveNoTakerForAKeyThatIsNotHeld)
 {
     EXPECT_EQ(std::nullopt, HeldKeys().takerOf(pressed(Qt::Key_A)));
 }
@@ -32,7 +32,7 @@ TEST(HeldKeys, KnowWhomEachKeyWasPressedFor)
     EXPECT_EQ(std::nullopt, keys.takerOf(pressed(Qt::Key_C)));
 }
 
-TEST(HeldKeys, KnowAKeyByItsPlaceAndNotByItsCode)
+TEST(HeldKeys, TellKeysApartByTheirPlace)
 {
     HeldKeys keys;
     keys.press(pressed(Qt::Key_Slash, kSlashPlace), Taker::Console);
@@ -41,7 +41,7 @@ TEST(HeldKeys, KnowAKeyByItsPlaceAndNotByItsCode)
     EXPECT_EQ(std::nullopt, keys.takerOf(pressed(Qt::Key_Slash)));
 }
 
-TEST(HeldKeys, DoNotTakeACodeForAPlace)
+TEST(HeldKeys, DoNotConfuseCodesWithPlaces)
 {
     HeldKeys keys;
     keys.press(pressed(Qt::Key_Equal), Taker::Console); // whose code is kSlashPlace
@@ -58,7 +58,7 @@ TEST(HeldKeys, SendARepeatWhereThePressWent)
     EXPECT_EQ(Taker::Console, keys.takerOfPress(pressed(Qt::Key_B, 0, true), Taker::Console)) << "not held";
 }
 
-TEST(HeldKeys, ForgetWhatIsReleased)
+TEST(HeldKeys, ForgetReleasedKeys)
 {
     HeldKeys keys;
     keys.press(pressed(Qt::Key_A), Taker::Console);
@@ -70,7 +70,7 @@ TEST(HeldKeys, ForgetWhatIsReleased)
     EXPECT_EQ(std::nullopt, keys.takerOf(pressed(Qt::Key_B)));
 }
 
-TEST(HeldKeys, HoldTheToggleKeyUntilThatVeryKeyIsReleased)
+TEST(HeldKeys, HoldTheToggleKeyUntilItIsReleased)
 {
     HeldKeys keys;
     EXPECT_FALSE(keys.isToggleHeld());
