@@ -1,24 +1,41 @@
 #include "ChangeWatch.h"
 
-#include "zephyr/console/Console.h"
+#include "SnapshotRefresh.h"
 
+#include <cstdint>
 #include <string>
 
 namespace zephyr::console::qt {
 
-bool ChangeWatch::look(const Console& console)
+namespace {
+
+/// What changes in an open console's view.
+struct View
 {
-    if (!mSeen) {
-        mSeen = console.snapshot();
-        return true;
+    std::size_t logSize;
+    std::u32string input;
+    std::uint32_t cursorPosition;
+    std::uint32_t scrollOffset;
+
+    bool operator==(const View&) const = default;
+};
+
+std::optional<View> viewOf(const std::optional<ConsoleSnapshot>& snapshot)
+{
+    if (!snapshot) {
+        return std::nullopt;
     }
-    const std::size_t lines = mSeen->lines().size();
-    const std::u32string input = mSeen->activeInput();
-    const std::uint32_t cursor = mSeen->cursorPosition();
-    const std::uint32_t scroll = mSeen->scrollOffset();
-    console.refresh(*mSeen);
-    return lines != mSeen->lines().size() || input != mSeen->activeInput() ||
-           cursor != mSeen->cursorPosition() || scroll != mSeen->scrollOffset();
+    return View{snapshot->lines().size(), snapshot->activeInput(), snapshot->cursorPosition(),
+                snapshot->scrollOffset()};
+}
+
+} // namespace
+
+bool ChangeWatch::lookForChange(const Console& console)
+{
+    const std::optional<View> before = viewOf(mSeen);
+    takeOrRefresh(mSeen, console);
+    return before != viewOf(mSeen);
 }
 
 const std::vector<LogEntry>& ChangeWatch::lines() const

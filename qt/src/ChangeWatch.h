@@ -3,7 +3,6 @@
 
 #include "zephyr/console/ConsoleSnapshot.h"
 
-#include <cstddef>
 #include <optional>
 #include <vector>
 
@@ -13,18 +12,18 @@ class Console;
 
 namespace zephyr::console::qt {
 
-/// Tells whether a console looks other than when it was last asked. One watch for one console.
+/// Whether a console changed since the last look. Each console needs a watch of its own.
 class ChangeWatch
 {
 public:
-    /// Looks at the console. \return whether its log, input line, cursor or scroll position changed since the look
-    /// before; true at the first look.
-    bool look(const Console& console);
+    /// Looks at the console. \return whether its log, input line, cursor or scroll position changed since the last
+    /// look; true at the first.
+    bool lookForChange(const Console& console);
 
     /// The log as it was at the last look; empty before the first.
     const std::vector<LogEntry>& lines() const;
 
-    /// Gives back the memory that looking takes. The next look is a first one.
+    /// Frees the copy of the log that is compared with. The next look counts as the first.
     void forget() { mSeen.reset(); }
 
 private:

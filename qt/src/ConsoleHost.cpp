@@ -9,7 +9,7 @@
 
 namespace zephyr::console::qt {
 
-// What may emit keeps its data, since a slot may destroy this object.
+// Functions that may emit a signal keep the data alive, since a slot may destroy this object.
 
 ConsoleHost::ConsoleHost(const std::shared_ptr<Console>& console, QObject* events, QObject* parent)
     : QObject(parent), mPrivate(std::make_shared<Private>(*this, console, events))
@@ -17,30 +17,30 @@ ConsoleHost::ConsoleHost(const std::shared_ptr<Console>& console, QObject* event
     events->installEventFilter(this);
     if (auto* window = qobject_cast<QWindow*>(events)) {
         connect(window, &QWindow::focusObjectChanged, this,
-                [this](QObject* focused) { mPrivate->watchFocusObject(focused); });
-        mPrivate->watchFocusObject(window->focusObject());
+                [this](QObject* focused) { mPrivate->inputMethod().watchFocusObject(focused); });
+        mPrivate->inputMethod().watchFocusObject(window->focusObject());
     }
-    const QMetaMethod takeSizeSlot = staticMetaObject.method(staticMetaObject.indexOfSlot("takeSize()"));
+    const QMetaMethod syncSizeSlot = staticMetaObject.method(staticMetaObject.indexOfSlot("syncSize()"));
     for (const char* name : {"width", "height"}) {
         const int index = events->metaObject()->indexOfProperty(name);
         const QMetaProperty property = events->metaObject()->property(index);
         if (property.hasNotifySignal()) {
-            connect(events, property.notifySignal(), this, takeSizeSlot);
+            connect(events, property.notifySignal(), this, syncSizeSlot);
         }
     }
-    mPrivate->takeSize();
-    mPrivate->noticeOpen();
+    mPrivate->syncSize();
+    mPrivate->syncOpenState();
 }
 
 ConsoleHost::~ConsoleHost()
 {
-    mPrivate->endServices();
+    mPrivate->services().end();
 }
 
 bool ConsoleHost::eventFilter(QObject* watched, QEvent* event)
 {
     const std::shared_ptr<Private> keep = mPrivate;
-    const bool isTaken = keep->handle(watched, *event);
+    const bool isTaken = keep->filterEvent(watched, *event);
     if (isTaken) {
         event->accept();
     }
@@ -55,7 +55,7 @@ void ConsoleHost::paint(QPainter& painter)
 
 bool ConsoleHost::isOpen() const
 {
-    return mPrivate->mOpen;
+    return mPrivate->isOpen();
 }
 
 void ConsoleHost::setOpen(bool open)
@@ -66,37 +66,37 @@ void ConsoleHost::setOpen(bool open)
 
 void ConsoleHost::setToggleKeys(const ToggleKeys& keys)
 {
-    mPrivate->mToggleKeys = keys;
+    mPrivate->setToggleKeys(keys);
 }
 
 const ToggleKeys& ConsoleHost::toggleKeys() const
 {
-    return mPrivate->mToggleKeys;
+    return mPrivate->toggleKeys();
 }
 
 void ConsoleHost::copyLog()
 {
-    mPrivate->copyLog();
+    mPrivate->services().copyLog();
 }
 
 void ConsoleHost::copyLastAnswer()
 {
-    mPrivate->copyLastAnswer();
+    mPrivate->services().copyLastAnswer();
 }
 
 bool ConsoleHost::mirrorLog(const QString& fileName)
 {
-    return mPrivate->mirrorLog(fileName);
+    return mPrivate->services().mirrorLog(fileName);
 }
 
 void ConsoleHost::captureQtMessages(bool capture)
 {
-    mPrivate->captureQtMessages(capture);
+    mPrivate->services().captureQtMessages(capture);
 }
 
-void ConsoleHost::takeSize()
+void ConsoleHost::syncSize()
 {
-    mPrivate->takeSize();
+    mPrivate->syncSize();
 }
 
 } // namespace zephyr::console::qt

@@ -1,79 +1,29 @@
 #include "ConsoleHostPrivate.h"
 
+#include "ConsoleKeys.h"
 #include "KeyText.h"
-#include "LogText.h"
 #include "zephyr/common/Angle.h"
 #include "zephyr/console/Console.h"
+#include "zephyr/console/qt/KeyTraits.h"
 
-#include <QClipboard>
-#include <QDeadlineTimer>
-#include <QGuiApplication>
-#include <QInputMethod>
 #include <QInputMethodEvent>
 #include <QInputMethodQueryEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QThread>
 #include <QWheelEvent>
-#include <QWindow>
 
 #include <algorithm>
-#include <cmath>
 
 namespace zephyr::console::qt {
 
 namespace {
 
+using Taker = HeldKeys::Taker;
+
 constexpr int kTickMs = 30;
-constexpr double kWheelDegreesPerLine = 10.0; // what the console takes for one
-constexpr double kMaxLength = 1 << 30; // pixels; an item can be larger than any number of the console's
-
-constexpr int kFirstDeadKey = Qt::Key_Dead_Grave;
-constexpr int kLastDeadKey = Qt::Key_Dead_Longsolidusoverlay;
-
-bool isDeadKey(int key)
-{
-    return key >= kFirstDeadKey && key <= kLastDeadKey;
-}
-
-bool isEnter(int key)
-{
-    return key == Qt::Key_Return || key == Qt::Key_Enter;
-}
-
-/// What a key types. As in Qt's own line edits, what is pressed with Ctrl is a command and no text, but for AltGr,
-/// which is Ctrl+Alt on some platforms.
-std::u32string textOf(const QKeyEvent& event)
-{
-    const Qt::KeyboardModifiers modifiers = event.modifiers();
-    const bool isCommand = modifiers.testFlag(Qt::ControlModifier) && !modifiers.testFlag(Qt::AltModifier);
-    return isCommand || modifiers.testFlag(Qt::MetaModifier) ? std::u32string() : typedText(event.text());
-}
-
-/// What tells one held key from another.
-quint64 keyIdentity(const QKeyEvent& event)
-{
-    return event.nativeScanCode() != 0 ? event.nativeScanCode()
-                                       : (quint64{1} << 32) | static_cast<quint32>(event.key());
-}
-
-/// Milliseconds of a clock that only goes forward.
-qint64 now()
-{
-    return QDeadlineTimer::current(Qt::PreciseTimer).deadline();
-}
-
-bool hasGui()
-{
-    return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
-}
-
-void putOnClipboard(const QString& text)
-{
-    if (hasGui()) {
-        QGuiApplication::clipboard()->setText(text);
-    }
-}
+constexpr double kWheelDegreesPerLine = 10.0; // as the console counts them
+constexpr double kMaxLength = 1 << 30; // pixels; an item can be larger than any number that the console holds
 
 } // namespace
 
@@ -81,65 +31,124 @@ ConsoleHost::Private::Private(ConsoleHost& host, const std::shared_ptr<Console>&
     : mConsole(std::make_shared<ConsoleLender>(console)),
       mEvents(events),
       mHost(&host),
+      mInputMethod(host, events),
       mKeys([this](const QString& line) {
           if (!mHost.isNull()) {
               emit mHost->exceptionCaught(line);
           }
-      })
+      }),
+      mBlinkTimer(host, [this] { requestRepaint(); }),
+      mServices(mConsole)
 {
-    mBlinkTimer.setSingleShot(true);
-    mBlinkTimer.setTimerType(Qt::PreciseTimer);
     mTicks.setInterval(kTickMs);
-    QObject::connect(&mBlinkTimer, &QTimer::timeout, &host, [this] { requestRepaint(); });
     QObject::connect(&mTicks, &QTimer::timeout, &host, [this] { tick(); });
 }
 
 // Events
 
-bool ConsoleHost::Private::handle(QObject* watched, QEvent& event)
+bool ConsoleHost::Private::filterEvent(QObject* watched, QEvent& event)
 {
-    noticeOpen(); // the host may have opened or closed the console itself
-    if (watched == mEvents) {
-        return handleInputMethod(*watched, event) || handle(event);
+    syncOpenState(); // the host may have opened or closed the console itself
+    if (mInputMethod.watches(watched) && filterInputMethodEvent(*watched, event)) {
+        return true;
     }
-    return watched == mFocused && handleInputMethod(*watched, event);
+    return watched == mEvents && filterInputEvent(event);
 }
 
-/// A window's key events come to it, and its input-method events to the object in it that has the focus.
-void ConsoleHost::Private::watchFocusObject(QObject* focused)
-{
-    if (!mFocused.isNull() && !mHost.isNull()) {
-        mFocused->removeEventFilter(mHost);
-    }
-    mFocused = focused == mEvents ? nullptr : focused;
-    if (!mFocused.isNull() && !mHost.isNull()) {
-        mFocused->installEventFilter(mHost);
-    }
-}
-
-bool ConsoleHost::Private::handleInputMethod(QObject& receiver, QEvent& event)
+bool ConsoleHost::Private::filterInputMethodEvent(QObject& receiver, QEvent& event)
 {
     switch (event.type()) {
-    case QEvent::InputMethod: return inputCommitted(static_cast<QInputMethodEvent&>(event));
-    case QEvent::InputMethodQuery:
-        return answerInputMethod(receiver, static_cast<QInputMethodQueryEvent&>(event));
+    case QEvent::InputMethod: return filterCommit(static_cast<QInputMethodEvent&>(event));
+    case QEvent::InputMethodQuery: return filterQuery(static_cast<QInputMethodQueryEvent&>(event), receiver);
     default: return false;
     }
 }
 
-bool ConsoleHost::Private::handle(QEvent& event)
+bool ConsoleHost::Private::filterInputEvent(QEvent& event)
 {
     switch (event.type()) {
-    case QEvent::ShortcutOverride: return overrideShortcut(static_cast<QKeyEvent&>(event));
-    case QEvent::KeyPress: return keyPressed(static_cast<QKeyEvent&>(event));
-    case QEvent::KeyRelease: return keyReleased(static_cast<QKeyEvent&>(event));
-    case QEvent::Wheel: return wheelTurned(static_cast<QWheelEvent&>(event));
-    case QEvent::Resize: takeSize(); return false;
+    case QEvent::ShortcutOverride: return isForConsole(static_cast<QKeyEvent&>(event));
+    case QEvent::KeyPress: return filterKeyPress(static_cast<QKeyEvent&>(event));
+    case QEvent::KeyRelease: return filterKeyRelease(static_cast<QKeyEvent&>(event));
+    case QEvent::Wheel: return filterWheel(static_cast<QWheelEvent&>(event));
+    case QEvent::Resize: syncSize(); return false;
     case QEvent::FocusOut:
-        forgetHeldKeys(); // they are released elsewhere
+        releaseHeldKeys(); // another object gets their releases
         return false;
     default: return false;
     }
+}
+
+bool ConsoleHost::Private::filterKeyPress(const QKeyEvent& event)
+{
+    const bool toggles = isToggle(event);
+    const Taker taker = mHeldKeys.takerOfPress(event, isForConsole(event) ? Taker::Console : Taker::Host);
+    mHeldKeys.press(event, taker);
+    if (taker == Taker::Host) {
+        return false;
+    }
+    if (event.isAutoRepeat() && (toggles || !mOpen)) {
+        return true;
+    }
+    if (toggles) {
+        mHeldKeys.markAsToggle(event);
+        toggle();
+    } else {
+        // A back-quote that isn't a toggle key is text like any other.
+        const int key = event.key() == kConsoleToggleKey ? 0 : event.key();
+        deliverKey(key, static_cast<int>(event.modifiers()), typedText(event));
+    }
+    return true;
+}
+
+bool ConsoleHost::Private::filterKeyRelease(const QKeyEvent& event)
+{
+    const std::optional<Taker> taker = mHeldKeys.takerOf(event);
+    const bool isConsoles = taker == Taker::Console;
+    if (event.isAutoRepeat()) {
+        return isConsoles;
+    }
+    releaseHeldKey(event);
+    if (const BorrowedConsole console(mConsole); console && isConsoles) {
+        console->keyReleased(event.key(), static_cast<int>(event.modifiers()), typedText(event));
+    }
+    if (!taker && isUnheardToggle(event)) {
+        toggle();
+        return true;
+    }
+    return isConsoles;
+}
+
+bool ConsoleHost::Private::filterWheel(const QWheelEvent& event)
+{
+    const BorrowedConsole console(mConsole);
+    if (!mOpen || !console) {
+        return false;
+    }
+    if (const double lines = mWheel.takeWholeLines(event); lines != 0.0) {
+        console->mouseWheel(Angle(lines * kWheelDegreesPerLine), Angle(0.0));
+        afterConsoleActed(mWatch.lookForChange(*console));
+    }
+    return true;
+}
+
+bool ConsoleHost::Private::filterCommit(const QInputMethodEvent& event)
+{
+    if (!mOpen) {
+        return false;
+    }
+    deliverKey(0, Qt::NoModifier, typedText(event.commitString()));
+    return true;
+}
+
+bool ConsoleHost::Private::filterQuery(QInputMethodQueryEvent& query, QObject& asked) const
+{
+    if (!mOpen) {
+        return false;
+    }
+    // A toggle key that is still held may repeat, and would compose with itself.
+    InputMethod::answer(query, asked, !mHeldKeys.isToggleHeld());
+    return true;
 }
 
 bool ConsoleHost::Private::isToggle(const QKeyEvent& event) const
@@ -147,129 +156,36 @@ bool ConsoleHost::Private::isToggle(const QKeyEvent& event) const
     return !mConsole->isGone() && mToggleKeys.matches(event);
 }
 
-bool ConsoleHost::Private::overrideShortcut(const QKeyEvent& event) const
+bool ConsoleHost::Private::isForConsole(const QKeyEvent& event) const
 {
     return mOpen || isToggle(event);
 }
 
-ConsoleHost::Private::Taker ConsoleHost::Private::takerOf(const QKeyEvent& event) const
-{
-    const auto held = mHeldKeys.constFind(keyIdentity(event));
-    if (event.isAutoRepeat() && held != mHeldKeys.constEnd()) {
-        return *held;
-    }
-    return mOpen || isToggle(event) ? Taker::Console : Taker::Host;
-}
-
-bool ConsoleHost::Private::keyPressed(const QKeyEvent& event)
-{
-    const Taker taker = takerOf(event);
-    mHeldKeys[keyIdentity(event)] = taker;
-    if (taker == Taker::Host) {
-        return false;
-    }
-    const bool toggles = isToggle(event);
-    if (event.isAutoRepeat() && (toggles || !mOpen)) {
-        return true;
-    }
-    if (toggles) {
-        mHeldToggle = keyIdentity(event);
-        press(Qt::Key_QuoteLeft, Qt::NoModifier, {});
-    } else {
-        // A back-quote that is no toggle key is text like any other.
-        const int key = event.key() == Qt::Key_QuoteLeft ? 0 : event.key();
-        press(key, static_cast<int>(event.modifiers()), textOf(event));
-    }
-    return true;
-}
-
-bool ConsoleHost::Private::keyReleased(const QKeyEvent& event)
-{
-    const quint64 identity = keyIdentity(event);
-    const bool isHeld = mHeldKeys.contains(identity);
-    const bool isConsoles = isHeld && mHeldKeys[identity] == Taker::Console;
-    if (event.isAutoRepeat()) {
-        return isConsoles;
-    }
-    mHeldKeys.remove(identity);
-    if (mHeldToggle == identity) {
-        mHeldToggle.reset();
-        updateInputMethod();
-    }
-    if (const BorrowedConsole console(mConsole); console && isConsoles) {
-        console->keyReleased(event.key(), static_cast<int>(event.modifiers()), textOf(event));
-    }
-    if (!isHeld && isUnheardToggle(event)) {
-        press(Qt::Key_QuoteLeft, Qt::NoModifier, {});
-        return true;
-    }
-    return isConsoles;
-}
-
-/// Where the input method is on, it keeps a dead key's press to itself: the release is the first that is heard of it.
+/// An input method that is on keeps the press of a dead key to itself, so that only its release is heard.
 bool ConsoleHost::Private::isUnheardToggle(const QKeyEvent& event) const
 {
-    return isDeadKey(event.key()) && isToggle(event) &&
-           QInputMethod::queryFocusObject(Qt::ImEnabled, {}).toBool();
+    return isDeadKey(event.key()) && isToggle(event) && InputMethod::isOn();
 }
 
-void ConsoleHost::Private::forgetHeldKeys()
+void ConsoleHost::Private::releaseHeldKey(const QKeyEvent& event)
 {
+    const bool wasToggleHeld = mHeldKeys.isToggleHeld();
+    mHeldKeys.release(event);
+    if (wasToggleHeld && !mHeldKeys.isToggleHeld()) {
+        mInputMethod.restart();
+    }
+}
+
+void ConsoleHost::Private::releaseHeldKeys()
+{
+    const bool wasToggleHeld = mHeldKeys.isToggleHeld();
     mHeldKeys.clear();
-    if (mHeldToggle) {
-        mHeldToggle.reset();
-        updateInputMethod();
+    if (wasToggleHeld) {
+        mInputMethod.restart();
     }
 }
 
-bool ConsoleHost::Private::wheelTurned(const QWheelEvent& event)
-{
-    const BorrowedConsole console(mConsole);
-    if (!mOpen || !console) {
-        return false;
-    }
-    if (const double lines = mWheel.linesOf(event); lines != 0.0) {
-        console->mouseWheel(Angle(lines * kWheelDegreesPerLine), Angle(0.0));
-        acted(mWatch.look(*console));
-    }
-    return true;
-}
-
-bool ConsoleHost::Private::inputCommitted(const QInputMethodEvent& event)
-{
-    if (!mOpen) {
-        return false;
-    }
-    press(0, Qt::NoModifier, typedText(event.commitString()));
-    return true;
-}
-
-bool ConsoleHost::Private::answerInputMethod(QObject& asked, QInputMethodQueryEvent& event) const
-{
-    if (!mOpen) {
-        return false;
-    }
-    asked.event(&event); // which may know where it is
-    // A toggle key that is still held may repeat, and would compose with itself.
-    event.setValue(Qt::ImEnabled, !mHeldToggle);
-    event.setValue(Qt::ImHints, static_cast<int>(Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase));
-    return true;
-}
-
-/// Has the input method ask anew whether it is wanted, and forget what it has composed so far.
-void ConsoleHost::Private::updateInputMethod() const
-{
-    if (!hasGui()) {
-        return;
-    }
-    const QObject* const focused = QGuiApplication::focusObject();
-    if (focused != nullptr && (focused == mEvents || focused == mFocused)) {
-        QGuiApplication::inputMethod()->reset();
-        QGuiApplication::inputMethod()->update(Qt::ImEnabled | Qt::ImHints);
-    }
-}
-
-void ConsoleHost::Private::takeSize()
+void ConsoleHost::Private::syncSize()
 {
     const BorrowedConsole console(mConsole);
     if (!console || mEvents.isNull()) {
@@ -284,39 +200,31 @@ void ConsoleHost::Private::takeSize()
 
 // What the console does, and what follows from it
 
-void ConsoleHost::Private::press(int key, int modifiers, const std::u32string& text)
+void ConsoleHost::Private::toggle()
+{
+    deliverKey(kConsoleToggleKey, Qt::NoModifier, {});
+}
+
+void ConsoleHost::Private::deliverKey(int key, int modifiers, const std::u32string& text)
 {
     const BorrowedConsole console(mConsole);
     if (!console) {
         return;
     }
     const bool wasOpen = mOpen;
-    bool changed = wasOpen && mWatch.look(*console);
-    const std::size_t before = mWatch.lines().size();
-    if (isEnter(key) && mMirror) {
-        mMirror->catchUp(); // the command may end the program
+    bool changed = wasOpen && mWatch.lookForChange(*console);
+    const std::size_t sizeBefore = mWatch.lines().size();
+    if (runsLine(key)) {
+        mServices.catchUpMirror(); // the command may end the program
     }
     mKeys.press(*console, key, modifiers, text);
     if (wasOpen) {
-        changed = mWatch.look(*console) || changed;
+        changed = mWatch.lookForChange(*console) || changed;
     }
-    if (wasOpen && isEnter(key)) {
-        noteAnswer(before);
+    if (wasOpen && runsLine(key)) {
+        mServices.lastAnswer().find(mWatch.lines(), sizeBefore);
     }
-    acted(changed);
-}
-
-/// The answer to a line is what follows its echo but for the empty line that ends it. `before` is how many entries
-/// there were before the line was run.
-void ConsoleHost::Private::noteAnswer(std::size_t before)
-{
-    const std::vector<LogEntry>& lines = mWatch.lines();
-    const auto echo = std::find_if(lines.begin() + static_cast<std::ptrdiff_t>(before), lines.end(),
-                                   [](const LogEntry& entry) { return entry.type == Input; });
-    if (echo != lines.end()) {
-        mAnswerBegin = static_cast<std::size_t>(echo - lines.begin()) + 1;
-        mAnswerEnd = lines.size() - (lines.back().text.empty() ? 1 : 0);
-    }
+    afterConsoleActed(changed);
 }
 
 void ConsoleHost::Private::setOpen(bool open)
@@ -330,40 +238,36 @@ void ConsoleHost::Private::setOpen(bool open)
     } else {
         console->close();
     }
-    acted(mOpen && mWatch.look(*console));
+    afterConsoleActed(mOpen && mWatch.lookForChange(*console));
 }
 
-/// After the console did something. `changed` says whether it looks different.
-void ConsoleHost::Private::acted(bool changed)
+/// Follows up what the console did. `changed` says whether the open console looks different, as far as is known.
+void ConsoleHost::Private::afterConsoleActed(bool changed)
 {
-    if (mMirror) {
-        mMirror->catchUp();
-    }
-    if (!noticeOpen() && mOpen && changed) {
+    mServices.catchUpMirror();
+    if (!syncOpenState() && mOpen && changed) {
         requestRepaint();
     }
 }
 
-/// Follows the console's open flag. \return whether it was another one.
-bool ConsoleHost::Private::noticeOpen()
+bool ConsoleHost::Private::syncOpenState()
 {
     const BorrowedConsole console(mConsole);
     const bool open = console && console->isOpen();
     if (open == mOpen) {
         return false;
     }
-    mIsFirstFrame = true;
-    mBlinkDue = 0;
+    mPainter.beginAnew();
+    mBlinkTimer.stop();
     mOpen = open;
     if (open) {
-        mWatch.look(*console);
+        mWatch.lookForChange(*console);
         mTicks.start();
     } else {
         mTicks.stop();
-        mBlinkTimer.stop();
         mWatch.forget();
     }
-    updateInputMethod();
+    mInputMethod.restart();
     if (!mHost.isNull()) {
         emit mHost->openChanged(open);
     }
@@ -371,15 +275,13 @@ bool ConsoleHost::Private::noticeOpen()
     return true;
 }
 
-/// While the console is open: looks for what nobody tells, lines from other threads and frames that were painted.
+/// While the console is open: looks for what no event tells, lines from other threads and frames that were painted.
 void ConsoleHost::Private::tick()
 {
     const std::shared_ptr<Private> keep = shared_from_this();
-    if (const qint64 due = mBlinkDue.exchange(0); due != 0) {
-        mBlinkTimer.start(static_cast<int>(std::max<qint64>(0, due - now())));
-    }
+    mBlinkTimer.start();
     const BorrowedConsole console(mConsole);
-    if (!noticeOpen() && console && mWatch.look(*console)) {
+    if (!syncOpenState() && console && mWatch.lookForChange(*console)) {
         requestRepaint();
     }
 }
@@ -394,7 +296,7 @@ void ConsoleHost::Private::requestRepaint()
 void ConsoleHost::Private::paint(QPainter& painter)
 {
     if (!mHost.isNull() && QThread::currentThread() == mHost->thread()) {
-        noticeOpen();
+        syncOpenState();
     }
     const BorrowedConsole console(mConsole);
     if (!mOpen || !console) {
@@ -402,55 +304,9 @@ void ConsoleHost::Private::paint(QPainter& painter)
         return;
     }
     if (painter.isActive()) {
-        mPainter.paint(*console, painter, mIsFirstFrame.exchange(false));
-        mBlinkDue = now() + static_cast<qint64>(std::ceil(mPainter.secondsToBlink() * 1000.0)) + 1;
+        mPainter.paint(*console, painter);
+        mBlinkTimer.setDue(mPainter.secondsToBlink());
     }
-}
-
-// The clipboard
-
-void ConsoleHost::Private::copyLog()
-{
-    if (const BorrowedConsole console(mConsole); console) {
-        const ConsoleSnapshot snapshot = console->snapshot();
-        putOnClipboard(logText(snapshot.lines(), 0, snapshot.lines().size()));
-    }
-}
-
-void ConsoleHost::Private::copyLastAnswer()
-{
-    if (const BorrowedConsole console(mConsole); console && mAnswerBegin < mAnswerEnd) {
-        const ConsoleSnapshot snapshot = console->snapshot();
-        putOnClipboard(logText(snapshot.lines(), mAnswerBegin, mAnswerEnd));
-    }
-}
-
-// The other services
-
-bool ConsoleHost::Private::mirrorLog(const QString& fileName)
-{
-    mMirror = fileName.isEmpty() ? nullptr : std::make_shared<LogMirror>(mConsole, fileName);
-    if (mMessages) {
-        mMessages->setMirror(mMirror);
-    }
-    return mMirror && mMirror->isOpen();
-}
-
-void ConsoleHost::Private::captureQtMessages(bool capture)
-{
-    if (capture == (mMessages != nullptr)) {
-        return;
-    }
-    mMessages = capture ? std::make_unique<QtMessageLog>(mConsole) : nullptr;
-    if (mMessages) {
-        mMessages->setMirror(mMirror);
-    }
-}
-
-void ConsoleHost::Private::endServices()
-{
-    captureQtMessages(false);
-    mirrorLog({});
 }
 
 } // namespace zephyr::console::qt

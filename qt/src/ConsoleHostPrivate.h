@@ -1,23 +1,22 @@
 #ifndef ZEPHYR_CONSOLE_QT_CONSOLEHOSTPRIVATE_H
 #define ZEPHYR_CONSOLE_QT_CONSOLEHOSTPRIVATE_H
 
+#include "BlinkTimer.h"
 #include "ChangeWatch.h"
 #include "ConsoleLender.h"
 #include "FramePainter.h"
+#include "HeldKeys.h"
+#include "InputMethod.h"
 #include "KeyDelivery.h"
-#include "LogMirror.h"
-#include "QtMessageLog.h"
+#include "LogServices.h"
 #include "WheelTurns.h"
 #include "zephyr/console/qt/ConsoleHost.h"
 
-#include <QHash>
 #include <QPointer>
 #include <QTimer>
 
 #include <atomic>
-#include <cstddef>
 #include <memory>
-#include <optional>
 #include <string>
 
 class QEvent;
@@ -29,76 +28,74 @@ class QWheelEvent;
 
 namespace zephyr::console::qt {
 
-/// What a ConsoleHost does and keeps. Shared with a running event, during which the host may be destroyed.
+/// What joins the parts of a ConsoleHost: events, the open state, painting and services. A running event keeps this
+/// object alive, since the host may be destroyed during one.
 class ConsoleHost::Private : public std::enable_shared_from_this<ConsoleHost::Private>
 {
 public:
     Private(ConsoleHost& host, const std::shared_ptr<Console>& console, QObject* events);
 
-    bool handle(QObject* watched, QEvent& event);
-    void watchFocusObject(QObject* focused);
-    void paint(QPainter& painter);
-    void setOpen(bool open);
-    bool noticeOpen();
-    void takeSize();
-    void copyLog();
-    void copyLastAnswer();
-    bool mirrorLog(const QString& fileName);
-    void captureQtMessages(bool capture);
-    void endServices();
+    /// Handles an event that `watched` is about to get. \return whether the console took it.
+    bool filterEvent(QObject* watched, QEvent& event);
 
-    ToggleKeys mToggleKeys;
-    std::atomic<bool> mOpen{false};
+    /// Paints the console if it is open. From any thread, one at a time.
+    void paint(QPainter& painter);
+
+    /// Whether the console was open when this object last looked. From any thread.
+    bool isOpen() const { return mOpen; }
+
+    void setOpen(bool open);
+
+    /// Follows the console's own open flag, and announces a change. \return whether it changed.
+    bool syncOpenState();
+
+    /// Passes the size of the object that gets the events to the console.
+    void syncSize();
+
+    void setToggleKeys(const ToggleKeys& keys) { mToggleKeys = keys; }
+    const ToggleKeys& toggleKeys() const { return mToggleKeys; }
+
+    InputMethod& inputMethod() { return mInputMethod; }
+    LogServices& services() { return mServices; }
 
 private:
-    /// Who a key that is held was pressed for, and so who gets its repeats and its release.
-    enum class Taker
-    {
-        Console,
-        Host
-    };
+    // Each of these handles one kind of event, and returns whether the console took it.
+    bool filterInputMethodEvent(QObject& receiver, QEvent& event);
+    bool filterInputEvent(QEvent& event);
+    bool filterKeyPress(const QKeyEvent& event);
+    bool filterKeyRelease(const QKeyEvent& event);
+    bool filterWheel(const QWheelEvent& event);
+    bool filterCommit(const QInputMethodEvent& event);
+    bool filterQuery(QInputMethodQueryEvent& query, QObject& asked) const;
 
-    bool handle(QEvent& event);
-    bool handleInputMethod(QObject& receiver, QEvent& event);
-    Taker takerOf(const QKeyEvent& event) const;
     bool isToggle(const QKeyEvent& event) const;
-    bool overrideShortcut(const QKeyEvent& event) const;
-    bool keyPressed(const QKeyEvent& event);
-    bool keyReleased(const QKeyEvent& event);
-    void forgetHeldKeys();
+    bool isForConsole(const QKeyEvent& event) const;
     bool isUnheardToggle(const QKeyEvent& event) const;
-    bool wheelTurned(const QWheelEvent& event);
-    bool inputCommitted(const QInputMethodEvent& event);
-    bool answerInputMethod(QObject& asked, QInputMethodQueryEvent& event) const;
-    void updateInputMethod() const;
-
-    void press(int key, int modifiers, const std::u32string& text);
-    void noteAnswer(std::size_t before);
-    void acted(bool changed);
+    void releaseHeldKey(const QKeyEvent& event);
+    void releaseHeldKeys();
+    void toggle();
+    void deliverKey(int key, int modifiers, const std::u32string& text);
+    void afterConsoleActed(bool changed);
     void tick();
     void requestRepaint();
 
     const std::shared_ptr<ConsoleLender> mConsole;
     const QPointer<QObject> mEvents;
     const QPointer<ConsoleHost> mHost;
-    QPointer<QObject> mFocused; // what gets a window's input-method events in its place
-    std::shared_ptr<LogMirror> mMirror;
-    std::unique_ptr<QtMessageLog> mMessages;
+    ToggleKeys mToggleKeys;
+    std::atomic<bool> mOpen{false};
+
+    HeldKeys mHeldKeys;
+    InputMethod mInputMethod;
     KeyDelivery mKeys;
     WheelTurns mWheel;
-    ChangeWatch mWatch;
-    QHash<quint64, Taker> mHeldKeys;
-    std::optional<quint64> mHeldToggle;
-    std::size_t mAnswerBegin = 0;
-    std::size_t mAnswerEnd = 0;
-    QTimer mBlinkTimer;
-    QTimer mTicks;
 
-    // What painting uses, on whatever thread that is.
-    FramePainter mPainter;
-    std::atomic<bool> mIsFirstFrame{true};
-    // When the painted cursor changes, as now() tells the time; 0 is never.
-    std::atomic<qint64> mBlinkDue{0};
+    ChangeWatch mWatch;
+    QTimer mTicks;
+    BlinkTimer mBlinkTimer;
+    FramePainter mPainter; // on whatever thread paints
+
+    LogServices mServices;
 };
 
 } // namespace zephyr::console::qt

@@ -21,9 +21,8 @@ std::shared_ptr<Console> ConsoleLender::lend() const
 
 void ConsoleLender::giveBack(std::shared_ptr<Console> console)
 {
-    const bool isAwaited =
-        QCoreApplication::instance() != nullptr; // with no application, nobody drops it later
-    if (console && isAwaited && QThread::currentThread() != mReturned->thread()) {
+    const bool isDroppedLater = QCoreApplication::instance() != nullptr; // by the application's thread
+    if (console && isDroppedLater && QThread::currentThread() != mReturned->thread()) {
         mReturned->put(std::move(console));
     }
 }

@@ -11,28 +11,28 @@ namespace zephyr::console::qt {
 
 class ReturnedConsole;
 
-/// Lends a console that it doesn't keep alive, for the length of a call on any thread. Should the host let go of the
-/// console meanwhile, the application's thread destroys it, where its commands expect that, and not the thread that
-/// borrowed it.
+/// Lends a console for the length of a call, on any thread, without keeping the console alive. If the host lets go of
+/// the console during the call, the console is destroyed on the application's thread, where its commands expect that,
+/// and not on the thread that borrowed it.
 ///
-/// A reference can't be dropped "unless it is the last". So a borrower on another thread never drops one: it gives it
-/// back, and the application's thread, which is asked to once however many come back meanwhile, drops it.
+/// A shared pointer can't be dropped "unless it is the last". So a borrower on another thread never drops its pointer:
+/// it gives the pointer back, and the application's thread drops it.
 class ConsoleLender
 {
 public:
     explicit ConsoleLender(std::weak_ptr<Console> console);
 
-    /// The console, or null when it is gone. To be held by a BorrowedConsole.
+    /// The console, or null if it is gone. A BorrowedConsole holds it.
     std::shared_ptr<Console> lend() const;
 
-    /// Takes what lend() answered.
+    /// Takes back the pointer that lend() returned.
     void giveBack(std::shared_ptr<Console> console);
 
     /// Whether the console is gone.
     bool isGone() const;
 
 private:
-    /// Leaves the object to its own thread.
+    /// Has the object destroyed on its own thread.
     struct DeleteThere
     {
         void operator()(ReturnedConsole* returned) const;
@@ -42,7 +42,7 @@ private:
     const std::unique_ptr<ReturnedConsole, DeleteThere> mReturned;
 };
 
-/// A console for the length of a call, if it still lives.
+/// A console that is borrowed for the length of a call. Converts to false if the console is gone.
 class BorrowedConsole
 {
 public:

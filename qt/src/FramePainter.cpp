@@ -1,8 +1,8 @@
 #include "FramePainter.h"
 
+#include "SnapshotRefresh.h"
 #include "zephyr/common/ElapsedSimTime.h"
 #include "zephyr/common/Time.h"
-#include "zephyr/console/Console.h"
 
 #include <QObject>
 #include <QPaintDevice>
@@ -12,13 +12,12 @@
 #include <QtMath>
 
 #include <algorithm>
-#include <cmath>
 
 namespace zephyr::console::qt {
 
 namespace {
 
-/// Restores a painter, whatever happens in between.
+/// Saves a painter's state, and restores it at the end of the scope.
 class PainterState
 {
 public:
@@ -31,9 +30,9 @@ private:
     QPainter& mPainter;
 };
 
-/// Sets what a host's painting may have left behind and the renderer relies on. The clip stays: it is what the frame
-/// is to be limited to.
-void makeFresh(QPainter& painter)
+/// Resets the state that the renderer relies on and that the host's painting may have changed. The clip stays, since it
+/// limits the frame.
+void resetState(QPainter& painter)
 {
     painter.setPen(QPen());
     painter.setOpacity(1.0);
@@ -42,13 +41,13 @@ void makeFresh(QPainter& painter)
     painter.setBackgroundMode(Qt::TransparentMode);
 }
 
-/// Whether a device tells its size in logical pixels, as windows and widgets do, and not in its own.
+/// Whether a device gives its size in logical pixels, as windows and widgets do, and not in its own pixels.
 bool countsLogicalPixels(const QPaintDevice& device)
 {
     return dynamic_cast<const QObject*>(&device) != nullptr && device.devicePixelRatioF() != 1.0;
 }
 
-/// Whether a painter is scaled in place of its device having a ratio, as an item's painter is.
+/// Whether a painter is scaled, as an item's painter is, whose device has no pixel ratio.
 bool isScaled(const QTransform& transform)
 {
     return transform.type() == QTransform::TxScale && transform.m11() > 0 && transform.m22() > 0;
@@ -56,35 +55,34 @@ bool isScaled(const QTransform& transform)
 
 } // namespace
 
-/// Where the renderer, which divides a device's width and height by its ratio, would take another size than the
-/// device has in the painter's pixels.
+/// The layer to render on, if the renderer can't paint on the device itself. The renderer divides the device's width
+/// and height by its pixel ratio, and for some devices that isn't their size in the painter's pixels.
 std::optional<FramePainter::Layer> FramePainter::layerFor(const QPainter& painter)
 {
     const QPaintDevice& device = *painter.device();
     const double ratio = device.devicePixelRatioF();
-    // Qt scales by the ratio besides what the host has set, by a transformation or by window and viewport.
+    // The combined transformation is the host's, set as such or by window and viewport, times Qt's scaling by the
+    // ratio.
     const QTransform transform =
         painter.combinedTransform() * QTransform::fromScale(1.0 / ratio, 1.0 / ratio);
     const bool isLogical = countsLogicalPixels(device);
     if (!isLogical && !isScaled(transform)) {
         return std::nullopt;
     }
-    const double counted = isLogical ? ratio : 1.0;
-    const QSize pixels(qCeil(device.width() * counted), qCeil(device.height() * counted));
+    const double pixelsPerUnit = isLogical ? ratio : 1.0;
+    const QSize pixels(qCeil(device.width() * pixelsPerUnit), qCeil(device.height() * pixelsPerUnit));
     return isScaled(transform) ? Layer{pixels, ratio * transform.m11(), ratio * transform.m22()}
                                : Layer{pixels, ratio, ratio};
 }
 
-void FramePainter::paint(const Console& console, QPainter& painter, bool isFirst)
+void FramePainter::paint(const Console& console, QPainter& painter)
 {
-    if (mSnapshot) {
-        console.refresh(*mSnapshot);
-    } else {
-        mSnapshot = console.snapshot();
-    }
-    const double seconds = advanceClocks(isFirst);
+    const bool isFirst = mIsFirstFrame.exchange(false);
+    takeOrRefresh(mSnapshot, console);
+    const double seconds = restartFrameClock(isFirst);
+    mBlinkClock.advance(seconds, mSnapshot->cursorPosition());
     const PainterState state(painter);
-    makeFresh(painter);
+    resetState(painter);
     if (const std::optional<Layer> layer = layerFor(painter)) {
         renderOnLayer(seconds, *layer, painter);
     } else {
@@ -109,35 +107,26 @@ void FramePainter::renderOnLayer(double seconds, const Layer& layer, QPainter& p
         QRectF(0.0, 0.0, layer.pixels.width() / layer.scaleX, layer.pixels.height() / layer.scaleY), mLayer);
 }
 
-/// \return the seconds since the frame before.
-double FramePainter::advanceClocks(bool isFirst)
+/// \return the seconds since the last frame.
+double FramePainter::restartFrameClock(bool isFirst)
 {
     const double seconds =
         isFirst || !mFrameClock.isValid() ? 0.0 : static_cast<double>(mFrameClock.nsecsElapsed()) * 1e-9;
     mFrameClock.start();
-    if (mSnapshot->cursorPosition() == mLastCursorPos) {
-        mBlinkTime += seconds;
-    } else {
-        mBlinkTime = 0.0;
-        mLastCursorPos = mSnapshot->cursorPosition();
-    }
     return seconds;
 }
 
 double FramePainter::secondsToBlink() const
 {
-    const double rate = mSnapshot->cursorBlinkRate();
-    const double phases = rate * mBlinkTime;
-    return (std::floor(phases) + 1.0 - phases) / rate;
+    return mBlinkClock.secondsToChange(mSnapshot->cursorBlinkRate());
 }
 
 void FramePainter::rest()
 {
     mLayer = QImage();
     mSnapshot.reset();
-    mRenderer = ConsoleRenderer(); // with the layout of every line that was shown, and a blink clock
-    mLastCursorPos = 0;
-    mBlinkTime = 0.0;
+    mRenderer = ConsoleRenderer(); // which keeps the layout of every line that was shown
+    mBlinkClock = {};
 }
 
 } // namespace zephyr::console::qt

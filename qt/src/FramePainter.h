@@ -3,12 +3,13 @@
 
 #include "zephyr/console/ConsoleRenderer.h"
 #include "zephyr/console/ConsoleSnapshot.h"
+#include "zephyr/console/detail/BlinkClock.h"
 
 #include <QElapsedTimer>
 #include <QImage>
 #include <QSize>
 
-#include <cstdint>
+#include <atomic>
 #include <optional>
 
 class QPainter;
@@ -19,23 +20,26 @@ class Console;
 
 namespace zephyr::console::qt {
 
-/// Paints one console, frame after frame, and keeps what that needs from one to the next. Used by one thread at a
-/// time, the one that paints.
+/// Paints one console, frame after frame, and keeps what the next frame needs. For one thread at a time, the one that
+/// paints, unless a function says otherwise.
 class FramePainter
 {
 public:
-    /// Paints the console over the whole device of an active painter, whose state it leaves as it was. `isFirst` says
-    /// that the frame follows no other, so that no time has passed for the cursor.
-    void paint(const Console& console, QPainter& painter, bool isFirst);
+    /// Paints the console over the whole device of an active painter, and leaves the painter's state as it was.
+    void paint(const Console& console, QPainter& painter);
 
-    /// The seconds from the last frame, which there must be, until the cursor next changes between shown and hidden.
+    /// The seconds from the last frame until the cursor next changes between shown and hidden. There must be a frame.
     double secondsToBlink() const;
 
-    /// Gives the memory back that only an open console needs.
+    /// Frees what only an open console needs.
     void rest();
 
+    /// Makes the next frame a first one: no time passes for the cursor between the frame before and that one. From any
+    /// thread.
+    void beginAnew() { mIsFirstFrame = true; }
+
 private:
-    /// An image to render on, in the device's own pixels, and how many of them a pixel of the painter takes.
+    /// An image to render on: its size in the device's own pixels, and how many of these make one of the painter's.
     struct Layer
     {
         QSize pixels;
@@ -44,15 +48,15 @@ private:
     };
 
     static std::optional<Layer> layerFor(const QPainter& painter);
-    double advanceClocks(bool isFirst);
+    double restartFrameClock(bool isFirst);
     void renderOnLayer(double seconds, const Layer& layer, QPainter& painter);
 
     std::optional<ConsoleSnapshot> mSnapshot;
     ConsoleRenderer mRenderer;
-    QElapsedTimer mFrameClock;
+    std::atomic<bool> mIsFirstFrame{true};
+    QElapsedTimer mFrameClock;      // since the last frame
+    detail::BlinkClock mBlinkClock; // in step with the renderer's
     QImage mLayer;
-    std::uint32_t mLastCursorPos = 0;
-    double mBlinkTime = 0.0; // seconds, counted as the renderer counts them
 };
 
 } // namespace zephyr::console::qt

@@ -1,7 +1,9 @@
 #include "KeyDelivery.h"
 
-#include "zephyr/common/StringUtil.h"
+#include "ConsoleKeys.h"
 #include "zephyr/console/Console.h"
+#include "zephyr/console/ExceptionLine.h"
+#include "zephyr/console/Texts.h"
 
 #include <Qt>
 
@@ -13,18 +15,10 @@ namespace zephyr::console::qt {
 
 namespace {
 
-const char* const kInputFull = "Maximum input length exceeded.";
-const char* const kExceptionStart = "The console caught an exception: ";
-const char* const kUnknownException = "unknown exception";
-
-bool runsHostCode(int key)
-{
-    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab || key == Qt::Key_Backtab;
-}
-
+/// The console throws this error when its line is full, but a command or a completion may throw the same.
 bool isRefusedInsertion(const std::system_error& error, int key)
 {
-    return error.code() == std::errc::resource_deadlock_would_occur && !runsHostCode(key);
+    return error.code() == std::errc::resource_deadlock_would_occur && !runsLine(key) && !completesLine(key);
 }
 
 } // namespace
@@ -33,47 +27,43 @@ KeyDelivery::KeyDelivery(std::function<void(const QString& line)> caught) : mCau
 
 void KeyDelivery::press(Console& console, int key, int modifiers, const std::u32string& text)
 {
-    mRefusalTold = mRefusalTold && !console.activeInput().empty(); // another line
-    bool goesOn = pressOne(console, key, modifiers, text.substr(0, 1));
+    mIsFullLineReported = mIsFullLineReported && !console.activeInput().empty(); // another line
+    bool goesOn = tryPressOne(console, key, modifiers, text.substr(0, 1));
     for (std::size_t i = 1; goesOn && i < text.size(); ++i) {
-        goesOn = pressOne(console, 0, Qt::NoModifier, text.substr(i, 1));
+        goesOn = tryPressOne(console, 0, Qt::NoModifier, text.substr(i, 1));
     }
 }
 
-/// \return whether the console took the key without an exception.
-bool KeyDelivery::pressOne(Console& console, int key, int modifiers, const std::u32string& text)
+/// \return whether the console took the key without throwing.
+bool KeyDelivery::tryPressOne(Console& console, int key, int modifiers, const std::u32string& text)
 {
     try {
         console.keyPressed(key, modifiers, text);
-        mRefusalTold = mRefusalTold && text.empty();
+        mIsFullLineReported = mIsFullLineReported && text.empty();
         return true;
     } catch (const std::system_error& error) {
         if (isRefusedInsertion(error, key)) {
-            tellRefusal(console);
+            reportFullLine(console);
         } else {
-            tell(console, kExceptionStart + std::string(error.what()));
+            report(console, exceptionLine(std::current_exception()));
         }
-    } catch (const std::exception& error) {
-        tell(console, kExceptionStart + std::string(error.what()));
     } catch (...) {
-        tell(console, std::string(kExceptionStart) + kUnknownException);
+        report(console, exceptionLine(std::current_exception()));
     }
     return false;
 }
 
-void KeyDelivery::tellRefusal(Console& console)
+void KeyDelivery::reportFullLine(Console& console)
 {
-    if (!std::exchange(mRefusalTold, true)) {
-        tell(console, kInputFull);
+    if (!std::exchange(mIsFullLineReported, true)) {
+        report(console, kInputFull);
     }
 }
 
-void KeyDelivery::tell(Console& console, const std::string& message)
+void KeyDelivery::report(Console& console, const std::u32string& line)
 {
-    QString line = QString::fromStdU32String(StringUtil::toU32String(message));
-    line.replace(QLatin1Char('\n'), QLatin1Char(' '));
-    console.write(line.toStdU32String(), Output);
-    mCaught(line);
+    console.write(line, Output);
+    mCaught(QString::fromStdU32String(line));
 }
 
 } // namespace zephyr::console::qt

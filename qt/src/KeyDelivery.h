@@ -12,25 +12,25 @@ class Console;
 
 namespace zephyr::console::qt {
 
-/// Gives keys to a console and lets no exception of theirs out: each ends in one line in the log.
+/// Delivers keys to a console, and turns each exception that they cause into one line in the log.
 class KeyDelivery
 {
 public:
-    /// `caught` is called with the line after it was written.
+    /// `caught` is called with each such line, after it was written.
     explicit KeyDelivery(std::function<void(const QString& line)> caught);
 
-    /// Presses a key that types `text`, all of it: the console takes one code point a key, so that the rest follows
-    /// as keys of its own. The first exception ends it. Refused insertions are told once, and again only after one
-    /// that was not refused or in another line.
+    /// Presses a key that types `text`. The console takes one code point a key, so that each further code point follows
+    /// as a key press of its own, until the first exception. That the line is full is reported once, and again only
+    /// after an insertion that succeeded or in another line.
     void press(Console& console, int key, int modifiers, const std::u32string& text);
 
 private:
-    bool pressOne(Console& console, int key, int modifiers, const std::u32string& text);
-    void tellRefusal(Console& console);
-    void tell(Console& console, const std::string& message);
+    bool tryPressOne(Console& console, int key, int modifiers, const std::u32string& text);
+    void reportFullLine(Console& console);
+    void report(Console& console, const std::u32string& line);
 
     std::function<void(const QString& line)> mCaught;
-    bool mRefusalTold = false;
+    bool mIsFullLineReported = false;
 };
 
 } // namespace zephyr::console::qt

@@ -5,11 +5,17 @@
 
 #include <string>
 
+class QKeyEvent;
+
 namespace zephyr::console::qt {
 
-/// The code points of what a key or an input method types, without control characters, which keys such as Escape and
-/// Ctrl+A carry as text. Surrogate pairs are joined.
+/// What an input method types, in code points and without control characters.
 std::u32string typedText(const QString& text);
+
+/// What a key types, in code points and without control characters, which keys such as Escape carry as text. As in Qt's
+/// own line edits, a key pressed with Ctrl is a command and types nothing; but Ctrl+Alt types, since some platforms
+/// report AltGr as that.
+std::u32string typedText(const QKeyEvent& event);
 
 } // namespace zephyr::console::qt
 

@@ -2,6 +2,7 @@
 
 #include "ConsoleLender.h"
 #include "LogText.h"
+#include "SnapshotRefresh.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 
@@ -15,7 +16,7 @@ namespace zephyr::console::qt {
 namespace {
 
 constexpr std::chrono::milliseconds kInterval{10};
-constexpr std::chrono::seconds kLongestWait{1}; // of a program that is about to end
+constexpr std::chrono::seconds kLongestWait{1}; // before a program ends
 
 const char* const kWriteError = "The log is no longer written to '%1': %2";
 
@@ -25,7 +26,7 @@ LogMirror::LogMirror(std::shared_ptr<ConsoleLender> console, const QString& file
     : mConsole(std::move(console)), mFile(fileName)
 {
     if (mFile.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        catchUp();
+        tryCatchUp();
         mThread = std::jthread([this](const std::stop_token& stop) { follow(stop); });
     }
 }
@@ -36,7 +37,7 @@ LogMirror::~LogMirror()
     if (mThread.joinable()) {
         mThread.join();
     }
-    catchUp();
+    tryCatchUp();
 }
 
 bool LogMirror::isOpen() const
@@ -47,7 +48,7 @@ bool LogMirror::isOpen() const
 
 void LogMirror::follow(const std::stop_token& stop)
 {
-    while (catchUp()) {
+    while (tryCatchUp()) {
         std::unique_lock lock(mMutex);
         mStopped.wait_for(lock, stop, kInterval, [] { return false; });
         if (stop.stop_requested()) {
@@ -56,14 +57,14 @@ void LogMirror::follow(const std::stop_token& stop)
     }
 }
 
-bool LogMirror::catchUp()
+bool LogMirror::tryCatchUp()
 {
-    const BorrowedConsole console(mConsole); // may end with the console, so not under the lock
+    const BorrowedConsole console(mConsole); // may destroy the console at its end, so outside the lock
     const std::lock_guard lock(mMutex);
-    return writeNew(console);
+    return tryWriteNew(console);
 }
 
-void LogMirror::catchUpFromAnywhere()
+void LogMirror::catchUpBeforeTheEnd()
 {
     if (mWriter == std::this_thread::get_id()) {
         return;
@@ -76,24 +77,20 @@ void LogMirror::catchUpFromAnywhere()
         lock.try_lock();
     }
     if (lock) {
-        writeNew(console);
+        tryWriteNew(console);
     }
 }
 
-bool LogMirror::writeNew(const BorrowedConsole& console)
+bool LogMirror::tryWriteNew(const BorrowedConsole& console)
 {
     mWriter = std::this_thread::get_id();
     const auto written = qScopeGuard([this] { mWriter = std::thread::id(); });
     if (!console || !mFile.isOpen()) {
         return false;
     }
-    if (mSnapshot) {
-        console->refresh(*mSnapshot);
-    } else {
-        mSnapshot = console->snapshot();
-    }
+    takeOrRefresh(mSnapshot, *console);
     for (; mWritten < mSnapshot->lines().size(); ++mWritten) {
-        if (!writeEntry(mSnapshot->lines()[mWritten])) {
+        if (!tryWriteEntry(mSnapshot->lines()[mWritten])) {
             giveUp(*console);
             return false;
         }
@@ -101,7 +98,7 @@ bool LogMirror::writeNew(const BorrowedConsole& console)
     return true;
 }
 
-bool LogMirror::writeEntry(const LogEntry& entry)
+bool LogMirror::tryWriteEntry(const LogEntry& entry)
 {
     const std::string line = StringUtil::toString(logText(entry));
     const auto size = static_cast<qint64>(line.size());

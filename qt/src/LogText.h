@@ -13,11 +13,10 @@ struct LogEntry;
 
 namespace zephyr::console::qt {
 
-/// What leaves the console for a file or the clipboard: the entry's text, after the prompt if it is a line that was
-/// run, and a line feed.
+/// An entry as text for a file or the clipboard: as the user sees it, with a line feed at its end.
 std::u32string logText(const LogEntry& entry);
 
-/// logText() of the entries from index `first` to before index `last`.
+/// logText() of the entries in the half-open range of indices [first, last).
 QString logText(const std::vector<LogEntry>& entries, std::size_t first, std::size_t last);
 
 } // namespace zephyr::console::qt

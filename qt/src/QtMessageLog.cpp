@@ -24,31 +24,31 @@ const char* const kWarning = "warning";
 const char* const kCritical = "critical";
 const char* const kFatal = "fatal";
 
-/// A console that asked for messages. Several kits may have asked for the same one.
+/// A console that gets messages. Several hosts of one console make several listeners.
 struct Listener
 {
     std::shared_ptr<ConsoleLender> console;
     std::weak_ptr<LogMirror> mirror;
 };
 
-/// Qt's message handler is one function for the whole program, so that what it writes to must be found from it.
+/// What Qt's message handler writes to. The handler is one function for the whole program, so this can't be a member.
 struct Listeners
 {
     std::mutex mutex;
     std::vector<Listener> all;
-    QtMessageHandler first = nullptr;    // what was installed before this file's handler ever was
-    QtMessageHandler previous = nullptr; // what was installed before it last was
+    QtMessageHandler first = nullptr;    // installed when handleMessage() took over for the first time
+    QtMessageHandler previous = nullptr; // installed when handleMessage() took over for the last time
 };
 
 Listeners& listeners()
 {
-    // Never destroyed: the last messages come at the program's end.
+    // Never destroyed, since messages may come until the very end of the program.
     static auto* const instance = new Listeners;
     return *instance;
 }
 
-/// The listener of `console`, which is there.
-std::vector<Listener>::iterator find(const ConsoleLender& console)
+/// The listener for `console`. There must be one.
+std::vector<Listener>::iterator listenerFor(const ConsoleLender& console)
 {
     std::vector<Listener>& all = listeners().all;
     return std::find_if(all.begin(), all.end(),
@@ -66,7 +66,7 @@ const char* nameOf(QtMsgType type)
     }
 }
 
-/// Writes to each console once, however many listen for it.
+/// Writes to each console once, even if it has several listeners.
 void writeToConsoles(const std::vector<Listener>& all, const QString& line) noexcept
 {
     std::vector<const Console*> told;
@@ -78,18 +78,18 @@ void writeToConsoles(const std::vector<Listener>& all, const QString& line) noex
                 console->write(line.toStdU32String(), Output);
             }
         } catch (...) {
-            // For want of memory, or from under a console's lock. The handler before gets the message all the same.
+            // Memory ran out, or the message came from under the console's lock. The previous handler still gets it.
             continue;
         }
     }
 }
 
-/// The program ends when a fatal message has been handled.
-void keepLastWords(const std::vector<Listener>& all)
+/// Brings the mirrors up to date before the program ends, as it does once a fatal message has been handled.
+void catchUpMirrors(const std::vector<Listener>& all)
 {
     for (const Listener& listener : all) {
         if (const std::shared_ptr<LogMirror> mirror = listener.mirror.lock()) {
-            mirror->catchUpFromAnywhere();
+            mirror->catchUpBeforeTheEnd();
         }
     }
 }
@@ -105,7 +105,8 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
         first = listeners().first;
         previous = listeners().previous;
     }
-    // A handler that was installed over this one, and then had this one installed over it, calls it back.
+    // A handler that was installed later calls this one. If this one was then installed again, that handler is the
+    // previous one too, and would call this one back without end.
     static thread_local bool isHandling = false;
     if (isHandling) {
         first(type, context, message);
@@ -115,7 +116,7 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
     const auto handled = qScopeGuard([] { isHandling = false; });
     writeToConsoles(all, QString(kMessage).arg(nameOf(type), message));
     if (type == QtFatalMsg) {
-        keepLastWords(all);
+        catchUpMirrors(all);
     }
     previous(type, context, message);
 }
@@ -132,12 +133,12 @@ void takeOver()
     }
 }
 
-/// Where somebody has installed another handler since, that one stays, and may go on calling this one.
+/// A handler that was installed later stays in place, and may still call this one.
 void handBack()
 {
     const QtMessageHandler installed = qInstallMessageHandler(listeners().previous);
     if (installed == handleMessage) {
-        // What was before is in its place now, and if it calls this handler, must not be called again.
+        // The previous handler is in place again. If it calls this one, it must not be called back.
         listeners().previous = listeners().first;
     } else {
         qInstallMessageHandler(installed);
@@ -158,7 +159,7 @@ QtMessageLog::QtMessageLog(std::shared_ptr<ConsoleLender> console) : mConsole(st
 QtMessageLog::~QtMessageLog()
 {
     const std::lock_guard lock(listeners().mutex);
-    listeners().all.erase(find(*mConsole));
+    listeners().all.erase(listenerFor(*mConsole));
     if (listeners().all.empty()) {
         handBack();
     }
@@ -167,7 +168,7 @@ QtMessageLog::~QtMessageLog()
 void QtMessageLog::setMirror(const std::weak_ptr<LogMirror>& mirror)
 {
     const std::lock_guard lock(listeners().mutex);
-    find(*mConsole)->mirror = mirror;
+    listenerFor(*mConsole)->mirror = mirror;
 }
 
 } // namespace zephyr::console::qt

@@ -8,8 +8,8 @@ namespace zephyr::console::qt {
 class ConsoleLender;
 class LogMirror;
 
-/// Writes Qt's own messages into a console's log while it lives, from whatever thread they come. The message handler
-/// that was installed before goes on being called.
+/// Writes Qt's own messages into a console's log while it lives, whatever thread they come from. The message handler
+/// that was installed before is still called.
 class QtMessageLog
 {
 public:
@@ -19,7 +19,7 @@ public:
     QtMessageLog(const QtMessageLog&) = delete;
     QtMessageLog& operator=(const QtMessageLog&) = delete;
 
-    /// Names the mirror of the log that is to have a message that ends the program before it does; empty for none.
+    /// Sets the mirror that is brought up to date before a fatal message ends the program; null for none.
     void setMirror(const std::weak_ptr<LogMirror>& mirror);
 
 private:

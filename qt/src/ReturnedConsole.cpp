@@ -27,7 +27,8 @@ void ReturnedConsole::put(std::shared_ptr<Console> console)
     {
         const std::lock_guard lock(mMutex);
         if (mConsole) {
-            console.reset(); // not the last: the other one is dropped after this lock
+            console
+                .reset(); // never the last pointer: mConsole is another, which can only be dropped after this lock
             return;
         }
         mConsole = std::move(console);
@@ -37,7 +38,7 @@ void ReturnedConsole::put(std::shared_ptr<Console> console)
 
 void ReturnedConsole::drop()
 {
-    // Dropped outside of the lock, as the console's commands may be destroyed with it.
+    // Declared before the lock, and so dropped after it: the console's commands may be destroyed with the pointer.
     std::shared_ptr<Console> dropped;
     const std::lock_guard lock(mMutex);
     dropped.swap(mConsole);

@@ -12,8 +12,8 @@ class Console;
 
 namespace zephyr::console::qt {
 
-/// Has the application's thread drop references to a console that other threads come to hold. Lives on the
-/// application's thread, or on the one that made it where there is no application yet.
+/// Drops, on the application's thread, the pointers to a console that other threads have borrowed. Lives on the
+/// application's thread, or on the thread that made it if there was no application yet.
 class ReturnedConsole : public QObject
 {
     Q_OBJECT
@@ -22,11 +22,11 @@ public:
     ReturnedConsole();
     ~ReturnedConsole() override;
 
-    /// Takes a reference over, to be dropped by the thread that this lives on. Any thread may call it.
+    /// Takes a pointer over, which the thread that this object lives on drops. From any thread.
     void put(std::shared_ptr<Console> console);
 
 signals:
-    /// What was put waits. Without arguments, so that nothing but what the mutex guards crosses from thread to thread.
+    /// A pointer waits to be dropped. The signal has no arguments: the pointer crosses threads under the mutex only.
     void arrived();
 
 private:

@@ -1,5 +1,7 @@
 #include "zephyr/console/qt/ToggleKeys.h"
 
+#include "zephyr/console/qt/KeyTraits.h"
+
 #include <QKeyEvent>
 
 namespace zephyr::console::qt {
@@ -8,11 +10,10 @@ namespace {
 
 constexpr Qt::KeyboardModifiers kModifiers =
     Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
-constexpr quint32 kNativeLevel3 = 0x80; // AltGr in X11's and xkb's state (Mod5), which Qt does not translate
 
 bool isPlain(const QKeyEvent& event)
 {
-    return (event.modifiers() & kModifiers) == 0 && (event.nativeModifiers() & kNativeLevel3) == 0;
+    return (event.modifiers() & kModifiers) == 0 && !hasAltGr(event);
 }
 
 bool isShiftEscape(const QKeyEvent& event)

@@ -13,7 +13,7 @@ constexpr double kDegreesPerLine = 7.5;
 
 } // namespace
 
-double WheelTurns::linesOf(const QWheelEvent& event)
+double WheelTurns::takeWholeLines(const QWheelEvent& event)
 {
     const double degrees = event.angleDelta().y() / kEighthsPerDegree;
     if (event.phase() == Qt::ScrollBegin || degrees * mDegrees < 0) {

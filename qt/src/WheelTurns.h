@@ -5,16 +5,16 @@ class QWheelEvent;
 
 namespace zephyr::console::qt {
 
-/// Adds up what a wheel or a touchpad turns, so that many small turns scroll as far as a large one.
+/// Adds up the turns of a wheel or a touchpad, so that many small turns scroll as far as one large turn.
 class WheelTurns
 {
 public:
-    /// Takes a turn. \return the whole lines that are due, positive backwards in time: two for each 15 degrees. What
-    /// is less than a line is kept for the next turn in the same direction.
-    double linesOf(const QWheelEvent& event);
+    /// Adds a turn, and takes out the whole lines that have come together: two for each 15 degrees. A rest of less than
+    /// a line stays for the next turn in the same direction. \return the lines, positive towards older ones.
+    double takeWholeLines(const QWheelEvent& event);
 
 private:
-    double mDegrees = 0.0; // turned and not yet scrolled
+    double mDegrees = 0.0; // turned but not scrolled yet
 };
 
 } // namespace zephyr::console::qt

@@ -56,7 +56,7 @@ TEST_F(ConsoleHostFailure, OfACommandIsOneLineAndOneSignal)
     EXPECT_EQ((Lines{line}), caught());
 }
 
-TEST_F(ConsoleHostFailure, OfACommandOfAnyTypeIsToldApart)
+TEST_F(ConsoleHostFailure, OfACommandMayBeOfAnyType)
 {
     addFailing(42);
     type("fail\n");
@@ -82,7 +82,7 @@ TEST_F(ConsoleHostFailure, OfACompletionIsOneLineAndOneSignal)
     click(Qt::Key_Tab, Qt::NoModifier, "\t");
     EXPECT_EQ((Lines{"The console caught an exception: no list"}), log());
     EXPECT_EQ(log(), caught());
-    EXPECT_TRUE(window.noted.empty());
+    EXPECT_TRUE(window.received.empty());
 }
 
 TEST_F(ConsoleHostFailure, LeavesTheConsoleUsable)
@@ -94,7 +94,7 @@ TEST_F(ConsoleHostFailure, LeavesTheConsoleUsable)
     EXPECT_TRUE(host.isOpen());
 }
 
-TEST_F(ConsoleHostFailure, OfALockInACommandIsNoFullLine)
+TEST_F(ConsoleHostFailure, OfALockInACommandIsNotTakenForAFullLine)
 {
     addFailing(std::system_error(std::make_error_code(std::errc::resource_deadlock_would_occur), "my lock"));
     type("fail\n");
@@ -104,7 +104,7 @@ TEST_F(ConsoleHostFailure, OfALockInACommandIsNoFullLine)
               caught()[0]);
 }
 
-TEST_F(ConsoleHostFailure, OfALockInACompletionIsNoFullLine)
+TEST_F(ConsoleHostFailure, OfALockInACompletionIsNotTakenForAFullLine)
 {
     addCommand(*console, U"lock").onComplete =
         [](const console::ConsoleArgs&) -> std::vector<std::u32string> {
@@ -123,7 +123,7 @@ TEST_F(ConsoleHostFailure, OfALockInACompletionIsNoFullLine)
     }
 }
 
-TEST_F(ConsoleHostFailure, ToInsertIsToldOnceAndNotOnceAKey)
+TEST_F(ConsoleHostFailure, ToInsertIsReportedOnceAndNotForEachKey)
 {
     fillLine();
     type("abc");
@@ -132,7 +132,7 @@ TEST_F(ConsoleHostFailure, ToInsertIsToldOnceAndNotOnceAKey)
     EXPECT_EQ(kInputSize, input().size());
 }
 
-TEST_F(ConsoleHostFailure, ToInsertIsToldOnceWhateverKeysTypeNothingBetween)
+TEST_F(ConsoleHostFailure, ToInsertIsReportedOnceWhateverOtherKeysArePressed)
 {
     fillLine();
     type("a");
@@ -141,18 +141,18 @@ TEST_F(ConsoleHostFailure, ToInsertIsToldOnceWhateverKeysTypeNothingBetween)
     click(Qt::Key_End);
     type("b");
     click(Qt::Key_Backspace);
-    type("c"); // the buffer has shrunk with the erasure, so that this is refused too
+    type("c"); // refused too: the erasure has shrunk the buffer
     EXPECT_EQ((Lines{kInputFull}), log());
 }
 
-TEST_F(ConsoleHostFailure, ToInsertOneOfManyCodePointsIsToldOnce)
+TEST_F(ConsoleHostFailure, ToInsertOneOfManyCodePointsIsReportedOnce)
 {
     commit(window, QString(static_cast<qsizetype>(kInputSize + 10), 'x'));
     EXPECT_EQ((Lines{kInputFull}), log());
     EXPECT_EQ(kInputSize, input().size());
 }
 
-TEST_F(ConsoleHostFailure, ToInsertIsToldAgainAfterALineThatHadRoom)
+TEST_F(ConsoleHostFailure, ToInsertIsReportedAgainAfterALineThatHadRoom)
 {
     fillLine();
     type("a\n");
@@ -163,7 +163,7 @@ TEST_F(ConsoleHostFailure, ToInsertIsToldAgainAfterALineThatHadRoom)
     EXPECT_EQ(kInputFull, log().back());
 }
 
-TEST_F(ConsoleHostFailure, ToPasteIsToldAgainInAnotherLine)
+TEST_F(ConsoleHostFailure, ToPasteIsReportedAgainInAnotherLine)
 {
     QGuiApplication::clipboard()->setText(QString(static_cast<qsizetype>(kInputSize + 5), 'p'));
     click(Qt::Key_V, Qt::ControlModifier, "\x16");
@@ -178,7 +178,7 @@ TEST_F(ConsoleHostFailure, ToPasteIsToldAgainInAnotherLine)
     EXPECT_EQ(before + 2, log().size());
 }
 
-TEST_F(ConsoleHostFailure, ToPasteIsToldOnce)
+TEST_F(ConsoleHostFailure, ToPasteIsReportedOnce)
 {
     QGuiApplication::clipboard()->setText(QString(static_cast<qsizetype>(kInputSize + 5), 'p'));
     click(Qt::Key_V, Qt::ControlModifier, "\x16");

@@ -84,7 +84,7 @@ TEST_F(ConsoleHostInputMethod, GoesOnWhenTheFocusWasLostWithAKeyHeld)
     EXPECT_TRUE(ask(Qt::ImEnabled).toBool());
 }
 
-/// The input method keeps the press of a dead key to itself.
+/// The input method passes on the release of a dead key, but not its press.
 TEST_F(ConsoleHostInputMethod, ClosesOnTheReleaseOfADeadToggleKeyWhosePressItKept)
 {
     window.show();
@@ -92,21 +92,21 @@ TEST_F(ConsoleHostInputMethod, ClosesOnTheReleaseOfADeadToggleKeyWhosePressItKep
     open();
     sendKey(window, QEvent::KeyRelease, Qt::Key_Dead_Circumflex, {}, {}, ToggleKeys::kKeyLeftOfOne);
     EXPECT_FALSE(console->isOpen());
-    EXPECT_TRUE(window.noted.empty());
+    EXPECT_TRUE(window.received.empty());
 }
 
 TEST_F(ConsoleHostInputMethod, LeavesOtherReleasesThatNobodyPressedToTheHost)
 {
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    // Closed, the input method is off, so that the press would have been heard.
+    // While the console is closed, the input method is off and would have passed the press on.
     sendKey(window, QEvent::KeyRelease, Qt::Key_Dead_Circumflex, {}, {}, ToggleKeys::kKeyLeftOfOne);
     EXPECT_FALSE(console->isOpen());
     open();
     sendKey(window, QEvent::KeyRelease, Qt::Key_Dead_Acute, {}, {}, 21);
     sendKey(window, QEvent::KeyRelease, Qt::Key_QuoteLeft, {}, "`", ToggleKeys::kKeyLeftOfOne);
     EXPECT_TRUE(console->isOpen());
-    EXPECT_EQ(3u, window.noted.size());
+    EXPECT_EQ(3u, window.received.size());
 }
 
 } // namespace

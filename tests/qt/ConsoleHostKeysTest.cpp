@@ -10,7 +10,7 @@ namespace {
 class ConsoleHostKeys : public HostedConsole
 {};
 
-using Notes = std::vector<std::string>;
+using Received = std::vector<std::string>;
 
 TEST_F(ConsoleHostKeys, OpenAndCloseTheConsoleWithTheBackQuote)
 {
@@ -20,7 +20,7 @@ TEST_F(ConsoleHostKeys, OpenAndCloseTheConsoleWithTheBackQuote)
     click(Qt::Key_QuoteLeft, Qt::NoModifier, "`");
     EXPECT_FALSE(console->isOpen());
     EXPECT_FALSE(host.isOpen());
-    EXPECT_EQ(Notes(), window.noted);
+    EXPECT_EQ(Received(), window.received);
     ASSERT_EQ(2, toggles.size());
     EXPECT_TRUE(toggles[0][0].toBool());
     EXPECT_FALSE(toggles[1][0].toBool());
@@ -64,7 +64,7 @@ TEST_F(ConsoleHostKeys, ToggleOnceWhileAToggleKeyIsHeld)
     EXPECT_TRUE(console->isOpen());
     EXPECT_EQ("", input());
     EXPECT_EQ(1, toggles.size());
-    EXPECT_EQ(Notes(), window.noted);
+    EXPECT_EQ(Received(), window.received);
 }
 
 TEST_F(ConsoleHostKeys, OpenAndCloseWithShiftEscapeWhateverTheToggleKeysAre)
@@ -74,7 +74,7 @@ TEST_F(ConsoleHostKeys, OpenAndCloseWithShiftEscapeWhateverTheToggleKeysAre)
     EXPECT_TRUE(console->isOpen());
     click(Qt::Key_Escape, Qt::ShiftModifier, "\x1b");
     EXPECT_FALSE(console->isOpen());
-    EXPECT_EQ(Notes(), window.noted);
+    EXPECT_EQ(Received(), window.received);
 }
 
 TEST_F(ConsoleHostKeys, OpenAndCloseWithTheKeysThatTheHostChose)
@@ -83,7 +83,7 @@ TEST_F(ConsoleHostKeys, OpenAndCloseWithTheKeysThatTheHostChose)
     EXPECT_TRUE(host.toggleKeys().matches(QKeyEvent(QEvent::KeyPress, Qt::Key_F12, Qt::NoModifier)));
     click(Qt::Key_QuoteLeft, Qt::NoModifier, "`");
     EXPECT_FALSE(console->isOpen());
-    EXPECT_EQ((Notes{"press `", "release `"}), window.noted);
+    EXPECT_EQ((Received{"press `", "release `"}), window.received);
     click(Qt::Key_F12);
     EXPECT_TRUE(console->isOpen());
 }
@@ -100,7 +100,7 @@ TEST_F(ConsoleHostKeys, GoToTheHostWhileTheConsoleIsClosed)
 {
     click(Qt::Key_A, Qt::NoModifier, "a");
     click(Qt::Key_Tab, Qt::NoModifier, "\t");
-    EXPECT_EQ((Notes{"press A", "release A", "press Tab", "release Tab"}), window.noted);
+    EXPECT_EQ((Received{"press A", "release A", "press Tab", "release Tab"}), window.received);
     EXPECT_EQ("", input());
     EXPECT_EQ(0, repaints.size());
 }
@@ -114,7 +114,7 @@ TEST_F(ConsoleHostKeys, GoToTheConsoleAloneWhileItIsOpen)
     click(Qt::Key_Escape, Qt::NoModifier, "\x1b");
     EXPECT_EQ("help", input());
     EXPECT_EQ(3u, console->cursorPosition());
-    EXPECT_EQ(Notes(), window.noted);
+    EXPECT_EQ(Received(), window.received);
 }
 
 TEST_F(ConsoleHostKeys, CarryQtsCodesAndModifierBits)
@@ -204,7 +204,7 @@ TEST_F(ConsoleHostKeys, KeepTabAndBacktabFromTheHost)
     }
     EXPECT_TRUE(sendKey(window, QEvent::KeyPress, Qt::Key_Backtab, Qt::ShiftModifier));
     EXPECT_EQ("cmd beta", input());
-    EXPECT_EQ(Notes(), window.noted);
+    EXPECT_EQ(Received(), window.received);
 }
 
 TEST_F(ConsoleHostKeys, AreAcceptedWhereTheConsoleTakesThem)
@@ -222,10 +222,10 @@ TEST_F(ConsoleHostKeys, AreReleasedWhereTheyWerePressed)
     open();
     sendKey(window, QEvent::KeyPress, Qt::Key_X, {}, "x");
     sendKey(window, QEvent::KeyRelease, Qt::Key_W, {}, "w");
-    EXPECT_EQ((Notes{"press W", "release W"}), window.noted);
+    EXPECT_EQ((Received{"press W", "release W"}), window.received);
     host.setOpen(false);
     sendKey(window, QEvent::KeyRelease, Qt::Key_X, {}, "x");
-    EXPECT_EQ((Notes{"press W", "release W"}), window.noted);
+    EXPECT_EQ((Received{"press W", "release W"}), window.received);
 }
 
 TEST_F(ConsoleHostKeys, RepeatWhereTheyWerePressed)
@@ -235,13 +235,13 @@ TEST_F(ConsoleHostKeys, RepeatWhereTheyWerePressed)
     sendKey(window, QEvent::KeyRelease, Qt::Key_X, {}, "x", 0, 0, true);
     sendKey(window, QEvent::KeyPress, Qt::Key_X, {}, "x", 0, 0, true);
     EXPECT_EQ("xx", input());
-    EXPECT_EQ(Notes(), window.noted);
+    EXPECT_EQ(Received(), window.received);
 }
 
 TEST_F(ConsoleHostKeys, ThatRepeatWithoutAPressGoWhereOtherKeysGo)
 {
     sendKey(window, QEvent::KeyPress, Qt::Key_X, {}, "x", 0, 0, true);
-    EXPECT_EQ((Notes{"press X"}), window.noted);
+    EXPECT_EQ((Received{"press X"}), window.received);
     open();
     sendKey(window, QEvent::KeyPress, Qt::Key_Y, {}, "y", 0, 0, true);
     EXPECT_EQ("y", input());
@@ -255,7 +255,7 @@ TEST_F(ConsoleHostKeys, GoOnRepeatingForTheHostWhenItOpensTheConsole)
     sendKey(window, QEvent::KeyPress, Qt::Key_F, {}, "f", 0, 0, true);
     sendKey(window, QEvent::KeyRelease, Qt::Key_F, {}, "f");
     EXPECT_EQ("", input());
-    EXPECT_EQ((Notes{"press F", "release F", "press F", "release F"}), window.noted);
+    EXPECT_EQ((Received{"press F", "release F", "press F", "release F"}), window.received);
     sendKey(window, QEvent::KeyPress, Qt::Key_F, {}, "f");
     EXPECT_EQ("f", input());
 }
@@ -268,10 +268,10 @@ TEST_F(ConsoleHostKeys, ThatAreHeldWhenTheConsoleClosesAreKeptFromTheHost)
     sendKey(window, QEvent::KeyRelease, Qt::Key_Escape, {}, "\x1b", 9, 0, true); // Shift was let go first
     sendKey(window, QEvent::KeyPress, Qt::Key_Escape, {}, "\x1b", 9, 0, true);
     sendKey(window, QEvent::KeyRelease, Qt::Key_Escape, {}, "\x1b", 9);
-    EXPECT_EQ(Notes(), window.noted);
+    EXPECT_EQ(Received(), window.received);
     EXPECT_FALSE(console->isOpen());
     sendKey(window, QEvent::KeyPress, Qt::Key_Escape, {}, "\x1b", 9);
-    EXPECT_EQ((Notes{"press Esc"}), window.noted);
+    EXPECT_EQ((Received{"press Esc"}), window.received);
 }
 
 TEST_F(ConsoleHostKeys, AreKnownByTheirPlaceWhenShiftChangesThem)
@@ -280,10 +280,10 @@ TEST_F(ConsoleHostKeys, AreKnownByTheirPlaceWhenShiftChangesThem)
     sendKey(window, QEvent::KeyPress, Qt::Key_Slash, {}, "/", 61);
     host.setOpen(false);
     sendKey(window, QEvent::KeyRelease, Qt::Key_Question, Qt::ShiftModifier, "?", 61);
-    EXPECT_EQ(Notes(), window.noted);
+    EXPECT_EQ(Received(), window.received);
 }
 
-TEST_F(ConsoleHostKeys, WithControlAreNoText)
+TEST_F(ConsoleHostKeys, TypeNothingWithControl)
 {
     open();
     sendKey(window, QEvent::KeyPress, Qt::Key_1, Qt::ControlModifier, "1");
@@ -302,7 +302,7 @@ TEST_F(ConsoleHostKeys, AreForgottenWhenTheFocusGoes)
     QFocusEvent out(QEvent::FocusOut);
     QCoreApplication::sendEvent(&window, &out);
     sendKey(window, QEvent::KeyRelease, Qt::Key_X, {}, "x");
-    EXPECT_EQ((Notes{"release X"}), window.noted);
+    EXPECT_EQ((Received{"release X"}), window.received);
 }
 
 TEST_F(ConsoleHostKeys, FollowAConsoleThatTheHostOpensAndClosesItself)
@@ -312,7 +312,7 @@ TEST_F(ConsoleHostKeys, FollowAConsoleThatTheHostOpensAndClosesItself)
     EXPECT_EQ("a", input());
     console->close();
     click(Qt::Key_B, Qt::NoModifier, "b");
-    EXPECT_EQ((Notes{"press B", "release B"}), window.noted);
+    EXPECT_EQ((Received{"press B", "release B"}), window.received);
     EXPECT_EQ(2, toggles.size());
 }
 
@@ -325,10 +325,10 @@ TEST_F(ConsoleHostKeys, FollowAConsoleThatACommandCloses)
     type("bye\n");
     EXPECT_FALSE(host.isOpen());
     EXPECT_EQ(2, toggles.size());
-    EXPECT_EQ(Notes(), window.noted);
+    EXPECT_EQ(Received(), window.received);
 }
 
-TEST_F(ConsoleHostKeys, AreTheConsolesBeforeAnyShortcutWhileItIsOpen)
+TEST_F(ConsoleHostKeys, GoToAnOpenConsoleBeforeAnyShortcut)
 {
     QShortcut shortcut(QKeySequence(Qt::CTRL | Qt::Key_Left), &window);
     QSignalSpy activations(&shortcut, &QShortcut::activated);
@@ -376,11 +376,11 @@ TEST_F(ConsoleHostKeys, ThatOverrideShortcutsAreAccepted)
 
 TEST_F(ConsoleHostKeys, OfOtherObjectsAreLeftAlone)
 {
-    NotingWindow other;
+    RecordingWindow other;
     other.installEventFilter(&host); // as a host may have done by mistake
     open();
     sendKey(other, QEvent::KeyPress, Qt::Key_A, {}, "a");
-    EXPECT_EQ((Notes{"press A"}), other.noted);
+    EXPECT_EQ((Received{"press A"}), other.received);
     EXPECT_EQ("", input());
 }
 

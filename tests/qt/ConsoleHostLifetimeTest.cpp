@@ -14,7 +14,7 @@
 namespace zephyr::test {
 namespace {
 
-/// A console, its window and its kit, each of which a test may destroy when it likes.
+/// A console, its window and its host, each of which a test may destroy at any time.
 class ConsoleHostLifetime : public testing::Test
 {
 protected:
@@ -42,7 +42,7 @@ protected:
         host->paint(painter);
     }
 
-    /// Everything that a host may do with its kit.
+    /// Calls every function of the host.
     void useHost()
     {
         host->setOpen(true);
@@ -58,11 +58,11 @@ protected:
 
     TemporaryDirectory directory;
     std::shared_ptr<Console> console = std::make_shared<Console>();
-    std::unique_ptr<NotingWindow> window = std::make_unique<NotingWindow>();
+    std::unique_ptr<RecordingWindow> window = std::make_unique<RecordingWindow>();
     std::unique_ptr<ConsoleHost> host = std::make_unique<ConsoleHost>(console, window.get());
 };
 
-TEST_F(ConsoleHostLifetime, HoldsOnToNothingOfTheHosts)
+TEST_F(ConsoleHostLifetime, DoesNotKeepTheConsoleAlive)
 {
     const std::weak_ptr<Console> watch = console;
     paint();
@@ -87,7 +87,7 @@ TEST_F(ConsoleHostLifetime, OutlivesTheConsole)
     useHost();
     EXPECT_FALSE(host->isOpen());
     EXPECT_EQ((std::vector<std::string>{"press A", "release A", "press `", "release `", "wheel"}),
-              window->noted);
+              window->received);
 }
 
 TEST_F(ConsoleHostLifetime, OutlivesTheConsoleWithItsServicesOn)
@@ -96,7 +96,7 @@ TEST_F(ConsoleHostLifetime, OutlivesTheConsoleWithItsServicesOn)
     ASSERT_TRUE(host->mirrorLog(QString::fromStdString((directory.path() / "log").string())));
     const std::weak_ptr<Console> gone = console;
     console.reset();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return gone.expired(); }, 60000)); // the mirror may be reading it
+    ASSERT_TRUE(QTest::qWaitFor([&] { return gone.expired(); }, 60000)); // the mirror may still be reading it
     qInfo("to nobody");
     host.reset();
     EXPECT_EQ("Zephyr Console:\n\n", directory.read("log"));
@@ -116,7 +116,7 @@ TEST_F(ConsoleHostLifetime, EndsBeforeConsoleAndWindow)
     host.reset();
     key(Qt::Key_A, "a");
     window->resize(100, 100);
-    EXPECT_EQ((std::vector<std::string>{"press A", "release A"}), window->noted);
+    EXPECT_EQ((std::vector<std::string>{"press A", "release A"}), window->received);
     EXPECT_EQ(U"", console->activeInput());
 }
 
@@ -134,7 +134,7 @@ TEST_F(ConsoleHostLifetime, EndsInEveryOrderWithConsoleAndWindow)
 {
     for (const std::string order : {"chw", "cwh", "hcw", "hwc", "wch", "whc"}) {
         console = std::make_shared<Console>();
-        window = std::make_unique<NotingWindow>();
+        window = std::make_unique<RecordingWindow>();
         host = std::make_unique<ConsoleHost>(console, window.get());
         host->setOpen(true);
         host->captureQtMessages(true);
@@ -161,7 +161,7 @@ TEST_F(ConsoleHostLifetime, MayBeEndedByACommandThatRuns)
     EXPECT_EQ((std::vector<std::string>{"x", "still here", ""}), ConsoleDriver(*console).log());
     EXPECT_EQ("Zephyr Console:\n\n>> x\n", directory.read("log"));
     key(Qt::Key_B, "b");
-    EXPECT_EQ((std::vector<std::string>{"release Return", "press B", "release B"}), window->noted);
+    EXPECT_EQ((std::vector<std::string>{"release Return", "press B", "release B"}), window->received);
 }
 
 TEST_F(ConsoleHostLifetime, MayBeEndedByACommandThatThrows)
@@ -206,7 +206,7 @@ TEST_F(ConsoleHostLifetime, KeepsTheConsoleThatACommandLetsGoOfUntilTheCommandHa
     EXPECT_FALSE(host->isOpen());
 }
 
-TEST_F(ConsoleHostLifetime, MayBeEndedByWhoeverHearsItsSignals)
+TEST_F(ConsoleHostLifetime, MayBeEndedByTheReceiverOfAnySignal)
 {
     const auto reset = [this] { host.reset(); };
     const auto remake = [this] { host = std::make_unique<ConsoleHost>(console, window.get()); };
@@ -232,7 +232,7 @@ TEST_F(ConsoleHostLifetime, MayBeEndedByWhoeverHearsItsSignals)
     EXPECT_FALSE(host);
 }
 
-TEST_F(ConsoleHostLifetime, MayBeEndedByWhoeverHearsThatTheLogGrewOrTheCursorBlinks)
+TEST_F(ConsoleHostLifetime, MayBeEndedByTheReceiverWhenTheLogGrowsOrTheCursorBlinks)
 {
     for (const bool isPainted : {false, true}) {
         host = std::make_unique<ConsoleHost>(console, window.get());
@@ -243,7 +243,7 @@ TEST_F(ConsoleHostLifetime, MayBeEndedByWhoeverHearsThatTheLogGrewOrTheCursorBli
     }
 }
 
-TEST_F(ConsoleHostLifetime, MayBeEndedWhileItPaintsByWhoeverHearsThatTheConsoleOpened)
+TEST_F(ConsoleHostLifetime, MayBeEndedWhileItPaintsByTheReceiverOfOpenChanged)
 {
     host->setOpen(false);
     QObject::connect(host.get(), &ConsoleHost::openChanged, window.get(), [this] { host.reset(); });
@@ -252,7 +252,7 @@ TEST_F(ConsoleHostLifetime, MayBeEndedWhileItPaintsByWhoeverHearsThatTheConsoleO
     EXPECT_FALSE(host);
 }
 
-/// Stops whoever asks for its size until the test lets it go on.
+/// An image that, once armed, blocks whoever asks for its height until the test lets them go on.
 class SlowImage : public QImage
 {
 public:
@@ -275,7 +275,7 @@ protected:
     }
 };
 
-TEST_F(ConsoleHostLifetime, LeavesTheConsolesEndToItsThreadWhenItIsBeingPainted)
+TEST_F(ConsoleHostLifetime, HasTheConsoleDestroyedOnItsThreadWhileItIsPainted)
 {
     std::thread::id endedOn;
     Life life = addMortalCommand(*console, U"x", {}, [&] { endedOn = std::this_thread::get_id(); });
@@ -294,8 +294,8 @@ TEST_F(ConsoleHostLifetime, LeavesTheConsolesEndToItsThreadWhenItIsBeingPainted)
     EXPECT_EQ(std::this_thread::get_id(), endedOn);
 }
 
-/// However a thread that borrows the console and the host that lets go of it meet.
-TEST_F(ConsoleHostLifetime, LeavesTheConsolesEndToItsThreadWheneverThatComes)
+/// A thread may borrow the console just before, while or just after the test lets go of it.
+TEST_F(ConsoleHostLifetime, HasTheConsoleDestroyedOnItsThreadWheneverThatHappens)
 {
     for (int i = 0; i < 300; ++i) {
         std::thread::id endedOn;

@@ -14,7 +14,7 @@
 namespace zephyr::test {
 namespace {
 
-// Images here are low enough for Qt to fill them without its thread pool.
+// Qt fills large images on its thread pool. The images here are low enough for one thread.
 const QColor kBehind(40, 80, 120);
 
 QImage canvas(QSize pixels, double ratio = 1.0)
@@ -25,7 +25,7 @@ QImage canvas(QSize pixels, double ratio = 1.0)
     return image;
 }
 
-/// A device that has a window's manners: it tells its size in logical pixels, of which each has `ratio` of its own.
+/// A device that behaves as a window does: it gives its size in logical pixels, each `ratio` of its own pixels wide.
 class WindowLikeDevice : public QObject, public QPaintDevice
 {
 public:
@@ -63,7 +63,7 @@ protected:
         console->write(U"second line", console::Output);
     }
 
-    /// What the library draws over a canvas.
+    /// A canvas with the console drawn on it by a plain renderer.
     QImage expected(QSize pixels, double ratio = 1.0) const
     {
         QImage image = canvas(pixels, ratio);
@@ -99,7 +99,7 @@ TEST_F(ConsoleHostPaint, DrawsTheConsoleWhileItIsOpen)
     EXPECT_EQ(expected({160, 45}), painted({160, 45}));
 }
 
-TEST_F(ConsoleHostPaint, DrawsLinesThatNobodyToldItOf)
+TEST_F(ConsoleHostPaint, DrawsLinesThatNoEventAnnounced)
 {
     open();
     painted({160, 45});
@@ -132,7 +132,7 @@ TEST_F(ConsoleHostPaint, LeavesThePainterAsItWas)
     EXPECT_EQ(hints, painter.renderHints());
 }
 
-/// What hosts leave in a painter that they have used.
+/// Hosts leave such state in a painter that they have used.
 TEST_F(ConsoleHostPaint, LooksTheSameWhateverThePainterWasUsedForBefore)
 {
     const std::vector<std::function<void(QPainter&)>> leftovers = {
@@ -229,7 +229,7 @@ TEST_F(ConsoleHostPaint, CoversAWindowOfAHigherRatio)
     }
 }
 
-/// As an item's painter is, which a scene graph scales up to the display's pixels.
+/// A scene graph scales an item's painter up to the display's pixels in this way.
 TEST_F(ConsoleHostPaint, CoversADeviceWhosePainterIsScaled)
 {
     open();

@@ -17,12 +17,12 @@
 namespace zephyr::test {
 namespace {
 
-// The places that a console may be put on, at the display's pixel ratio, whatever that is.
+// The places that a console may be put on. The tests hold at any pixel ratio of the display.
 
-const QSize kSize(160, 45); // logical pixels; low enough for Qt to fill it without its thread pool
+const QSize kSize(160, 45); // logical pixels; low enough for Qt to fill on one thread
 const QColor kBehind(40, 80, 120);
 
-/// What the library draws over a frame of the display's pixels. \param seconds since the cursor began to blink.
+/// A frame in the display's pixels with the console drawn on it, `seconds` after the cursor began to blink.
 QImage expectedFrame(const Console& console, double ratio, double seconds)
 {
     QImage frame(kSize * ratio, QImage::Format_ARGB32_Premultiplied);
@@ -51,7 +51,7 @@ bool showsConsole(const QImage& frame, const Console& console)
 class ConsoleHostPlaces : public testing::Test
 {
 protected:
-    /// Puts the console on `events`, with enough lines to reach the lower edge.
+    /// Puts the console on `events`, and writes enough lines to reach the lower edge.
     void put(QObject& events)
     {
         host = std::make_unique<ConsoleHost>(console, &events);
@@ -60,7 +60,7 @@ protected:
         }
     }
 
-    /// `window` is what the platform gives the keys to.
+    /// Opens the console and types into it. `window` is the one that the platform sends the keys to.
     void typeInto(QWindow& window)
     {
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
@@ -93,7 +93,7 @@ class PaintedWindow : public QRasterWindow
 {
 public:
     std::function<void(QPainter&)> paint;
-    QImage shown; // what the window is made of, in the display's pixels
+    QImage shown; // the window's content, in the display's pixels
 
 protected:
     void paintEvent(QPaintEvent*) override
@@ -215,7 +215,7 @@ TEST_F(ConsoleHostPlaces, AreItems)
     expectPage(2 * kSize.height());
 }
 
-/// A window gets the keys of all that is in it, but input methods ask the object in it that has the focus.
+/// A window gets the keys of every object in it, but the input method talks to the object that has the focus.
 TEST_F(ConsoleHostPlaces, AreWindowsOfItems)
 {
     QQuickWindow window;

@@ -19,7 +19,7 @@ protected:
         host.paint(painter);
     }
 
-    /// Paints whenever it is asked for, as a host does.
+    /// Paints whenever a repaint is asked for, as a program does.
     void paintOnDemand()
     {
         QObject::connect(&host, &ConsoleHost::repaintNeeded, &window, [this] { paint(); });
@@ -32,7 +32,7 @@ protected:
     }
 };
 
-/// An open console beside the tested one, by whose blinking a test sees that time has passed.
+/// Another open console. A test lets time pass by waiting for its cursor to blink.
 class Neighbour
 {
 public:
@@ -74,7 +74,7 @@ TEST_F(ConsoleHostRepaint, IsNeverAskedForWhileTheConsoleIsClosed)
 
     open();
     console->newline();
-    ASSERT_TRUE(waitFor(2)); // by now the next change of the cursor is waited for
+    ASSERT_TRUE(waitFor(2)); // by now the host waits for the next change of the cursor
     host.setOpen(false);
     repaints.clear();
     console->newline();
@@ -96,7 +96,7 @@ TEST_F(ConsoleHostRepaint, IsAskedForOnceWhenTheConsoleOpensOrCloses)
     EXPECT_EQ(4, repaints.size());
 }
 
-TEST_F(ConsoleHostRepaint, IsAskedForOnceAKeyThatTypes)
+TEST_F(ConsoleHostRepaint, IsAskedForOnceForEachKeyThatTypes)
 {
     open();
     repaints.clear();
@@ -157,7 +157,7 @@ TEST_F(ConsoleHostRepaint, IsAskedForWithinTheBlinkRateWhileTheConsoleIsIdle)
     QElapsedTimer clock;
     clock.start();
     ASSERT_TRUE(waitFor(6));
-    // The first change may be due at once, the others a phase apart, one millisecond of rounding allowed to each.
+    // The first change may come at once, each other one phase later. Each may be off by a millisecond of rounding.
     const double phases = console->cursorBlinkRate() * static_cast<double>(clock.elapsed() + 6) / 1000.0;
     EXPECT_LE(repaints.size() - 1, phases);
 }

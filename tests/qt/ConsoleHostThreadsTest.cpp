@@ -18,7 +18,7 @@ public:
         : mHost(host), mThread([this](const std::stop_token& stop) { run(stop); })
     {}
 
-    /// Waits until a frame was painted from its beginning on since this call.
+    /// Waits until a whole frame has been painted that was begun after this call.
     void awaitFrame() const
     {
         const int before = mFrames;
@@ -27,7 +27,7 @@ public:
         }
     }
 
-    /// The last frame; ends the thread.
+    /// Ends the thread. \return the last frame.
     QImage finish()
     {
         awaitFrame();

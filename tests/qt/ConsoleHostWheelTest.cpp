@@ -78,14 +78,14 @@ TEST_F(ConsoleHostWheel, IgnoresSidewaysTurns)
     open();
     EXPECT_TRUE(turnWheel(window, {kNotch, 0}));
     EXPECT_EQ(0u, scrolled());
-    EXPECT_TRUE(window.noted.empty());
+    EXPECT_TRUE(window.received.empty());
 }
 
 TEST_F(ConsoleHostWheel, TurnsForTheHostWhileTheConsoleIsClosed)
 {
     turnWheel(window, {0, kNotch});
     EXPECT_EQ(0u, scrolled());
-    EXPECT_EQ((std::vector<std::string>{"wheel"}), window.noted);
+    EXPECT_EQ((std::vector<std::string>{"wheel"}), window.received);
 }
 
 TEST_F(ConsoleHostWheel, PagesByWhatTheWindowShows)

@@ -1,4 +1,4 @@
-// A console host in programs that draw nothing: with no application object, and with one that has no windows.
+// A console host in programs without windows: without an application object, and with a QCoreApplication.
 
 #include "support/ConsoleDriver.h"
 #include "zephyr/console/Console.h"
@@ -19,7 +19,7 @@ namespace {
 using console::Console;
 using console::qt::ConsoleHost;
 
-/// Types "ab" into the console that `events` are for, and has the log copied.
+/// Opens the console, types "ab" by events that `events` gets, and copies the log.
 void use(ConsoleHost& host, QObject& events)
 {
     host.setOpen(true);

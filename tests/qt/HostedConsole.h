@@ -27,16 +27,16 @@ using console::Console;
 using console::qt::ConsoleHost;
 using console::qt::ToggleKeys;
 
-/// A window that notes the keys and turns of the wheel that come through to it.
-class NotingWindow : public QWindow
+/// A window that records the keys and the wheel turns that reach it.
+class RecordingWindow : public QWindow
 {
 public:
-    std::vector<std::string> noted;
+    std::vector<std::string> received;
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override { noted.push_back("press " + nameOf(*event)); }
-    void keyReleaseEvent(QKeyEvent* event) override { noted.push_back("release " + nameOf(*event)); }
-    void wheelEvent(QWheelEvent*) override { noted.emplace_back("wheel"); }
+    void keyPressEvent(QKeyEvent* event) override { received.push_back("press " + nameOf(*event)); }
+    void keyReleaseEvent(QKeyEvent* event) override { received.push_back("release " + nameOf(*event)); }
+    void wheelEvent(QWheelEvent*) override { received.emplace_back("wheel"); }
 
 private:
     static std::string nameOf(const QKeyEvent& event)
@@ -45,7 +45,7 @@ private:
     }
 };
 
-/// One event for a key, sent to `target` as the platform would send it. \return whether anyone took it.
+/// Sends `target` one event of a key, as the platform would. \return whether anyone took it.
 inline bool sendKey(QObject& target, QEvent::Type type, int key,
                     Qt::KeyboardModifiers modifiers = Qt::NoModifier, const QString& text = {},
                     quint32 scanCode = 0, quint32 nativeModifiers = 0, bool isAutoRepeat = false)
@@ -54,7 +54,7 @@ inline bool sendKey(QObject& target, QEvent::Type type, int key,
     return QCoreApplication::sendEvent(&target, &event);
 }
 
-/// What an input method commits.
+/// Commits `text`, as an input method does.
 inline void commit(QObject& target, const QString& text)
 {
     QInputMethodEvent event;
@@ -62,7 +62,7 @@ inline void commit(QObject& target, const QString& text)
     QCoreApplication::sendEvent(&target, &event);
 }
 
-/// A turn of the wheel by `eighths` of a degree.
+/// Turns the wheel by `eighths` of a degree. \return whether anyone took the turn.
 inline bool turnWheel(QObject& target, QPoint eighths, Qt::ScrollPhase phase = Qt::NoScrollPhase)
 {
     QWheelEvent event({5, 5}, {5, 5}, {}, eighths, Qt::NoButton, Qt::NoModifier, phase, false);
@@ -76,7 +76,7 @@ protected:
     HostedConsole()
     {
         window.resize(640, 400);
-        window.noted.clear();
+        window.received.clear();
     }
 
     void open()
@@ -103,11 +103,11 @@ protected:
 
     std::string input() const { return StringUtil::toString(console->activeInput()); }
 
-    /// The texts of the log after the two lines of the start.
+    /// The texts of the log, without its first two lines, which every console writes.
     std::vector<std::string> log() const { return ConsoleDriver(*console).log(); }
 
     std::shared_ptr<Console> console = std::make_shared<Console>();
-    NotingWindow window;
+    RecordingWindow window;
     ConsoleHost host{console, &window};
     QSignalSpy repaints{&host, &ConsoleHost::repaintNeeded};
     QSignalSpy toggles{&host, &ConsoleHost::openChanged};

@@ -1,5 +1,5 @@
-// A small host for tests with real key events: a window, a widget or an item that has the keyboard, with a console on it.
-// Standard output tells what a user would see: one line whenever it changes.
+// A small program for tests with real key events: a window, a widget or an item that has the keyboard, with a console
+// on it. Each time that what a user would see changes, it prints one line.
 
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
@@ -23,7 +23,7 @@ using zephyr::StringUtil;
 using zephyr::console::Console;
 using zephyr::console::qt::ConsoleHost;
 
-/// Says what changed, and which keys the host itself got.
+/// Prints what changed, and which keys reached the window, widget or item.
 class Reporter : public QObject
 {
 public:
@@ -55,7 +55,7 @@ private:
     std::string mTold;
 };
 
-/// A host's window: `place` is the object that gets the key events, `window` what is shown.
+/// Where the console is put: `events` gets the key events, and `window` is shown.
 struct Place
 {
     std::unique_ptr<QObject> window;
@@ -85,7 +85,7 @@ Place makePlace(const std::string& kind)
     auto window = std::make_unique<QRasterWindow>();
     window->resize(400, 300);
     window->show();
-    window->requestActivate(); // as no window manager is there to do
+    window->requestActivate(); // since there is no window manager to do it
     QObject* const events = window.get();
     return {std::move(window), events};
 }
@@ -99,7 +99,7 @@ int main(int argc, char** argv)
     const auto console = std::make_shared<Console>();
     Reporter reporter(*console);
     const Place place = makePlace(kind);
-    place.events->installEventFilter(&reporter); // asked after the kit
+    place.events->installEventFilter(&reporter); // the console host, installed later, is asked first
     ConsoleHost host(console, place.events);
     QObject::connect(&host, &ConsoleHost::repaintNeeded, &reporter, [&] { reporter.tell(); });
     return QApplication::exec();

@@ -7,13 +7,13 @@
 namespace zephyr::test {
 namespace {
 
-// Key codes, which name places on a keyboard.
+// Key codes. Each stands for a place on the keyboard.
 const char* const kLeftOfOne = "49";
-const char* const kS = "39"; // on each of these layouts
+const char* const kS = "39"; // types s on each of these layouts
 const char* const kShift = "50";
 const char* const kRightAlt = "108";
 
-/// A layout, an accent as it is typed there, and what it gives.
+/// A layout, the keys for an accented letter on it, and the letter.
 struct Keyboard
 {
     const char* name;
@@ -74,7 +74,7 @@ TEST_P(AKeyboard, OpensAndClosesWithTheKeyLeftOfOneAndTypesAccents)
 INSTANTIATE_TEST_SUITE_P(
     Layouts, AKeyboard,
     testing::Values(
-        // Where no key is dead, an accent takes a Compose key or a third level.
+        // A layout without dead keys needs a Compose key or AltGr for an accent.
         Keyboard{"us", {"-layout", "us", "-option", "compose:ralt"}, press({kRightAlt, "48", "26"}), "é"},
         Keyboard{"gb", {"-layout", "gb"}, pressWith(kRightAlt, "47") + press({"26"}), "é"},
         Keyboard{"de", {"-layout", "de"}, press({"21", "26"}), "é"},

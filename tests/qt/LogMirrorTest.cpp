@@ -11,7 +11,7 @@ namespace {
 
 const std::string kStart = "Zephyr Console:\n\n";
 
-/// Waits, without an event loop, until the file `name` holds `text`.
+/// Waits until the file `name` holds `text`, without running an event loop.
 bool waitForFile(const TemporaryDirectory& directory, const std::string& name, const std::string& text)
 {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
@@ -143,14 +143,14 @@ TEST_F(LogMirror, GoesOnInAnotherFile)
     EXPECT_EQ(kStart + ">> \n", directory.read("second"));
 }
 
-TEST_F(LogMirror, AnswersThatAFileCannotBeOpened)
+TEST_F(LogMirror, SaysWhenAFileCannotBeOpened)
 {
     EXPECT_FALSE(host.mirrorLog(file("")));
     EXPECT_FALSE(host.mirrorLog(file("no/such/directory/log")));
     EXPECT_TRUE(log().empty());
 }
 
-TEST_F(LogMirror, TellsAWriteErrorOnce)
+TEST_F(LogMirror, ReportsAWriteErrorOnce)
 {
     host.mirrorLog("/dev/full");
     open();
@@ -166,7 +166,7 @@ TEST_F(LogMirror, TellsAWriteErrorOnce)
     EXPECT_NE(std::string::npos, directory.read("log").find("No space left on device"));
 }
 
-/// Writes a line and dies of a signal as soon as the line is in the file.
+/// Runs a command that writes a line, and kills the program as soon as the line is in the file.
 [[noreturn]] void writeAndDie(const TemporaryDirectory& directory)
 {
     const auto console = std::make_shared<Console>();

@@ -11,15 +11,15 @@
 
 namespace zephyr::test {
 
-/// The largest difference of two colours in one channel.
+/// How much two colours differ in the channel in which they differ most.
 inline int distance(QRgb left, QRgb right)
 {
     return std::max({std::abs(qRed(left) - qRed(right)), std::abs(qGreen(left) - qGreen(right)),
                      std::abs(qBlue(left) - qBlue(right)), std::abs(qAlpha(left) - qAlpha(right))});
 }
 
-/// Whether two images are the same but for rounding: what is painted on a layer first and then with the layer on the
-/// frame is rounded twice.
+/// Whether two images are the same but for rounding. A console that is painted on a layer is rounded twice: on the
+/// layer and with the layer on the frame.
 inline testing::AssertionResult nearPixels(const QImage& expected, const QImage& actual)
 {
     if (expected.size() != actual.size()) {

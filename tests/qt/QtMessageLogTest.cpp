@@ -25,7 +25,7 @@ void hear(QtMsgType, const QMessageLogContext&, const QString& message)
     heard.push_back(message.toStdString());
 }
 
-/// What another library may install later, and which calls the handler before it.
+/// A handler that another library may install later. It calls the handler that was installed before it.
 void hearLater(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     laterNext(type, context, "later " + message);
@@ -63,7 +63,7 @@ TEST_F(QtMessageLog, WritesMessagesOfEveryKind)
     qWarning("c \u00e9");
     qCritical("d");
     const QtMessageHandler ours = qInstallMessageHandler(hear);
-    ours(QtFatalMsg, {}, "e"); // as qFatal() calls it, which then ends the program
+    ours(QtFatalMsg, {}, "e"); // as qFatal() does before it ends the program
     qInstallMessageHandler(ours);
     EXPECT_EQ((Lines{"Qt debug: a 1", "Qt info: b", "Qt warning: c \u00e9", "Qt critical: d", "Qt fatal: e"}),
               log());
@@ -193,7 +193,7 @@ QSemaphore heardInThread;
 QSemaphore goesOnInThread;
 std::atomic<bool> waits = false;
 
-/// Waits in the first message after `waits` was set.
+/// Blocks at the first message after `waits` was set.
 void hearAndWait(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     hear(type, context, message);
@@ -205,7 +205,7 @@ void hearAndWait(QtMsgType type, const QMessageLogContext& context, const QStrin
 
 TEST_F(QtMessageLog, MayEndWithItsConsoleWhileAnotherThreadsMessageIsHandled)
 {
-    qInstallMessageHandler(hearAndWait); // which the fixture replaces
+    qInstallMessageHandler(hearAndWait); // the fixture puts the old one back
     auto other = std::make_shared<Console>();
     const std::weak_ptr<Console> watched = other;
     auto otherHost = std::make_unique<ConsoleHost>(other, &window);
@@ -232,7 +232,7 @@ TEST_F(QtMessageLog, LeavesAHandlerThatWasInstalledLaterInItsPlace)
     EXPECT_EQ((Lines{"Qt info: later one"}), log());
     EXPECT_EQ((Lines{"later one", "later two"}), heard);
 
-    // Both now call each other.
+    // Each of the two handlers now calls the other.
     host.captureQtMessages(true);
     qInfo("three");
     EXPECT_EQ((Lines{"Qt info: later one", "Qt info: three"}), log());
@@ -299,7 +299,7 @@ TEST_F(QtMessageLog, EndsForTheHostThatEndsAndNotForAnother)
 
 std::string mirrorFile;
 
-/// The handler that is called last before the program ends: shows what the mirror holds by then.
+/// The last handler that is called before the program ends. Prints what the mirror holds by then.
 void showMirror(QtMsgType, const QMessageLogContext&, const QString&)
 {
     std::ifstream file(mirrorFile);

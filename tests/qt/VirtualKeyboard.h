@@ -13,13 +13,13 @@
 
 namespace zephyr::test {
 
-using VirtualKeyboard = VirtualDisplay; // of which these tests need the keyboard
+using VirtualKeyboard = VirtualDisplay; // these tests use its keyboard only
 
-/// A program with a console in its window, which tells what a user would see.
+/// A running program with a console in its window. It prints what a user would see.
 class KeyboardHost
 {
 public:
-    /// Starts it with a "window", a "widget" or an "item" and waits until that has the focus.
+    /// Starts the program with a "window", a "widget" or an "item", and waits until that has the focus.
     KeyboardHost(const VirtualKeyboard& keyboard, const QString& place)
     {
         QProcessEnvironment environment = keyboard.environment();
@@ -27,7 +27,7 @@ public:
         environment.insert("QT_IM_MODULE", "compose");
         environment.insert("QT_QUICK_BACKEND", "software");
         environment.insert("LC_ALL", "C.UTF-8");
-        // The thread sanitizer sees the session bus's thread, but not by what it is kept in step.
+        // The thread sanitizer sees the session bus's thread, but not its synchronisation.
         environment.insert("TSAN_OPTIONS",
                            environment.value("TSAN_OPTIONS") + ":ignore_noninstrumented_modules=1");
         mProgram.setProcessEnvironment(environment);
@@ -44,7 +44,7 @@ public:
     KeyboardHost(const KeyboardHost&) = delete;
     KeyboardHost& operator=(const KeyboardHost&) = delete;
 
-    /// Waits for the next line that it prints, which must be `expected`.
+    /// Waits for the next line that the program prints. It must be `expected`.
     void awaitLine(const std::string& expected)
     {
         const std::string line = nextLine();
@@ -53,7 +53,7 @@ public:
         }
     }
 
-    /// The next line that it prints.
+    /// Waits for the next line that the program prints, and returns it.
     std::string nextLine()
     {
         const QDeadlineTimer deadline(kProcessTimeoutMs);

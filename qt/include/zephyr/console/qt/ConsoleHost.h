@@ -22,37 +22,39 @@ namespace zephyr::console::qt {
 ///     // at the end of the window's paint function
 ///     host.paint(painter);
 ///
-/// - It is: the event filter, the clock and the painter's keeper that every host would write. It is not: a window; it
-///   decides neither where keys go that the console leaves alone, nor when a frame is painted.
-/// - Threads: lives on the thread of the window and the console, where every function is called. Only paint() may be
-///   called on a render thread while input arrives, by one thread at a time, and isOpen() by any thread.
-/// - Ownership: it owns neither console nor window, and each of the three may be destroyed first. Whoever destroys this
-///   object sees to it that no render thread is inside paint().
-/// - Failure: no exception that a key causes gets out. It ends in one line in the log and in exceptionCaught().
+/// - It is: the event filter, the frame clock and the painting code that every host would otherwise write. It is not: a
+///   window. It doesn't decide when a frame is painted, nor where the keys go that the console leaves alone.
+/// - Threads: it lives on the thread of the window and the console; call every function there. Two are exceptions:
+///   paint() may be called on a render thread while input arrives, by one thread at a time, and isOpen() on any thread.
+/// - Ownership: it owns neither the console nor the window, and the three may be destroyed in any order. Before you
+///   destroy this object, make sure that no render thread is inside paint().
+/// - Failure: no exception that a key causes gets out. It becomes one line in the log and an exceptionCaught() signal.
 ///
-/// While the console is open it takes every key press, wheel turn and input-method commit that the object gets, and
-/// keeps shortcuts, Tab and Backtab from acting elsewhere. A key's repeats and release go where its press went. The input
-/// method is on while the console is open, so that dead keys and CJK input compose, also where another object in a window
-/// has the focus; a widget needs no attribute for that. What is being composed isn't shown before it is committed.
+/// An open console takes every key press, wheel turn and input-method commit that the object gets. Shortcuts, Tab and
+/// Backtab then act nowhere else. A key's repeats and release go where its press went. The input method is on while the
+/// console is open, so that dead keys and CJK input compose, even if another object in a window has the focus; a widget
+/// needs no attribute for that. Text is shown once it is committed, not while it is composed.
 ///
-/// Several of these may show one console if one thread paints them all; the one that was resized last sets its page.
+/// Several hosts may show one console if one thread paints them all. The host that was resized last sets the length of
+/// the console's page.
 class ZEPHYR_CONSOLE_QT_EXPORT ConsoleHost : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Puts `console` on `events`, the QWindow, QWidget or QQuickItem that gets the key events, and takes its size.
-    /// Neither may be null. Of several event filters on `events`, the one installed last is asked first.
+    /// Puts `console` on `events`, the QWindow, QWidget or QQuickItem that gets the key events, and tells the console
+    /// how large that is. Neither may be null. Qt asks the event filter that was installed last on `events` first.
     ConsoleHost(const std::shared_ptr<Console>& console, QObject* events, QObject* parent = nullptr);
 
-    /// Stops everything that was asked for below, and may be called by a command that a key runs.
+    /// Ends the mirror of the log and the capture of Qt's messages. A command that a key runs may destroy this object.
     ~ConsoleHost() override;
 
-    /// Paints the console over the frame if it is open, and leaves the painter's state as it was. Call it at the end of
-    /// each frame, with the painter in the frame's logical pixels. The time between two calls drives the cursor.
+    /// Paints the console over the frame if it is open, and leaves the painter's state as it was. Call it at the end
+    /// of each frame, with a painter that counts in the frame's logical pixels. The time between two calls makes the
+    /// cursor blink.
     void paint(QPainter& painter);
 
-    /// Whether the console was open after the last event or call that this object saw. From any thread.
+    /// Whether the console was open after the last event or call that reached this object. From any thread.
     bool isOpen() const;
 
     /// Opens the console with an empty input line, or closes it.
@@ -64,45 +66,50 @@ public:
     /// The keys that open and close the console.
     const ToggleKeys& toggleKeys() const;
 
-    /// Copies the whole log to the clipboard, a line feed after each entry and the prompt before each line that was run.
+    /// Copies the whole log to the clipboard, with a line feed after each entry and the prompt before each line that
+    /// was run.
     void copyLog();
 
-    /// Copies what the last line typed was answered, a line feed after each entry. Does nothing while there is none.
+    /// Copies the answer to the last line that was typed to the clipboard, with a line feed after each entry. Does
+    /// nothing if there is no answer.
     void copyLastAnswer();
 
-    /// Writes the log, as copyLog() copies it, into a file, from its beginning on and as it grows. An earlier mirror is
-    /// ended; an empty name only does that. The file is truncated, and flushed at each entry, a few milliseconds after the
-    /// entry was written and before a key that wrote it has been handled; nothing but what was written in the very last
-    /// milliseconds is lost with a program that crashes, or with a console that is destroyed before this object. A message
-    /// of Qt's that ends the program is kept if captureQtMessages() is on. A write error ends the mirror with one line in
-    /// the log. It costs a look at the log every 10 ms and a copy of it. \return whether the log could be written so far.
+    /// Mirrors the log in a file: truncates the file, writes the log to it as copyLog() copies it, and adds each entry
+    /// as the log grows. Ends an earlier mirror; an empty name only does that.
+    ///
+    /// An entry is written and flushed a few milliseconds after it was logged, and in any case before the key that
+    /// logged it has been handled. So a crash, or a console that is destroyed before this object, costs the entries of
+    /// the last milliseconds at most. A message of Qt's that ends the program is kept if captureQtMessages() is on. A
+    /// write error ends the mirror with one line in the log. A mirror costs a look at the log every 10 ms and a copy of
+    /// it in memory. \return whether the log could be written so far; false for an empty name.
     bool mirrorLog(const QString& fileName);
 
-    /// Writes Qt's own messages (qDebug(), qWarning() and so on, from any thread) into the log, or ends that. The message
-    /// handler that was installed before goes on being called.
+    /// Starts or stops writing Qt's own messages (qDebug(), qWarning() and so on, from any thread) into the log. The
+    /// message handler that was installed before is still called.
     void captureQtMessages(bool capture);
 
 signals:
-    /// The console looks other than it was painted: a key acted, the log grew, or the cursor changes between shown and
-    /// hidden. Emitted at each such change, once when it closes, and never while it stays closed.
+    /// The console no longer looks as it was painted: a key acted, the log grew, or the cursor blinked. Emitted at each
+    /// such change, once when the console closes, and never while it stays closed.
     void repaintNeeded();
 
     /// The console was opened or closed.
     void openChanged(bool open);
 
-    /// A command, a completion or the console let an exception out. `message` is the line that stands in the log.
+    /// A command, a completion or the console threw an exception. `message` is the line that was written to the log.
     void exceptionCaught(const QString& message);
 
 protected:
-    /// Hands the console what it is to have of the events that `watched` gets. \return whether it took this one.
+    /// Passes the console the events that are meant for it. \return whether the console took this one, so that
+    /// `watched` doesn't get it.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     class ZEPHYR_CONSOLE_QT_NO_EXPORT Private;
 
-    Q_SLOT ZEPHYR_CONSOLE_QT_NO_EXPORT void takeSize();
+    Q_SLOT ZEPHYR_CONSOLE_QT_NO_EXPORT void syncSize();
 
-    // Shared with a running event, during which this object may be destroyed.
+    // A running event shares it, since this object may be destroyed during the event.
     std::shared_ptr<Private> mPrivate;
 };
 

@@ -11,31 +11,31 @@ class QKeyEvent;
 
 namespace zephyr::console::qt {
 
-/// Which presses open and close the console.
+/// The keys that open and close the console. A plain value; const members may be called from any thread at once.
 ///
-/// - It is: the keys by what they send and by where they are, so that every keyboard layout has one. It is not: about
-///   what else a key does.
-/// - Threads: a value; const members may be called from any thread at once.
-/// - Ownership: none. Failure: none.
+/// A key is given by what it sends or by its place on the keyboard, so that every keyboard layout has a toggle key. By
+/// default the toggle keys are
+/// - the back-quote, wherever it is and with any modifier;
+/// - the key left of 1, whatever it sends (`^` or a dead circumflex on a German layout, `²` on a French, `º` on a
+///   Spanish, `'` on a Brazilian, `§` on a Swedish one), without a modifier: what it types with Shift or AltGr can
+///   still be typed.
 ///
-/// By default: the back-quote wherever it is, and the key left of 1 whatever it sends (`^` or a dead circumflex on a
-/// German layout, `²` on a French, `º` on a Spanish, `'` on a Brazilian, `§` on a Swedish one), pressed without a
-/// modifier, so that what it types with Shift or AltGr stays typeable. Shift+Escape toggles always.
+/// Shift+Escape always toggles.
 class ToggleKeys
 {
 public:
-    /// The defaults.
+    /// The keys above.
     ZEPHYR_CONSOLE_QT_EXPORT ToggleKeys();
 
-    /// Exactly these: `keys` in Qt's numbering (`Qt::Key`) with any modifier, and `scanCodes` in the platform's
-    /// (QKeyEvent::nativeScanCode()) without one. Shift+Escape toggles besides.
+    /// Exactly these keys, and Shift+Escape. `keys` are codes of Qt's (`Qt::Key`) and toggle with any modifier;
+    /// `scanCodes` are the platform's (QKeyEvent::nativeScanCode()) and toggle without one.
     ZEPHYR_CONSOLE_QT_EXPORT ToggleKeys(const QSet<int>& keys, const QSet<quint32>& scanCodes);
 
-    /// Whether the press or release of this key toggles.
+    /// Whether `event` is the press or the release of one of these keys.
     ZEPHYR_CONSOLE_QT_EXPORT bool matches(const QKeyEvent& event) const;
 
-    /// The key left of 1, as the platform numbers it: on Windows 41, its place in the keyboard's own numbering, and with
-    /// X11, Wayland and Linux' input devices 8 more.
+    /// The platform's scan code of the key left of 1. Windows uses the keyboard's own code, 41; X11, Wayland and Linux
+    /// input devices add 8 to it.
 #ifdef Q_OS_WIN
     static constexpr quint32 kKeyLeftOfOne = 41;
 #else

@@ -1,0 +1,54 @@
+#ifndef ZEPHYR_CONSOLE_QT_HELDKEYS_H
+#define ZEPHYR_CONSOLE_QT_HELDKEYS_H
+
+#include <QHash>
+
+#include <QtGlobal>
+
+#include <optional>
+
+class QKeyEvent;
+
+namespace zephyr::console::qt {
+
+/// The keys that are held down, and whom each was pressed for. That decides who gets a key's repeats and its release,
+/// even if the console opens or closes in between.
+class HeldKeys
+{
+public:
+    /// Whom a key was pressed for.
+    enum class Taker
+    {
+        Console,
+        Host
+    };
+
+    /// Whom a held key was pressed for, or nothing if the key isn't held.
+    std::optional<Taker> takerOf(const QKeyEvent& event) const;
+
+    /// Who gets a press: `newTaker`, unless it is the repeat of a held key.
+    Taker takerOfPress(const QKeyEvent& event, Taker newTaker) const;
+
+    /// Records that a key was pressed for `taker`.
+    void press(const QKeyEvent& event, Taker taker);
+
+    /// Records that a pressed key toggled the console.
+    void markAsToggle(const QKeyEvent& event);
+
+    /// Whether the key that last toggled the console is still held.
+    bool isToggleHeld() const { return mToggle.has_value(); }
+
+    /// Forgets a key that was released.
+    void release(const QKeyEvent& event);
+
+    /// Forgets all keys.
+    void clear();
+
+private:
+    QHash<quint64, Taker> mTakers;
+    std::optional<quint64> mToggle;
+};
+
+} // namespace zephyr::console::qt
+
+#endif

@@ -1,0 +1,37 @@
+#ifndef ZEPHYR_CONSOLE_QT_LASTANSWER_H
+#define ZEPHYR_CONSOLE_QT_LASTANSWER_H
+
+#include <QString>
+
+#include <cstddef>
+#include <vector>
+
+namespace zephyr::console {
+struct LogEntry;
+}
+
+namespace zephyr::console::qt {
+
+/// Where in the log the answer to the last line stands: the entries after the line's echo, without the empty entry that
+/// ends them.
+class LastAnswer
+{
+public:
+    /// Finds the answer to a line that was run when the log had `sizeBefore` entries. If the line left no echo, the
+    /// answer before it stays.
+    void find(const std::vector<LogEntry>& log, std::size_t sizeBefore);
+
+    /// Whether there is no answer, or the last one has no entries.
+    bool isEmpty() const { return mBegin >= mEnd; }
+
+    /// The answer as text; `log` is the log that it was found in, which may have grown since.
+    QString text(const std::vector<LogEntry>& log) const;
+
+private:
+    std::size_t mBegin = 0; // index of the first entry
+    std::size_t mEnd = 0;   // index after the last one
+};
+
+} // namespace zephyr::console::qt
+
+#endif

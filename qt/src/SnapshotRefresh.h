@@ -1,0 +1,19 @@
+#ifndef ZEPHYR_CONSOLE_QT_SNAPSHOTREFRESH_H
+#define ZEPHYR_CONSOLE_QT_SNAPSHOTREFRESH_H
+
+#include "zephyr/console/ConsoleSnapshot.h"
+
+#include <optional>
+
+namespace zephyr::console {
+class Console;
+}
+
+namespace zephyr::console::qt {
+
+/// Brings `snapshot` up to date: takes one if there is none, and refreshes it otherwise, which copies only what is new.
+void takeOrRefresh(std::optional<ConsoleSnapshot>& snapshot, const Console& console);
+
+} // namespace zephyr::console::qt
+
+#endif
