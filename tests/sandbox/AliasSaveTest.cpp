@@ -1,6 +1,6 @@
-#include "sandbox/AliasLine.h"
 #include "sandbox/Pipe.h"
 #include "sandbox/SandboxFixture.h"
+#include "sandbox/commands/AliasLine.h"
 #include "support/TemporaryDirectory.h"
 
 #include <map>

@@ -1,6 +1,6 @@
-#include "sandbox/FieldView.h"
+#include "sandbox/picture/FieldView.h"
 
-#include "sandbox/Field.h"
+#include "sandbox/simulation/Field.h"
 
 #include <QPointF>
 #include <QSize>

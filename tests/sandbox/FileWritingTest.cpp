@@ -1,4 +1,4 @@
-#include "sandbox/FileWriting.h"
+#include "sandbox/commands/FileWriting.h"
 
 #include "sandbox/Pipe.h"
 #include "support/TemporaryDirectory.h"

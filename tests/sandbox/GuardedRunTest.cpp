@@ -1,7 +1,7 @@
-#include "sandbox/GuardedRun.h"
+#include "sandbox/program/GuardedRun.h"
 
-#include "sandbox/KeyTyping.h"
 #include "sandbox/SandboxFixture.h"
+#include "sandbox/program/KeyTyping.h"
 #include "support/TemporaryDirectory.h"
 #include "zephyr/console/qt/ConsoleHost.h"
 

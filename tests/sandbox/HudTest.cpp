@@ -1,7 +1,7 @@
-#include "sandbox/Hud.h"
+#include "sandbox/picture/Hud.h"
 
-#include "sandbox/Simulation.h"
-#include "sandbox/SimulationClock.h"
+#include "sandbox/simulation/Simulation.h"
+#include "sandbox/simulation/SimulationClock.h"
 
 #include <QFont>
 #include <QFontMetrics>

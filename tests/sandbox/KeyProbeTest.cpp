@@ -1,4 +1,4 @@
-#include "sandbox/KeyProbe.h"
+#include "sandbox/probe/KeyProbe.h"
 
 #include <QCoreApplication>
 #include <QInputMethodEvent>

@@ -1,5 +1,5 @@
-#include "sandbox/LogFollower.h"
-#include "sandbox/LogPrinter.h"
+#include "sandbox/program/LogFollower.h"
+#include "sandbox/program/LogPrinter.h"
 #include "support/TemporaryDirectory.h"
 #include "zephyr/console/Console.h"
 

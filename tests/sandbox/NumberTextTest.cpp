@@ -1,4 +1,4 @@
-#include "sandbox/NumberText.h"
+#include "sandbox/simulation/NumberText.h"
 
 #include <gtest/gtest.h>
 

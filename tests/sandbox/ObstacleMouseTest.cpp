@@ -1,7 +1,7 @@
-#include "sandbox/ObstacleMouse.h"
+#include "sandbox/program/ObstacleMouse.h"
 
-#include "sandbox/FieldView.h"
-#include "sandbox/Simulation.h"
+#include "sandbox/picture/FieldView.h"
+#include "sandbox/simulation/Simulation.h"
 
 #include <QSize>
 

@@ -1,4 +1,4 @@
-#include "sandbox/Simulation.h"
+#include "sandbox/simulation/Simulation.h"
 
 #include <glm/geometric.hpp>
 

@@ -1,4 +1,4 @@
-#include "sandbox/Options.h"
+#include "sandbox/program/Options.h"
 
 #include <gtest/gtest.h>
 

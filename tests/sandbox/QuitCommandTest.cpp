@@ -1,4 +1,4 @@
-#include "sandbox/QuitCommand.h"
+#include "sandbox/commands/QuitCommand.h"
 #include "sandbox/SandboxFixture.h"
 #include "support/TemporaryDirectory.h"
 

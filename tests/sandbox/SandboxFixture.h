@@ -1,7 +1,7 @@
 #ifndef ZEPHYR_TESTS_SANDBOX_SANDBOXFIXTURE_H
 #define ZEPHYR_TESTS_SANDBOX_SANDBOXFIXTURE_H
 
-#include "sandbox/Sandbox.h"
+#include "sandbox/program/Sandbox.h"
 #include "support/ConsoleDriver.h"
 #include "zephyr/common/StringUtil.h"
 

@@ -1,8 +1,8 @@
-#include "sandbox/SandboxWindow.h"
+#include "sandbox/program/SandboxWindow.h"
 
-#include "sandbox/KeyTyping.h"
 #include "sandbox/SandboxFixture.h"
 #include "sandbox/WaitUntil.h"
+#include "sandbox/program/KeyTyping.h"
 #include "support/SystemText.h"
 #include "support/TemporaryDirectory.h"
 

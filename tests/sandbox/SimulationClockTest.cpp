@@ -1,5 +1,5 @@
-#include "sandbox/SimulationClock.h"
-#include "sandbox/Simulation.h"
+#include "sandbox/simulation/SimulationClock.h"
+#include "sandbox/simulation/Simulation.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "sandbox/SpeedPalette.h"
+#include "sandbox/picture/SpeedPalette.h"
 
 #include <gtest/gtest.h>
 

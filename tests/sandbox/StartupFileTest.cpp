@@ -1,7 +1,7 @@
-#include "sandbox/StartupFile.h"
+#include "sandbox/program/StartupFile.h"
 
-#include "sandbox/Options.h"
 #include "sandbox/SandboxFixture.h"
+#include "sandbox/program/Options.h"
 #include "support/TemporaryDirectory.h"
 #include "zephyr/common/SystemPaths.h"
 

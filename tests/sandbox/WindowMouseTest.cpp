@@ -1,6 +1,6 @@
 #include "sandbox/SandboxFixture.h"
-#include "sandbox/SandboxWindow.h"
 #include "sandbox/WaitUntil.h"
+#include "sandbox/program/SandboxWindow.h"
 
 #include <QCoreApplication>
 #include <QImage>

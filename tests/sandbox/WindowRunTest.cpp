@@ -1,6 +1,6 @@
-#include "sandbox/WindowRun.h"
+#include "sandbox/program/WindowRun.h"
 
-#include "sandbox/Options.h"
+#include "sandbox/program/Options.h"
 #include "support/TemporaryDirectory.h"
 
 #include <QGuiApplication>

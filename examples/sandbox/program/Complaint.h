@@ -1,0 +1,19 @@
+#ifndef ZEPHYR_SANDBOX_PROGRAM_COMPLAINT_H
+#define ZEPHYR_SANDBOX_PROGRAM_COMPLAINT_H
+
+#include <QString>
+
+#include <string>
+
+namespace zephyr::sandbox {
+
+/// Writes `what` to standard error as one line that begins with the program's name. Line feeds in it become
+/// spaces.
+void complain(const QString& what);
+
+/// complain()s that standard output can't be written, with the system's words on why.
+void complainAboutOutput(const std::string& why);
+
+} // namespace zephyr::sandbox
+
+#endif
