@@ -42,6 +42,19 @@ TEST(NumberText, ReadsWholeNumbersInDigitsOnly)
     }
 }
 
+TEST(NumberText, ReadsOnlyNumbersWithinTheLimits)
+{
+    EXPECT_EQ(1.0, numberWithin(1.0, 12.0, U"1"));
+    EXPECT_EQ(12.0, numberWithin(1.0, 12.0, U"12"));
+    EXPECT_EQ(1U, countWithin(1, 5, U"1"));
+    EXPECT_EQ(5U, countWithin(1, 5, U"5"));
+    for (const char32_t* const text : {U"0", U"0.9", U"12.1", U"nan", U"x"}) {
+        EXPECT_EQ(std::nullopt, numberWithin(1.0, 12.0, text));
+        EXPECT_EQ(std::nullopt, countWithin(1, 5, text));
+    }
+    EXPECT_EQ(std::nullopt, countWithin(1, 5, U"6"));
+}
+
 TEST(NumberText, WritesNumbersAsShortAsTheyGo)
 {
     EXPECT_EQ("12.5", textOf(12.5));

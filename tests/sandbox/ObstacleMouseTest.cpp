@@ -34,7 +34,7 @@ TEST_F(ObstacleMouseFixture, PlacesAnObstacleWhereTheLeftButtonGoesDown)
     EXPECT_EQ(std::vector{kPlaced}, obstacles());
 }
 
-TEST_F(ObstacleMouseFixture, PlacesNoneOnAnother)
+TEST_F(ObstacleMouseFixture, PlacesNoneOnTopOfAnother)
 {
     pressLeft(200.0, 80.0);
     pressLeft(204.0, 84.0);

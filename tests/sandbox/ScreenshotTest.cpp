@@ -10,10 +10,10 @@
 namespace zephyr::sandbox {
 namespace {
 
-class Picture : public testing::Test
+class Screenshot : public testing::Test
 {
 protected:
-    static QImage redPicture()
+    static QImage redImage()
     {
         QImage picture(3, 2, QImage::Format_RGB32);
         picture.fill(Qt::red);
@@ -24,23 +24,24 @@ protected:
     test::WorkingDirectory inside{directory.path()};
 };
 
-TEST_F(Picture, IsWrittenAsPng)
+TEST_F(Screenshot, IsWrittenAsPng)
 {
-    EXPECT_EQ("", savePicture(redPicture(), "red"));
-    EXPECT_EQ(redPicture(), QImage("red", "PNG").convertToFormat(QImage::Format_RGB32));
+    EXPECT_EQ(std::nullopt, saveScreenshot(redImage(), "red"));
+    EXPECT_EQ(redImage(), QImage("red", "PNG").convertToFormat(QImage::Format_RGB32));
 }
 
-TEST_F(Picture, IsReportedWhenThereIsNone)
+TEST_F(Screenshot, IsReportedWhenThereIsNone)
 {
     directory.write("old.png", "as it was");
-    EXPECT_EQ("can't write 'old.png': there is no picture of the window.", savePicture(QImage(), "old.png"));
+    EXPECT_EQ("can't write 'old.png': there is no picture of the window.",
+              saveScreenshot(QImage(), "old.png"));
     EXPECT_EQ("as it was", directory.read("old.png"));
 }
 
-TEST_F(Picture, IsNotWrittenIntoAPipe)
+TEST_F(Screenshot, IsNotWrittenIntoAPipe)
 {
     const test::Pipe pipe("pipe");
-    EXPECT_EQ("can't write 'pipe': it is no regular file.", savePicture(redPicture(), "pipe"));
+    EXPECT_EQ("can't write 'pipe': it is no regular file.", saveScreenshot(redImage(), "pipe"));
     EXPECT_TRUE(std::filesystem::is_fifo("pipe"));
 }
 

@@ -25,7 +25,7 @@ TEST(SimulationClock, KeepsTheRestOfAStepForTheNextFrame)
     EXPECT_EQ(1U, clock.stepsFor(0.6 * kStepSeconds));
 }
 
-TEST(SimulationClock, GivesNoStepsWhilePausedAndCatchesNothingUp)
+TEST(SimulationClock, GivesNoStepsWhilePausedNorCatchesUpAfterwards)
 {
     SimulationClock clock;
     clock.setPaused(true);

@@ -13,16 +13,16 @@ constexpr char32_t kSpace = U' ';
 constexpr char32_t kLineFeed = U'\n';
 constexpr char32_t kLineEnd[] = U";";
 constexpr char32_t kSpecialInLines[] = U"\";";
-constexpr char32_t kMaskedSpace = 0xFFFF; // which the console reads as a space, wherever it stands
+constexpr char32_t kMaskedSpace = 0xFFFF; // the console reads it as a space
 
-/// Whether `text` is the same after it went through a console file.
+/// Whether `text` survives being written to a console file and read back.
 bool fitsAFile(const std::u32string& text)
 {
     return text.find(kLineFeed) == std::u32string::npos && text.find(kMaskedSpace) == std::u32string::npos &&
            StringUtil::toU32String(StringUtil::toString(text)) == text;
 }
 
-/// Whether the console splits a line before and behind `name` and nowhere in it.
+/// Whether the console takes `name` for a single word.
 bool isOneWord(const std::u32string& name)
 {
     bool isQuoted = false;
@@ -33,7 +33,7 @@ bool isOneWord(const std::u32string& name)
             return false;
         }
     }
-    return !isQuoted && name != U">" && name != U">!"; // which would redirect
+    return !isQuoted && name != U">" && name != U">!"; // those two redirect the output
 }
 
 bool isPlainLine(const std::u32string& line)
@@ -48,15 +48,15 @@ std::u32string joined(const std::vector<std::u32string>& lines)
         value += kLineEnd;
         value += kSpace + lines[i];
     }
-    // Behind the last semicolon there would be no line.
+    // A trailing semicolon would not start another line, so an empty last line needs one of its own.
     return lines.back().empty() ? value + kLineEnd : value;
 }
 
-AliasLine refused(const std::u32string& name, const std::u32string& why)
+AliasRefusal refused(const std::u32string& name, const std::u32string& why)
 {
     std::u32string refusal = U"Can't save alias '" + name + U"': " + why;
     std::replace(refusal.begin(), refusal.end(), kLineFeed, kSpace);
-    return {{}, refusal};
+    return AliasRefusal{refusal};
 }
 
 } // namespace
@@ -74,7 +74,7 @@ AliasLine aliasLine(const std::u32string& name, const std::vector<std::u32string
             return refused(name, U"a console file can't hold its line '" + line + U"'.");
         }
     }
-    return {U"alias " + name + U" \"" + joined(lines) + U"\"", {}};
+    return U"alias " + name + U" \"" + joined(lines) + U"\"";
 }
 
 } // namespace zephyr::sandbox

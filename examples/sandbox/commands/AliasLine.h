@@ -2,24 +2,26 @@
 #define ZEPHYR_SANDBOX_COMMANDS_ALIASLINE_H
 
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace zephyr::sandbox {
 
-/// The line of a console file that defines an alias, or why there is none.
-struct AliasLine
+/// Why a console file can't define an alias, in one line for the user.
+struct AliasRefusal
 {
-    std::u32string text;    ///< Empty if there is none.
-    std::u32string refusal; ///< One line for the user; empty if all is well.
+    std::u32string text;
 };
+
+/// The line of a console file that defines an alias, or why there is none.
+using AliasLine = std::variant<std::u32string, AliasRefusal>;
 
 /// The line that makes `name` stand for exactly `lines` when a console file with it is run.
 ///
-/// Refused is what the alias command could not read back: a name that is not one word, lines with double
-/// quotes, semicolons or blanks at their ends, no line at all, and anything with a line feed, which would end
-/// the file's line, or that UTF-8 can't hold.
+/// Refuses whatever the alias command could not read back: a name that is not one word; no lines; a line with a double
+/// quote, a semicolon, or a blank at either end; and any text with a line feed or a code point that UTF-8 can't hold.
 ///
-/// | name | lines | text |
+/// | name | lines | result |
 /// |---|---|---|
 /// | `calm` | `wind set 0` | `alias calm "wind set 0"` |
 /// | `two` | `a`, `b c` | `alias two "a; b c"` |

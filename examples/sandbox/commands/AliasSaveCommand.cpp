@@ -1,10 +1,14 @@
 #include "sandbox/commands/AliasSaveCommand.h"
 
 #include "sandbox/commands/AliasLine.h"
-#include "sandbox/commands/SandboxCommand.h"
+#include "sandbox/commands/AnswerIndent.h"
+#include "sandbox/commands/ConsoleFileName.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 
+#include <cstddef>
+#include <string>
+#include <variant>
 #include <vector>
 
 namespace zephyr::sandbox {
@@ -13,54 +17,60 @@ using console::Console;
 
 namespace {
 
-constexpr char32_t kConsoleFileExtension[] = U".console";
 constexpr char32_t kAliasCommand[] = U"alias";
 
 constexpr char kFileHead[] = "// Aliases, as alias_save wrote them.\n";
 constexpr char kNoAliases[] = "There are no aliases; nothing is written.";
 
-constexpr char32_t kAliasSaveUsage[] = U"alias_save FILE.console";
-constexpr char32_t kAliasSaveDescription[] = U"Writes all aliases as a console file, which run restores.";
-constexpr char32_t kAliasSaveHelp[] =
+constexpr char32_t kUsage[] = U"alias_save FILE.console";
+constexpr char32_t kDescription[] = U"Writes all aliases as a console file, which run restores.";
+constexpr char32_t kHelp[] =
     U"Usage: alias_save FILE.console.  The extension may be left out; quote a FILE with spaces.";
 
-/// What a console file with all aliases holds.
+/// The console file that is to be written.
 struct AliasFile
 {
-    std::u32string lines;
-    std::size_t count = 0;
+    void add(const std::u32string& name, const std::vector<std::u32string>& aliasLines)
+    {
+        const AliasLine line = aliasLine(name, aliasLines);
+        if (const auto* const refusal = std::get_if<AliasRefusal>(&line)) {
+            refusals.push_back(refusal->text);
+        } else {
+            lines.push_back(std::get<std::u32string>(line));
+        }
+    }
+
+    std::string text() const
+    {
+        std::string text = kFileHead;
+        for (const std::u32string& line : lines) {
+            text += StringUtil::toString(line) + '\n';
+        }
+        return text;
+    }
+
+    std::vector<std::u32string> lines; // one per alias
     std::vector<std::u32string> refusals;
 };
-
-void addAlias(const std::u32string& name, const std::vector<std::u32string>& lines, AliasFile& file)
-{
-    const AliasLine line = aliasLine(name, lines);
-    if (!line.refusal.empty()) {
-        file.refusals.push_back(line.refusal);
-        return;
-    }
-    file.lines += line.text + U"\n";
-    ++file.count;
-}
 
 AliasFile aliasFileOf(Console& console)
 {
     AliasFile file;
     console.forEachAlias([&](const std::u32string& name, const std::vector<std::u32string>& lines) {
         if (name != kAliasCommand) {
-            addAlias(name, lines, file);
+            file.add(name, lines);
         }
     });
-    // The last, as every line behind it would run the alias in place of the command.
+    // An alias of this name comes last, since every "alias" after it would run the alias instead of the command.
     if (const std::vector<std::u32string>* const lines = console.lookupAlias(kAliasCommand)) {
-        addAlias(kAliasCommand, *lines, file);
+        file.add(kAliasCommand, *lines);
     }
     return file;
 }
 
 } // namespace
 
-AliasSaveCommand::AliasSaveCommand() : SaveCommand(kAliasSaveUsage, kAliasSaveDescription, kAliasSaveHelp) {}
+AliasSaveCommand::AliasSaveCommand() : SaveCommand(kUsage, kDescription, kHelp) {}
 
 std::u32string AliasSaveCommand::name() const
 {
@@ -76,14 +86,13 @@ void AliasSaveCommand::save(const std::u32string& file, Console& console) const
     if (!aliases.refusals.empty()) {
         return;
     }
-    if (aliases.count == 0) {
+    const std::size_t count = aliases.lines.size();
+    if (count == 0) {
         console.writeIndented(kNoAliases, kAnswerIndent);
         return;
     }
-    const std::u32string fileName =
-        file.ends_with(kConsoleFileExtension) ? file : file + kConsoleFileExtension;
-    writeFile(fileName, kFileHead + StringUtil::toString(aliases.lines),
-              std::to_string(aliases.count) + (aliases.count == 1 ? " alias" : " aliases"), console);
+    writeFile(consoleFileName(file), aliases.text(),
+              std::to_string(count) + (count == 1 ? " alias" : " aliases"), console);
 }
 
 } // namespace zephyr::sandbox

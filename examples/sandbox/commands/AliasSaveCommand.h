@@ -5,8 +5,8 @@
 
 namespace zephyr::sandbox {
 
-/// The command `alias_save`: writes the console's aliases as a console file, which `run` restores exactly. An
-/// alias that a console file can't hold is named, and nothing is written.
+/// The command `alias_save`: writes the console's aliases to a console file; running the file restores them exactly. If
+/// a console file can't hold one of the aliases, the answer names it and nothing is written.
 class AliasSaveCommand : public SaveCommand
 {
 public:

@@ -5,24 +5,28 @@
 #include <QString>
 
 #include <filesystem>
+#include <optional>
+#include <string>
 
 namespace zephyr::sandbox {
 
-/// What becomes of a device such as `/dev/null`.
+/// Whether a device such as `/dev/null` may be written to.
 enum class Devices
 {
-    Refused, ///< As it would be replaced by a file.
-    Taken,   ///< As it is written like a file.
+    Refused, ///< For a writer that would replace the device by a file.
+    Allowed, ///< For a writer that writes into what is there.
 };
 
-/// Why there is no writing to `path`, in words that end a sentence; empty if nothing is there yet, or a regular file.
-/// A pipe would keep the program waiting, or be replaced by a file. Also empty for a directory, which the system
-/// refuses in its own words.
-QString reasonNotToWrite(const std::filesystem::path& path, Devices devices);
+/// Why `path` must not be written to, as the end of a sentence. Nothing if it is a regular file or does not exist, and
+/// for a directory, which the system refuses in its own words. A pipe might block the program or be replaced.
+std::optional<std::string> reasonNotToWrite(const std::filesystem::path& path, Devices devices);
 
-/// Makes `bytes` the content of the file `path`. \return why that failed, in words that end a sentence, with the file as
-/// it was; empty if it didn't.
-QString writeWhole(const QString& path, const QByteArray& bytes);
+/// Makes `bytes` the content of the file `path`. A failure leaves the file as it was. \return the reason of a failure,
+/// as the end of a sentence; nothing on success.
+std::optional<std::string> writeWhole(const QString& path, const QByteArray& bytes);
+
+/// The answer of a command that could not write the file `path`.
+std::string cantWrite(const std::string& path, const std::string& reason);
 
 } // namespace zephyr::sandbox
 

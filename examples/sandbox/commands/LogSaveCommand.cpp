@@ -1,6 +1,6 @@
 #include "sandbox/commands/LogSaveCommand.h"
 
-#include "sandbox/program/LogPrinter.h"
+#include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 
 namespace zephyr::sandbox {
@@ -9,13 +9,13 @@ using console::Console;
 
 namespace {
 
-constexpr char32_t kLogSaveUsage[] = U"log_save FILE";
-constexpr char32_t kLogSaveDescription[] = U"Writes the log up to here as a text file.";
-constexpr char32_t kLogSaveHelp[] = U"Usage: log_save FILE.  Quote a FILE with spaces.";
+constexpr char32_t kUsage[] = U"log_save FILE";
+constexpr char32_t kDescription[] = U"Writes the log up to here as a text file.";
+constexpr char32_t kHelp[] = U"Usage: log_save FILE.  Quote a FILE with spaces.";
 
 } // namespace
 
-LogSaveCommand::LogSaveCommand() : SaveCommand(kLogSaveUsage, kLogSaveDescription, kLogSaveHelp) {}
+LogSaveCommand::LogSaveCommand() : SaveCommand(kUsage, kDescription, kHelp) {}
 
 std::u32string LogSaveCommand::name() const
 {
@@ -27,7 +27,7 @@ void LogSaveCommand::save(const std::u32string& file, Console& console) const
     const console::ConsoleSnapshot snapshot = console.snapshot();
     std::string text;
     for (const console::LogEntry& entry : snapshot.lines()) {
-        text += printedEntry(entry);
+        text += StringUtil::toString(shownText(entry)) + '\n';
     }
     writeFile(file, text, std::to_string(snapshot.lines().size()) + " lines", console);
 }

@@ -5,8 +5,7 @@
 
 namespace zephyr::sandbox {
 
-/// The command `log_save`: writes the console's log as text in UTF-8, with the prompt in front of executed
-/// lines as the screen has it.
+/// The command `log_save`: writes the console's log as it is shown to a text file in UTF-8.
 class LogSaveCommand : public SaveCommand
 {
 public:

@@ -1,5 +1,6 @@
 #include "sandbox/commands/ObstacleCommand.h"
 
+#include "sandbox/commands/AnswerIndent.h"
 #include "sandbox/simulation/NumberText.h"
 #include "sandbox/simulation/Simulation.h"
 #include "zephyr/console/Console.h"
@@ -11,8 +12,6 @@ namespace zephyr::sandbox {
 using console::Console;
 
 namespace {
-
-constexpr std::size_t kMaxAddWords = 3;
 
 constexpr char32_t kXSwitch[] = U"/x";
 constexpr char32_t kYSwitch[] = U"/y";
@@ -27,18 +26,17 @@ constexpr char32_t kListDescription[] = U"Lists the obstacles with their numbers
 constexpr char32_t kListHelp[] = U"Usage: obstacle list";
 constexpr char32_t kRemoveDescription[] = U"Removes an obstacle; those behind it move up one number.";
 constexpr char32_t kRemoveHelp[] = U"Usage: obstacle remove N.  N is a number that 'obstacle list' shows.";
-constexpr char32_t kClearObstaclesDescription[] = U"Removes all obstacles.";
-constexpr char32_t kClearObstaclesHelp[] = U"Usage: obstacle clear";
+constexpr char32_t kClearDescription[] = U"Removes all obstacles.";
+constexpr char32_t kClearHelp[] = U"Usage: obstacle clear";
 
 constexpr char kNone[] = "There are no obstacles.";
 constexpr char kFull[] = "No room: there are 24 obstacles, which is the most.";
 static_assert(kMaxObstacleCount == 24);
 
-/// The number that `text` is, if it is one from `lowest` to `highest`.
-std::optional<double> numberWithin(double lowest, double highest, const std::optional<std::u32string>& text)
+/// The coordinate that `text` spells, if it is from 0 to `highest`.
+std::optional<double> coordinateFrom(const std::optional<std::u32string>& text, double highest)
 {
-    const std::optional<double> number = text ? numberFrom(*text) : std::nullopt;
-    return number && *number >= lowest && *number <= highest ? number : std::nullopt;
+    return text ? numberWithin(0.0, highest, *text) : std::nullopt;
 }
 
 } // namespace
@@ -48,16 +46,22 @@ ObstacleCommand::ObstacleCommand(Simulation& simulation) : mSimulation(simulatio
     addSubCommand({U"add",
                    kAddDescription,
                    kAddHelp,
+                   3,
                    {{kXSwitch, {U"40", U"80", U"120"}},
                     {kYSwitch, {U"20", U"45", U"70"}},
                     {kRadiusSwitch, {U"3", U"5", U"10"}}}},
                   [this](const SubCommandWords& words, Console& console) { return add(words, console); });
-    addSubCommand({U"list", kListDescription, kListHelp},
-                  [this](const SubCommandWords& words, Console& console) { return list(words, console); });
-    addSubCommand({U"remove", kRemoveDescription, kRemoveHelp},
+    addSubCommand({U"list", kListDescription, kListHelp}, [this](const SubCommandWords&, Console& console) {
+        list(console);
+        return true;
+    });
+    addSubCommand({U"remove", kRemoveDescription, kRemoveHelp, 1},
                   [this](const SubCommandWords& words, Console& console) { return remove(words, console); });
-    addSubCommand({U"clear", kClearObstaclesDescription, kClearObstaclesHelp},
-                  [this](const SubCommandWords& words, Console& console) { return clear(words, console); });
+    addSubCommand({U"clear", kClearDescription, kClearHelp},
+                  [this](const SubCommandWords&, Console& console) {
+                      clear(console);
+                      return true;
+                  });
 }
 
 std::u32string ObstacleCommand::name() const
@@ -67,44 +71,39 @@ std::u32string ObstacleCommand::name() const
 
 bool ObstacleCommand::add(const SubCommandWords& words, Console& console)
 {
-    if (words.plain.size() > kMaxAddWords || words.plain.empty() == words.switches.empty()) {
-        return false; // too many words, none at all, or both forms mixed
-    }
-    const std::optional<double> x = numberWithin(0.0, kFieldWidth, givenValue(words, 0, kXSwitch));
-    const std::optional<double> y = numberWithin(0.0, kFieldHeight, givenValue(words, 1, kYSwitch));
+    const std::optional<double> x = coordinateFrom(givenValue(words, 0, kXSwitch), kFieldWidth);
+    const std::optional<double> y = coordinateFrom(givenValue(words, 1, kYSwitch), kFieldHeight);
     const std::optional<std::u32string> radiusText = givenValue(words, 2, kRadiusSwitch);
     const std::optional<double> radius =
-        radiusText ? numberWithin(kMinObstacleRadius, kMaxObstacleRadius, radiusText)
+        radiusText ? numberWithin(kMinObstacleRadius, kMaxObstacleRadius, *radiusText)
                    : kDefaultObstacleRadius;
-    if (!x || !y || !radius) {
+    if (!hasOneForm(words) || !x || !y || !radius) {
         return false;
     }
-    if (!mSimulation.addObstacle({{*x, *y}, *radius})) {
+    if (const std::optional<std::size_t> index = mSimulation.addObstacle({{*x, *y}, *radius})) {
+        writeObstacle(*index, console);
+    } else {
         console.writeIndented(kFull, kAnswerIndent);
-        return true;
     }
-    writeObstacle(mSimulation.obstacles().size() - 1, console);
     return true;
 }
 
-bool ObstacleCommand::list(const SubCommandWords& words, Console& console) const
+void ObstacleCommand::list(Console& console) const
 {
-    if (!words.plain.empty()) {
-        return false;
-    }
     if (mSimulation.obstacles().empty()) {
         console.writeIndented(kNone, kAnswerIndent);
     }
     for (std::size_t i = 0; i < mSimulation.obstacles().size(); ++i) {
         writeObstacle(i, console);
     }
-    return true;
 }
 
 bool ObstacleCommand::remove(const SubCommandWords& words, Console& console)
 {
-    const std::optional<unsigned> number = words.plain.size() == 1 ? countFrom(words.plain[0]) : std::nullopt;
-    if (!number || *number < 1 || *number > mSimulation.obstacles().size()) {
+    const auto highest = static_cast<unsigned>(mSimulation.obstacles().size());
+    const std::optional<unsigned> number =
+        words.plain.empty() ? std::nullopt : countWithin(1, highest, words.plain[0]);
+    if (!number) {
         return false;
     }
     mSimulation.removeObstacle(*number - 1);
@@ -112,14 +111,10 @@ bool ObstacleCommand::remove(const SubCommandWords& words, Console& console)
     return true;
 }
 
-bool ObstacleCommand::clear(const SubCommandWords& words, Console& console)
+void ObstacleCommand::clear(Console& console)
 {
-    if (!words.plain.empty()) {
-        return false;
-    }
     mSimulation.clearObstacles();
     console.writeIndented(kNone, kAnswerIndent);
-    return true;
 }
 
 void ObstacleCommand::writeObstacle(std::size_t index, Console& console) const

@@ -9,8 +9,8 @@ namespace zephyr::sandbox {
 
 class Simulation;
 
-/// The command `obstacle`: places, lists and removes the discs of a simulation, which are numbered from 1, the
-/// oldest. The simulation must outlive it.
+/// The command `obstacle`: places, lists and removes the discs of a simulation. They are numbered from 1, oldest first.
+/// The simulation must outlive the command.
 class ObstacleCommand : public SandboxCommand
 {
 public:
@@ -20,9 +20,9 @@ public:
 
 private:
     bool add(const SubCommandWords& words, console::Console& console);
-    bool list(const SubCommandWords& words, console::Console& console) const;
+    void list(console::Console& console) const;
     bool remove(const SubCommandWords& words, console::Console& console);
-    bool clear(const SubCommandWords& words, console::Console& console);
+    void clear(console::Console& console);
     void writeObstacle(std::size_t index, console::Console& console) const;
 
     Simulation& mSimulation;

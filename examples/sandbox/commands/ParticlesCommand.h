@@ -7,8 +7,8 @@ namespace zephyr::sandbox {
 
 class Simulation;
 
-/// The command `particles`: reads and sets how many particles a simulation has. The simulation must outlive
-/// it.
+/// The command `particles`: shows and sets how many particles a simulation has. The simulation must outlive the
+/// command.
 class ParticlesCommand : public SandboxCommand
 {
 public:
@@ -18,7 +18,7 @@ public:
 
 private:
     bool count(const SubCommandWords& words, console::Console& console);
-    bool clear(const SubCommandWords& words, console::Console& console);
+    void clear(console::Console& console);
     void writeCount(console::Console& console) const;
 
     Simulation& mSimulation;

@@ -26,8 +26,7 @@ std::string fixed(double value)
 
 } // namespace
 
-PositionRecorder::PositionRecorder(const std::string& path)
-    : mError(reasonNotToWrite(path, Devices::Taken).toStdString())
+PositionRecorder::PositionRecorder(const std::string& path) : mError(reasonNotToWrite(path, Devices::Allowed))
 {
     if (!isGood()) {
         return;

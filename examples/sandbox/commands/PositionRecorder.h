@@ -4,40 +4,39 @@
 #include <cstddef>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace zephyr::sandbox {
 
 class Simulation;
 
-/// Writes where particles are to a CSV file with the columns `step,time,particle,x,y`: seconds and metres
-/// with three decimals, a full stop before them in every locale.
+/// Writes the positions of particles to a CSV file with the columns `step,time,particle,x,y`. Seconds and metres have
+/// three decimals after a full stop, in every locale.
 ///
-/// - It is: one open file. It is not: in charge of the simulation; who uses it takes the steps.
+/// - It is: one open file. It is not: in charge of the simulation; callers take the steps.
 /// - Threads: used by one thread at a time.
-/// - Ownership: owns the file, which it closes.
-/// - Failure: isGood() turns false and stays so; error() says why. What was written until then stays in the
-/// file.
+/// - Failure: isGood() turns false and stays so; error() says why. The file keeps what was written before.
 class PositionRecorder
 {
 public:
-    /// The particles that a file holds of each step: the oldest ones.
+    /// Number of particles that the file has for each step: the first ones.
     static constexpr std::size_t kParticles = 100;
 
-    /// Creates or empties the file `path` and writes the header. A device such as `/dev/null` is written, too; a pipe, which
-    /// might never take anything, is refused.
+    /// Creates or empties the file `path` and writes the header. Accepts a device such as `/dev/null`, but no pipe,
+    /// which might block the program.
     explicit PositionRecorder(const std::string& path);
 
-    /// Appends a row for each of the first kParticles particles as they are now.
+    /// Appends a row for each of the first kParticles particles.
     void writePositions(const Simulation& simulation);
 
-    /// Hands all to the system and closes the file; nothing may be written after it.
+    /// Flushes and closes the file. Nothing may be written after that.
     void finish();
 
-    bool isGood() const { return mError.empty(); }
+    bool isGood() const { return !mError; }
 
-    /// Why writing failed, in words that end a sentence; empty while nothing has.
-    const std::string& error() const { return mError; }
+    /// Why writing failed, as the end of a sentence; nothing while all is well.
+    const std::optional<std::string>& error() const { return mError; }
 
 private:
     struct Closer
@@ -49,7 +48,7 @@ private:
     void noteError();
 
     std::unique_ptr<std::FILE, Closer> mFile;
-    std::string mError;
+    std::optional<std::string> mError;
 };
 
 } // namespace zephyr::sandbox

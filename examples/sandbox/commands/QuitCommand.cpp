@@ -1,6 +1,6 @@
 #include "sandbox/commands/QuitCommand.h"
 
-#include "sandbox/commands/SandboxCommand.h"
+#include "sandbox/commands/AnswerIndent.h"
 
 namespace zephyr::sandbox {
 
@@ -9,15 +9,15 @@ using console::ConsoleArgs;
 
 namespace {
 
-constexpr char32_t kName[] = U"quit"; // stands in help, too, in front of the description
-constexpr char32_t kQuitDescription[] = U"Ends the program; whatever stands behind it in a file is not run.";
-constexpr char32_t kQuitHelp[] = U"Usage: quit";
+constexpr char32_t kName[] = U"quit"; // help shows it in front of the description
+constexpr char32_t kDescription[] = U"Ends the program; whatever stands behind it in a file is not run.";
+constexpr char32_t kHelp[] = U"Usage: quit";
 
 } // namespace
 
-QuitCommand::QuitCommand(const std::function<void()>& quitting) : mQuitting(quitting)
+QuitCommand::QuitCommand(const std::function<void()>& beforeThrow) : mBeforeThrow(beforeThrow)
 {
-    registerArgHandler(kName, {}, kQuitDescription, kQuitHelp); // for help only; execute() does the work
+    registerArgHandler(kName, {}, kDescription, kHelp); // only so that help describes it
 }
 
 std::u32string QuitCommand::name() const
@@ -31,7 +31,7 @@ void QuitCommand::execute(const ConsoleArgs& args, Console& console)
         printIncorrectUsage(kName, console, kAnswerIndent);
         return;
     }
-    mQuitting();
+    mBeforeThrow();
     throw QuitRequest();
 }
 

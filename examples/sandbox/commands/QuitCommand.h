@@ -7,23 +7,23 @@
 
 namespace zephyr::sandbox {
 
-/// What QuitCommand throws through the console, so that nothing behind it runs, neither the rest of an alias nor of a
-/// console file. It is no std::exception, as nothing went wrong.
+/// QuitCommand throws this through the console, so that neither the rest of an alias nor that of a console file runs.
+/// It is no std::exception, since nothing went wrong.
 struct QuitRequest
 {};
 
-/// The command `quit`: tells that the program shall end and then throws a QuitRequest.
+/// The command `quit`: calls back and then throws a QuitRequest.
 class QuitCommand : public console::ConsoleCommand
 {
 public:
-    /// `quitting` is called before each throw.
-    explicit QuitCommand(const std::function<void()>& quitting);
+    /// `beforeThrow` is called before each throw.
+    explicit QuitCommand(const std::function<void()>& beforeThrow);
 
     std::u32string name() const override;
     void execute(const console::ConsoleArgs& args, console::Console& console) override;
 
 private:
-    std::function<void()> mQuitting;
+    std::function<void()> mBeforeThrow;
 };
 
 } // namespace zephyr::sandbox

@@ -1,6 +1,7 @@
 #include "sandbox/commands/Recording.h"
 
-#include "sandbox/commands/SandboxCommand.h"
+#include "sandbox/commands/AnswerIndent.h"
+#include "sandbox/commands/FileWriting.h"
 #include "sandbox/simulation/Simulation.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
@@ -16,7 +17,6 @@ constexpr unsigned kProgressLines = 10;
 constexpr unsigned kProgressIndent = 8;
 
 constexpr char kStarted[] = "Recording to ";
-constexpr char kCantRecord[] = "Can't write ";
 constexpr char kEnded[] = "The recording to ";
 constexpr char kEndedAt[] = " ended early, at ";
 constexpr char kStillWorking[] = "Still recording to ";
@@ -35,17 +35,15 @@ void Recording::start(const std::u32string& path, unsigned steps, Console& conso
     if (complainIfWorking(console)) {
         return;
     }
-    mPath = '\'' + StringUtil::toString(path) + '\'';
-    mSteps = steps;
-    mDone = 0;
-    mFirstStep = mSimulation.stepCount() + 1;
-    mRecorder.emplace(StringUtil::toString(path));
-    if (!mRecorder->isGood()) {
+    const std::string name = StringUtil::toString(path);
+    mJob = Job{PositionRecorder(name), name, steps, mSimulation.stepCount() + 1};
+    if (!mJob->recorder.isGood()) {
         finish(console);
         return;
     }
     if (mIsInBackground) {
-        console.writeIndented(kStarted + mPath + ", " + std::to_string(steps) + " steps.", kAnswerIndent);
+        console.writeIndented(kStarted + quotedPath() + ", " + std::to_string(steps) + " steps.",
+                              kAnswerIndent);
         return;
     }
     while (isWorking()) {
@@ -63,53 +61,61 @@ void Recording::work(std::chrono::milliseconds atMost, Console& console)
 void Recording::end(Console& console)
 {
     if (isWorking()) {
-        close(kEnded + mPath + kEndedAt + progress() + ".", console);
+        close(kEnded + quotedPath() + kEndedAt + progress() + ".", console);
     }
 }
 
 bool Recording::complainIfWorking(Console& console) const
 {
     if (isWorking()) {
-        console.writeIndented(kStillWorking + mPath + ", " + progress() + kHowToEnd, kAnswerIndent);
+        console.writeIndented(kStillWorking + quotedPath() + ", " + progress() + kHowToEnd, kAnswerIndent);
     }
     return isWorking();
 }
 
-/// \return whether it told how far it got.
+/// Takes a step. \return whether progress was reported.
 bool Recording::step(Console& console)
 {
     mSimulation.step();
-    mRecorder->writePositions(mSimulation);
-    ++mDone;
-    const bool tells = mRecorder->isGood() && completesTenth(mDone, mSteps);
-    if (tells) {
+    mJob->recorder.writePositions(mSimulation);
+    ++mJob->done;
+    const bool isGood = mJob->recorder.isGood();
+    const bool reports = isGood && completesTenth(mJob->done, mJob->steps);
+    if (reports) {
         console.writeIndented(progress(), kProgressIndent);
     }
-    if (!mRecorder->isGood() || mDone == mSteps) {
+    if (!isGood || mJob->done == mJob->steps) {
         finish(console);
     }
-    return tells;
+    return reports;
 }
 
 void Recording::finish(Console& console)
 {
-    close("Wrote steps " + std::to_string(mFirstStep) + " to " + std::to_string(mSimulation.stepCount()) +
-              " to " + mPath + ".",
+    close("Wrote steps " + std::to_string(mJob->firstStep) + " to " +
+              std::to_string(mSimulation.stepCount()) + " to " + quotedPath() + ".",
           console);
 }
 
-/// Writes `success`, or why not all could be written, of which the system may tell only when the file is closed.
+/// Ends the recording with the line `success`, or with the reason why the file could not be written; the system may
+/// give one only when the file is closed.
 void Recording::close(const std::string& success, Console& console)
 {
-    mRecorder->finish();
-    const std::string error = mRecorder->error();
-    mRecorder.reset();
-    console.writeIndented(error.empty() ? success : kCantRecord + mPath + ": " + error + ".", kAnswerIndent);
+    mJob->recorder.finish();
+    const std::optional<std::string> error = mJob->recorder.error();
+    const std::string answer = error ? cantWrite(mJob->path, *error) : success;
+    mJob.reset();
+    console.writeIndented(answer, kAnswerIndent);
+}
+
+std::string Recording::quotedPath() const
+{
+    return '\'' + mJob->path + '\'';
 }
 
 std::string Recording::progress() const
 {
-    return "step " + std::to_string(mDone) + " of " + std::to_string(mSteps);
+    return "step " + std::to_string(mJob->done) + " of " + std::to_string(mJob->steps);
 }
 
 } // namespace zephyr::sandbox

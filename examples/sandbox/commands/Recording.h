@@ -16,52 +16,60 @@ namespace zephyr::sandbox {
 
 class Simulation;
 
-/// What `sim record` asks for: moves a simulation on, writes where its particles are, and tells how far it got.
+/// The recording that `sim record` starts: moves a simulation on, writes the positions of its particles to a file, and
+/// reports progress.
 ///
-/// - It is: work that can be done in slices, between which a window is painted. It is not: a thread or a timer; who
-///   lets it work in the background calls work() again and again.
+/// - It is: work that can be done in slices, so that a window is painted in between. It is not: a thread or a timer; in
+///   the background it proceeds only when work() is called.
 /// - Threads: used by one thread at a time.
-/// - Ownership: borrows the simulation, which must outlive it; consoles are only borrowed for the call.
-/// - Failure: one line in the console's log that says why, which ends the recording.
+/// - Ownership: borrows the simulation, which must outlive it.
+/// - Failure: ends the recording with one line in the console's log that says why.
 class Recording
 {
 public:
     explicit Recording(Simulation& simulation) : mSimulation(simulation) {}
 
-    /// Makes start() return at once from now on, and leave the work to whoever calls work().
+    /// From now on start() returns at once and leaves the work to calls of work().
     void moveToBackground() { mIsInBackground = true; }
 
-    /// Whether one has been started and hasn't ended.
-    bool isWorking() const { return mRecorder.has_value(); }
+    /// Whether a recording has been started and has not ended.
+    bool isWorking() const { return mJob.has_value(); }
 
-    /// Records `steps` steps, at least one, to the file `path`. Until moveToBackground() it is done when this returns.
-    /// Answers with a line and does nothing else while one works.
+    /// Records `steps` steps, at least one, to the file `path`. Returns when that is done, unless moveToBackground()
+    /// was called. While another recording is working, only answers with a line that says so.
     void start(const std::u32string& path, unsigned steps, console::Console& console);
 
-    /// Takes steps until `atMost` has passed, but at least one, and no more when it has told how far it got. Does
-    /// nothing while none works.
+    /// Takes at least one step, and more until `atMost` has passed or progress has been reported. Does nothing if no
+    /// recording is working.
     void work(std::chrono::milliseconds atMost, console::Console& console);
 
-    /// Ends it where it is, with a line that says so, or why what it wrote can't be kept. Does nothing while none works.
+    /// Ends the recording early, with a line that says so or why the file could not be written. Does nothing if no
+    /// recording is working.
     void end(console::Console& console);
 
-    /// Answers with a line if one works, since what is recorded must not be moved on by anybody else.
-    /// \return whether one works.
+    /// Answers with a line if a recording is working: nothing else may move the simulation on meanwhile.
+    /// \return whether a recording is working.
     bool complainIfWorking(console::Console& console) const;
 
 private:
+    struct Job
+    {
+        PositionRecorder recorder;
+        std::string path;
+        unsigned steps;
+        std::uint64_t firstStep;
+        unsigned done = 0; // steps
+    };
+
     bool step(console::Console& console);
     void finish(console::Console& console);
     void close(const std::string& success, console::Console& console);
+    std::string quotedPath() const;
     std::string progress() const;
 
     Simulation& mSimulation;
     bool mIsInBackground = false;
-    std::optional<PositionRecorder> mRecorder;
-    std::string mPath; // quoted, as it is shown
-    unsigned mDone = 0;
-    unsigned mSteps = 0;
-    std::uint64_t mFirstStep = 0;
+    std::optional<Job> mJob; // while a recording is working
 };
 
 } // namespace zephyr::sandbox

@@ -1,5 +1,6 @@
 #include "sandbox/commands/SandboxCommand.h"
 
+#include "sandbox/commands/AnswerIndent.h"
 #include "zephyr/console/Console.h"
 #include "zephyr/console/ConsoleSwitchArg.h"
 
@@ -15,7 +16,7 @@ using console::ConsoleSwitchArg;
 
 namespace {
 
-constexpr unsigned kFirstWord = 2; // behind the command and the sub-command
+constexpr unsigned kFirstWord = 2; // after the command and the sub-command
 
 bool knowsSwitch(const SubCommand& subCommand, const std::u32string& name)
 {
@@ -23,7 +24,7 @@ bool knowsSwitch(const SubCommand& subCommand, const std::u32string& name)
                        [&](const SubCommandSwitch& known) { return known.name == name; });
 }
 
-/// The switch as far as its value.
+/// The switch as it is typed before its value.
 std::u32string opened(const SubCommandSwitch& known)
 {
     return known.name + U"=";
@@ -47,7 +48,7 @@ bool anyWordBeginsWith(const ConsoleArgs& args, const std::u32string& prefix)
     return false;
 }
 
-/// Each of `switches` with each of its values.
+/// Every switch with each of its values.
 std::vector<std::u32string> withValues(const std::vector<SubCommandSwitch>& switches)
 {
     std::vector<std::u32string> words;
@@ -59,7 +60,7 @@ std::vector<std::u32string> withValues(const std::vector<SubCommandSwitch>& swit
     return words;
 }
 
-/// The switches that the line doesn't have yet and that begin with `prefix`.
+/// The switches that begin with `prefix` and are not in the line yet.
 std::vector<SubCommandSwitch> furtherSwitches(std::u32string_view prefix, const SubCommand& subCommand,
                                               const ConsoleArgs& args)
 {
@@ -71,15 +72,15 @@ std::vector<SubCommandSwitch> furtherSwitches(std::u32string_view prefix, const 
     return further;
 }
 
-/// What may stand behind a sub-command and begins with `prefix`: switches and examples. Each switch comes with its
-/// values as well, since Tab only walks along what was offered at first and never completes that further.
+/// The switches and examples that may follow and begin with `prefix`. Switches come with their values as well, since
+/// further presses of Tab only step through the first offer.
 std::vector<std::u32string> furtherWords(std::u32string_view prefix, const SubCommand& subCommand,
                                          const ConsoleArgs& args)
 {
     const std::vector<SubCommandSwitch> switches = furtherSwitches(prefix, subCommand, args);
     const std::vector<std::u32string> valued = withValues(switches);
     std::vector<std::u32string> words;
-    if (switches.size() > 1 || valued.empty()) { // or else the bare one would be a Tab that tells nothing
+    if (switches.size() > 1 || valued.empty()) { // a bare switch alone would waste a press of Tab
         std::transform(switches.begin(), switches.end(), std::back_inserter(words), opened);
     }
     words.insert(words.end(), valued.begin(), valued.end());
@@ -88,6 +89,11 @@ std::vector<std::u32string> furtherWords(std::u32string_view prefix, const SubCo
 }
 
 } // namespace
+
+bool hasOneForm(const SubCommandWords& words)
+{
+    return words.plain.empty() != words.switches.empty();
+}
 
 std::optional<std::u32string> givenValue(const SubCommandWords& words, std::size_t index,
                                          const std::u32string& name)
@@ -122,37 +128,43 @@ void SandboxCommand::execute(const ConsoleArgs& args, Console& console)
 void SandboxCommand::run(const SubCommand& subCommand, const Handler& handler, const ConsoleArgs& args,
                          Console& console) const
 {
-    SubCommandWords words;
-    if (sortWords(subCommand, args, console, words) && !handler(words, console)) {
+    const std::optional<SubCommandWords> words = sortedWords(subCommand, args, console);
+    if (words && !handler(*words, console)) {
         printIncorrectUsage(subCommand.name, console, kAnswerIndent);
     }
 }
 
-bool SandboxCommand::sortWords(const SubCommand& subCommand, const ConsoleArgs& args, Console& console,
-                               SubCommandWords& words) const
+/// Answers bad words, and returns nothing then.
+std::optional<SubCommandWords> SandboxCommand::sortedWords(const SubCommand& subCommand,
+                                                           const ConsoleArgs& args, Console& console) const
 {
+    SubCommandWords words;
     for (unsigned i = kFirstWord; i < args.argCount(); ++i) {
         const ConsoleSwitchArg word(args, i);
         if (args.arg(i).empty()) {
-            continue; // between two spaces
+            continue; // two spaces enclose an empty word
         }
         if (word.switchArg().empty()) {
             words.plain.push_back(args.arg(i));
         } else if (!knowsSwitch(subCommand, word.switchArg())) {
             printUnrecognizedSwitch(subCommand.name, word.switchArg(), console, kAnswerIndent);
-            return false;
+            return std::nullopt;
         } else if (!words.switches.emplace(word.switchArg(), word.value()).second) {
             printIncorrectUsage(subCommand.name, console, kAnswerIndent);
-            return false;
+            return std::nullopt;
         }
     }
-    return true;
+    if (words.plain.size() > subCommand.maxPlainWords) {
+        printIncorrectUsage(subCommand.name, console, kAnswerIndent);
+        return std::nullopt;
+    }
+    return words;
 }
 
 std::vector<std::u32string> SandboxCommand::getAutoCompleteResults(const ConsoleArgs& args)
 {
     if (args.hasRedirect() || args.hasRedirectOpen()) {
-        return {}; // the word at the end is a file's name
+        return {}; // the last word names a file
     }
     const auto found = mSubCommands.find(args.subCmd());
     if (found == mSubCommands.end()) {
@@ -167,8 +179,8 @@ std::vector<std::u32string> SandboxCommand::getAutoCompleteResults(const Console
             return values;
         }
     }
-    // Nobody can tell a finished word from one that is being typed, as the space at the line's end is not
-    // among the words: a whole sub-command and a switch whose value can't go on count as finished.
+    // The words don't show whether the line ends with a space, that is, whether the last word is finished. A whole
+    // sub-command, and a switch whose value can't be continued, count as finished.
     const bool isFinished = isSwitch || args.argCount() == kFirstWord;
     return furtherWords(isFinished ? std::u32string() : last, found->second, args);
 }

@@ -1,12 +1,13 @@
 #include "sandbox/commands/SaveCommand.h"
 
+#include "sandbox/commands/AnswerIndent.h"
 #include "sandbox/commands/FileWriting.h"
-#include "sandbox/commands/SandboxCommand.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 namespace zephyr::sandbox {
@@ -16,7 +17,7 @@ using console::ConsoleArgs;
 
 namespace {
 
-/// The words behind the command, without quotes and without what is empty.
+/// The words after the command without their quotes, except for empty ones.
 std::vector<std::u32string> fileNames(const ConsoleArgs& args)
 {
     std::vector<std::u32string> names;
@@ -36,7 +37,7 @@ SaveCommand::SaveCommand(const std::u32string& usage, const std::u32string& desc
                          const std::u32string& helpText)
     : mUsage(usage)
 {
-    registerArgHandler(mUsage, {}, description, helpText); // for help only; execute() does the work
+    registerArgHandler(mUsage, {}, description, helpText); // only so that help describes it
 }
 
 void SaveCommand::execute(const ConsoleArgs& args, Console& console)
@@ -52,14 +53,11 @@ void SaveCommand::execute(const ConsoleArgs& args, Console& console)
 void SaveCommand::writeFile(const std::u32string& file, const std::string& bytes, const std::string& what,
                             Console& console)
 {
-    const std::string quoted = '\'' + StringUtil::toString(file) + '\'';
-    const QString error =
-        writeWhole(QString::fromStdString(StringUtil::toString(file)), QByteArray::fromStdString(bytes));
-    if (!error.isEmpty()) {
-        console.writeIndented("Can't write " + quoted + ": " + error.toStdString() + ".", kAnswerIndent);
-        return;
-    }
-    console.writeIndented("Wrote " + what + " to " + quoted + ".", kAnswerIndent);
+    const std::string path = StringUtil::toString(file);
+    const std::optional<std::string> error =
+        writeWhole(QString::fromStdString(path), QByteArray::fromStdString(bytes));
+    console.writeIndented(error ? cantWrite(path, *error) : "Wrote " + what + " to '" + path + "'.",
+                          kAnswerIndent);
 }
 
 } // namespace zephyr::sandbox

@@ -1,5 +1,6 @@
 #include "sandbox/commands/SimCommand.h"
 
+#include "sandbox/commands/AnswerIndent.h"
 #include "sandbox/commands/Recording.h"
 #include "sandbox/simulation/NumberText.h"
 #include "sandbox/simulation/Simulation.h"
@@ -14,7 +15,7 @@ using console::Console;
 
 namespace {
 
-constexpr unsigned kMaxSteps = 10000; // at once, since nothing else happens meanwhile
+constexpr unsigned kMaxSteps = 10000; // of one command, since nothing else happens meanwhile
 constexpr unsigned kDefaultRecordSteps = 600;
 constexpr double kMinSpeed = 0.1;
 constexpr double kMaxSpeed = 10.0;
@@ -41,8 +42,7 @@ constexpr char32_t kRecordHelp[] =
 
 std::optional<unsigned> stepsFrom(const std::u32string& text)
 {
-    const std::optional<unsigned> steps = countFrom(text);
-    return steps && *steps >= 1 && *steps <= kMaxSteps ? steps : std::nullopt;
+    return countWithin(1, kMaxSteps, text);
 }
 
 } // namespace
@@ -50,21 +50,29 @@ std::optional<unsigned> stepsFrom(const std::u32string& text)
 SimCommand::SimCommand(Simulation& simulation, SimulationClock& clock, Recording& recording)
     : mSimulation(simulation), mClock(clock), mRecording(recording)
 {
-    addSubCommand(
-        {U"pause", kPauseDescription, kPauseHelp},
-        [this](const SubCommandWords& words, Console& console) { return setPaused(true, words, console); });
-    addSubCommand(
-        {U"resume", kResumeDescription, kResumeHelp},
-        [this](const SubCommandWords& words, Console& console) { return setPaused(false, words, console); });
-    addSubCommand({U"step", kStepDescription, kStepHelp, {}, {U"1", U"120", U"600"}},
+    addSubCommand({U"pause", kPauseDescription, kPauseHelp},
+                  [this](const SubCommandWords&, Console& console) {
+                      setPaused(true, console);
+                      return true;
+                  });
+    addSubCommand({U"resume", kResumeDescription, kResumeHelp},
+                  [this](const SubCommandWords&, Console& console) {
+                      setPaused(false, console);
+                      return true;
+                  });
+    addSubCommand({U"step", kStepDescription, kStepHelp, 1, {}, {U"1", U"120", U"600"}},
                   [this](const SubCommandWords& words, Console& console) { return step(words, console); });
-    addSubCommand({U"speed", kSpeedDescription, kSpeedHelp, {}, {U"0.5", U"1", U"2"}},
+    addSubCommand({U"speed", kSpeedDescription, kSpeedHelp, 1, {}, {U"0.5", U"1", U"2"}},
                   [this](const SubCommandWords& words, Console& console) { return speed(words, console); });
     addSubCommand({U"reset", kResetDescription, kResetHelp},
-                  [this](const SubCommandWords& words, Console& console) { return reset(words, console); });
+                  [this](const SubCommandWords&, Console& console) {
+                      reset(console);
+                      return true;
+                  });
     addSubCommand({U"record",
                    kRecordDescription,
                    kRecordHelp,
+                   0,
                    {{kPathSwitch}, {kStepsSwitch, {U"120", U"600", U"3600"}}}},
                   [this](const SubCommandWords& words, Console& console) { return record(words, console); });
 }
@@ -74,20 +82,16 @@ std::u32string SimCommand::name() const
     return U"sim";
 }
 
-bool SimCommand::setPaused(bool paused, const SubCommandWords& words, Console& console)
+void SimCommand::setPaused(bool paused, Console& console)
 {
-    if (!words.plain.empty()) {
-        return false;
-    }
     mClock.setPaused(paused);
     console.writeIndented(paused ? "Paused." : "Running.", kAnswerIndent);
-    return true;
 }
 
 bool SimCommand::step(const SubCommandWords& words, Console& console)
 {
     const std::optional<unsigned> steps = words.plain.empty() ? 1U : stepsFrom(words.plain[0]);
-    if (words.plain.size() > 1 || !steps) {
+    if (!steps) {
         return false;
     }
     if (mRecording.complainIfWorking(console)) {
@@ -104,12 +108,9 @@ bool SimCommand::step(const SubCommandWords& words, Console& console)
 
 bool SimCommand::speed(const SubCommandWords& words, Console& console)
 {
-    if (words.plain.size() > 1) {
-        return false;
-    }
     if (!words.plain.empty()) {
-        const std::optional<double> factor = numberFrom(words.plain[0]);
-        if (!factor || *factor < kMinSpeed || *factor > kMaxSpeed) {
+        const std::optional<double> factor = numberWithin(kMinSpeed, kMaxSpeed, words.plain[0]);
+        if (!factor) {
             return false;
         }
         mClock.setSpeed(*factor);
@@ -118,15 +119,11 @@ bool SimCommand::speed(const SubCommandWords& words, Console& console)
     return true;
 }
 
-bool SimCommand::reset(const SubCommandWords& words, Console& console)
+void SimCommand::reset(Console& console)
 {
-    if (!words.plain.empty()) {
-        return false;
-    }
     mRecording.end(console);
     mSimulation.reset();
     console.writeIndented("Back at the start.", kAnswerIndent);
-    return true;
 }
 
 bool SimCommand::record(const SubCommandWords& words, Console& console)
@@ -135,7 +132,7 @@ bool SimCommand::record(const SubCommandWords& words, Console& console)
     const auto count = words.switches.find(kStepsSwitch);
     const std::optional<unsigned> steps =
         count == words.switches.end() ? kDefaultRecordSteps : stepsFrom(count->second);
-    if (!words.plain.empty() || path == words.switches.end() || path->second.empty() || !steps) {
+    if (path == words.switches.end() || path->second.empty() || !steps) {
         return false;
     }
     mRecording.start(path->second, *steps, console);

@@ -9,8 +9,8 @@ class Recording;
 class Simulation;
 class SimulationClock;
 
-/// The command `sim`: runs, stops, steps, restarts and records a simulation. What it is made with must
-/// outlive it.
+/// The command `sim`: runs, stops, steps, restarts and records a simulation. The constructor's arguments must outlive
+/// the command.
 class SimCommand : public SandboxCommand
 {
 public:
@@ -19,10 +19,10 @@ public:
     std::u32string name() const override;
 
 private:
-    bool setPaused(bool paused, const SubCommandWords& words, console::Console& console);
+    void setPaused(bool paused, console::Console& console);
     bool step(const SubCommandWords& words, console::Console& console);
     bool speed(const SubCommandWords& words, console::Console& console);
-    bool reset(const SubCommandWords& words, console::Console& console);
+    void reset(console::Console& console);
     bool record(const SubCommandWords& words, console::Console& console);
 
     Simulation& mSimulation;

@@ -1,10 +1,10 @@
 #include "sandbox/commands/WindCommand.h"
 
+#include "sandbox/commands/AnswerIndent.h"
 #include "sandbox/simulation/NumberText.h"
 #include "sandbox/simulation/Simulation.h"
 #include "zephyr/console/Console.h"
 
-#include <cstddef>
 #include <optional>
 
 namespace zephyr::sandbox {
@@ -12,9 +12,6 @@ namespace zephyr::sandbox {
 using console::Console;
 
 namespace {
-
-constexpr double kDefaultGust = 15.0; // metres a second
-constexpr std::size_t kMaxSetWords = 2;
 
 constexpr char32_t kSpeedSwitch[] = U"/speed";
 constexpr char32_t kHeadingSwitch[] = U"/heading";
@@ -29,40 +26,34 @@ constexpr char32_t kGustDescription[] = U"Lets the wind blow harder for a moment
 constexpr char32_t kGustHelp[] =
     U"Usage: wind gust [STRENGTH].  STRENGTH is above 0 to 60 m/s, 15 if left out.";
 
-bool readSpeed(const std::u32string& text, double& speed)
+std::optional<double> speedFrom(const std::u32string& text)
 {
-    const std::optional<double> number = numberFrom(text);
-    if (!number || *number < 0.0 || *number > kMaxWindSpeed) {
-        return false;
-    }
-    speed = *number;
-    return true;
+    return numberWithin(0.0, kMaxWindSpeed, text);
 }
 
-bool readHeading(const std::u32string& text, double& heading)
+std::optional<double> headingFrom(const std::u32string& text)
 {
-    const std::optional<double> number = numberFrom(text);
-    if (!number || *number < 0.0 || *number >= kFullCircle) {
-        return false;
-    }
-    heading = *number;
-    return true;
+    const std::optional<double> heading = numberWithin(0.0, kFullCircle, text);
+    return heading == kFullCircle ? std::nullopt : heading;
 }
 
 } // namespace
 
 WindCommand::WindCommand(Simulation& simulation) : mSimulation(simulation)
 {
-    addSubCommand({U"show", kShowDescription, kShowHelp},
-                  [this](const SubCommandWords& words, Console& console) { return show(words, console); });
+    addSubCommand({U"show", kShowDescription, kShowHelp}, [this](const SubCommandWords&, Console& console) {
+        writeWind(console);
+        return true;
+    });
     addSubCommand(
         {U"set",
          kSetDescription,
          kSetHelp,
+         2,
          {{kSpeedSwitch, {U"0", U"5", U"12", U"30"}}, {kHeadingSwitch, {U"0", U"90", U"180", U"270"}}}},
         [this](const SubCommandWords& words, Console& console) { return set(words, console); });
     addSubCommand(
-        {U"gust", kGustDescription, kGustHelp, {}, {U"5", U"15", U"30"}},
+        {U"gust", kGustDescription, kGustHelp, 1, {}, {U"5", U"15", U"30"}},
         [this](const SubCommandWords& words, Console& console) { return startGust(words, console); });
 }
 
@@ -71,39 +62,28 @@ std::u32string WindCommand::name() const
     return U"wind";
 }
 
-bool WindCommand::show(const SubCommandWords& words, Console& console) const
-{
-    if (!words.plain.empty()) {
-        return false;
-    }
-    writeWind(console);
-    return true;
-}
-
 bool WindCommand::set(const SubCommandWords& words, Console& console)
 {
-    if (words.plain.size() > kMaxSetWords || words.plain.empty() == words.switches.empty()) {
-        return false; // too many words, none at all, or both forms mixed
-    }
-    const std::optional<std::u32string> speed = givenValue(words, 0, kSpeedSwitch);
-    const std::optional<std::u32string> heading = givenValue(words, 1, kHeadingSwitch);
-    Wind wind = mSimulation.wind();
-    if ((speed && !readSpeed(*speed, wind.speed)) || (heading && !readHeading(*heading, wind.heading))) {
+    const Wind& now = mSimulation.wind();
+    const std::optional<std::u32string> speedText = givenValue(words, 0, kSpeedSwitch);
+    const std::optional<std::u32string> headingText = givenValue(words, 1, kHeadingSwitch);
+    const std::optional<double> speed = speedText ? speedFrom(*speedText) : now.speed;
+    const std::optional<double> heading = headingText ? headingFrom(*headingText) : now.heading;
+    if (!hasOneForm(words) || !speed || !heading) {
         return false;
     }
-    mSimulation.setWind(wind);
+    mSimulation.setWind({*speed, *heading});
     writeWind(console);
     return true;
 }
 
 bool WindCommand::startGust(const SubCommandWords& words, Console& console)
 {
-    double strength = kDefaultGust;
-    if (words.plain.size() > 1 || (!words.plain.empty() && !readSpeed(words.plain[0], strength)) ||
-        strength == 0.0) {
+    const std::optional<double> strength = words.plain.empty() ? kDefaultGust : speedFrom(words.plain[0]);
+    if (!strength || *strength == 0.0) {
         return false;
     }
-    mSimulation.startGust(strength);
+    mSimulation.startGust(*strength);
     writeWind(console);
     return true;
 }

@@ -7,8 +7,8 @@ namespace zephyr::sandbox {
 
 class Simulation;
 
-/// The command `wind`: reads and sets the wind of a simulation and lets it gust. The simulation must outlive
-/// it.
+/// The command `wind`: shows and sets the wind of a simulation and makes it gust. The simulation must outlive the
+/// command.
 class WindCommand : public SandboxCommand
 {
 public:
@@ -17,7 +17,6 @@ public:
     std::u32string name() const override;
 
 private:
-    bool show(const SubCommandWords& words, console::Console& console) const;
     bool set(const SubCommandWords& words, console::Console& console);
     bool startGust(const SubCommandWords& words, console::Console& console);
     void writeWind(console::Console& console) const;

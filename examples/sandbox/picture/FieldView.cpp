@@ -25,9 +25,7 @@ FieldView::FieldView(const QSize& size) : mToPixels(fieldToPixels(size)) {}
 
 glm::dvec2 FieldView::placeAt(const QPointF& pixel) const
 {
-    bool isInvertible = false;
-    const QTransform toField = mToPixels.inverted(&isInvertible);
-    const QPointF place = isInvertible ? toField.map(pixel) : QPointF();
+    const QPointF place = mToPixels.isInvertible() ? mToPixels.inverted().map(pixel) : QPointF();
     return {place.x(), place.y()};
 }
 

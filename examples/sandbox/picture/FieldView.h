@@ -10,22 +10,21 @@ class QSize;
 
 namespace zephyr::sandbox {
 
-/// Where the field lies in a window: it covers the whole area, centred; what doesn't fit the window's shape is
-/// cut off evenly.
+/// Where the field lies in a window. It covers the whole window and is centred; parts that don't fit the window's shape
+/// are cut off evenly. Converts metres to logical pixels and back.
 ///
-/// - It is: the way from metres to logical pixels and back. It is not: a painter.
 /// - Threads: a value; const members may be called from any thread at once.
-/// - Failure: none; a window without an area has the field's upper left corner everywhere.
+/// - Failure: a window without an area shows the field's upper left corner everywhere.
 class FieldView
 {
 public:
-    /// `size` is the window's, in logical pixels.
+    /// The view in a window of `size` logical pixels.
     explicit FieldView(const QSize& size);
 
     /// From metres to logical pixels.
     const QTransform& toPixels() const { return mToPixels; }
 
-    /// The place in the field that shows at `pixel`, in metres; outside the field where `pixel` is.
+    /// The place that shows at `pixel`, in metres. It may lie outside the field.
     glm::dvec2 placeAt(const QPointF& pixel) const;
 
 private:

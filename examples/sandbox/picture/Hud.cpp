@@ -36,18 +36,18 @@ constexpr char kObstacles[] = "%1 of %2 obstacles";
 constexpr char kSlowest[] = "0";
 constexpr char kUnit[] = "%1 m/s";
 
-constexpr double kShownGust = 0.05; // metres a second; less would be shown as none
+constexpr double kShownGust = 0.05; // metres a second; a weaker gust would read as 0.0
 constexpr int kWindDecimals = 1;
 constexpr int kSpeedDecimals = 2;
 
 constexpr double kMeasureSeconds = 1.0;
 
-constexpr QColor kHudTextColor(150, 170, 195);
+constexpr QColor kTextColor(150, 170, 195);
 constexpr int kTextPixels = 13;
 constexpr QColor kStripColor(5, 8, 16, 200);
-constexpr int kHudMargin = 12; // pixels
+constexpr int kMargin = 12; // pixels
 
-constexpr std::array kColumnWidths{100, 80, 90, 120, 205, 140}; // pixels, with the space behind them
+constexpr std::array kColumnWidths{100, 80, 90, 120, 205, 140}; // pixels, with the gap to the next column
 
 constexpr int kSwatchWidth = 8;   // pixels
 constexpr int kSwatchHeight = 10; // pixels
@@ -79,7 +79,7 @@ QString windText(const Simulation& simulation)
 
 QRect inner(const QRect& strip)
 {
-    return strip.adjusted(kHudMargin, 0, -kHudMargin, 0);
+    return strip.adjusted(kMargin, 0, -kMargin, 0);
 }
 
 QRect topStrip(int width)
@@ -87,7 +87,7 @@ QRect topStrip(int width)
     return {0, 0, width, Hud::kStripHeight};
 }
 
-/// As much of `text` as fits into `room`; nothing where not even an ellipsis does.
+/// As much of `text` as fits into `room`; nothing if not even an ellipsis fits.
 PlacedText fitted(const QString& text, const QRect& room, const QFontMetrics& metrics)
 {
     const QString fitting = metrics.elidedText(text, Qt::ElideRight, std::max(0, room.width()));
@@ -100,7 +100,7 @@ PlacedText fitted(const QString& text, const QRect& room, const QFontMetrics& me
 
 void drawText(const PlacedText& placed, QPainter& painter)
 {
-    // Widths are whole pixels: without the flag, a fraction of the last letter might be cut off.
+    // Widths are whole pixels: without TextDontClip, a fraction of the last letter might be cut off.
     painter.drawText(placed.place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, placed.text);
 }
 
@@ -108,7 +108,7 @@ void drawText(const PlacedText& placed, QPainter& painter)
 
 void Hud::countFrame(double seconds)
 {
-    const bool isIdle = seconds >= kMeasureSeconds; // nothing was drawn, as nothing moved
+    const bool isIdle = seconds >= kMeasureSeconds; // nothing was drawn because nothing moved
     ++mFrames;
     mSeconds += seconds;
     if (mSeconds >= kMeasureSeconds) {
@@ -133,7 +133,7 @@ void Hud::draw(const Simulation& simulation, const SimulationClock& clock, const
                QPainter& painter) const
 {
     painter.setFont(font());
-    painter.setPen(kHudTextColor);
+    painter.setPen(kTextColor);
     const QRect top = topStrip(size.width());
     painter.fillRect(top, kStripColor);
     for (const PlacedText& text :
@@ -146,7 +146,7 @@ void Hud::draw(const Simulation& simulation, const SimulationClock& clock, const
     PlacedText hint = hints(size.width(), painter.fontMetrics());
     hint.place.translate(bottom.topLeft());
     drawText(hint, painter);
-    if (inner(bottom).right() - hint.place.right() >= kHudMargin + kLegendWidth) {
+    if (inner(bottom).right() - hint.place.right() >= kMargin + kLegendWidth) {
         drawLegend(inner(bottom), painter);
     }
 }
@@ -158,7 +158,7 @@ std::vector<PlacedText> Hud::placed(const QStringList& texts, int width, const Q
     for (qsizetype i = 0; i < texts.size(); ++i) {
         all.push_back(fitted(texts[i], room, metrics));
         const int column = kColumnWidths[static_cast<std::size_t>(i)];
-        room.setLeft(room.left() + std::max(column, all.back().place.width() + kHudMargin));
+        room.setLeft(room.left() + std::max(column, all.back().place.width() + kMargin));
     }
     return all;
 }

@@ -18,45 +18,44 @@ namespace zephyr::sandbox {
 class Simulation;
 class SimulationClock;
 
-/// A text and where it stands, in logical pixels.
+/// A text and its place, in logical pixels.
 struct PlacedText
 {
     QString text;
     QRect place;
 };
 
-/// The texts over the simulation: a line at the top with frames a second, simulated time, particles,
-/// obstacles, wind, and whether time passes; a line at the bottom that says what keys and mouse do, and which
-/// colour means which speed.
+/// The texts over the simulation. The line at the top shows the frame rate, simulated time, pause or speed, particles,
+/// wind and obstacles. The line at the bottom shows what keys and mouse do, and which colour means which speed.
 ///
-/// - It is: those two lines and the count of frames. It is not: a clock; it is told how long a frame took.
+/// - It is: those two lines and the count of frames. It is not: a clock; callers say how long a frame took.
 /// - Threads: used by one thread at a time.
-/// - Ownership: borrows what it draws only for the call.
-/// - Failure: none; what a narrow window has no room for ends in an ellipsis or is left out.
+/// - Failure: in a narrow window texts end in an ellipsis or are left out.
 class Hud
 {
 public:
-    /// Each of the two lines is so many logical pixels high.
+    /// Height of each line, in logical pixels.
     static constexpr int kStripHeight = 28;
 
-    /// Tells that another frame is due, `seconds` after the one before.
+    /// Counts a frame that comes `seconds` after the one before.
     void countFrame(double seconds);
 
     /// Draws both lines into a window of `size` logical pixels. Leaves pen, brush and font changed.
     void draw(const Simulation& simulation, const SimulationClock& clock, const QSize& size,
               QPainter& painter) const;
 
-    /// The texts of the line at the top, from left to right.
+    /// Texts of the line at the top, from left to right.
     QStringList stateTexts(const Simulation& simulation, const SimulationClock& clock) const;
 
-    /// Places those texts in a window of `width` logical pixels: in columns, so that nothing moves when a number gets
-    /// longer, but beside each other where one is longer than its column. None is wider than its place.
+    /// Places those texts in a window of `width` logical pixels. Each stands in a column, so that nothing moves when a
+    /// number gets longer; a text that is longer than its column moves the next one aside. No text is wider than its
+    /// place.
     static std::vector<PlacedText> placed(const QStringList& texts, int width, const QFontMetrics& metrics);
 
-    /// The text of the line at the bottom, as long as a window of `width` logical pixels has room for it.
+    /// The text of the line at the bottom, cut to a window of `width` logical pixels.
     static PlacedText hints(int width, const QFontMetrics& metrics);
 
-    /// What the texts are drawn with.
+    /// The font of the texts.
     static QFont font();
 
 private:
@@ -64,8 +63,8 @@ private:
 
     SpeedPalette mPalette;
     int mFrames = 0;         // since the last measurement
-    double mSeconds = 0.0;   // that they took
-    double mFrameRate = 0.0; // frames a second; 0 until it is measured
+    double mSeconds = 0.0;   // since the last measurement
+    double mFrameRate = 0.0; // frames a second; 0 while it is unknown
 };
 
 } // namespace zephyr::sandbox

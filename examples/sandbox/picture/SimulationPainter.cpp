@@ -20,7 +20,7 @@ namespace zephyr::sandbox {
 
 namespace {
 
-constexpr double kStreakSeconds = 0.09; // of a particle's way
+constexpr double kStreakSeconds = 0.09; // a streak is as long as the particle's way in this time
 
 constexpr QColor kGroundTop(14, 26, 46);
 constexpr QColor kGroundBottom(5, 8, 16);
@@ -46,7 +46,7 @@ void drawDisc(const QPointF& centre, double radius, QPainter& painter)
     painter.drawEllipse(centre, radius, radius);
 }
 
-/// Draws an obstacle and what reaches across the joined edges of it.
+/// Draws an obstacle, with the parts of it that reach across the joined edges.
 void drawObstacle(const Obstacle& obstacle, QPainter& painter)
 {
     for (const double across : {-kFieldWidth, 0.0, kFieldWidth}) {
@@ -56,7 +56,7 @@ void drawObstacle(const Obstacle& obstacle, QPainter& painter)
     }
 }
 
-/// What rarely changes.
+/// The sky and the obstacles, which rarely change.
 QImage groundOf(const Simulation& simulation, const QSize& size, double pixelRatio)
 {
     QImage ground(size * pixelRatio, QImage::Format_RGB32);

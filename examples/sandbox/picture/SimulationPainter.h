@@ -19,11 +19,9 @@ class Simulation;
 
 /// Draws a simulation: particles as streaks in the colours of their speeds, over discs on a dark ground.
 ///
-/// - It is: the picture of the field as FieldView lays it out. It is not: a reader of anything but the
-///   simulation.
+/// - It is: the picture of the field as FieldView lays it out, with nothing else over it.
 /// - Threads: used by one thread at a time.
-/// - Ownership: keeps the ground of the last size and obstacles; painter and simulation are only borrowed for the call.
-/// - Failure: none.
+/// - Memory: keeps the ground as an image, until size or obstacles change.
 class SimulationPainter
 {
 public:
@@ -37,7 +35,7 @@ private:
     SpeedPalette mPalette;
     QImage mGround;
     std::vector<Obstacle> mGroundObstacles; // those on mGround
-    // In metres, slowest first; kept for their memory.
+    // In metres, slowest shade first. Members so that their memory is reused.
     std::array<std::vector<QLineF>, SpeedPalette::kShades> mStreaks;
 };
 

@@ -6,11 +6,11 @@ namespace zephyr::sandbox {
 
 namespace {
 
-// Metres a second, the bend of the scale: it makes kHalfway half of kFastest on it.
+// The bend of the scale, in metres a second. It puts kHalfway in the middle of the scale, whose end is kFastest.
 constexpr double kBend =
     SpeedPalette::kFastest * SpeedPalette::kHalfway / (SpeedPalette::kFastest - 2.0 * SpeedPalette::kHalfway);
 
-// Evenly spaced along the scale; lightness rises by about the same from each to the next.
+// Evenly spaced along the scale; each is lighter than the one before by about the same amount.
 constexpr std::array kStops{QColor(78, 84, 200),  QColor(52, 128, 214), QColor(40, 168, 190),
                             QColor(80, 200, 130), QColor(176, 220, 76), QColor(250, 226, 96),
                             QColor(255, 246, 214)};
@@ -20,7 +20,7 @@ int between(int from, int to, double share)
     return from + qRound((to - from) * share);
 }
 
-/// The colour at `position`, from 0, the first stop, to 1, the last.
+/// The colour at `position`: 0 is the first stop, 1 the last.
 QColor colorAt(double position)
 {
     const double stop = position * (kStops.size() - 1);
@@ -43,7 +43,7 @@ SpeedPalette::SpeedPalette()
 
 std::size_t SpeedPalette::shadeOf(double speed)
 {
-    // Rises steeply at first and levels off, so that a breeze shows its eddies and a storm is not all one colour.
+    // Steep at first, then flat, so that a breeze shows its eddies and a storm is not all one colour.
     const double position = speed / (speed + kBend) * ((kFastest + kBend) / kFastest);
     return std::min(static_cast<std::size_t>(position * kShades), kShades - 1);
 }

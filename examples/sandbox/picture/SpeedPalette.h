@@ -8,27 +8,24 @@
 
 namespace zephyr::sandbox {
 
-/// The colours of speeds: from blue over green and yellow to near white, each shade lighter than the one
-/// before, so that they are told apart without colour vision and stand out from the dark ground.
-///
-/// - It is: a table computed once. It is not: a painter.
-/// - Threads: const members may be called from any thread at once.
-/// - Failure: none; what is faster than kFastest has the last shade.
+/// The colours of speeds, from blue through green and yellow to near white. Each shade is lighter than the one
+/// before, so that people without colour vision can tell them apart and all of them stand out from the dark ground.
+/// The table is computed once. Const members may be called from any thread at once.
 class SpeedPalette
 {
 public:
     static constexpr std::size_t kShades = 16;
-    /// Metres a second, where the lighter half of the shades begins.
+    /// Speed at which the lighter half of the shades begins, in metres a second.
     static constexpr double kHalfway = 12.0;
-    /// Metres a second; the last shade is for that and above.
+    /// Speed of the last shade, in metres a second. Faster ones have that shade, too.
     static constexpr double kFastest = 60.0;
 
     SpeedPalette();
 
-    /// The shade of `speed` metres a second: 0 is the slowest. Slow speeds have finer shades than fast ones.
+    /// Shade of `speed` metres a second; 0 is the slowest. Slow speeds have finer shades than fast ones.
     static std::size_t shadeOf(double speed);
 
-    /// The colour of the shade `shade`, below kShades.
+    /// Colour of a shade, which must be below kShades.
     const QColor& color(std::size_t shade) const { return mColors[shade]; }
 
 private:

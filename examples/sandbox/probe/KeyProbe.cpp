@@ -15,24 +15,24 @@ namespace zephyr::sandbox {
 
 namespace {
 
-constexpr char kProbeTitle[] = "zephyr-sandbox keys";
+constexpr char kTitle[] = "zephyr-sandbox keys";
 constexpr char kHint[] = "Press keys. Closing the window, or pressing Escape twice, ends this.\n"
                          "A press that went elsewhere mostly went to the input method, as an accent's does.";
 
-constexpr QSize kProbeSize(1000, 400); // pixels
+constexpr QSize kSize(1000, 400); // pixels
 constexpr QColor kGroundColor(11, 16, 32);
 constexpr QColor kHintColor(150, 170, 195);
-constexpr QColor kProbeTextColor(0, 255, 0);
-constexpr int kProbeMargin = 12; // pixels
+constexpr QColor kTextColor(0, 255, 0);
+constexpr int kMargin = 12; // pixels
 constexpr int kShownLines = 10;
 constexpr int kEscapesToEnd = 2;
 
 } // namespace
 
-KeyProbe::KeyProbe(std::function<void(const QString& line)> report) : mReport(std::move(report))
+KeyProbe::KeyProbe(std::function<void(const QString& line)> reportLine) : mReportLine(std::move(reportLine))
 {
-    setTitle(kProbeTitle);
-    resize(kProbeSize);
+    setTitle(kTitle);
+    resize(kSize);
 }
 
 bool KeyProbe::event(QEvent* event)
@@ -47,7 +47,7 @@ bool KeyProbe::event(QEvent* event)
     if (event->type() == QEvent::InputMethod) {
         const QString text = static_cast<QInputMethodEvent&>(*event).commitString();
         if (!text.isEmpty()) {
-            tell(commitReport(text));
+            report(commitReport(text));
         }
         return true;
     }
@@ -60,26 +60,26 @@ void KeyProbe::keyPressEvent(QKeyEvent* event)
         return;
     }
     mHeldKeys.insert(event->nativeScanCode());
-    tell(pressReport(*event));
+    report(pressReport(*event));
     countEscapes(*event);
 }
 
 void KeyProbe::keyReleaseEvent(QKeyEvent* event)
 {
     if (!event->isAutoRepeat() && !mHeldKeys.remove(event->nativeScanCode())) {
-        tell(unheardReport(*event));
+        report(strayReleaseReport(*event));
     }
 }
 
 void KeyProbe::focusOutEvent(QFocusEvent* event)
 {
-    mHeldKeys.clear(); // they are released elsewhere
+    mHeldKeys.clear(); // their releases go to another window
     QRasterWindow::focusOutEvent(event);
 }
 
-void KeyProbe::tell(const QString& line)
+void KeyProbe::report(const QString& line)
 {
-    mReport(line);
+    mReportLine(line);
     mLines += line;
     if (mLines.size() > kShownLines) {
         mLines.removeFirst();
@@ -103,7 +103,7 @@ void KeyProbe::paintEvent(QPaintEvent*)
     painter.fillRect(area, kGroundColor);
     painter.setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     const int gap = painter.fontMetrics().height() / 2;
-    QRect rest = area.adjusted(kProbeMargin, kProbeMargin, -kProbeMargin, -kProbeMargin);
+    QRect rest = area.adjusted(kMargin, kMargin, -kMargin, -kMargin);
     const auto write = [&](const QString& text) {
         QRect used;
         painter.drawText(rest, Qt::TextWordWrap, text, &used);
@@ -111,7 +111,7 @@ void KeyProbe::paintEvent(QPaintEvent*)
     };
     painter.setPen(kHintColor);
     write(kHint);
-    painter.setPen(kProbeTextColor);
+    painter.setPen(kTextColor);
     for (const QString& text : std::as_const(mLines)) {
         write(text);
     }

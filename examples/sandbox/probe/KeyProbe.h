@@ -9,18 +9,14 @@
 
 namespace zephyr::sandbox {
 
-/// The window of `--probe-keys`: tells what each key sends, as an open console would get it, the input method included.
-///
-/// - It is: a window that shows the last lines and hands each of them on. It is not: a sandbox; nothing else happens in
-///   it. A second press of Escape in a row closes it.
-/// - Threads: the application's main thread.
-/// - Ownership: owns what it shows.
-/// - Failure: none.
+/// The window of `--probe-keys`. It reports what each key sends, just as an open console would receive it, the input
+/// method included. It shows the last lines and passes each to a callback. Pressing Escape twice in a row closes it.
+/// Belongs to the application's main thread.
 class KeyProbe : public QRasterWindow
 {
 public:
-    /// `report` is called with each line, which has no line feed.
-    explicit KeyProbe(std::function<void(const QString& line)> report);
+    /// `reportLine` is called with each line, which has no line feed.
+    explicit KeyProbe(std::function<void(const QString& line)> reportLine);
 
 protected:
     bool event(QEvent* event) override;
@@ -30,10 +26,10 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void tell(const QString& line);
+    void report(const QString& line);
     void countEscapes(const QKeyEvent& event);
 
-    std::function<void(const QString& line)> mReport;
+    std::function<void(const QString& line)> mReportLine;
     QStringList mLines;
     QSet<quint32> mHeldKeys; // scan codes
     int mEscapes = 0;        // in a row

@@ -1,5 +1,6 @@
 #include "sandbox/probe/KeyReport.h"
 
+#include "zephyr/console/qt/KeyTraits.h"
 #include "zephyr/console/qt/ToggleKeys.h"
 
 #include <QKeyEvent>
@@ -11,21 +12,20 @@
 
 namespace zephyr::sandbox {
 
+using console::qt::hasAltGr;
+using console::qt::isDeadKey;
+using console::qt::ToggleKeys;
+
 namespace {
 
 constexpr char kPress[] = "press: %1: %2";
-constexpr char kUnheard[] = "release whose press went elsewhere: %1: %2";
+constexpr char kStrayRelease[] = "release whose press went elsewhere: %1: %2";
 constexpr char kCommit[] = "commit: text %1";
 constexpr char kKey[] = "key %1 (0x%2), text %3, modifiers %4, scan code %5";
 constexpr char kToggles[] = "toggles the console";
 constexpr char kDoesNotToggle[] = "does not toggle the console";
 constexpr char kUnnamed[] = "without a name";
 constexpr char kNoModifiers[] = "none";
-
-constexpr quint32 kNativeLevel3 = 0x80; // AltGr in X11's and xkb's state, which Qt does not translate
-
-constexpr int kFirstDeadKey = Qt::Key_Dead_Grave;
-constexpr int kLastDeadKey = Qt::Key_Dead_Longsolidusoverlay;
 
 QString hex(quint32 value, int digits)
 {
@@ -43,7 +43,7 @@ QString escaped(char32_t c)
     return c < 0x10000 ? "\\u" + hex(c, 4) : "\\U" + hex(c, 8);
 }
 
-/// `text` in quotes, with an escape for whatever isn't printable ASCII.
+/// `text` in quotes, with escapes for characters that aren't printable ASCII.
 QString quoted(const QString& text)
 {
     QString quoted = "\"";
@@ -71,7 +71,7 @@ QString modifierNames(const QKeyEvent& event)
             names += name;
         }
     }
-    if ((event.nativeModifiers() & kNativeLevel3) != 0) {
+    if (hasAltGr(event)) {
         names += "AltGr";
     }
     return names.isEmpty() ? kNoModifiers : names.join('+');
@@ -89,22 +89,17 @@ const char* toggleReport(bool toggles)
     return toggles ? kToggles : kDoesNotToggle;
 }
 
-bool isDeadKey(int key)
-{
-    return key >= kFirstDeadKey && key <= kLastDeadKey;
-}
-
 } // namespace
 
 QString pressReport(const QKeyEvent& event)
 {
-    return QString(kPress).arg(keyReport(event), toggleReport(console::qt::ToggleKeys().matches(event)));
+    return QString(kPress).arg(keyReport(event), toggleReport(ToggleKeys().matches(event)));
 }
 
-QString unheardReport(const QKeyEvent& event)
+QString strayReleaseReport(const QKeyEvent& event)
 {
-    const bool toggles = isDeadKey(event.key()) && console::qt::ToggleKeys().matches(event);
-    return QString(kUnheard).arg(keyReport(event), toggleReport(toggles));
+    const bool toggles = isDeadKey(event.key()) && ToggleKeys().matches(event);
+    return QString(kStrayRelease).arg(keyReport(event), toggleReport(toggles));
 }
 
 QString commitReport(const QString& text)

@@ -7,16 +7,17 @@ class QKeyEvent;
 
 namespace zephyr::sandbox {
 
-/// \file What a keyboard sends, each in one line of plain ASCII for a person. Any thread may call these.
+// What a keyboard sends, as lines of plain ASCII for people to read. From any thread.
 
-/// A press: its key by name and number, text, modifiers and scan code, and whether it opens or closes the console.
+/// A key press: the key by name and number, its text, modifiers and scan code, and whether it opens or closes the
+/// console.
 QString pressReport(const QKeyEvent& event);
 
-/// The release of a key whose press was not delivered, as an input method keeps a dead key's. An open console closes by
-/// it all the same if it is one that toggles.
-QString unheardReport(const QKeyEvent& event);
+/// The release of a key whose press was not delivered: an input method keeps the press of a dead key. If such a key
+/// toggles the console, its release closes an open one.
+QString strayReleaseReport(const QKeyEvent& event);
 
-/// What an input method commits.
+/// A text that an input method commits.
 QString commitReport(const QString& text);
 
 } // namespace zephyr::sandbox

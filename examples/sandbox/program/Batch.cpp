@@ -3,7 +3,6 @@
 #include "sandbox/commands/QuitCommand.h"
 #include "sandbox/program/Complaint.h"
 #include "sandbox/program/LogFollower.h"
-#include "sandbox/program/Options.h"
 #include "sandbox/program/Sandbox.h"
 #include "sandbox/program/StartupFile.h"
 
@@ -12,6 +11,7 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <optional>
 
 namespace zephyr::sandbox {
 
@@ -19,56 +19,56 @@ namespace {
 
 constexpr char kStopped[] = "stopped in '%1': %2.";
 
-constexpr int kBatchFailed = 2;
+constexpr int kFailed = 2;
 
-std::filesystem::path batchFile(const Options& options)
+std::filesystem::path pathOf(const QString& file)
 {
-    return QFile::encodeName(options.batch).toStdString();
+    return QFile::encodeName(file).toStdString();
 }
 
-/// Why one of the files can't be run, in one line for the user; empty if both can.
-QString complaintAboutFiles(const Options& options, const console::Console& console)
+/// Why one of the files can't be run, in one line for the user; nothing if both can.
+std::optional<QString> complaintAboutFiles(const QString& file, const StartupChoice& startup,
+                                           const console::Console& console)
 {
-    const QString complaint = complaintAboutStartup(options, console);
-    return complaint.isEmpty() ? complaintAbout(options.batch, batchFile(options)) : complaint;
+    const std::optional<QString> complaint = complaintAboutStartup(startup, console);
+    return complaint ? complaint : complaintAbout(file, pathOf(file));
 }
 
-/// Runs both files. \return what a command threw, in one line for the user; empty if nothing was.
-QString runFiles(const Options& options, console::Console& console)
+/// Runs both files. \return what a command threw, in one line for the user; nothing if none did.
+std::optional<QString> runFiles(const QString& file, const StartupChoice& startup, console::Console& console)
 {
-    QString running = startupName(options);
+    QString running = startupName(startup);
     try {
-        runStartupFile(options, console);
-        running = options.batch;
-        console.runFile(batchFile(options));
+        runStartupFile(startup, console);
+        running = file;
+        console.runFile(pathOf(file));
     } catch (const QuitRequest&) {
-        return {};
+        return std::nullopt;
     } catch (const std::exception& error) {
         return QString(kStopped).arg(running, error.what());
     }
-    return {};
+    return std::nullopt;
 }
 
 } // namespace
 
-int runBatch(const Options& options)
+int runBatch(const QString& file, const StartupChoice& startup)
 {
     Sandbox sandbox;
-    const QString complaint = complaintAboutFiles(options, sandbox.console());
-    if (!complaint.isEmpty()) {
-        complain(complaint);
-        return kBatchFailed;
+    if (const std::optional<QString> complaint = complaintAboutFiles(file, startup, sandbox.console())) {
+        complain(*complaint);
+        return kFailed;
     }
     LogFollower follower(sandbox.console(), stdout);
-    const QString runError = runFiles(options, sandbox.console());
+    const std::optional<QString> runError = runFiles(file, startup, sandbox.console());
     const std::string printError = follower.stop();
-    if (!runError.isEmpty()) {
-        complain(runError);
-        return kBatchFailed;
+    if (runError) {
+        complain(*runError);
+        return kFailed;
     }
     if (!printError.empty()) {
         complainAboutOutput(printError);
-        return kBatchFailed;
+        return kFailed;
     }
     return 0;
 }

@@ -7,11 +7,10 @@
 
 namespace zephyr::sandbox {
 
-/// Writes `what` to standard error as one line that begins with the program's name. Line feeds in it become
-/// spaces.
+/// Writes `what` to standard error as one line that begins with the program's name. Line feeds become spaces.
 void complain(const QString& what);
 
-/// complain()s that standard output can't be written, with the system's words on why.
+/// Complains that standard output can't be written. `why` is the reason in the system's words.
 void complainAboutOutput(const std::string& why);
 
 } // namespace zephyr::sandbox

@@ -11,8 +11,8 @@ namespace zephyr::sandbox {
 
 class Sandbox;
 
-/// Has `run` pass lines or console files to a sandbox's console, unless `quit` has run already. What they throw becomes
-/// one line in the log, as it does for a line that is typed. On the thread that owns the sandbox.
+/// Calls `run`, which passes lines or console files to the sandbox's console, unless `quit` has been run before. An
+/// exception becomes one line in the log, just as for a line that is typed. On the thread that owns the sandbox.
 void runGuarded(Sandbox& sandbox, const std::function<void(console::Console& console)>& run);
 
 } // namespace zephyr::sandbox

@@ -11,7 +11,7 @@ namespace zephyr::sandbox {
 namespace {
 
 constexpr char kWrittenLineFeed[] = "\\n";
-constexpr char kEnterText[] = "\r"; // what an Enter key carries
+constexpr char kEnterText[] = "\r"; // the text of an Enter key
 
 void pressAndRelease(QObject& window, int key, Qt::KeyboardModifiers modifiers, const QString& text)
 {
@@ -27,7 +27,7 @@ void typeCharacter(QObject& window, char32_t c)
         pressAndRelease(window, Qt::Key_Return, Qt::NoModifier, kEnterText);
         return;
     }
-    // Qt numbers the key of a character by the character's capital.
+    // Qt numbers a letter's key by its capital.
     const int key = static_cast<int>(QChar::toUpper(c));
     const bool isShifted = QChar::isUpper(c);
     pressAndRelease(window, key, isShifted ? Qt::ShiftModifier : Qt::NoModifier, QString::fromUcs4(&c, 1));

@@ -7,8 +7,8 @@ class QObject;
 
 namespace zephyr::sandbox {
 
-/// Types `text` into `window` as a person would: a key press and a key release, sent as Qt events, for each
-/// code point. A line feed, or a backslash followed by the letter n, is Enter.
+/// Types `text` into `window` as a person would: sends a key press and a key release for each code point. A line feed,
+/// or a backslash followed by the letter n, is Enter.
 void typeInto(QObject& window, const QString& text);
 
 } // namespace zephyr::sandbox

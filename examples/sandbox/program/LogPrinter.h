@@ -13,25 +13,21 @@ class Console;
 
 namespace zephyr::sandbox {
 
-/// An entry of a log as it is printed: in UTF-8, with the prompt in front of an executed line as the screen has
-/// it, and a line feed behind.
-std::string printedEntry(const console::LogEntry& entry);
-
-/// Prints a console's log to a stream, each entry once.
+/// Prints a console's log as it is shown to a stream, each entry once, in UTF-8.
 ///
-/// - It is: a reader of snapshots that knows how far it got. It is not: told when something is written.
+/// - It is: a reader of snapshots that remembers how far it got. It is not: notified when something is written.
 /// - Threads: used by one thread at a time, which needn't be the console's.
 /// - Ownership: borrows console and stream.
-/// - Failure: after a failed write error() says why, and nothing more is written.
+/// - Failure: if a write fails, error() says why and nothing more is written.
 class LogPrinter
 {
 public:
     LogPrinter(const console::Console& console, std::FILE* stream);
 
-    /// Prints what the log has that wasn't printed yet, and flushes.
+    /// Prints the entries that are new since the last call, and flushes.
     void printNew();
 
-    /// The system's word on why writing failed; empty while nothing has.
+    /// Why writing failed, in the system's words; empty while all is well.
     const std::string& error() const { return mError; }
 
 private:

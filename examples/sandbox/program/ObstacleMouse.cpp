@@ -38,8 +38,8 @@ void ObstacleMouse::move(const QPointF& pixel, const FieldView& view)
 void ObstacleMouse::hold(const QPointF& pixel, const glm::dvec2& place)
 {
     std::optional<std::size_t> index = mSimulation.obstacleAt(place);
-    if (!index && mSimulation.addObstacle({wrapped(place), kDefaultObstacleRadius})) {
-        index = mSimulation.obstacles().size() - 1;
+    if (!index) {
+        index = mSimulation.addObstacle({wrapped(place), kDefaultObstacleRadius});
     }
     mHeld.reset();
     if (index) {

@@ -14,14 +14,15 @@ namespace zephyr::sandbox {
 class FieldView;
 class Simulation;
 
-/// Places and removes obstacles as a mouse is told to: the left button places one, or takes hold of the one
-/// under it, and dragging moves the rim to the pointer; the right button removes the one under it.
+/// Places, resizes and removes obstacles with the mouse. The left button places an obstacle or takes hold of the one
+/// under the pointer, and dragging moves its rim to the pointer. The right button removes the obstacle under the
+/// pointer.
 ///
-/// - It is: what presses and moves mean. It is not: a receiver of events; a window passes them on, in logical
+/// - It is: the meaning of presses and moves. It is not: a receiver of events; a window passes them on, in logical
 ///   pixels.
 /// - Threads: used on the thread that owns the simulation.
 /// - Ownership: borrows the simulation, which must outlive it.
-/// - Failure: none; a press where there is nothing to do, or no room for more obstacles, changes nothing.
+/// - Failure: a press changes nothing where there is nothing to remove or no room for more obstacles.
 class ObstacleMouse
 {
 public:
@@ -30,11 +31,11 @@ public:
     /// A button went down at `pixel`.
     void press(Qt::MouseButton button, const QPointF& pixel, const FieldView& view);
 
-    /// The pointer moved to `pixel`. Nothing happens unless the left button is down, and until the pointer has
-    /// moved farther than an unsteady click does.
+    /// The pointer moved to `pixel`. This has an effect only while the left button is down, and only once the pointer
+    /// has moved farther than an unsteady hand moves it in a click.
     void move(const QPointF& pixel, const FieldView& view);
 
-    /// Ends what the left button began.
+    /// The left button went up.
     void release() { mHeld.reset(); }
 
 private:
@@ -42,9 +43,9 @@ private:
     struct Held
     {
         std::size_t index;
-        glm::dvec2 centre;     // metres; another one under the index is another obstacle
-        glm::dvec2 seenCentre; // of the copy that was pressed, which may lie across the joined edges
-        QPointF pressed;       // pixels
+        glm::dvec2 centre;     // metres; tells whether the index still means the same obstacle
+        glm::dvec2 seenCentre; // metres; of the copy under the pointer, which may lie across the joined edges
+        QPointF pressed;       // where the button went down, in pixels
         bool isDragged = false;
     };
 

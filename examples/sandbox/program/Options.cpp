@@ -81,7 +81,7 @@ std::optional<QSize> sizeFrom(const QString& text)
 }
 
 /// What is wrong with a command line whose options are all known, if anything.
-QString findError(const QCommandLineParser& parser)
+std::optional<QString> errorIn(const QCommandLineParser& parser)
 {
     if (!parser.positionalArguments().isEmpty()) {
         return QString(kUnexpected).arg(parser.positionalArguments().constFirst());
@@ -105,7 +105,20 @@ QString findError(const QCommandLineParser& parser)
     if (parser.isSet(kProbeKeysOption) && parser.optionNames().size() > 1) {
         return kNotAlone;
     }
-    return {};
+    return std::nullopt;
+}
+
+StartupChoice startupChoiceOf(const QCommandLineParser& parser)
+{
+    if (parser.isSet(kStartupOption)) {
+        return NamedStartup{parser.value(kStartupOption)};
+    }
+    return parser.isSet(kNoStartupOption) ? StartupChoice(NoStartup()) : UsualStartup();
+}
+
+std::optional<QString> valueOf(const char* option, const QCommandLineParser& parser)
+{
+    return parser.isSet(option) ? std::optional(parser.value(option)) : std::nullopt;
 }
 
 Options optionsOf(const QCommandLineParser& parser)
@@ -114,13 +127,12 @@ Options optionsOf(const QCommandLineParser& parser)
     options.wantsHelp = parser.isSet(kHelpOption);
     options.wantsVersion = parser.isSet(kVersionOption);
     options.probesKeys = parser.isSet(kProbeKeysOption);
-    options.skipsStartup = parser.isSet(kNoStartupOption);
-    options.startup = parser.value(kStartupOption);
-    options.batch = parser.value(kBatchOption);
+    options.startup = startupChoiceOf(parser);
+    options.batch = valueOf(kBatchOption, parser);
     options.size = sizeFrom(parser.value(kSizeOption)).value_or(options.size);
     options.lines = parser.values(kExecOption);
     options.keys = parser.value(kTypeOption);
-    options.screenshot = parser.value(kScreenshotOption);
+    options.screenshot = valueOf(kScreenshotOption, parser);
     options.quits = parser.isSet(kQuitOption);
     options.printsLog = parser.isSet(kPrintLogOption);
     return options;
@@ -132,11 +144,11 @@ ParsedOptions parseOptions(const QStringList& arguments)
 {
     QCommandLineParser parser;
     declareOptions(parser);
-    const QString error = parser.parse(arguments) ? findError(parser) : parser.errorText();
-    if (!error.isEmpty()) {
-        return {Options(), error.simplified()};
+    const std::optional<QString> error = parser.parse(arguments) ? errorIn(parser) : parser.errorText();
+    if (error) {
+        return OptionsError{error->simplified()};
     }
-    return {optionsOf(parser), QString()};
+    return optionsOf(parser);
 }
 
 QString helpText()

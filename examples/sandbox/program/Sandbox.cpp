@@ -18,8 +18,8 @@ namespace zephyr::sandbox {
 
 namespace {
 
-/// The directories of console files that there are beside the runpath's own: the scenes beside a program that was built
-/// here, or everything with the system's data where it is installed.
+/// The directories of console files to add to the runpath: the scenes beside a program that was built here, or the data
+/// of an installed one.
 std::vector<std::filesystem::path> dataDirectories()
 {
     const std::filesystem::path program(executableDir());

@@ -15,11 +15,9 @@ namespace zephyr::sandbox {
 /// A simulation and the console that controls it, with the commands `wind`, `sim`, `particles`,
 /// `obstacle`, `alias_save`, `log_save`, `quit` and `run`.
 ///
-/// - It is: what a window and a batch run have in common. It is not: a program; it has neither options nor a
-/// window.
-/// - Threads: belongs to the thread that made it, except for what Console allows others.
-/// - Ownership: owns its parts; whoever else holds the console lets go of it first.
-/// - Failure: as its parts say.
+/// - It is: what a window and a batch run have in common. It is not: a program; it has neither options nor a window.
+/// - Threads: belongs to the thread that made it, except for what Console allows other threads.
+/// - Ownership: owns its parts. Other owners of the console must release it before the sandbox is destroyed.
 class Sandbox
 {
 public:
@@ -33,16 +31,16 @@ public:
     Recording& recording() { return mRecording; }
     console::Console& console() { return *mConsole; }
 
-    /// The console, for what holds on to it.
+    /// The console, for those who share its ownership.
     const std::shared_ptr<console::Console>& sharedConsole() const { return mConsole; }
 
-    /// Starts the simulation over, and ends a recording of it.
+    /// Starts the simulation over, and ends a recording that is working.
     void restart();
 
-    /// Makes the command `quit` call `callback` before it leaves whatever runs it.
+    /// Makes the command `quit` call `callback` before it throws.
     void whenQuitting(std::function<void()> callback) { mWhenQuitting = std::move(callback); }
 
-    /// Whether the command `quit` has run: nothing may be passed to the console any more.
+    /// Whether the command `quit` has run. Nothing may be passed to the console after that.
     bool isQuitting() const { return mIsQuitting; }
 
 private:
@@ -53,7 +51,7 @@ private:
     Recording mRecording{mSimulation};
     bool mIsQuitting = false;
     std::function<void()> mWhenQuitting;
-    std::shared_ptr<console::Console> mConsole; // the last, as its commands refer to the others
+    std::shared_ptr<console::Console> mConsole; // last, since its commands refer to the others
 };
 
 } // namespace zephyr::sandbox

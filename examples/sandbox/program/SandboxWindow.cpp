@@ -22,11 +22,10 @@ constexpr std::chrono::milliseconds kTickInterval(16);
 constexpr std::chrono::milliseconds kRecordingSlice(6); // of a tick
 constexpr double kMillisecondsPerSecond = 1e3;
 
-constexpr double kKeyGust = 15.0; // metres a second
 constexpr double kKeySpeed = 1.0; // metres a second
 constexpr double kKeyTurn = 5.0;  // degrees
 
-/// The seconds since the last call for the same clock; 0 the first time.
+/// Seconds since the last call with the same clock; 0 on the first.
 double restarted(QElapsedTimer& clock)
 {
     if (!clock.isValid()) {
@@ -49,7 +48,7 @@ SandboxWindow::SandboxWindow(Sandbox& sandbox)
     QObject::connect(mConsoleHost.get(), &ConsoleHost::repaintNeeded, this, [this] { update(); });
     QObject::connect(mConsoleHost.get(), &ConsoleHost::exceptionCaught, this, [this] {
         if (mSandbox.isQuitting()) {
-            mConsoleHost.reset(); // so that no key behind a typed quit reaches the console
+            mConsoleHost.reset(); // so that no key after a typed quit reaches the console
         }
     });
     mTimer.setTimerType(Qt::PreciseTimer);
@@ -83,8 +82,7 @@ QImage SandboxWindow::frame()
 void SandboxWindow::draw(QPainter& painter)
 {
     mSimulationPainter.draw(mSandbox.simulation(), size(), painter);
-    if (!mSandbox.console().isOpen()) {
-        // The console's text would stand on it.
+    if (!mSandbox.console().isOpen()) { // the texts of both would overlap
         mHud.draw(mSandbox.simulation(), mSandbox.clock(), size(), painter);
     }
     if (mConsoleHost) {
@@ -106,7 +104,7 @@ void SandboxWindow::paintEvent(QPaintEvent*)
 void SandboxWindow::keyPressEvent(QKeyEvent* event)
 {
     event->setAccepted(controlSimulation(event->key()));
-    update(); // a simulation that is paused changes by keys as well
+    update(); // keys change a paused simulation, too
 }
 
 void SandboxWindow::mousePressEvent(QMouseEvent* event)
@@ -142,7 +140,7 @@ void SandboxWindow::tick()
     }
 }
 
-/// Lets the recording or else the clock move the simulation on. \return whether anything moved.
+/// Moves the simulation on: by a slice of a recording, or else by the steps that are due. \return whether it moved.
 bool SandboxWindow::moveOn(double seconds)
 {
     if (mSandbox.recording().isWorking()) {
@@ -161,7 +159,7 @@ bool SandboxWindow::controlSimulation(int key)
     switch (key) {
     case Qt::Key_Space: mSandbox.clock().setPaused(!mSandbox.clock().isPaused()); return true;
     case Qt::Key_R: mSandbox.restart(); return true;
-    case Qt::Key_G: mSandbox.simulation().startGust(kKeyGust); return true;
+    case Qt::Key_G: mSandbox.simulation().startGust(kDefaultGust); return true;
     case Qt::Key_Up: changeWind(kKeySpeed, 0.0); return true;
     case Qt::Key_Down: changeWind(-kKeySpeed, 0.0); return true;
     case Qt::Key_Left: changeWind(0.0, -kKeyTurn); return true;

@@ -18,29 +18,27 @@ namespace zephyr::sandbox {
 
 class Sandbox;
 
-/// The window of a sandbox: runs its simulation in real time, draws it, and draws the console over it while
-/// that is open.
+/// The window of a sandbox: runs its simulation in real time, draws it, and draws the open console over it.
 ///
-/// - It is: a QRasterWindow, not a QOpenGLWindow, so that it works on every machine, one without a graphics
-///   card included. A ConsoleHost puts the console on it; only keys that the console leaves alone work the
-///   simulation: space pauses, R resets, G lets the wind gust, the arrows change the wind. The
-///   mouse places and removes obstacles while the console is closed.
+/// - It is: a QRasterWindow, not a QOpenGLWindow, so that it also works without a graphics card. A ConsoleHost adds the
+///   console. Keys that the console ignores control the simulation: space pauses, R resets, G makes the wind gust, the
+///   arrows change the wind. The mouse places and removes obstacles while the console is closed.
 /// - Threads: the application's main thread.
 /// - Ownership: borrows the sandbox, which must outlive it.
-/// - Failure: none of its own; the ConsoleHost deals with what commands throw.
+/// - Failure: the ConsoleHost handles exceptions of commands.
 class SandboxWindow : public QRasterWindow
 {
 public:
-    /// Moves the sandbox's recordings to the background: the window has them work while it is shown.
+    /// Moves the sandbox's recordings to the background, where the window keeps them working.
     explicit SandboxWindow(Sandbox& sandbox);
 
     /// `callback` is called once, after the window has been painted for the first time.
     void whenShown(std::function<void()> callback);
 
-    /// `callback` is called once, when no recording is working: now or later.
+    /// `callback` is called once: at once if no recording is working, or else when it has ended.
     void whenNotRecording(std::function<void()> callback);
 
-    /// Draws a frame as it is now and answers it, at the screen's own resolution.
+    /// A picture of the window as it is now, at the screen's own resolution.
     QImage frame();
 
 protected:
@@ -61,7 +59,7 @@ private:
     ObstacleMouse mObstacleMouse;
     SimulationPainter mSimulationPainter;
     Hud mHud;
-    std::unique_ptr<console::qt::ConsoleHost> mConsoleHost; // null once the program shall end
+    std::unique_ptr<console::qt::ConsoleHost> mConsoleHost; // null once `quit` has run
     QTimer mTimer;
     QElapsedTimer mTickClock;
     QElapsedTimer mFrameClock;

@@ -5,22 +5,25 @@
 #include <QBuffer>
 #include <QImage>
 
+#include <string>
+
 namespace zephyr::sandbox {
 
 namespace {
 
-constexpr char kCantWritePicture[] = "can't write '%1': %2.";
+constexpr char kCantWrite[] = "can't write '%1': %2.";
 constexpr char kNoPicture[] = "there is no picture of the window";
 constexpr char kFormat[] = "PNG";
 
 } // namespace
 
-QString savePicture(const QImage& picture, const QString& path)
+std::optional<QString> saveScreenshot(const QImage& picture, const QString& path)
 {
     QBuffer buffer;
-    const QString error =
-        picture.save(&buffer, kFormat) ? writeWhole(path, buffer.data()) : QString(kNoPicture);
-    return error.isEmpty() ? QString() : QString(kCantWritePicture).arg(path, error);
+    const std::optional<std::string> error =
+        picture.save(&buffer, kFormat) ? writeWhole(path, buffer.data()) : kNoPicture;
+    return error ? std::optional(QString(kCantWrite).arg(path, QString::fromStdString(*error)))
+                 : std::nullopt;
 }
 
 } // namespace zephyr::sandbox

@@ -3,13 +3,15 @@
 
 #include <QString>
 
+#include <optional>
+
 class QImage;
 
 namespace zephyr::sandbox {
 
-/// Writes `picture` to the file `path` as PNG, whole or not at all. \return one line for the user that says why it
-/// couldn't be written; empty if it was.
-QString savePicture(const QImage& picture, const QString& path);
+/// Writes `picture` to the file `path` as PNG, whole or not at all. \return why that failed, in one line for the user;
+/// nothing on success.
+std::optional<QString> saveScreenshot(const QImage& picture, const QString& path);
 
 } // namespace zephyr::sandbox
 

@@ -1,6 +1,6 @@
 #include "sandbox/program/StartupFile.h"
 
-#include "sandbox/program/Options.h"
+#include "sandbox/commands/ConsoleFileName.h"
 #include "zephyr/console/Console.h"
 
 #include <QFileInfo>
@@ -10,19 +10,16 @@ namespace zephyr::sandbox {
 namespace {
 
 constexpr char kUsualFile[] = "startup.console";
-constexpr char kStartupExtension[] = ".console";
 
 constexpr char kCantRun[] = "can't run '%1': %2.";
 constexpr char kMissing[] = "there is no such file";
 constexpr char kDirectory[] = "it is a directory";
 constexpr char kUnreadable[] = "it can't be read";
 
-/// The file that is run at the start. Where no directory of the runpath has it, one that doesn't exist.
-std::filesystem::path startupFile(const Options& options, const console::Console& console)
+/// The startup file. If no directory of the runpath has it, a file that doesn't exist.
+std::filesystem::path startupFile(const StartupChoice& startup, const console::Console& console)
 {
-    const QString called = startupName(options);
-    const QString ending = called.endsWith(kStartupExtension) ? QString() : QString(kStartupExtension);
-    std::filesystem::path name((called + ending).toStdU32String());
+    const std::filesystem::path name(consoleFileName(startupName(startup).toStdU32String()));
     for (const std::filesystem::path& directory : console.runPaths()) {
         if (QFileInfo(directory / name).exists()) {
             return directory / name;
@@ -31,7 +28,7 @@ std::filesystem::path startupFile(const Options& options, const console::Console
     return name;
 }
 
-QString reasonNotToRun(const std::filesystem::path& file)
+std::optional<QString> reasonNotToRun(const std::filesystem::path& file)
 {
     const QFileInfo info(file);
     if (!info.exists()) {
@@ -40,38 +37,41 @@ QString reasonNotToRun(const std::filesystem::path& file)
     if (info.isDir()) {
         return kDirectory;
     }
-    return info.isReadable() ? QString() : kUnreadable;
+    return info.isReadable() ? std::nullopt : std::optional<QString>(kUnreadable);
 }
 
 } // namespace
 
-QString startupName(const Options& options)
+QString startupName(const StartupChoice& startup)
 {
-    return options.startup.isEmpty() ? QString(kUsualFile) : options.startup;
+    const auto* const named = std::get_if<NamedStartup>(&startup);
+    return named != nullptr ? named->name : kUsualFile;
 }
 
-QString complaintAbout(const QString& name, const std::filesystem::path& file)
+std::optional<QString> complaintAbout(const QString& name, const std::filesystem::path& file)
 {
-    const QString reason = reasonNotToRun(file);
-    return reason.isEmpty() ? QString() : QString(kCantRun).arg(name, reason);
+    const std::optional<QString> reason = reasonNotToRun(file);
+    return reason ? std::optional(QString(kCantRun).arg(name, *reason)) : std::nullopt;
 }
 
-QString complaintAboutStartup(const Options& options, const console::Console& console)
+std::optional<QString> complaintAboutStartup(const StartupChoice& startup, const console::Console& console)
 {
-    if (options.skipsStartup) {
-        return {};
+    if (std::holds_alternative<NoStartup>(startup)) {
+        return std::nullopt;
     }
-    const std::filesystem::path file = startupFile(options, console);
-    const bool mayBeMissing = options.startup.isEmpty();
-    return mayBeMissing && !QFileInfo(file).exists() ? QString() : complaintAbout(startupName(options), file);
+    const std::filesystem::path file = startupFile(startup, console);
+    if (std::holds_alternative<UsualStartup>(startup) && !QFileInfo(file).exists()) {
+        return std::nullopt;
+    }
+    return complaintAbout(startupName(startup), file);
 }
 
-void runStartupFile(const Options& options, console::Console& console)
+void runStartupFile(const StartupChoice& startup, console::Console& console)
 {
-    if (!options.startup.isEmpty()) {
-        console.runFile(startupFile(options, console));
-    } else if (!options.skipsStartup) {
-        console.runFileWithName(startupName(options).toStdU32String());
+    if (std::holds_alternative<NamedStartup>(startup)) {
+        console.runFile(startupFile(startup, console));
+    } else if (std::holds_alternative<UsualStartup>(startup)) {
+        console.runFileWithName(startupName(startup).toStdU32String());
     }
 }
 

@@ -1,9 +1,12 @@
 #ifndef ZEPHYR_SANDBOX_PROGRAM_STARTUPFILE_H
 #define ZEPHYR_SANDBOX_PROGRAM_STARTUPFILE_H
 
+#include "sandbox/program/Options.h"
+
 #include <QString>
 
 #include <filesystem>
+#include <optional>
 
 namespace zephyr::console {
 class Console;
@@ -11,23 +14,20 @@ class Console;
 
 namespace zephyr::sandbox {
 
-struct Options;
+/// The startup file's name as the user knows it.
+QString startupName(const StartupChoice& startup);
 
-/// What the user calls the file that is run at the start, unless none is to be: what `--startup` says, or
-/// startup.console.
-QString startupName(const Options& options);
+/// Why the console file `file`, which the user called `name`, can't be run, in one line for the user; nothing if it
+/// can. Must be asked before the file is run, since a console takes an unreadable file for a programming error.
+std::optional<QString> complaintAbout(const QString& name, const std::filesystem::path& file);
 
-/// Why the console file `file`, which the user called `name`, can't be run, in one line for the user; empty if it can.
-/// Looked at before, as a console takes such a file for a programming error.
-QString complaintAbout(const QString& name, const std::filesystem::path& file);
+/// Why the startup file can't be run, in one line for the user; nothing if it can or if there is none to run. The usual
+/// one may be missing, but not unreadable: without its settings everything after it would silently differ.
+std::optional<QString> complaintAboutStartup(const StartupChoice& startup, const console::Console& console);
 
-/// Why the file that is to be run at the start can't be, in one line for the user; empty if it can or none is to be. One
-/// that isn't named may be missing, but not unreadable: without what it sets up, all that follows would silently differ.
-QString complaintAboutStartup(const Options& options, const console::Console& console);
-
-/// Runs the file that `--startup` names, from the first directory of the runpath that has it, or else startup.console if
-/// there is one, or none, as the options say. Throws what a line of it throws.
-void runStartupFile(const Options& options, console::Console& console);
+/// Runs the startup file, if any, from the first directory of the runpath that has it. Throws what one of its lines
+/// throws.
+void runStartupFile(const StartupChoice& startup, console::Console& console);
 
 } // namespace zephyr::sandbox
 

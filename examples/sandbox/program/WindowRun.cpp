@@ -14,6 +14,7 @@
 #include <QImage>
 
 #include <cstdio>
+#include <optional>
 
 namespace zephyr::sandbox {
 
@@ -22,20 +23,19 @@ namespace {
 constexpr int kFailed = 1;
 constexpr int kCantStart = 2;
 
-/// What the options ask a window that is shown to do.
-void doAsAsked(const Options& options, Sandbox& sandbox, SandboxWindow& window)
+/// Does what the options ask for once the window is shown.
+void followOptions(const Options& options, Sandbox& sandbox, SandboxWindow& window)
 {
     for (const QString& line : options.lines) {
         runGuarded(sandbox, [&](console::Console& console) { console.execute(line.toStdU32String()); });
     }
-    window.update(); // a paused simulation isn't painted anew by itself
+    window.update(); // the lines may have changed a paused simulation, which isn't repainted by itself
     if (!sandbox.isQuitting()) {
         typeInto(window, options.keys);
     }
-    if (!options.screenshot.isEmpty()) {
-        const QString error = savePicture(window.frame(), options.screenshot);
-        if (!error.isEmpty()) {
-            complain(error);
+    if (options.screenshot) {
+        if (const std::optional<QString> error = saveScreenshot(window.frame(), *options.screenshot)) {
+            complain(*error);
             QCoreApplication::exit(kFailed);
             return;
         }
@@ -49,7 +49,7 @@ int showWindow(const Options& options, Sandbox& sandbox)
 {
     SandboxWindow window(sandbox);
     window.resize(options.size);
-    window.whenShown([&] { doAsAsked(options, sandbox, window); });
+    window.whenShown([&] { followOptions(options, sandbox, window); });
     window.show();
     return QCoreApplication::exec();
 }
@@ -59,9 +59,8 @@ int showWindow(const Options& options, Sandbox& sandbox)
 int runWindow(const Options& options)
 {
     Sandbox sandbox;
-    const QString complaint = complaintAboutStartup(options, sandbox.console());
-    if (!complaint.isEmpty()) {
-        complain(complaint);
+    if (const std::optional<QString> complaint = complaintAboutStartup(options.startup, sandbox.console())) {
+        complain(*complaint);
         return kCantStart;
     }
     LogPrinter printer(sandbox.console(), stdout);
@@ -71,10 +70,10 @@ int runWindow(const Options& options)
         }
     };
     sandbox.whenQuitting([&] {
-        printLog(); // before the log gets a line about how the command was left
+        printLog(); // before the log gets a line about the exception that `quit` throws
         QCoreApplication::quit();
     });
-    runGuarded(sandbox, [&](console::Console& console) { runStartupFile(options, console); });
+    runGuarded(sandbox, [&](console::Console& console) { runStartupFile(options.startup, console); });
     const int exitCode = sandbox.isQuitting() ? 0 : showWindow(options, sandbox);
     if (!sandbox.isQuitting()) {
         sandbox.recording().end(sandbox.console());

@@ -5,9 +5,9 @@ namespace zephyr::sandbox {
 
 struct Options;
 
-/// Runs a sandbox in a window until it is closed or told to quit. Needs a QGuiApplication, whose event loop
-/// it runs. \return the program's exit code: 0, or after one line on standard error that says what failed 1, or 2 if the
-/// file that is run at the start can't be.
+/// Runs a sandbox in a window until the window is closed or `quit` is run. Needs a QGuiApplication, whose event loop it
+/// runs. \return the program's exit code: 0 on success. Otherwise one line on standard error says what failed, and the
+/// code is 2 if the startup file can't be run, else 1.
 int runWindow(const Options& options);
 
 } // namespace zephyr::sandbox

@@ -2,15 +2,17 @@
 #include "sandbox/program/Batch.h"
 #include "sandbox/program/Complaint.h"
 #include "sandbox/program/Options.h"
+#include "sandbox/program/Printing.h"
 #include "sandbox/program/WindowRun.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
 
-#include <cerrno>
 #include <csignal>
 #include <cstdio>
-#include <system_error>
+#include <optional>
+#include <string>
+#include <variant>
 
 namespace {
 
@@ -27,32 +29,33 @@ QStringList commandLine(int argc, char** argv)
     return arguments;
 }
 
-int print(const QString& text)
+/// Prints to standard output. \return the program's exit code.
+int printOut(const QString& text)
 {
-    if (std::fputs(text.toUtf8().constData(), stdout) < 0 || std::fflush(stdout) != 0) {
-        complainAboutOutput(std::generic_category().message(errno));
+    if (const std::optional<std::string> error = print(text.toStdString(), stdout)) {
+        complainAboutOutput(*error);
         return kFailed;
     }
     return 0;
 }
 
-/// What needs no window system must run where there is none.
+/// Does what needs no window, also where there is no window system.
 int runWithoutWindow(const Options& options, int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     if (options.wantsHelp) {
-        return print(helpText());
+        return printOut(helpText());
     }
     if (options.wantsVersion) {
-        return print("zephyr-sandbox " ZEPHYR_SANDBOX_VERSION "\n");
+        return printOut("zephyr-sandbox " ZEPHYR_SANDBOX_VERSION "\n");
     }
-    return runBatch(options);
+    return runBatch(*options.batch, options.startup);
 }
 
 int probeKeys()
 {
     KeyProbe window([](const QString& line) {
-        if (print(line + '\n') != 0) {
+        if (printOut(line + '\n') != 0) {
             QCoreApplication::exit(kFailed);
         }
     });
@@ -66,12 +69,12 @@ int main(int argc, char** argv)
 {
     std::signal(SIGPIPE, SIG_IGN); // a closed pipe is a failed write, which is reported
     const ParsedOptions parsed = parseOptions(commandLine(argc, argv));
-    if (!parsed.error.isEmpty()) {
-        complain(parsed.error);
+    if (const auto* const error = std::get_if<OptionsError>(&parsed)) {
+        complain(error->text);
         return kFailed;
     }
-    const Options& options = parsed.options;
-    if (options.wantsHelp || options.wantsVersion || !options.batch.isEmpty()) {
+    const auto& options = std::get<Options>(parsed);
+    if (options.wantsHelp || options.wantsVersion || options.batch) {
         return runWithoutWindow(options, argc, argv);
     }
     const QGuiApplication application(argc, argv);

@@ -13,15 +13,15 @@ namespace zephyr::sandbox {
 namespace {
 
 constexpr double kTurn = 2.0 * std::numbers::pi; // radians
-constexpr double kReach = 8.0;                   // radii, beyond which an obstacle is not felt
+constexpr double kReach = 8.0;                   // radii; an obstacle does not bend the wind farther away
 constexpr double kEddyShare = 0.12;              // of the wind's speed
 
-/// Whole waves across the field, so that the joined edges fit.
+/// A drifting wave.
 struct Eddy
 {
-    glm::dvec2 waves;
+    glm::dvec2 waves; // across the field; whole numbers, so that the joined edges match
     double turnsASecond;
-    double phase;
+    double phase; // radians
 };
 
 constexpr std::array kEddyTable{
@@ -50,7 +50,7 @@ AirFlow::AirFlow(const glm::dvec2& wind, double seconds, const std::vector<Obsta
     for (std::size_t i = 0; i < kEddies; ++i) {
         const Eddy& eddy = kEddyTable[i];
         const glm::dvec2 number = eddy.waves * kTurn / glm::dvec2(kFieldWidth, kFieldHeight);
-        // Across the way in which the wave runs, so that it neither gathers nor spreads the air.
+        // Perpendicular to the wave's direction, so that the wave neither gathers nor spreads the air.
         const glm::dvec2 velocity = glm::normalize(glm::dvec2(number.y, -number.x)) * strength;
         mWaves[i] = {number, eddy.phase - eddy.turnsASecond * kTurn * seconds, velocity};
     }
@@ -69,7 +69,7 @@ glm::dvec2 AirFlow::velocityAt(const glm::dvec2& place) const
             openness = std::min(openness, std::sqrt(distanceSquared) / obstacle.radius - 1.0);
         }
     }
-    // Eddies die at a wall; they would blow particles into it.
+    // Eddies fade near an obstacle, since they would blow particles into it.
     return velocity + eddiesAt(place) * openness;
 }
 

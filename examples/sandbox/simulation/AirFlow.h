@@ -9,26 +9,26 @@
 
 namespace zephyr::sandbox {
 
-/// A disc that the wind flows around. In metres.
+/// A disc that the wind flows around.
 struct Obstacle
 {
-    glm::dvec2 centre;
-    double radius;
+    glm::dvec2 centre; ///< Metres.
+    double radius;     ///< Metres.
 
     bool operator==(const Obstacle&) const = default;
 };
 
-/// How the air moves at one moment, over a field whose opposite edges are joined: a wind that parts before
-/// discs and closes behind them, with eddies in it.
+/// How the air moves at one moment: a wind that parts in front of discs and closes behind them, with eddies in it. The
+/// field's opposite edges are joined.
 ///
 /// - It is: a function of the place. It is not: a simulation of air; the eddies are a few drifting waves.
 /// - Threads: const members may be called from any thread at once.
 /// - Ownership: borrows the obstacles, which must outlive it.
-/// - Failure: none; a place inside an obstacle has no air and must not be asked for.
+/// - Failure: there is no air inside an obstacle, and callers must not ask for it.
 class AirFlow
 {
 public:
-    /// The air `seconds` after the start. `wind` is in metres a second.
+    /// The air `seconds` after the start, in a wind of `wind` metres a second.
     AirFlow(const glm::dvec2& wind, double seconds, const std::vector<Obstacle>& obstacles);
 
     /// The air's velocity at `place`, in metres a second.
@@ -37,12 +37,12 @@ public:
 private:
     static constexpr std::size_t kEddies = 4;
 
-    /// A wave of eddies as it is now.
+    /// A wave of eddies at this moment.
     struct Wave
     {
         glm::dvec2 number;   // radians a metre
         double phase;        // radians
-        glm::dvec2 velocity; // metres a second, at its strongest
+        glm::dvec2 velocity; // metres a second, at the crest
     };
 
     glm::dvec2 eddiesAt(const glm::dvec2& place) const;

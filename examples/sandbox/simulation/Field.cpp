@@ -6,14 +6,14 @@ namespace zephyr::sandbox {
 
 namespace {
 
-/// `value` moved by whole spans into 0 to under `span`.
+/// `value` moved by a multiple of `span` into the range from 0 to under `span`.
 double wrappedInto(double value, double span)
 {
     const double inside = value - span * std::floor(value / span);
     return inside < span ? inside : 0.0; // a tiny negative value rounds up to the span itself
 }
 
-/// `way`, from -`span` to `span`, or the way round the other side where that is shorter.
+/// `way`, or the way round the other side if that is shorter. `way` is from -`span` to `span`.
 double shortest(double way, double span)
 {
     if (way >= span / 2.0) {

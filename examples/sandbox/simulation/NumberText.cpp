@@ -25,6 +25,12 @@ std::optional<Number> wholeTextAs(std::u32string_view text)
     return number;
 }
 
+template <typename Number>
+std::optional<Number> ifWithin(Number lowest, Number highest, const std::optional<Number>& number)
+{
+    return number && *number >= lowest && *number <= highest ? number : std::nullopt;
+}
+
 } // namespace
 
 std::optional<double> numberFrom(std::u32string_view text)
@@ -33,12 +39,22 @@ std::optional<double> numberFrom(std::u32string_view text)
     if (!number || !std::isfinite(*number)) {
         return std::nullopt;
     }
-    return *number + 0.0; // makes minus zero zero
+    return *number + 0.0; // turns minus zero into zero
+}
+
+std::optional<double> numberWithin(double lowest, double highest, std::u32string_view text)
+{
+    return ifWithin(lowest, highest, numberFrom(text));
 }
 
 std::optional<unsigned> countFrom(std::u32string_view text)
 {
     return wholeTextAs<unsigned>(text);
+}
+
+std::optional<unsigned> countWithin(unsigned lowest, unsigned highest, std::u32string_view text)
+{
+    return ifWithin(lowest, highest, countFrom(text));
 }
 
 std::string textOf(double value)

@@ -11,11 +11,11 @@ namespace zephyr::sandbox {
 
 namespace {
 
-constexpr double kGustSeconds = 1.5;      // in which a gust falls to 1/e
-constexpr double kCalmGust = 0.01;        // metres a second; a weaker gust is none
-constexpr double kClearance = 1.0 + 1e-9; // so that a rounded distance is never less than the radius
+constexpr double kGustSeconds = 1.5;      // until a gust has fallen to 1/e
+constexpr double kCalmGust = 0.01;        // metres a second; a weaker gust ends
+constexpr double kClearance = 1.0 + 1e-9; // keeps a rounded distance from being less than the radius
 
-// Particles end and begin anew in turn, since the flow would gather them in the same few streams otherwise.
+// Particles start again one after another, or else the flow would gather them in a few streams.
 constexpr std::size_t kLifeSteps = 1800;
 
 // The obstacles leave room for particles wherever they are placed.
@@ -31,11 +31,11 @@ std::vector<Obstacle> firstObstacles()
 bool isInside(const Obstacle& obstacle, const glm::dvec2& position)
 {
     const glm::dvec2 way = shortestWay(obstacle.centre, position);
-    // Not "less": a place that is no number counts as inside, and so as nowhere to stay.
+    // Written without "<" so that a position that is not a number counts as inside, and is left.
     return !(way.x * way.x + way.y * way.y >= obstacle.radius * obstacle.radius);
 }
 
-/// The nearest place to `position` outside `obstacle`; no number at its very centre.
+/// The place outside `obstacle` that is nearest to `position`; not a number if that is the very centre.
 glm::dvec2 pushedOutOf(const Obstacle& obstacle, const glm::dvec2& position)
 {
     const glm::dvec2 outwards = glm::normalize(shortestWay(obstacle.centre, position));
@@ -80,7 +80,7 @@ void Simulation::moveParticle(Particle& particle, const AirFlow& now)
     particle.position = wrapped(particle.position + particle.velocity * kStepSeconds);
     if (const std::optional<std::size_t> index = obstacleAt(particle.position)) {
         particle.position = pushedOutOf(mObstacles[*index], particle.position);
-        if (!isFree(particle.position)) { // where obstacles overlap
+        if (!isFree(particle.position)) { // in another obstacle that overlaps this one
             particle = newParticle(now);
         }
     }
@@ -122,14 +122,14 @@ std::optional<std::size_t> Simulation::obstacleAt(const glm::dvec2& place) const
     return std::nullopt;
 }
 
-bool Simulation::addObstacle(const Obstacle& obstacle)
+std::optional<std::size_t> Simulation::addObstacle(const Obstacle& obstacle)
 {
     if (mObstacles.size() >= kMaxObstacleCount) {
-        return false;
+        return std::nullopt;
     }
     mObstacles.push_back(obstacle);
     renewCovered();
-    return true;
+    return mObstacles.size() - 1;
 }
 
 void Simulation::resizeObstacle(std::size_t index, double radius)
@@ -174,7 +174,7 @@ glm::dvec2 Simulation::freePlace()
 
 double Simulation::random(double below)
 {
-    // Not a standard distribution: those differ from one standard library to the next.
+    // The standard distributions differ from one standard library to the next.
     return below * static_cast<double>(mRandom()) / (static_cast<double>(std::mt19937::max()) + 1.0);
 }
 

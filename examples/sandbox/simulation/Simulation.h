@@ -18,7 +18,8 @@ constexpr double kStepSeconds = 1.0 / 120.0;
 constexpr std::size_t kDefaultParticleCount = 4000;
 constexpr std::size_t kMaxParticleCount = 20000;
 constexpr double kFullCircle = 360.0;  ///< Degrees; a wind's heading is less.
-constexpr double kMaxWindSpeed = 60.0; ///< Metres a second; the strongest gust, too.
+constexpr double kMaxWindSpeed = 60.0; ///< Metres a second, for the strongest gust as well.
+constexpr double kDefaultGust = 15.0;  ///< Metres a second.
 constexpr std::size_t kMaxObstacleCount = 24;
 constexpr double kMinObstacleRadius = 1.0;     ///< Metres.
 constexpr double kMaxObstacleRadius = 12.0;    ///< Metres.
@@ -28,10 +29,10 @@ constexpr double kDefaultObstacleRadius = 5.0; ///< Metres.
 struct Wind
 {
     double speed = 12.0;   ///< Metres a second, 0 to kMaxWindSpeed.
-    double heading = 90.0; ///< Where it blows to, in degrees from 0 to under 360: 0 is up, 90 to the right.
+    double heading = 90.0; ///< Direction it blows to, in degrees from 0 to under 360: 0 is up, 90 is right.
 };
 
-/// A speck that goes where the air goes, for 15 s, and then begins anew somewhere else.
+/// A speck that drifts with the air. Every 15 s it starts again at another place.
 struct Particle
 {
     glm::dvec2 position; ///< Metres from the field's upper left corner, y downwards.
@@ -43,24 +44,24 @@ struct Particle
 /// - It is: a model that moves in steps of kStepSeconds; the same calls always lead to the same state. It is
 ///   not: a clock or a picture; it neither knows the time of day nor draws.
 /// - Threads: used by one thread at a time.
-/// - Ownership: owns all it has; references that it returns live as long as it does.
-/// - Failure: none; who sets the wind or places obstacles keeps to the limits above.
+/// - Ownership: references that it returns live as long as it does.
+/// - Failure: callers must keep to the limits above.
 class Simulation
 {
 public:
-    /// kDefaultParticleCount particles in the default wind among the first six obstacles, at time 0.
+    /// Starts at time 0 with kDefaultParticleCount particles, the default wind and six obstacles.
     Simulation();
 
     /// Moves everything on by kStepSeconds.
     void step();
 
-    /// Back to the state after construction, obstacles included.
+    /// Returns to the state after construction, obstacles included.
     void reset();
 
-    /// The steps since the start.
+    /// Steps since the start.
     std::uint64_t stepCount() const { return mStepCount; }
 
-    /// The simulated seconds since the start.
+    /// Simulated seconds since the start.
     double time() const { return static_cast<double>(mStepCount) * kStepSeconds; }
 
     /// The wind without its gust.
@@ -69,10 +70,10 @@ public:
     /// Changes the wind at once.
     void setWind(const Wind& wind) { mWind = wind; }
 
-    /// The speed that the gust adds to the wind now, in metres a second; it dies away by itself.
+    /// Speed that the gust adds to the wind now, in metres a second. It dies away by itself.
     double gust() const { return mGust; }
 
-    /// Makes the wind `strength` metres a second faster for a moment; a gust that still blows is replaced.
+    /// Makes the wind `strength` metres a second faster for a moment. Replaces a gust that is still blowing.
     void startGust(double strength) { mGust = strength; }
 
     /// The particles, none of which is inside an obstacle or outside the field.
@@ -84,17 +85,17 @@ public:
     /// The discs in the field, oldest first. They may overlap and reach across the joined edges.
     const std::vector<Obstacle>& obstacles() const { return mObstacles; }
 
-    /// The index of the newest obstacle that covers `place`, if any does.
+    /// Index of the newest obstacle that covers `place`, if any does.
     std::optional<std::size_t> obstacleAt(const glm::dvec2& place) const;
 
-    /// Adds an obstacle; particles under it begin anew somewhere else. \return false, with nothing added, when
-    /// there are kMaxObstacleCount already.
-    bool addObstacle(const Obstacle& obstacle);
+    /// Adds an obstacle and moves the particles under it to other places. \return its index; nothing if there are
+    /// kMaxObstacleCount obstacles already, and then nothing is added.
+    std::optional<std::size_t> addObstacle(const Obstacle& obstacle);
 
-    /// Gives the obstacle `index`, which there must be, another radius; as addObstacle() with particles.
+    /// Changes the radius of an obstacle and moves the particles under it to other places. The obstacle must exist.
     void resizeObstacle(std::size_t index, double radius);
 
-    /// Removes the obstacle `index`, which there must be.
+    /// Removes an obstacle, which must exist.
     void removeObstacle(std::size_t index);
 
     /// Removes all obstacles.

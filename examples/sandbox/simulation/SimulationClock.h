@@ -5,21 +5,21 @@ namespace zephyr::sandbox {
 
 /// Turns the wall-clock time of frames into whole simulation steps of kStepSeconds.
 ///
-/// - It is: the pause, the speed and the part of a step that is left over. It is not: a timer; it is told how
+/// - It is: the pause, the speed and the part of a step that is left over. It is not: a timer; callers say how
 ///   much time passed.
 /// - Threads: used by one thread at a time.
-/// - Failure: none. Time that a stall took beyond a tenth of a second is dropped, so that a slow machine runs
-///   slower instead of falling further behind with every frame.
+/// - A frame counts as a tenth of a second at most, so that a slow machine runs slower instead of falling further
+///   behind with every frame.
 class SimulationClock
 {
 public:
-    /// The steps due after `wallSeconds` more of wall-clock time; none while paused.
+    /// Number of steps that are due after `wallSeconds` more of wall-clock time. None while paused.
     unsigned stepsFor(double wallSeconds);
 
     bool isPaused() const { return mPaused; }
     void setPaused(bool paused) { mPaused = paused; }
 
-    /// Simulated seconds in a second of wall-clock time; 1 at the start.
+    /// Simulated seconds per second of wall-clock time. 1 at the start.
     double speed() const { return mSpeed; }
     void setSpeed(double speed) { mSpeed = speed; }
 
