@@ -1,4 +1,4 @@
-// A console in a QOpenGLWindow, over what OpenGL draws.
+// A console in a QOpenGLWindow, on top of what OpenGL draws.
 
 #include "zephyr/console/qt/ConsoleHost.h"
 

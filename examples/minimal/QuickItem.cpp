@@ -34,7 +34,7 @@ public:
         connect(&mHost, &qt::ConsoleHost::repaintNeeded, this, [this] { update(); });
     }
 
-    // On the render thread, while the GUI thread waits: the item, and so the host, outlives the call.
+    // Called on the render thread while the GUI thread waits, so that the item and its host outlive the call.
     void paint(QPainter* painter) override { mHost.paint(*painter); }
 
 private:

@@ -27,7 +27,7 @@ class Widget : public QWidget
 public:
     Widget()
     {
-        setFocusPolicy(Qt::StrongFocus); // or no key gets here once it is a child
+        setFocusPolicy(Qt::StrongFocus); // a child widget gets no keys without it
         mConsole->registerCommand(std::make_unique<GreetCommand>());
         connect(&mHost, &qt::ConsoleHost::repaintNeeded, this, qOverload<>(&QWidget::update));
     }

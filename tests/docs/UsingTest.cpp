@@ -1,5 +1,5 @@
 #include "docs/Guide.h"
-#include "sandbox/Sandbox.h"
+#include "sandbox/program/Sandbox.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>

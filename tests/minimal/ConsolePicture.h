@@ -14,7 +14,7 @@
 
 namespace zephyr::test {
 
-/// What a window of one colour looks like under a console, its cursor shown. \param size in the display's pixels.
+/// Picture of a window of one colour under a console whose cursor is visible. `size` is in the display's pixels.
 inline QImage consolePicture(const console::Console& console, const QColor& behind, QSize size, int scale)
 {
     QImage picture(size, QImage::Format_RGB32);
@@ -25,15 +25,15 @@ inline QImage consolePicture(const console::Console& console, const QColor& behi
     return picture;
 }
 
-/// How much of the console's green a pixel has, whatever dark stands behind it.
+/// How much of the console's green a pixel has, over any dark background.
 inline int ink(QRgb pixel)
 {
     return std::max(0, qGreen(pixel) - 60);
 }
 
-/// Whether each line of text looks as expected. `tolerance` is the share of a line's ink that may be elsewhere: next to
-/// none where an image is drawn on, and 0.3 for OpenGL, which places and smooths letters otherwise. Letters that are
-/// enlarged from half as many pixels are off by 0.4 and more, and those one pixel beside where they belong by 0.5.
+/// Whether each line of text looks as expected. `tolerance` is the share of a line's ink that may differ: nearly none
+/// for images, 0.3 for OpenGL, which places and smooths letters differently. Letters that are enlarged from half the
+/// resolution differ by 0.4 or more, letters that are one pixel off by 0.5.
 inline bool showsTheSameText(const QImage& expected, const QImage& actual, int lineHeight, double tolerance)
 {
     if (expected.size() != actual.size()) {

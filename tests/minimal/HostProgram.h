@@ -20,11 +20,12 @@
 
 namespace zephyr::test {
 
-/// A program with one window, on a display of its own, as somebody who sits before it sees and uses it.
+/// A program with one window on a display of its own, seen and used as by a person in front of it.
 class HostProgram
 {
 public:
-    /// Starts it, with OpenGL in software, and gives its window the keyboard. `usesOpenGL` says whether it needs that.
+    /// Starts the program, with OpenGL in software, and gives its window the keyboard. `usesOpenGL` tells whether the
+    /// program draws with OpenGL.
     HostProgram(const QString& program, int scale, bool usesOpenGL)
     {
         QProcessEnvironment environment = mDisplay.environment();
@@ -35,9 +36,9 @@ public:
         environment.insert("LIBGL_ALWAYS_SOFTWARE", "1");
         environment.insert("QSG_RENDER_LOOP", "threaded");
         environment.insert("QSG_INFO", "1");
-        environment.insert("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // or Qt starts a message bus of its own
+        environment.insert("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // keeps Qt from starting a message bus
         if (usesOpenGL) {
-            // Mesa unloads its driver without freeing all memory, and nobody can tell whose that was.
+            // Mesa unloads its driver without freeing all memory; the leaks can't be told from the program's.
             environment.insert("ASAN_OPTIONS", environment.value("ASAN_OPTIONS") + ":detect_leaks=0");
         }
         mProcess.setProcessEnvironment(environment);
@@ -54,7 +55,7 @@ public:
     HostProgram(const HostProgram&) = delete;
     HostProgram& operator=(const HostProgram&) = delete;
 
-    /// Presses and releases keys, as xdotool names them; a number is a key's code.
+    /// Presses and releases keys, given by their names in xdotool or their key codes.
     void press(const QStringList& keys) { mDisplay.send(QStringList("key") + keys); }
 
     /// Types a line and runs it.
@@ -66,7 +67,7 @@ public:
 
     void type(const QString& text) { mDisplay.send({"type", text}); }
 
-    /// Takes pictures of the window until one is right. \return the last one, be it right or not.
+    /// Takes pictures of the window until one is right or the time is up. \return the last one.
     QImage pictureThat(const std::function<bool(const QImage&)>& isRight)
     {
         QImage picture;
@@ -78,7 +79,7 @@ public:
         return picture;
     }
 
-    /// Closes the window, as the button in its title does. \return what the program exits with.
+    /// Closes the window as the button in its title bar does. \return the program's exit code.
     int close()
     {
         sendDeleteWindow();
@@ -88,7 +89,7 @@ public:
         return mProcess.exitCode();
     }
 
-    /// What it has written on its standard error since this was asked last.
+    /// What the program has written to standard error since the last call.
     std::string errors() { return mProcess.readAllStandardError().toStdString(); }
 
 private:
@@ -137,7 +138,7 @@ private:
         event.type = atom(*connection, "WM_PROTOCOLS");
         event.data.data32[0] = atom(*connection, "WM_DELETE_WINDOW");
         const std::unique_ptr<xcb_generic_error_t, void (*)(void*)> error(
-            xcb_request_check(connection.get(), // which waits until the display has done it
+            xcb_request_check(connection.get(), // waits until the display is done
                               xcb_send_event_checked(connection.get(), 0, event.window,
                                                      XCB_EVENT_MASK_NO_EVENT,
                                                      reinterpret_cast<const char*>(&event))),
@@ -162,7 +163,7 @@ private:
 
     VirtualDisplay mDisplay;
     QProcess mProcess;
-    QByteArray mWindow; // its number, as xdotool prints it
+    QByteArray mWindow; // the window's number as xdotool prints it
 };
 
 } // namespace zephyr::test

@@ -15,13 +15,13 @@ namespace {
 
 using console::Console;
 
-/// A minimal host and what its window shows without the console.
+/// A minimal host, and what its window shows without the console.
 struct Host
 {
     const char* name;
     const char* program;
     QRgb color;
-    double tolerance; // as showsTheSameText() takes it
+    double tolerance; // for showsTheSameText()
     bool usesOpenGL;
     bool isGreeting; // whether it has the command "greet"
 };
@@ -41,7 +41,7 @@ constexpr Host kQuickItem{"QuickItem", QUICK_ITEM_PROGRAM, qRgb(40, 80, 120), kI
 constexpr Host kReadmeWindow{"ReadmeWindow", README_WINDOW_PROGRAM, qRgb(0, 128, 128), kImageTolerance, false,
                              false};
 
-/// What greets in the hosts as well.
+/// The same command as in the hosts.
 class GreetCommand : public console::ConsoleCommand
 {
 public:
@@ -63,7 +63,7 @@ protected:
         }
     }
 
-    /// What the program is to show with `input` as its input line.
+    /// Whether `picture` shows the expected console with `input` as its input line.
     bool isOpen(const QImage& picture, const std::u32string& input)
     {
         console.open();
@@ -75,7 +75,7 @@ protected:
         return showsTheSameText(expected, picture, scale * lineHeight, host.tolerance);
     }
 
-    /// Waits until the console stands over the frame. \return the picture, which is kept for people to look at.
+    /// Waits until the window shows the expected console. \return the picture, which is also saved for people to see.
     QImage waitUntilOpen(const std::u32string& input)
     {
         const QImage picture = program.pictureThat([&](const QImage& p) { return isOpen(p, input); });
@@ -90,7 +90,7 @@ protected:
     const Host host = std::get<0>(GetParam());
     const int scale = std::get<1>(GetParam());
     HostProgram program{host.program, scale, host.usesOpenGL};
-    Console console; // what is expected in the program
+    Console console; // in the state that the program's console should be in
 };
 
 TEST_P(MinimalHosts, ShowWhatIsTypedAndTheirOwnPictureWhenClosed)

@@ -1,9 +1,10 @@
-#include "sandbox/AliasLine.h"
 #include "sandbox/Pipe.h"
 #include "sandbox/SandboxFixture.h"
+#include "sandbox/commands/AliasLine.h"
 #include "support/TemporaryDirectory.h"
 
 #include <map>
+#include <variant>
 
 namespace zephyr::test {
 namespace {
@@ -19,6 +20,12 @@ Aliases aliasesOf(console::Console& console)
         aliases.emplace(name, lines);
     });
     return aliases;
+}
+
+/// Why there is no line for an alias. Throws if there is one.
+std::u32string refusalOf(const std::u32string& name, const std::vector<std::u32string>& lines)
+{
+    return std::get<sandbox::AliasRefusal>(aliasLine(name, lines)).text;
 }
 
 class AliasSave : public SandboxFixture
@@ -40,7 +47,7 @@ protected:
 
     TemporaryDirectory directory;
     WorkingDirectory inside{directory.path()};
-    sandbox::Sandbox fresh; // whose runpath has the directory
+    sandbox::Sandbox fresh; // its runpath has the directory
 };
 
 TEST_F(AliasSave, WritesAConsoleFile)
@@ -178,12 +185,11 @@ TEST_F(AliasSave, MakesLinesThatTheConsoleReadsBack)
             for (const std::u32string& second : pieces) {
                 const std::vector<std::u32string> lines{first, second};
                 const AliasLine line = aliasLine(name, lines);
-                ASSERT_NE(line.text.empty(), line.refusal.empty());
-                if (!line.text.empty()) {
-                    directory.write("one.console", StringUtil::toString(line.text) + "\n");
+                if (const auto* const text = std::get_if<std::u32string>(&line)) {
+                    directory.write("one.console", StringUtil::toString(*text) + "\n");
                     console::Console reader;
                     reader.runFile(directory.path() / "one.console");
-                    ASSERT_EQ(Aliases({{name, lines}}), aliasesOf(reader)) << StringUtil::toString(line.text);
+                    ASSERT_EQ(Aliases({{name, lines}}), aliasesOf(reader)) << StringUtil::toString(*text);
                     ++taken;
                 }
             }
@@ -196,12 +202,11 @@ TEST_F(AliasSave, RefusesQuotesSemicolonsAndBlanksAtTheEndsOfLines)
 {
     const std::u32string begin = U"Can't save alias 'n': a console file can't hold its line '";
     for (const char32_t* const line : {U"say \"hi\"", U"a;b", U" a", U"a\t", U"a\uffffb", U"\xd800"}) {
-        EXPECT_EQ(begin + line + U"'.", aliasLine(U"n", {U"help", line}).refusal);
-        EXPECT_TRUE(aliasLine(U"n", {U"help", line}).text.empty());
+        EXPECT_EQ(begin + line + U"'.", refusalOf(U"n", {U"help", line}));
     }
-    EXPECT_EQ(U"Can't save alias 'n': it has no lines.", aliasLine(U"n", {}).refusal);
+    EXPECT_EQ(U"Can't save alias 'n': it has no lines.", refusalOf(U"n", {}));
     for (const char32_t* const name : {U"a b", U"a\"b", U">", U">!", U"a\uffffb", U"\xd800"}) {
-        EXPECT_FALSE(aliasLine(name, {U"help"}).refusal.empty()) << StringUtil::toString(name);
+        EXPECT_FALSE(refusalOf(name, {U"help"}).empty()) << StringUtil::toString(name);
     }
 }
 

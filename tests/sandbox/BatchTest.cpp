@@ -16,7 +16,7 @@ namespace {
 
 constexpr char kStart[] = "Zephyr Console:\n\n";
 
-/// A terminal that nobody looks at, which a program can write as a file as long as there is room in it.
+/// A terminal that nobody looks at. A program can write to it as a file, as long as it has room.
 class Terminal
 {
 public:
@@ -32,10 +32,10 @@ public:
     Terminal(const Terminal&) = delete;
     Terminal& operator=(const Terminal&) = delete;
 
-    /// What to write into.
+    /// The file to write to.
     std::string path() const { return ptsname(mDescriptor); }
 
-    /// Makes some room, as soon as something was written.
+    /// Waits until something is written, and makes some room.
     void drain() const
     {
         char bytes[4096];
@@ -48,7 +48,7 @@ private:
     int mDescriptor;
 };
 
-/// Reads what a program prints until `text` is in it. \return all that it printed since the last call.
+/// Reads the program's output until it contains `text`. \return the output since the last call.
 std::string printedUpTo(Program& program, const std::string& text)
 {
     std::string printed;
@@ -102,7 +102,7 @@ TEST(Batch, PrintsTheWholeTranscript)
               ended.out);
 }
 
-TEST(Batch, GoesOnBehindMistakes)
+TEST(Batch, GoesOnAfterMistakes)
 {
     Program program;
     program.directory().write("a.console", "frobnicate now\nparticles count -3\nsim speed\n");
@@ -158,7 +158,7 @@ TEST(Batch, NeedsNoScreen)
     EXPECT_EQ("", ended.err);
 }
 
-TEST(Batch, LeadsToTheSameRecordingEachTime)
+TEST(Batch, MakesTheSameRecordingEachTime)
 {
     Program program;
     program.directory().write("a.console", "wind gust 20\nsim record /path=a.csv /steps=50\n"
@@ -277,7 +277,7 @@ TEST(Batch, PrintsTheProgressOfACommandWhileItWorks)
                               "particles count 100\nsim record /path=" + recording.path() + " /steps=1000\n");
     program.start({"--batch", "a.console"});
 
-    // The recording is far larger than what a terminal has room for: it can't end as long as nobody reads.
+    // The recording is far larger than a terminal's room, so that it can't end unless somebody reads.
     std::string printed;
     while (printed.find("step 100 of 1000\n") == std::string::npos) {
         recording.drain();
@@ -315,7 +315,7 @@ TEST(Batch, SaysInOneLineThatItsOutputCantBeWritten)
               noReader.err);
 }
 
-TEST(Batch, RunsTheTourThatIsBesideTheProgram)
+TEST(Batch, RunsTheTourBesideTheProgram)
 {
     Program program;
     program.directory().write("a.console", "run tour\n");
@@ -343,7 +343,7 @@ TEST(Batch, RunsTheTourThatIsBesideTheProgram)
     EXPECT_TRUE(log.ends_with("\n>> log_save tour-log.txt\n"));
 }
 
-TEST(Batch, HasATourThatLeavesOnesOwnAliasesAlone)
+TEST(Batch, HasATourThatLeavesTheUsersAliasesAlone)
 {
     Program program;
     program.directory().write("a.console", "alias breeze \"wind set 1\"\nalias storm \"wind set 2\"\n"

@@ -5,13 +5,13 @@ namespace {
 
 using Completion = SandboxFixture;
 
-/// The line `begin` with each heading that is offered.
-Lines headingsBehind(const std::string& begin)
+/// The line `begin`, completed with each heading that Tab offers.
+Lines headingsAfter(const std::string& begin)
 {
     return {begin + " /heading=0", begin + " /heading=90", begin + " /heading=180", begin + " /heading=270"};
 }
 
-TEST_F(Completion, OffersAllSubCommandsBehindTheCommand)
+TEST_F(Completion, OffersAllSubCommandsAfterTheCommand)
 {
     EXPECT_EQ(Lines({"wind gust", "wind set", "wind show"}), completionsOf("wind "));
     EXPECT_EQ(Lines({"sim pause", "sim record", "sim reset", "sim resume", "sim speed", "sim step"}),
@@ -21,14 +21,14 @@ TEST_F(Completion, OffersAllSubCommandsBehindTheCommand)
               completionsOf("obstacle "));
 }
 
-TEST_F(Completion, OffersSubCommandsThatBeginAsTyped)
+TEST_F(Completion, OffersSubCommandsThatBeginWithTheTypedText)
 {
     EXPECT_EQ(Lines({"wind set", "wind show"}), completionsOf("wind s"));
     EXPECT_EQ(Lines({"sim record", "sim reset", "sim resume"}), completionsOf("sim re"));
     EXPECT_EQ(Lines(), completionsOf("sim x"));
 }
 
-TEST_F(Completion, OffersSwitchesBareAndWithTheirValuesBehindASubCommand)
+TEST_F(Completion, OffersSwitchesBareAndWithTheirValuesAfterASubCommand)
 {
     EXPECT_EQ(Lines({"wind set /speed=", "wind set /heading=", "wind set /speed=0", "wind set /speed=5",
                      "wind set /speed=12", "wind set /speed=30", "wind set /heading=0",
@@ -39,9 +39,9 @@ TEST_F(Completion, OffersSwitchesBareAndWithTheirValuesBehindASubCommand)
               completionsOf("sim record "));
 }
 
-TEST_F(Completion, OffersSwitchesThatBeginAsTyped)
+TEST_F(Completion, OffersSwitchesThatBeginWithTheTypedText)
 {
-    EXPECT_EQ(headingsBehind("wind set"), completionsOf("wind set /h"));
+    EXPECT_EQ(headingsAfter("wind set"), completionsOf("wind set /h"));
     EXPECT_EQ(Lines({"sim record /path="}), completionsOf("sim record /p"));
     EXPECT_EQ(Lines({"obstacle add /radius=3", "obstacle add /radius=5", "obstacle add /radius=10"}),
               completionsOf("obstacle add /radius"));
@@ -50,7 +50,7 @@ TEST_F(Completion, OffersSwitchesThatBeginAsTyped)
 
 TEST_F(Completion, OffersTheSwitchesThatAreNotThereYet)
 {
-    EXPECT_EQ(headingsBehind("wind set /speed=5"), completionsOf("wind set /speed=5 "));
+    EXPECT_EQ(headingsAfter("wind set /speed=5"), completionsOf("wind set /speed=5 "));
     EXPECT_EQ(Lines(), completionsOf("wind set /speed=5 /heading=3 "));
 }
 
@@ -64,11 +64,11 @@ TEST_F(Completion, OffersValuesWhereThereAreNoSwitches)
     EXPECT_EQ(Lines({"sim speed 0.5", "sim speed 1", "sim speed 2"}), completionsOf("sim speed "));
 }
 
-TEST_F(Completion, OffersValuesBehindTheEqualsSignOfASwitch)
+TEST_F(Completion, OffersValuesAfterTheEqualsSignOfASwitch)
 {
     EXPECT_EQ(Lines({"wind set /speed=0", "wind set /speed=5", "wind set /speed=12", "wind set /speed=30"}),
               completionsOf("wind set /speed="));
-    EXPECT_EQ(headingsBehind("wind set /speed=5"), completionsOf("wind set /speed=5 /heading="));
+    EXPECT_EQ(headingsAfter("wind set /speed=5"), completionsOf("wind set /speed=5 /heading="));
     EXPECT_EQ(Lines({"sim record /steps=120", "sim record /steps=600", "sim record /steps=3600"}),
               completionsOf("sim record /steps="));
     EXPECT_EQ(Lines({"obstacle add /x=40 /radius=3", "obstacle add /x=40 /radius=5",
@@ -76,16 +76,16 @@ TEST_F(Completion, OffersValuesBehindTheEqualsSignOfASwitch)
               completionsOf("obstacle add /x=40 /radius="));
 }
 
-TEST_F(Completion, OffersValuesThatBeginAsTyped)
+TEST_F(Completion, OffersValuesThatBeginWithTheTypedText)
 {
     EXPECT_EQ(Lines({"wind set /speed=12"}), completionsOf("wind set /speed=1"));
     EXPECT_EQ(Lines({"wind set /heading=270"}), completionsOf("wind set /heading=27"));
 }
 
-TEST_F(Completion, GoesOnToTheOtherSwitchesBehindAWholeValue)
+TEST_F(Completion, GoesOnToTheOtherSwitchesAfterAWholeValue)
 {
-    EXPECT_EQ(headingsBehind("wind set /speed=12"), completionsOf("wind set /speed=12 "));
-    EXPECT_EQ(headingsBehind("wind set /speed=17"), completionsOf("wind set /speed=17 "));
+    EXPECT_EQ(headingsAfter("wind set /speed=12"), completionsOf("wind set /speed=12 "));
+    EXPECT_EQ(headingsAfter("wind set /speed=17"), completionsOf("wind set /speed=17 "));
     EXPECT_EQ(Lines({"sim record /path=a.csv /steps=120", "sim record /path=a.csv /steps=600",
                      "sim record /path=a.csv /steps=3600"}),
               completionsOf("sim record /path=a.csv "));

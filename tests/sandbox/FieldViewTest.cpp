@@ -1,6 +1,6 @@
-#include "sandbox/FieldView.h"
+#include "sandbox/picture/FieldView.h"
 
-#include "sandbox/Field.h"
+#include "sandbox/simulation/Field.h"
 
 #include <QPointF>
 #include <QSize>
@@ -25,7 +25,7 @@ TEST(FieldView, IsCutOffEvenlyInOtherWindows)
     EXPECT_EQ(glm::dvec2(0.0, 25.0), FieldView(QSize(1600, 400)).placeAt(QPointF(0.0, 0.0)));
 }
 
-TEST(FieldView, LeadsBackToThePixelThatAPlaceShowsAt)
+TEST(FieldView, MapsAPlaceBackToItsPixel)
 {
     const FieldView view(QSize(333, 777));
     const glm::dvec2 place = view.placeAt(QPointF(12.5, 700.0));

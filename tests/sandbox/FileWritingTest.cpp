@@ -1,4 +1,4 @@
-#include "sandbox/FileWriting.h"
+#include "sandbox/commands/FileWriting.h"
 
 #include "sandbox/Pipe.h"
 #include "support/TemporaryDirectory.h"
@@ -19,13 +19,13 @@ protected:
     test::TemporaryDirectory directory;
 };
 
-TEST_F(FileWriting, HasNothingAgainstARegularFileOrNone)
+TEST_F(FileWriting, AllowsARegularFileAndAMissingOne)
 {
     const std::filesystem::path file = directory.write("a", "");
-    for (const Devices devices : {Devices::Refused, Devices::Taken}) {
-        EXPECT_EQ("", reasonNotToWrite(file, devices));
-        EXPECT_EQ("", reasonNotToWrite(directory.path() / "none", devices));
-        EXPECT_EQ("", reasonNotToWrite(std::string(300, 'x'), devices));
+    for (const Devices devices : {Devices::Refused, Devices::Allowed}) {
+        EXPECT_EQ(std::nullopt, reasonNotToWrite(file, devices));
+        EXPECT_EQ(std::nullopt, reasonNotToWrite(directory.path() / "none", devices));
+        EXPECT_EQ(std::nullopt, reasonNotToWrite(std::string(300, 'x'), devices));
     }
 }
 
@@ -33,22 +33,22 @@ TEST_F(FileWriting, RefusesAPipeAndALinkToOne)
 {
     const test::Pipe pipe(directory.path() / "pipe");
     std::filesystem::create_symlink("pipe", directory.path() / "link");
-    for (const Devices devices : {Devices::Refused, Devices::Taken}) {
+    for (const Devices devices : {Devices::Refused, Devices::Allowed}) {
         EXPECT_EQ("it is no regular file", reasonNotToWrite(directory.path() / "pipe", devices));
         EXPECT_EQ("it is no regular file", reasonNotToWrite(directory.path() / "link", devices));
     }
 }
 
-TEST_F(FileWriting, TakesADeviceOnlyWhereItIsToldTo)
+TEST_F(FileWriting, AllowsADeviceOnlyWhenToldTo)
 {
     EXPECT_EQ("it is no regular file", reasonNotToWrite("/dev/null", Devices::Refused));
-    EXPECT_EQ("", reasonNotToWrite("/dev/null", Devices::Taken));
+    EXPECT_EQ(std::nullopt, reasonNotToWrite("/dev/null", Devices::Allowed));
 }
 
 TEST_F(FileWriting, ReplacesWhatIsThereWhole)
 {
     directory.write("a", "something longer");
-    EXPECT_EQ("", writeWhole(pathOf("a"), "new"));
+    EXPECT_EQ(std::nullopt, writeWhole(pathOf("a"), "new"));
     EXPECT_EQ("new", directory.read("a"));
 }
 

@@ -1,7 +1,7 @@
-#include "sandbox/GuardedRun.h"
+#include "sandbox/program/GuardedRun.h"
 
-#include "sandbox/KeyTyping.h"
 #include "sandbox/SandboxFixture.h"
+#include "sandbox/program/KeyTyping.h"
 #include "support/TemporaryDirectory.h"
 #include "zephyr/console/qt/ConsoleHost.h"
 
@@ -12,7 +12,7 @@
 namespace zephyr::test {
 namespace {
 
-/// Throws what it is told to by its second word.
+/// Throws a number or an exception, as its second word says.
 class FailingCommand : public console::ConsoleCommand
 {
 public:
@@ -38,7 +38,7 @@ protected:
     }
 };
 
-TEST_F(GuardedRun, TurnsWhatALineThrowsIntoOneLineAndGoesOn)
+TEST_F(GuardedRun, TurnsAnExceptionIntoOneLineAndGoesOn)
 {
     execute(U"fail");
     execute(U"fail number");
@@ -49,7 +49,7 @@ TEST_F(GuardedRun, TurnsWhatALineThrowsIntoOneLineAndGoesOn)
               driver.log());
 }
 
-TEST_F(GuardedRun, WritesTheSameLinesAsTheHostOfATypedLine)
+TEST_F(GuardedRun, WritesTheSameLinesAsTheHostForATypedLine)
 {
     execute(U"fail");
     execute(U"fail number");
@@ -57,11 +57,11 @@ TEST_F(GuardedRun, WritesTheSameLinesAsTheHostOfATypedLine)
 
     QWindow window;
     const console::qt::ConsoleHost host(sandbox.sharedConsole(), &window);
-    sandbox::typeInto(window, "`fail\n``fail number\n"); // opened anew, as what failed stays in the line
+    sandbox::typeInto(window, "`fail\n``fail number\n"); // reopened, since the failed line stays in the input
     EXPECT_EQ(executed, driver.log(2 + executed.size()));
 }
 
-TEST_F(GuardedRun, LeavesTheRestOfAFileThatThrew)
+TEST_F(GuardedRun, SkipsTheRestOfAFileThatThrew)
 {
     const TemporaryDirectory directory;
     const auto file = directory.write("mine.console", "wind set 5\nfail\nwind set 6\n");

@@ -1,7 +1,7 @@
-#include "sandbox/Hud.h"
+#include "sandbox/picture/Hud.h"
 
-#include "sandbox/Simulation.h"
-#include "sandbox/SimulationClock.h"
+#include "sandbox/simulation/Simulation.h"
+#include "sandbox/simulation/SimulationClock.h"
 
 #include <QFont>
 #include <QFontMetrics>
@@ -27,10 +27,10 @@ protected:
         return image;
     }
 
-    /// How it is at the start.
+    /// The texts at the start.
     static QStringList shortTexts() { return Hud().stateTexts(Simulation(), SimulationClock()); }
 
-    /// About as long as they get.
+    /// Texts that are about as long as they get.
     static QStringList longTexts()
     {
         return {"10000 frames/s",
@@ -46,7 +46,7 @@ protected:
     Hud hud;
 };
 
-/// Whether `image` has a pixel of `color` in its lowest line of text.
+/// Whether `image` has a pixel of `color` in the line of text at the bottom.
 bool showsAtTheBottom(const QImage& image, const QColor& color)
 {
     for (int y = image.height() - Hud::kStripHeight; y < image.height(); ++y) {
@@ -59,7 +59,7 @@ bool showsAtTheBottom(const QImage& image, const QColor& color)
     return false;
 }
 
-TEST_F(HudFixture, SaysHowItIs)
+TEST_F(HudFixture, ShowsTheState)
 {
     EXPECT_EQ(QStringList({"\u2013 frames/s", "0.0 s", "speed 1", "4000 particles", "wind 12 m/s to 90\u00b0",
                            "6 of 24 obstacles"}),
@@ -75,7 +75,7 @@ TEST_F(HudFixture, SaysHowItIs)
               texts());
 }
 
-TEST_F(HudFixture, RoundsWhatWouldBeTooLong)
+TEST_F(HudFixture, RoundsLongNumbers)
 {
     simulation.setWind({12.3456789, 123.456789});
     clock.setSpeed(0.123456);
@@ -88,7 +88,7 @@ TEST_F(HudFixture, RoundsWhatWouldBeTooLong)
     EXPECT_EQ("wind 60 m/s to 0\u00b0", texts()[4]);
 }
 
-TEST_F(HudFixture, LeavesOutAGustThatWouldReadAsNone)
+TEST_F(HudFixture, LeavesOutAGustThatWouldReadAsZero)
 {
     simulation.setWind({5.0, 90.0});
     simulation.startGust(0.0499);
@@ -102,7 +102,7 @@ TEST_F(HudFixture, NeverLetsTextsOverlap)
     const QFontMetrics metrics(Hud::font());
     for (const QStringList& texts : {shortTexts(), longTexts()}) {
         for (int width = 0; width <= 2000; ++width) {
-            int free = 0; // where there is no text yet
+            int free = 0; // where the texts so far end
             for (const PlacedText& text : Hud::placed(texts, width, metrics)) {
                 if (text.text.isEmpty()) {
                     continue;
@@ -173,7 +173,7 @@ TEST_F(HudFixture, DrawsItsTextsWhereItPlacesThem)
     }
 }
 
-TEST_F(HudFixture, SaysThatTimeStandsStill)
+TEST_F(HudFixture, SaysThatTimeIsPaused)
 {
     for (int i = 0; i < 126; ++i) {
         simulation.step();
@@ -200,7 +200,7 @@ TEST_F(HudFixture, AveragesTheFramesOfASecond)
     EXPECT_EQ("10 frames/s", texts()[0]); // 10 in 1.05 s
 }
 
-TEST_F(HudFixture, KnowsNoRateAfterNothingWasDrawnForAWhile)
+TEST_F(HudFixture, ShowsNoRateAfterNothingWasDrawnForAWhile)
 {
     hud.countFrame(0.9);
     hud.countFrame(0.2);

@@ -1,4 +1,4 @@
-#include "sandbox/KeyProbe.h"
+#include "sandbox/probe/KeyProbe.h"
 
 #include <QCoreApplication>
 #include <QInputMethodEvent>
@@ -28,21 +28,21 @@ protected:
         QCoreApplication::sendEvent(&window, &event);
     }
 
-    /// Presses and releases a key. \return what was told of it.
+    /// Presses and releases a key. \return the lines that were reported.
     Lines click(int key, const QString& text = {}, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
                 quint32 scanCode = 0, quint32 nativeModifiers = 0)
     {
-        told.clear();
+        reported.clear();
         send(QEvent::KeyPress, key, text, modifiers, scanCode, nativeModifiers);
         send(QEvent::KeyRelease, key, text, modifiers, scanCode, nativeModifiers);
-        return told;
+        return reported;
     }
 
-    Lines told;
-    sandbox::KeyProbe window{[this](const QString& line) { told.push_back(line.toStdString()); }};
+    Lines reported;
+    sandbox::KeyProbe window{[this](const QString& line) { reported.push_back(line.toStdString()); }};
 };
 
-TEST_F(KeyProbe, TellsOfAPressWhatQtDelivered)
+TEST_F(KeyProbe, ReportsWhatQtDeliversForAPress)
 {
     EXPECT_EQ(Lines({"press: key Key_A (0x41), text \"a\", modifiers none, scan code 38: does not toggle the "
                      "console"}),
@@ -56,7 +56,7 @@ TEST_F(KeyProbe, TellsOfAPressWhatQtDelivered)
               click(0xf7654, {}, Qt::KeypadModifier, 0, 0x80));
 }
 
-TEST_F(KeyProbe, TellsWhichPressesToggle)
+TEST_F(KeyProbe, ReportsWhichPressesToggle)
 {
     EXPECT_EQ(Lines({"press: key Key_QuoteLeft (0x60), text \"`\", modifiers none, scan code 12: toggles the "
                      "console"}),
@@ -72,7 +72,7 @@ TEST_F(KeyProbe, TellsWhichPressesToggle)
               click(Qt::Key_Escape, "\x1b", Qt::ShiftModifier, 9));
 }
 
-TEST_F(KeyProbe, EscapesWhateverIsNotPrintableAscii)
+TEST_F(KeyProbe, EscapesCharactersThatAreNotPrintableAscii)
 {
     EXPECT_EQ(Lines({"press: key Key_unknown (0x1ffffff), text \" "
                      "~\\\"\\\\\\u000d\\u007f\\u00e9\\u20ac\\U0001f600\", modifiers none, scan code 0: does "
@@ -80,16 +80,16 @@ TEST_F(KeyProbe, EscapesWhateverIsNotPrintableAscii)
               click(Qt::Key_unknown, QString::fromUtf8(" ~\"\\\r\x7f\u00e9\u20ac\U0001F600")));
 }
 
-TEST_F(KeyProbe, TellsNothingOfAKeyThatRepeats)
+TEST_F(KeyProbe, IgnoresTheRepeatsOfAKey)
 {
     send(QEvent::KeyPress, Qt::Key_A, "a", Qt::NoModifier, 38);
     send(QEvent::KeyRelease, Qt::Key_A, "a", Qt::NoModifier, 38, 0, true);
     send(QEvent::KeyPress, Qt::Key_A, "a", Qt::NoModifier, 38, 0, true);
     send(QEvent::KeyRelease, Qt::Key_A, "a", Qt::NoModifier, 38);
-    EXPECT_EQ(1U, told.size());
+    EXPECT_EQ(1U, reported.size());
 }
 
-TEST_F(KeyProbe, TellsOfTheReleaseOfAKeyWhosePressItNeverGot)
+TEST_F(KeyProbe, ReportsTheReleaseOfAKeyWhosePressItNeverGot)
 {
     send(QEvent::KeyRelease, Qt::Key_Dead_Circumflex, {}, Qt::NoModifier, 49);
     send(QEvent::KeyRelease, Qt::Key_Dead_Acute, {}, Qt::NoModifier, 21);
@@ -102,19 +102,19 @@ TEST_F(KeyProbe, TellsOfTheReleaseOfAKeyWhosePressItNeverGot)
              start + "Key_Dead_Acute (0x1001251), text \"\", modifiers none, scan code 21: does not toggle "
                      "the console",
              start + "Key_E (0x45), text \"e\", modifiers none, scan code 26: does not toggle the console"}),
-        told);
+        reported);
 }
 
-TEST_F(KeyProbe, TellsWhatAnInputMethodCommits)
+TEST_F(KeyProbe, ReportsWhatAnInputMethodCommits)
 {
     QInputMethodEvent preedit("\u00b4", {});
     QCoreApplication::sendEvent(&window, &preedit);
-    EXPECT_EQ(Lines(), told);
+    EXPECT_EQ(Lines(), reported);
 
     QInputMethodEvent event;
     event.setCommitString("\u00e9");
     QCoreApplication::sendEvent(&window, &event);
-    EXPECT_EQ(Lines({"commit: text \"\\u00e9\""}), told);
+    EXPECT_EQ(Lines({"commit: text \"\\u00e9\""}), reported);
 }
 
 TEST_F(KeyProbe, WantsTheInputMethodThatAnOpenConsoleWants)
@@ -127,7 +127,7 @@ TEST_F(KeyProbe, WantsTheInputMethodThatAnOpenConsoleWants)
               query.value(Qt::ImHints).toInt());
 }
 
-TEST_F(KeyProbe, EndsByTwoEscapesInARow)
+TEST_F(KeyProbe, EndsOnTwoEscapesInARow)
 {
     click(Qt::Key_Escape, "\x1b");
     click(Qt::Key_A, "a");

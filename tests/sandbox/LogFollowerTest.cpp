@@ -1,5 +1,5 @@
-#include "sandbox/LogFollower.h"
-#include "sandbox/LogPrinter.h"
+#include "sandbox/program/LogFollower.h"
+#include "sandbox/program/LogPrinter.h"
 #include "support/TemporaryDirectory.h"
 #include "zephyr/console/Console.h"
 
@@ -14,7 +14,7 @@
 namespace zephyr::test {
 namespace {
 
-/// As the system says it, in the locale's language and encoding.
+/// The system's message, in the locale's language and encoding.
 std::string diskFull()
 {
     return std::make_error_code(std::errc::no_space_on_device).message();
@@ -59,7 +59,7 @@ TEST(LogPrinter, SaysWhyItCantPrint)
     EXPECT_EQ(diskFull(), printer.error());
 }
 
-TEST(LogFollower, PrintsWhatIsWrittenByOtherThreadsInOrderAndLosesNothing)
+TEST(LogFollower, PrintsWhatOtherThreadsWriteInOrderAndLosesNothing)
 {
     const TemporaryDirectory directory;
     const File file = opened((directory.path() / "log").string());

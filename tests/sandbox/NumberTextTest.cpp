@@ -1,4 +1,4 @@
-#include "sandbox/NumberText.h"
+#include "sandbox/simulation/NumberText.h"
 
 #include <gtest/gtest.h>
 
@@ -40,6 +40,19 @@ TEST(NumberText, ReadsWholeNumbersInDigitsOnly)
          {U"", U"-1", U"+1", U"1.0", U"1e3", U"4294967296", U"x", U"1x", U" 1"}) {
         EXPECT_EQ(std::nullopt, countFrom(text));
     }
+}
+
+TEST(NumberText, ReadsOnlyNumbersWithinTheLimits)
+{
+    EXPECT_EQ(1.0, numberWithin(1.0, 12.0, U"1"));
+    EXPECT_EQ(12.0, numberWithin(1.0, 12.0, U"12"));
+    EXPECT_EQ(1U, countWithin(1, 5, U"1"));
+    EXPECT_EQ(5U, countWithin(1, 5, U"5"));
+    for (const char32_t* const text : {U"0", U"0.9", U"12.1", U"nan", U"x"}) {
+        EXPECT_EQ(std::nullopt, numberWithin(1.0, 12.0, text));
+        EXPECT_EQ(std::nullopt, countWithin(1, 5, text));
+    }
+    EXPECT_EQ(std::nullopt, countWithin(1, 5, U"6"));
 }
 
 TEST(NumberText, WritesNumbersAsShortAsTheyGo)

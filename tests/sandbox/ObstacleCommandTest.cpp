@@ -84,7 +84,7 @@ TEST_F(ObstacleCommand, ClearsThemAll)
     EXPECT_EQ(kBadRemove, answerTo("obstacle remove 1"));
 }
 
-TEST_F(ObstacleCommand, RefusesWordsBehindList)
+TEST_F(ObstacleCommand, RefusesWordsAfterList)
 {
     EXPECT_EQ(Lines({"    Invalid usage", "    ", "    Lists the obstacles with their numbers.",
                      "    Usage: obstacle list"}),

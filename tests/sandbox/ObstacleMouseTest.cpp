@@ -1,7 +1,7 @@
-#include "sandbox/ObstacleMouse.h"
+#include "sandbox/program/ObstacleMouse.h"
 
-#include "sandbox/FieldView.h"
-#include "sandbox/Simulation.h"
+#include "sandbox/picture/FieldView.h"
+#include "sandbox/simulation/Simulation.h"
 
 #include <QSize>
 
@@ -34,7 +34,7 @@ TEST_F(ObstacleMouseFixture, PlacesAnObstacleWhereTheLeftButtonGoesDown)
     EXPECT_EQ(std::vector{kPlaced}, obstacles());
 }
 
-TEST_F(ObstacleMouseFixture, PlacesNoneOnAnother)
+TEST_F(ObstacleMouseFixture, PlacesNoneOnTopOfAnother)
 {
     pressLeft(200.0, 80.0);
     pressLeft(204.0, 84.0);

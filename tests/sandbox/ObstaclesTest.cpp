@@ -1,4 +1,4 @@
-#include "sandbox/Simulation.h"
+#include "sandbox/simulation/Simulation.h"
 
 #include <glm/geometric.hpp>
 
@@ -9,7 +9,7 @@
 namespace zephyr::sandbox {
 namespace {
 
-/// How many particles are under an obstacle, one that reaches across the joined edges included.
+/// Number of particles under an obstacle, also across the joined edges.
 std::ptrdiff_t covered(const Simulation& simulation)
 {
     return std::count_if(
@@ -51,7 +51,7 @@ TEST(Obstacles, AreFoundNewestFirst)
     EXPECT_EQ(0U, simulation.obstacleAt({38.0, 35.0}));
 }
 
-TEST(Obstacles, LetParticlesUnderThemBeginAnewElsewhere)
+TEST(Obstacles, SendParticlesUnderThemElsewhere)
 {
     Simulation simulation;
     simulation.setParticleCount(20000);
@@ -63,7 +63,7 @@ TEST(Obstacles, LetParticlesUnderThemBeginAnewElsewhere)
     EXPECT_EQ(0, covered(simulation));
 }
 
-TEST(Obstacles, LetParticlesUnderThemBeginAnewWhenTheyGrow)
+TEST(Obstacles, SendParticlesUnderThemElsewhereWhenTheyGrow)
 {
     Simulation simulation;
     simulation.setParticleCount(20000);
@@ -90,13 +90,13 @@ TEST(Obstacles, AreTwentyFourAtMost)
 {
     Simulation simulation;
     for (std::size_t i = simulation.obstacles().size(); i < 24; ++i) {
-        EXPECT_TRUE(simulation.addObstacle({{1.0, 1.0}, 1.0}));
+        EXPECT_EQ(i, simulation.addObstacle({{1.0, 1.0}, 1.0}));
     }
-    EXPECT_FALSE(simulation.addObstacle({{1.0, 1.0}, 1.0}));
+    EXPECT_EQ(std::nullopt, simulation.addObstacle({{1.0, 1.0}, 1.0}));
     EXPECT_EQ(24U, simulation.obstacles().size());
 }
 
-TEST(Obstacles, GoWhenTheyAreRemoved)
+TEST(Obstacles, AreGoneWhenTheyAreRemoved)
 {
     Simulation simulation;
     const Obstacle second = simulation.obstacles()[1];
@@ -141,7 +141,7 @@ TEST(Obstacles, PartTheWindAcrossTheJoinedEdges)
 {
     const std::vector<Obstacle> one{{{1.0, 45.0}, 5.0}};
     const AirFlow air({10.0, 0.0}, 0.0, one);
-    // Before the disc, on the other side of the edge, the air comes to rest.
+    // The air comes to rest in front of the disc, which is across the joined edge.
     EXPECT_NEAR(0.0, glm::length(air.velocityAt({156.0, 45.0})), 1e-9);
 }
 

@@ -1,9 +1,11 @@
-#include "sandbox/Options.h"
+#include "sandbox/program/Options.h"
 
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <optional>
 #include <string>
+#include <variant>
 
 namespace zephyr::sandbox {
 namespace {
@@ -17,70 +19,78 @@ ParsedOptions parsed(std::initializer_list<const char*> words)
     return parseOptions(arguments);
 }
 
+Options optionsOf(std::initializer_list<const char*> words)
+{
+    return std::get<Options>(parsed(words));
+}
+
 std::string errorOf(std::initializer_list<const char*> words)
 {
-    return parsed(words).error.toStdString();
+    return std::get<OptionsError>(parsed(words)).text.toStdString();
+}
+
+/// The startup file that the options name, if they name one.
+std::optional<QString> namedStartup(const Options& options)
+{
+    const auto* const named = std::get_if<NamedStartup>(&options.startup);
+    return named != nullptr ? std::optional(named->name) : std::nullopt;
 }
 
 TEST(Options, AskForAWindowAndNothingElseByDefault)
 {
-    const ParsedOptions none = parsed({});
-    EXPECT_EQ("", none.error.toStdString());
-    EXPECT_FALSE(none.options.wantsHelp);
-    EXPECT_FALSE(none.options.wantsVersion);
-    EXPECT_FALSE(none.options.probesKeys);
-    EXPECT_FALSE(none.options.skipsStartup);
-    EXPECT_TRUE(none.options.startup.isEmpty());
-    EXPECT_TRUE(none.options.batch.isEmpty());
-    EXPECT_EQ(QSize(1280, 720), none.options.size);
-    EXPECT_TRUE(none.options.lines.isEmpty());
-    EXPECT_TRUE(none.options.keys.isEmpty());
-    EXPECT_TRUE(none.options.screenshot.isEmpty());
-    EXPECT_FALSE(none.options.quits);
-    EXPECT_FALSE(none.options.printsLog);
+    const Options none = optionsOf({});
+    EXPECT_FALSE(none.wantsHelp);
+    EXPECT_FALSE(none.wantsVersion);
+    EXPECT_FALSE(none.probesKeys);
+    EXPECT_TRUE(std::holds_alternative<UsualStartup>(none.startup));
+    EXPECT_EQ(std::nullopt, none.batch);
+    EXPECT_EQ(QSize(1280, 720), none.size);
+    EXPECT_TRUE(none.lines.isEmpty());
+    EXPECT_TRUE(none.keys.isEmpty());
+    EXPECT_EQ(std::nullopt, none.screenshot);
+    EXPECT_FALSE(none.quits);
+    EXPECT_FALSE(none.printsLog);
 }
 
 TEST(Options, ReadAllOfAWindow)
 {
-    const ParsedOptions all = parsed({"--size", "640x480", "--exec", "a b", "--exec=c", "--type", "`x\\n",
-                                      "--screenshot", "p.png", "--quit", "--print-log", "--no-startup"});
-    EXPECT_EQ("", all.error.toStdString());
-    EXPECT_EQ(QSize(640, 480), all.options.size);
-    EXPECT_EQ(QStringList({"a b", "c"}), all.options.lines);
-    EXPECT_EQ("`x\\n", all.options.keys);
-    EXPECT_EQ("p.png", all.options.screenshot);
-    EXPECT_TRUE(all.options.quits);
-    EXPECT_TRUE(all.options.printsLog);
-    EXPECT_TRUE(all.options.skipsStartup);
+    const Options all = optionsOf({"--size", "640x480", "--exec", "a b", "--exec=c", "--type", "`x\\n",
+                                   "--screenshot", "p.png", "--quit", "--print-log", "--no-startup"});
+    EXPECT_EQ(QSize(640, 480), all.size);
+    EXPECT_EQ(QStringList({"a b", "c"}), all.lines);
+    EXPECT_EQ("`x\\n", all.keys);
+    EXPECT_EQ("p.png", all.screenshot);
+    EXPECT_TRUE(all.quits);
+    EXPECT_TRUE(all.printsLog);
+    EXPECT_TRUE(std::holds_alternative<NoStartup>(all.startup));
 }
 
 TEST(Options, ReadABatch)
 {
-    const ParsedOptions batch = parsed({"--batch", "f.console", "--no-startup"});
-    EXPECT_EQ("", batch.error.toStdString());
-    EXPECT_EQ("f.console", batch.options.batch);
-    EXPECT_TRUE(batch.options.skipsStartup);
+    const Options batch = optionsOf({"--batch", "f.console", "--no-startup"});
+    EXPECT_EQ("f.console", batch.batch);
+    EXPECT_TRUE(std::holds_alternative<NoStartup>(batch.startup));
 }
 
 TEST(Options, ReadAStartupFileOfAWindowAndOfABatch)
 {
-    EXPECT_EQ("calm", parsed({"--startup", "calm"}).options.startup);
-    EXPECT_EQ("calm", parsed({"--startup", "calm", "--batch", "f.console"}).options.startup);
+    EXPECT_EQ("calm", namedStartup(optionsOf({"--startup", "calm"})));
+    EXPECT_EQ("calm", namedStartup(optionsOf({"--startup", "calm", "--batch", "f.console"})));
     EXPECT_EQ("'--startup' and '--no-startup' exclude each other.",
               errorOf({"--startup", "calm", "--no-startup"}));
 }
 
 TEST(Options, ReadThatKeysAreProbedAndNothingElse)
 {
-    EXPECT_TRUE(parsed({"--probe-keys"}).options.probesKeys);
+    EXPECT_TRUE(optionsOf({"--probe-keys"}).probesKeys);
     EXPECT_EQ("'--probe-keys' takes no other option.", errorOf({"--probe-keys", "--quit"}));
     EXPECT_EQ("'--probe-keys' takes no other option.", errorOf({"--probe-keys", "--batch", "f.console"}));
 }
 
 TEST(Options, TakeSizesFromOnePixelToTheLargest)
 {
-    EXPECT_EQ(QSize(1, 1), parsed({"--size", "1x1"}).options.size);
-    EXPECT_EQ(QSize(16384, 16384), parsed({"--size", "16384x16384"}).options.size);
+    EXPECT_EQ(QSize(1, 1), optionsOf({"--size", "1x1"}).size);
+    EXPECT_EQ(QSize(16384, 16384), optionsOf({"--size", "16384x16384"}).size);
 }
 
 TEST(Options, RefuseOtherSizes)
@@ -94,7 +104,7 @@ TEST(Options, RefuseOtherSizes)
     EXPECT_EQ("'--size' takes WIDTHxHEIGHT, each from 1 to 16384, not '2x2 '.", errorOf({"--size", "2x2\n"}));
 }
 
-TEST(Options, RefuseWhatTheyDontKnow)
+TEST(Options, RefuseUnknownOnesAndArguments)
 {
     EXPECT_EQ("Unknown option 'frob'.", errorOf({"--frob"}));
     EXPECT_EQ("Unknown option 'x'.", errorOf({"-x"}));

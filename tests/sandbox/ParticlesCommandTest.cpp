@@ -30,7 +30,7 @@ TEST_F(ParticlesCommand, RefusesBadCountsAndChangesNothing)
     EXPECT_EQ(4000U, sandbox.simulation().particles().size());
 }
 
-TEST_F(ParticlesCommand, RefusesWordsBehindClear)
+TEST_F(ParticlesCommand, RefusesWordsAfterClear)
 {
     EXPECT_EQ(
         Lines({"    Invalid usage", "    ", "    Removes all particles.", "    Usage: particles clear"}),

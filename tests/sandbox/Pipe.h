@@ -11,7 +11,7 @@
 
 namespace zephyr::test {
 
-/// A named pipe, kept open so that who uses it as a file doesn't wait for the other end.
+/// A named pipe. Both ends are kept open, so that a program that opens it as a file doesn't block.
 class Pipe
 {
 public:

@@ -14,7 +14,7 @@
 
 namespace zephyr::test {
 
-constexpr int kProcessTimeout = 200000; // milliseconds, below CTest's own
+constexpr int kProcessTimeout = 200000; // milliseconds, less than CTest's own timeout
 
 /// How a program ended and what it wrote.
 struct Ended
@@ -24,7 +24,7 @@ struct Ended
     std::string err;
 };
 
-/// zephyr-sandbox as a process of its own, with an empty current directory.
+/// zephyr-sandbox as a process, in a current directory that is empty at first.
 class Program
 {
 public:
@@ -36,7 +36,7 @@ public:
         mProcess.setWorkingDirectory(QString::fromStdString(mDirectory.path().string()));
     }
 
-    /// Its current directory.
+    /// The program's current directory.
     const TemporaryDirectory& directory() const { return mDirectory; }
 
     QProcess& process() { return mProcess; }
@@ -63,13 +63,13 @@ public:
         }
     }
 
-    /// Asks again and again until `isSo` answers true, as long as the program runs and no longer than it may.
+    /// Waits until `isSo` returns true. Throws if the program ends or the time is up.
     void waitUntil(const std::function<bool()>& isSo)
     {
         const QDeadlineTimer deadline(kProcessTimeout);
         while (!isSo()) {
             if (deadline.hasExpired()) {
-                throw std::runtime_error("the program runs and runs, but what is waited for doesn't come");
+                throw std::runtime_error("the program is running, but what the test waits for doesn't come");
             }
             if (mProcess.waitForFinished(1)) {
                 throw std::runtime_error("the program ended: " +

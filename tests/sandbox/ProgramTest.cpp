@@ -1,3 +1,4 @@
+#include "sandbox/GreenPixels.h"
 #include "sandbox/ProgramRun.h"
 #include "support/SystemText.h"
 
@@ -12,7 +13,7 @@
 namespace zephyr::test {
 namespace {
 
-/// The brightest channel of a pixel in `area`.
+/// The highest value of any colour channel in `area`.
 int brightest(const QImage& image, const QRect& area)
 {
     int value = 0;
@@ -23,18 +24,6 @@ int brightest(const QImage& image, const QRect& area)
         }
     }
     return value;
-}
-
-/// How many pixels are as green as the console's text alone is.
-int greenPixels(const QImage& image)
-{
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            count += image.pixelColor(x, y) == QColor(0, 255, 0) ? 1 : 0;
-        }
-    }
-    return count;
 }
 
 QImage picture(const Program& program, const char* name)
@@ -121,7 +110,7 @@ TEST(Program, DoesWhatTheOptionsSayInTheirOrder)
               ended.out);
 }
 
-TEST(Program, LeavesTheStartupFileOutWhenAskedTo)
+TEST(Program, SkipsTheStartupFileWhenAskedTo)
 {
     Program program;
     program.directory().write("startup.console", "wind set 1\n");
@@ -176,7 +165,7 @@ TEST(Program, PrintsNoLogUnlessAskedTo)
     EXPECT_EQ("", ended.out);
 }
 
-TEST(Program, EndsByTheQuitCommandWhereverItStands)
+TEST(Program, EndsOnTheQuitCommandWhereverItStands)
 {
     Program typed;
     EXPECT_EQ(std::string(kStart) + ">> quit\n",
@@ -197,7 +186,7 @@ TEST(Program, EndsByTheQuitCommandWhereverItStands)
     EXPECT_EQ(std::string(kStart) + ">> quit\n", atStart.run({"--exec", "help", "--print-log"}).out);
 }
 
-TEST(Program, SurvivesWhatAKeyPressThrows)
+TEST(Program, SurvivesAnExceptionOfAKeyPress)
 {
     Program program;
     const Ended ended =
@@ -209,7 +198,7 @@ TEST(Program, SurvivesWhatAKeyPressThrows)
     EXPECT_NE(std::string::npos, ended.out.find("Wind: 12 m/s"));
 }
 
-TEST(Program, SurvivesWhatALineOfTheCommandLineThrows)
+TEST(Program, SurvivesAnExceptionOfALineOfTheCommandLine)
 {
     Program program;
     const Ended ended =
@@ -221,7 +210,7 @@ TEST(Program, SurvivesWhatALineOfTheCommandLineThrows)
     EXPECT_NE(std::string::npos, ended.out.find("Wind: 12 m/s"));
 }
 
-TEST(Program, EndsByItselfOnlyWhenARecordingIsDone)
+TEST(Program, QuitsOnlyWhenARecordingIsDone)
 {
     Program program;
     const Ended ended =
@@ -266,7 +255,7 @@ TEST(Program, FailsWhenTheLogCantBePrinted)
               ended.err);
 }
 
-TEST(Program, LeavesAPictureOfTheWindow)
+TEST(Program, WritesAPictureOfTheWindow)
 {
     Program program;
     const Ended closed = program.run({"--size", "500x400", "--screenshot", "closed.png", "--quit"});
@@ -295,7 +284,7 @@ TEST(Program, CoversTheWholeWindowWithTheConsoleOnAFineScreen)
     const QImage openPicture = picture(program, "open.png");
     ASSERT_EQ(QSize(1000, 800), openPicture.size());
     EXPECT_GT(brightest(picture(program, "closed.png"), lowerRight), 200);
-    EXPECT_LT(brightest(openPicture, lowerRight), 60); // a fifth of 255 and rounding
+    EXPECT_LT(brightest(openPicture, lowerRight), 60); // a fifth of 255, and rounding
     EXPECT_GT(greenPixels(openPicture), 0);
 }
 

@@ -1,4 +1,4 @@
-#include "sandbox/QuitCommand.h"
+#include "sandbox/commands/QuitCommand.h"
 #include "sandbox/SandboxFixture.h"
 #include "support/TemporaryDirectory.h"
 
@@ -7,7 +7,7 @@ namespace {
 
 using QuitCommand = SandboxFixture;
 
-TEST_F(QuitCommand, LeavesThroughWhoeverRunsTheLine)
+TEST_F(QuitCommand, ThrowsThroughWhoeverRunsTheLine)
 {
     EXPECT_THROW(sandbox.console().execute(U"quit"), sandbox::QuitRequest);
 }
@@ -21,7 +21,7 @@ TEST_F(QuitCommand, KeepsTheRestOfAFileFromRunning)
     EXPECT_EQ(5.0, sandbox.simulation().wind().speed);
 }
 
-TEST_F(QuitCommand, TellsThatTheProgramShallEndBeforeItLeaves)
+TEST_F(QuitCommand, CallsBackBeforeItThrows)
 {
     Lines logAtQuit;
     sandbox.whenQuitting([&] { logAtQuit = driver.log(); });

@@ -1,7 +1,7 @@
 #ifndef ZEPHYR_TESTS_SANDBOX_SANDBOXFIXTURE_H
 #define ZEPHYR_TESTS_SANDBOX_SANDBOXFIXTURE_H
 
-#include "sandbox/Sandbox.h"
+#include "sandbox/program/Sandbox.h"
 #include "support/ConsoleDriver.h"
 #include "zephyr/common/StringUtil.h"
 
@@ -15,11 +15,11 @@ namespace zephyr::test {
 
 using Lines = std::vector<std::string>;
 
-/// A sandbox without a window, and what its console answers.
+/// A sandbox without a window, whose console can be asked.
 class SandboxFixture : public testing::Test
 {
 protected:
-    /// What `line` writes to the log between its echo and the empty line behind it.
+    /// The lines that `line` writes to the log between its echo and the empty line at the end.
     Lines answerTo(std::string_view line)
     {
         const std::size_t before = sandbox.console().snapshot().lines().size();
@@ -29,8 +29,8 @@ protected:
         return answer;
     }
 
-    /// What Tab offers, in order, for a line that is typed up to its end: the line after each press until the
-    /// first comes again.
+    /// The lines that Tab offers for a typed line, in order: the input after each press, until the first comes
+    /// again.
     Lines completionsOf(std::string_view line)
     {
         sandbox.console().open();

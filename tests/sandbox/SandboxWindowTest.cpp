@@ -1,8 +1,8 @@
-#include "sandbox/SandboxWindow.h"
+#include "sandbox/program/SandboxWindow.h"
 
-#include "sandbox/KeyTyping.h"
 #include "sandbox/SandboxFixture.h"
 #include "sandbox/WaitUntil.h"
+#include "sandbox/program/KeyTyping.h"
 #include "support/SystemText.h"
 #include "support/TemporaryDirectory.h"
 
@@ -24,7 +24,7 @@
 namespace zephyr::test {
 namespace {
 
-/// A window that says when it has been painted.
+/// A window that calls back whenever it has been painted.
 class PaintedWindow : public sandbox::SandboxWindow
 {
 public:
@@ -40,7 +40,7 @@ protected:
     }
 };
 
-/// Where neither the window's texts nor a short log are drawn.
+/// The part of a frame that neither the window's texts nor a short log cover.
 QRect bareArea(const QImage& frame)
 {
     return {frame.width() / 2, frame.height() / 2, frame.width() / 2, frame.height() / 4};
@@ -72,10 +72,10 @@ protected:
     {
         sandbox.clock().setPaused(true);
         window.update();
-        waitForPainting(); // of what moved before
+        waitForPainting(); // of the last movement
     }
 
-    /// Lets the window's clock tick a few times. \return how often the window was painted meanwhile.
+    /// Waits for a few ticks of the window's timer. \return how often the window was painted meanwhile.
     int paintingsInSomeTicks()
     {
         int paintings = 0;
@@ -83,7 +83,7 @@ protected:
         QTimer timer;
         QObject::connect(&timer, &QTimer::timeout, [&] { ++ticks; });
         window.whenPainted = [&] { ++paintings; };
-        timer.start(20); // longer than the window's own
+        timer.start(20); // milliseconds, longer than the window's interval
         waitUntil("time has passed", [&] { return ticks == 10; });
         window.whenPainted = [] {};
         return paintings;
@@ -100,7 +100,7 @@ protected:
     /// Types a line into the open console and runs it.
     void enter(const QString& line) { sandbox::typeInto(window, line + '\n'); }
 
-    /// How often the log has a line that begins with `beginning`.
+    /// Number of lines in the log that begin with `beginning`.
     std::size_t countOf(const std::string& beginning)
     {
         const Lines log = driver.log();
@@ -134,7 +134,7 @@ protected:
     PaintedWindow window{sandbox};
 };
 
-TEST_F(SandboxWindow, TellsOnceThatItIsShown)
+TEST_F(SandboxWindow, ReportsOnceThatItIsShown)
 {
     letRun();
     EXPECT_EQ(1, shown);
@@ -155,7 +155,7 @@ TEST_F(SandboxWindow, RunsTheSimulationNoFasterThanTheClock)
     letRun();
     letRun();
     const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - begin;
-    // A frame that began before may still be due.
+    // The first tick may still bring the time of a frame that began earlier.
     EXPECT_LE(sandbox.simulation().time() - simulatedBefore, passed.count() + 0.11);
 }
 
@@ -198,7 +198,7 @@ TEST_F(SandboxWindow, KeepsTheWindInItsLimitsWhenKeysChangeIt)
     EXPECT_EQ(357.0, sandbox.simulation().wind().heading);
 }
 
-TEST_F(SandboxWindow, KeepsKeysThatTheConsoleConsumesFromTheSimulation)
+TEST_F(SandboxWindow, HidesKeysThatTheConsoleTakesFromTheSimulation)
 {
     press(Qt::Key_QuoteLeft, "`");
     const sandbox::Wind before = sandbox.simulation().wind();
@@ -226,7 +226,7 @@ TEST_F(SandboxWindow, IsTypedIntoKeyByKey)
     EXPECT_EQ("Ä\U0001F600 X", driver.input());
 }
 
-TEST_F(SandboxWindow, OpensItsConsoleByTheKeyLeftOfOneAndByShiftEscape)
+TEST_F(SandboxWindow, OpensItsConsoleWithTheKeyLeftOfOneAndWithShiftEscape)
 {
     press(Qt::Key_Dead_Circumflex, {}, Qt::NoModifier, 49);
     EXPECT_TRUE(sandbox.console().isOpen());
@@ -239,7 +239,7 @@ TEST_F(SandboxWindow, OpensItsConsoleByTheKeyLeftOfOneAndByShiftEscape)
     EXPECT_FALSE(sandbox.console().isOpen());
 }
 
-TEST_F(SandboxWindow, TakesWhatAnInputMethodCommits)
+TEST_F(SandboxWindow, TypesWhatAnInputMethodCommits)
 {
     press(Qt::Key_QuoteLeft, "`");
     QInputMethodEvent event;
@@ -318,7 +318,8 @@ TEST_F(SandboxWindow, DrawsParticlesWhereTheyAre)
 
     QImage erased = one;
     QPainter(&erased).drawImage(around, empty, around);
-    EXPECT_EQ(empty.copy(0, 28, 640, 304), erased.copy(0, 28, 640, 304)); // without the texts above and below
+    EXPECT_EQ(empty.copy(0, 28, 640, 304),
+              erased.copy(0, 28, 640, 304)); // without the texts at the top and the bottom
 }
 
 TEST_F(SandboxWindow, IsPaintedAtTheSimulationsRate)
@@ -343,7 +344,7 @@ TEST_F(SandboxWindow, IsPaintedOnlyWhenSomethingChangesWhileTheSimulationIsPause
     waitForPainting();
 }
 
-TEST_F(SandboxWindow, PassesNothingToTheConsoleBehindATypedQuit)
+TEST_F(SandboxWindow, PassesNothingToTheConsoleAfterATypedQuit)
 {
     int quits = 0;
     std::vector<std::string> logAtQuit;
@@ -358,7 +359,7 @@ TEST_F(SandboxWindow, PassesNothingToTheConsoleBehindATypedQuit)
     EXPECT_EQ(12.0, sandbox.simulation().wind().speed);
 }
 
-TEST_F(SandboxWindow, RunsNothingBehindAQuitInAnAliasOrAFile)
+TEST_F(SandboxWindow, RunsNothingAfterAQuitInAnAliasOrAFile)
 {
     const TemporaryDirectory directory;
     directory.write("end.console", "alias done \"quit; wind set 5\"\ndone\nwind set 6\n");
@@ -374,7 +375,7 @@ protected:
     Recording()
     {
         sandbox.restart();
-        sandbox.simulation().setParticleCount(100); // a step takes longer the more there are
+        sandbox.simulation().setParticleCount(100); // keeps the steps short
         press(Qt::Key_QuoteLeft, "`");
     }
 
@@ -406,9 +407,9 @@ protected:
     const TemporaryDirectory directory;
 };
 
-TEST_F(Recording, TellsHowFarItIsWhileTheWindowGoesOnBeingPainted)
+TEST_F(Recording, ReportsProgressWhileTheWindowKeepsBeingPainted)
 {
-    std::set<std::size_t> painted; // how many lines of progress there were at each frame
+    std::set<std::size_t> painted; // numbers of progress lines seen while painting
     start("a.csv", 600);
     EXPECT_TRUE(isWorking());
     window.whenPainted = [&] {
@@ -437,7 +438,7 @@ TEST_F(Recording, IsTheOnlyOneThatMovesTheSimulationOn)
     letRun();
 }
 
-TEST_F(Recording, RefusesASecondOneWhileItWorks)
+TEST_F(Recording, RefusesASecondOneMeanwhile)
 {
     start("a.csv", 300);
     start("b.csv", 300);
@@ -451,7 +452,7 @@ TEST_F(Recording, RefusesASecondOneWhileItWorks)
     EXPECT_EQ(101U, rowsOf("b.csv"));
 }
 
-TEST_F(Recording, EndsEarlyByAReset)
+TEST_F(Recording, EndsEarlyOnAReset)
 {
     start("a.csv", 10000);
     waitForSteps();
@@ -478,10 +479,10 @@ TEST_F(Recording, EndsEarlyWhenTheProgramQuits)
     EXPECT_GE(rowsOf("a.csv"), 1U + 1000U * 100U);
 }
 
-TEST_F(Recording, SaysWhenItEndsEarlyThatTheDiskIsFull)
+TEST_F(Recording, SaysThatTheDiskIsFullWhenItEndsEarly)
 {
     enter("sim record /path=/dev/full");
-    enter("sim reset"); // while the first rows have yet to be written
+    enter("sim reset"); // before the first rows reach the device
     EXPECT_FALSE(isWorking());
     EXPECT_EQ(1U, countOf("    Can't write '/dev/full': " + systemText(std::errc::no_space_on_device) + "."));
     EXPECT_EQ(0U, countOf("    The recording to "));
@@ -500,7 +501,7 @@ TEST_F(Recording, EndsWithALineWhenTheDiskIsFull)
                           "': " + systemText(std::errc::no_such_file_or_directory) + "."));
 }
 
-TEST_F(Recording, IsWaitedForByWhoeverAsks)
+TEST_F(Recording, CallsBackWhenItHasEnded)
 {
     int calls = 0;
     window.whenNotRecording([&] { ++calls; });
@@ -512,7 +513,7 @@ TEST_F(Recording, IsWaitedForByWhoeverAsks)
         ++calls;
     });
     EXPECT_EQ(1, calls);
-    waitUntil("whoever asked is told", [&] { return calls > 1; });
+    waitUntil("the second callback is called", [&] { return calls > 1; });
     EXPECT_EQ(1U + 100U * 100U, rowsOf("a.csv"));
 }
 

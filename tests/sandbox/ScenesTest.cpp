@@ -20,7 +20,7 @@ std::vector<std::filesystem::path> scenes()
 class Scenes : public testing::Test
 {
 protected:
-    /// The lines of a log that begin as an answer to a mistake does.
+    /// The lines of a log that answer a mistake.
     static Lines complaints(const ConsoleDriver& driver)
     {
         Lines found;

@@ -38,7 +38,7 @@ TEST_F(SimCommand, PausesAndResumes)
     EXPECT_FALSE(sandbox.clock().isPaused());
 }
 
-TEST_F(SimCommand, StepsOnceOrAsOftenAsToldTo)
+TEST_F(SimCommand, StepsOnceOrAsOftenAsAsked)
 {
     EXPECT_EQ(Lines({"    Now at step 1 (0.00833333 s)."}), answerTo("sim step"));
     EXPECT_EQ(Lines({"    Now at step 120 (1 s)."}), answerTo("sim step 119"));
@@ -89,7 +89,7 @@ TEST_F(SimCommand, ResetsTheSimulationButNeitherPauseNorSpeed)
     EXPECT_EQ(2.0, sandbox.clock().speed());
 }
 
-TEST_F(SimCommand, RefusesWordsBehindPauseResumeAndReset)
+TEST_F(SimCommand, RefusesWordsAfterPauseResumeAndReset)
 {
     EXPECT_EQ(Lines({"    Invalid usage", "    ", "    Stops the simulation.", "    Usage: sim pause"}),
               answerTo("sim pause now"));
@@ -103,7 +103,7 @@ TEST_F(SimCommand, RefusesWordsBehindPauseResumeAndReset)
     EXPECT_FALSE(sandbox.clock().isPaused());
 }
 
-TEST_F(SimCommand, RecordsPositionsIntoAFileWithASpaceInItsName)
+TEST_F(SimCommand, RecordsPositionsToAFileWithASpaceInItsName)
 {
     const TemporaryDirectory directory;
     const std::string path = (directory.path() / "my run.csv").string();
@@ -170,7 +170,7 @@ TEST_F(SimCommand, SaysInOneLineWhyAFileCantBeWritten)
     EXPECT_EQ(0U, sandbox.simulation().stepCount());
 }
 
-TEST_F(SimCommand, RecordsIntoNoPipeWhichMightNeverTakeAnything)
+TEST_F(SimCommand, RefusesToRecordToAPipe)
 {
     const TemporaryDirectory directory;
     const WorkingDirectory here(directory.path());

@@ -1,5 +1,5 @@
-#include "sandbox/SimulationClock.h"
-#include "sandbox/Simulation.h"
+#include "sandbox/simulation/SimulationClock.h"
+#include "sandbox/simulation/Simulation.h"
 
 #include <gtest/gtest.h>
 
@@ -25,7 +25,7 @@ TEST(SimulationClock, KeepsTheRestOfAStepForTheNextFrame)
     EXPECT_EQ(1U, clock.stepsFor(0.6 * kStepSeconds));
 }
 
-TEST(SimulationClock, GivesNoStepsWhilePausedAndCatchesNothingUp)
+TEST(SimulationClock, GivesNoStepsWhilePausedNorCatchesUpAfterwards)
 {
     SimulationClock clock;
     clock.setPaused(true);

@@ -1,4 +1,4 @@
-#include "sandbox/Simulation.h"
+#include "sandbox/simulation/Simulation.h"
 
 #include <glm/geometric.hpp>
 
@@ -29,7 +29,7 @@ bool isInField(const glm::dvec2& place)
     return place.x >= 0.0 && place.x < kFieldWidth && place.y >= 0.0 && place.y < kFieldHeight;
 }
 
-/// How many particles are out of the field or inside an obstacle.
+/// Number of particles outside the field or inside an obstacle.
 std::ptrdiff_t astray(const Simulation& simulation)
 {
     return std::count_if(
@@ -42,7 +42,7 @@ std::ptrdiff_t astray(const Simulation& simulation)
         });
 }
 
-/// The mean velocity of all particles.
+/// Mean velocity of all particles.
 glm::dvec2 drift(const Simulation& simulation)
 {
     glm::dvec2 sum(0.0);
@@ -73,7 +73,7 @@ TEST(Simulation, MovesInStepsOfAHundredAndTwentiethOfASecond)
     EXPECT_DOUBLE_EQ(0.25, simulation.time());
 }
 
-TEST(Simulation, LeadsToTheSameStateBySameCalls)
+TEST(Simulation, ReachesTheSameStateByTheSameCalls)
 {
     Simulation one;
     Simulation other;
@@ -154,7 +154,7 @@ TEST(Simulation, StandsStillWithoutWind)
     EXPECT_EQ(before, simulation.particles()[7].position);
 }
 
-TEST(Simulation, GoesRoundAnObstacleWithoutBlowingIntoIt)
+TEST(Simulation, FlowsRoundAnObstacleWithoutBlowingIntoIt)
 {
     Simulation simulation;
     const std::vector<Obstacle> one(1, simulation.obstacles().front());
@@ -211,7 +211,7 @@ TEST(Simulation, KeepsTheFirstParticlesWhenItsCountChanges)
     simulation.step();
 }
 
-TEST(Simulation, SpreadsParticlesOverTheWholeFieldForGood)
+TEST(Simulation, KeepsParticlesSpreadOverTheWholeField)
 {
     Simulation simulation;
     simulation.setParticleCount(500);

@@ -1,4 +1,4 @@
-#include "sandbox/SpeedPalette.h"
+#include "sandbox/picture/SpeedPalette.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@ double linear(double channel)
     return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
 }
 
-/// How light a person sees `color`: 0 is black, 100 white (CIE L*).
+/// Perceived lightness of `color` (CIE L*): 0 is black, 100 is white.
 double lightness(const QColor& color)
 {
     const double luminance =
@@ -20,7 +20,7 @@ double lightness(const QColor& color)
     return luminance > 0.008856 ? 116.0 * std::cbrt(luminance) - 16.0 : 903.3 * luminance;
 }
 
-TEST(SpeedPalette, IsLighterTheFaster)
+TEST(SpeedPalette, IsLighterForFasterSpeeds)
 {
     const SpeedPalette palette;
     for (std::size_t shade = 1; shade < SpeedPalette::kShades; ++shade) {

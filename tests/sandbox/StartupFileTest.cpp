@@ -1,9 +1,9 @@
-#include "sandbox/StartupFile.h"
+#include "sandbox/program/StartupFile.h"
 
-#include "sandbox/Options.h"
 #include "sandbox/SandboxFixture.h"
 #include "support/TemporaryDirectory.h"
-#include "zephyr/common/SystemPaths.h"
+
+#include <optional>
 
 namespace zephyr::test {
 namespace {
@@ -13,33 +13,38 @@ class StartupFile : public SandboxFixture
 protected:
     StartupFile() { sandbox.console().appendRunpath(directory.path()); }
 
-    std::string complaint() { return complaintAboutStartup(options, sandbox.console()).toStdString(); }
+    std::optional<std::string> complaint()
+    {
+        const std::optional<QString> text = complaintAboutStartup(startup, sandbox.console());
+        return text ? std::optional(text->toStdString()) : std::nullopt;
+    }
 
     /// The wind's speed after the file has run.
     double windAfterStart()
     {
-        EXPECT_EQ("", complaint());
-        runStartupFile(options, sandbox.console());
+        EXPECT_EQ(std::nullopt, complaint());
+        runStartupFile(startup, sandbox.console());
         return sandbox.simulation().wind().speed;
     }
 
     TemporaryDirectory directory;
-    sandbox::Options options;
+    sandbox::StartupChoice startup;
 };
 
 TEST_F(StartupFile, IsFoundInTheRunpathWithOrWithoutItsEnding)
 {
     directory.write("calm.console", "wind set 1\n");
     directory.write("deep/wild.console", "wind set 2\n");
-    options.startup = "calm";
+    startup = sandbox::NamedStartup{"calm"};
     EXPECT_EQ(1.0, windAfterStart());
-    options.startup = "deep/wild.console";
+    startup = sandbox::NamedStartup{"deep/wild.console"};
     EXPECT_EQ(2.0, windAfterStart());
 }
 
 TEST_F(StartupFile, MayBeNamedByItsWholePath)
 {
-    options.startup = QString::fromStdString(directory.write("calm.console", "wind set 1\n").string());
+    startup = sandbox::NamedStartup{
+        QString::fromStdString(directory.write("calm.console", "wind set 1\n").string())};
     EXPECT_EQ(1.0, windAfterStart());
     EXPECT_EQ("wind set 1", driver.log().front());
 }
@@ -50,7 +55,7 @@ TEST_F(StartupFile, IsTakenFromTheFirstDirectoryThatHasIt)
     directory.write("calm.console", "wind set 1\n");
     second.write("calm.console", "wind set 2\n");
     sandbox.console().appendRunpath(second.path());
-    options.startup = "calm";
+    startup = sandbox::NamedStartup{"calm"};
     EXPECT_EQ(1.0, windAfterStart());
 }
 
@@ -61,40 +66,39 @@ TEST_F(StartupFile, IsRunInPlaceOfTheUsualOne)
 
     directory.write("calm.console", "wind show\n");
     sandbox.restart();
-    options.startup = "calm";
+    startup = sandbox::NamedStartup{"calm"};
     EXPECT_EQ(12.0, windAfterStart());
 
-    options.startup.clear();
-    options.skipsStartup = true;
+    startup = sandbox::NoStartup();
     EXPECT_EQ(12.0, windAfterStart());
 }
 
-TEST_F(StartupFile, MustBeThereAndReadableWhenItIsNamed)
+TEST_F(StartupFile, MustExistAndBeReadableWhenItIsNamed)
 {
-    EXPECT_EQ("", complaint());
-    options.startup = "no such";
+    EXPECT_EQ(std::nullopt, complaint());
+    startup = sandbox::NamedStartup{"no such"};
     EXPECT_EQ("can't run 'no such': there is no such file.", complaint());
-    options.startup = QString(300, 'x');
+    startup = sandbox::NamedStartup{QString(300, 'x')};
     EXPECT_EQ("can't run '" + std::string(300, 'x') + "': there is no such file.", complaint());
     directory.write("folder.console/a", "");
-    options.startup = "folder";
+    startup = sandbox::NamedStartup{"folder"};
     EXPECT_EQ("can't run 'folder': it is a directory.", complaint());
 }
 
 TEST_F(StartupFile, MayBeMissingButNotUnreadableWhenItIsTheUsualOne)
 {
-    EXPECT_EQ("", complaint());
+    EXPECT_EQ(std::nullopt, complaint());
     directory.write("startup.console/a", "");
     EXPECT_EQ("can't run 'startup.console': it is a directory.", complaint());
-    options.skipsStartup = true;
-    EXPECT_EQ("", complaint());
+    startup = sandbox::NoStartup();
+    EXPECT_EQ(std::nullopt, complaint());
 }
 
-TEST_F(StartupFile, IsCalledAsTheUserCallsIt)
+TEST_F(StartupFile, IsNamedAsTheUserNamesIt)
 {
-    EXPECT_EQ("startup.console", startupName(options));
-    options.startup = "calm";
-    EXPECT_EQ("calm", startupName(options));
+    EXPECT_EQ("startup.console", startupName(startup));
+    startup = sandbox::NamedStartup{"calm"};
+    EXPECT_EQ("calm", startupName(startup));
 }
 
 } // namespace

@@ -10,9 +10,9 @@
 
 namespace zephyr::test {
 
-constexpr int kPatience = 120000; // milliseconds, below CTest's own
+constexpr int kPatience = 120000; // milliseconds, less than CTest's own timeout
 
-/// Lets the event loop run until `isSo`. Throws where that takes too long; `what` says what was waited for.
+/// Runs the event loop until `isSo` returns true. Throws if that takes too long; `what` tells what it waited for.
 inline void waitUntil(const std::string& what, const std::function<bool()>& isSo)
 {
     const QDeadlineTimer deadline(kPatience);

@@ -38,7 +38,7 @@ TEST_F(WindCommand, ShowsTheWind)
     EXPECT_EQ(Lines({"    Wind: 12 m/s, heading 90 degrees, gust 0 m/s."}), answerTo("wind show"));
 }
 
-TEST_F(WindCommand, RefusesWordsBehindShow)
+TEST_F(WindCommand, RefusesWordsAfterShow)
 {
     const Lines help{"    Invalid usage", "    ", kShowDescription, "    Usage: wind show"};
     EXPECT_EQ(help, answerTo("wind show now"));

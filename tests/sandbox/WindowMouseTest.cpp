@@ -1,6 +1,6 @@
 #include "sandbox/SandboxFixture.h"
-#include "sandbox/SandboxWindow.h"
 #include "sandbox/WaitUntil.h"
+#include "sandbox/program/SandboxWindow.h"
 
 #include <QCoreApplication>
 #include <QImage>
@@ -9,7 +9,7 @@
 namespace zephyr::test {
 namespace {
 
-/// A window of 4 pixels a metre whose simulation stands still, without particles and obstacles.
+/// A window of 4 pixels a metre over a paused simulation without particles and obstacles.
 class WindowMouse : public SandboxFixture
 {
 protected:
@@ -75,7 +75,7 @@ TEST_F(WindowMouse, LeavesTheFieldAloneWhileTheConsoleIsOpen)
     EXPECT_EQ(kPlaced, obstacles());
 }
 
-TEST_F(WindowMouse, EndsADragWhenTheConsoleOpensInBetween)
+TEST_F(WindowMouse, EndsADragWhenTheConsoleOpens)
 {
     send(QEvent::MouseButtonPress, {320, 180}, Qt::LeftButton);
     sandbox.console().open();

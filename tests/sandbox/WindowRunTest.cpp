@@ -1,6 +1,6 @@
-#include "sandbox/WindowRun.h"
+#include "sandbox/program/WindowRun.h"
 
-#include "sandbox/Options.h"
+#include "sandbox/program/Options.h"
 #include "support/TemporaryDirectory.h"
 
 #include <QGuiApplication>
@@ -16,7 +16,7 @@
 namespace zephyr::test {
 namespace {
 
-/// Lets standard output go to a file while it lives.
+/// Redirects standard output to a file for its lifetime.
 class OutputToFile
 {
 public:
@@ -49,7 +49,7 @@ TEST(WindowRun, SaysThatARecordingEndsWithItsWindow)
     const TemporaryDirectory directory;
     const WorkingDirectory here(directory.path());
     sandbox::Options options;
-    options.skipsStartup = true;
+    options.startup = sandbox::NoStartup();
     options.printsLog = true;
     options.lines = QStringList("sim record /path=a.csv /steps=10000");
 

@@ -1,3 +1,4 @@
+#include "sandbox/GreenPixels.h"
 #include "sandbox/ProgramRun.h"
 #include "support/VirtualDisplay.h"
 
@@ -13,7 +14,7 @@
 namespace zephyr::test {
 namespace {
 
-/// What a camera would see of a display.
+/// A picture of a whole display.
 QImage screenshot(const VirtualDisplay& display)
 {
     const QByteArray png = display.answerOf(IMPORT_PROGRAM, {"-silent", "-window", "root", "png:-"});
@@ -24,19 +25,7 @@ QImage screenshot(const VirtualDisplay& display)
     return image;
 }
 
-/// How many pixels are as green as the console's text alone is.
-int greenPixels(const QImage& image)
-{
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            count += image.pixelColor(x, y) == QColor(0, 255, 0) ? 1 : 0;
-        }
-    }
-    return count;
-}
-
-/// A window as it can be seen on a display.
+/// Takes pictures of a display while a program runs on it.
 class Camera
 {
 public:
@@ -92,7 +81,7 @@ void startOn(const VirtualDisplay& display, Program& program, const QStringList&
     program.setEnvironment("QT_QPA_PLATFORM", "xcb");
     program.setEnvironment("QT_IM_MODULE", "compose");
     program.setEnvironment("LC_ALL", "C.UTF-8");
-    program.setEnvironment("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // or Qt starts a message bus of its own
+    program.setEnvironment("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // keeps Qt from starting a message bus
     program.start(arguments);
     program.waitUntil([&] { return display.focus(name); });
 }
@@ -102,8 +91,8 @@ void startSandboxOn(const VirtualDisplay& display, Program& program)
     startOn(display, program, {"--size", "800x600", "--no-startup", "--print-log"}, "zephyr-sandbox");
 }
 
-/// Stops the simulation with the space bar, which is its own while the console is closed: pictures differ no more by
-/// themselves.
+/// Pauses the simulation with the space bar, so that the picture stays the same until something else happens. The
+/// console must be closed.
 QImage pausedPicture(const VirtualDisplay& display, Camera& camera)
 {
     camera.moving();
@@ -167,7 +156,7 @@ TEST(X11, RunsALineThatIsTypedWithRealKeys)
     display.send({"key", "Escape", "ctrl+a", "Return"});
     camera.greenerThan(0);
     display.send({"key", "grave"});
-    EXPECT_NE(closed, camera.withoutGreen()); // the wind is another one
+    EXPECT_NE(closed, camera.withoutGreen()); // the HUD shows another wind
 
     display.send({"key", "grave"});
     display.send({"type", "quit"});
@@ -183,11 +172,11 @@ TEST(X11, RunsALineThatIsTypedWithRealKeys)
               ended.out);
 }
 
-// Key codes, which name places on a keyboard.
+// Key codes, which stand for places on a keyboard.
 const char* const kLeftOfOne = "49";
-const char* const kE = "26"; // on each of these layouts
+const char* const kE = "26"; // on all layouts below
 
-/// A layout, an accent as it is typed there, and what it gives.
+/// A layout, the keys that type an accent on it, and the letter that results.
 struct Layout
 {
     QStringList name;   // for setxkbmap
@@ -253,12 +242,12 @@ TEST_P(Keyboard, TypesAccentsIntoTheConsole)
 INSTANTIATE_TEST_SUITE_P(
     Layouts, Keyboard,
     testing::Values(
-        // Where no key is dead, an accent takes a Compose key.
+        // This layout has no dead keys: accents need a Compose key.
         Layout{{"-layout", "us", "-option", "compose:ralt"}, {"108", "apostrophe"}, "\u00e9"},
         Layout{{"-layout", "de"}, {"21"}, "\u00e9"}),
     [](const testing::TestParamInfo<Layout>& tested) { return tested.param.name.at(1).toStdString(); });
 
-/// The next line that a program prints.
+/// Waits for the next line that the program prints.
 std::string nextLine(Program& program)
 {
     program.waitUntil([&] { return program.process().canReadLine(); });
@@ -279,7 +268,7 @@ TEST(X11, ProbesTheKeysOfAGermanKeyboard)
     EXPECT_EQ("press: key Key_Q (0x51), text \"q\", modifiers none, scan code 24" + doesNot,
               nextLine(program));
 
-    // The input method keeps the presses of an accent that is composed.
+    // The input method keeps the presses of keys that it composes.
     display.send({"key", kLeftOfOne});
     EXPECT_EQ(unheard + "key Key_Dead_Circumflex (0x1001252), text \"\", modifiers none, scan code 49" +
                   toggles,

@@ -1,0 +1,76 @@
+#include "sandbox/program/Batch.h"
+
+#include "sandbox/commands/QuitCommand.h"
+#include "sandbox/program/Complaint.h"
+#include "sandbox/program/LogFollower.h"
+#include "sandbox/program/Sandbox.h"
+#include "sandbox/program/StartupFile.h"
+
+#include <QFile>
+
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <optional>
+
+namespace zephyr::sandbox {
+
+namespace {
+
+constexpr char kStopped[] = "stopped in '%1': %2.";
+
+constexpr int kFailed = 2;
+
+std::filesystem::path pathOf(const QString& file)
+{
+    return QFile::encodeName(file).toStdString();
+}
+
+/// Why one of the files can't be run, in one line for the user; nothing if both can.
+std::optional<QString> complaintAboutFiles(const QString& file, const StartupChoice& startup,
+                                           const console::Console& console)
+{
+    const std::optional<QString> complaint = complaintAboutStartup(startup, console);
+    return complaint ? complaint : complaintAbout(file, pathOf(file));
+}
+
+/// Runs both files. \return what a command threw, in one line for the user; nothing if none did.
+std::optional<QString> runFiles(const QString& file, const StartupChoice& startup, console::Console& console)
+{
+    QString running = startupName(startup);
+    try {
+        runStartupFile(startup, console);
+        running = file;
+        console.runFile(pathOf(file));
+    } catch (const QuitRequest&) {
+        return std::nullopt;
+    } catch (const std::exception& error) {
+        return QString(kStopped).arg(running, error.what());
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+int runBatch(const QString& file, const StartupChoice& startup)
+{
+    Sandbox sandbox;
+    if (const std::optional<QString> complaint = complaintAboutFiles(file, startup, sandbox.console())) {
+        complain(*complaint);
+        return kFailed;
+    }
+    LogFollower follower(sandbox.console(), stdout);
+    const std::optional<QString> runError = runFiles(file, startup, sandbox.console());
+    const std::string printError = follower.stop();
+    if (runError) {
+        complain(*runError);
+        return kFailed;
+    }
+    if (!printError.empty()) {
+        complainAboutOutput(printError);
+        return kFailed;
+    }
+    return 0;
+}
+
+} // namespace zephyr::sandbox

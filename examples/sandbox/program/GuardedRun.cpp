@@ -1,0 +1,25 @@
+#include "sandbox/program/GuardedRun.h"
+
+#include "sandbox/commands/QuitCommand.h"
+#include "sandbox/program/Sandbox.h"
+#include "zephyr/console/ExceptionLine.h"
+
+#include <exception>
+
+namespace zephyr::sandbox {
+
+void runGuarded(Sandbox& sandbox, const std::function<void(console::Console& console)>& run)
+{
+    if (sandbox.isQuitting()) {
+        return;
+    }
+    try {
+        run(sandbox.console());
+    } catch (const QuitRequest&) {
+        return;
+    } catch (...) {
+        sandbox.console().write(console::exceptionLine(std::current_exception()), console::Output);
+    }
+}
+
+} // namespace zephyr::sandbox

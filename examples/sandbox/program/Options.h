@@ -1,0 +1,61 @@
+#ifndef ZEPHYR_SANDBOX_PROGRAM_OPTIONS_H
+#define ZEPHYR_SANDBOX_PROGRAM_OPTIONS_H
+
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <variant>
+
+namespace zephyr::sandbox {
+
+/// Runs startup.console at the start if there is one.
+struct UsualStartup
+{};
+
+/// Runs a console file at the start in place of startup.console. The file must exist.
+struct NamedStartup
+{
+    QString name; ///< As the user gave it.
+};
+
+/// Runs no console file at the start.
+struct NoStartup
+{};
+
+using StartupChoice = std::variant<UsualStartup, NamedStartup, NoStartup>;
+
+/// What the command line asks for.
+struct Options
+{
+    bool wantsHelp = false;
+    bool wantsVersion = false;
+    bool probesKeys = false; ///< Only show what keys send.
+    StartupChoice startup;
+    std::optional<QString> batch;      ///< Console file to run without a window.
+    QSize size{1280, 720};             ///< Size of the window, in logical pixels.
+    QStringList lines;                 ///< Lines to run once the window is shown.
+    QString keys;                      ///< Text to type after that.
+    std::optional<QString> screenshot; ///< File for a picture of the window after that.
+    bool quits = false;                ///< End the program after that.
+    bool printsLog = false;            ///< Print the console's log when the program ends.
+};
+
+/// What is wrong with a command line, in one line for the user.
+struct OptionsError
+{
+    QString text;
+};
+
+using ParsedOptions = std::variant<Options, OptionsError>;
+
+/// Reads a command line, which begins with the program's name. Needs no application object.
+ParsedOptions parseOptions(const QStringList& arguments);
+
+/// The text of `--help`. Needs an application object, whose name it shows.
+QString helpText();
+
+} // namespace zephyr::sandbox
+
+#endif

@@ -1,0 +1,178 @@
+#include "sandbox/program/SandboxWindow.h"
+
+#include "sandbox/picture/FieldView.h"
+#include "sandbox/program/Sandbox.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <utility>
+
+namespace zephyr::sandbox {
+
+namespace {
+
+constexpr char kTitle[] = "zephyr-sandbox";
+
+constexpr std::chrono::milliseconds kTickInterval(16);
+constexpr std::chrono::milliseconds kRecordingSlice(6); // of a tick
+constexpr double kMillisecondsPerSecond = 1e3;
+
+constexpr double kKeySpeed = 1.0; // metres a second
+constexpr double kKeyTurn = 5.0;  // degrees
+
+/// Seconds since the last call with the same clock; 0 on the first.
+double restarted(QElapsedTimer& clock)
+{
+    if (!clock.isValid()) {
+        clock.start();
+        return 0.0;
+    }
+    return static_cast<double>(clock.restart()) / kMillisecondsPerSecond;
+}
+
+} // namespace
+
+SandboxWindow::SandboxWindow(Sandbox& sandbox)
+    : mSandbox(sandbox),
+      mObstacleMouse(sandbox.simulation()),
+      mConsoleHost(std::make_unique<console::qt::ConsoleHost>(sandbox.sharedConsole(), this))
+{
+    setTitle(kTitle);
+    mSandbox.recording().moveToBackground();
+    using console::qt::ConsoleHost;
+    QObject::connect(mConsoleHost.get(), &ConsoleHost::repaintNeeded, this, [this] { update(); });
+    QObject::connect(mConsoleHost.get(), &ConsoleHost::exceptionCaught, this, [this] {
+        if (mSandbox.isQuitting()) {
+            mConsoleHost.reset(); // so that no key after a typed quit reaches the console
+        }
+    });
+    mTimer.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&mTimer, &QTimer::timeout, this, &SandboxWindow::tick);
+    mTimer.start(kTickInterval);
+}
+
+void SandboxWindow::whenShown(std::function<void()> callback)
+{
+    mWhenShown = std::move(callback);
+}
+
+void SandboxWindow::whenNotRecording(std::function<void()> callback)
+{
+    if (mSandbox.recording().isWorking()) {
+        mWhenNotRecording = std::move(callback);
+    } else {
+        callback();
+    }
+}
+
+QImage SandboxWindow::frame()
+{
+    QImage image(size() * devicePixelRatio(), QImage::Format_RGB32);
+    image.setDevicePixelRatio(devicePixelRatio());
+    QPainter painter(&image);
+    draw(painter);
+    return image;
+}
+
+void SandboxWindow::draw(QPainter& painter)
+{
+    mSimulationPainter.draw(mSandbox.simulation(), size(), painter);
+    if (!mSandbox.console().isOpen()) { // the texts of both would overlap
+        mHud.draw(mSandbox.simulation(), mSandbox.clock(), size(), painter);
+    }
+    if (mConsoleHost) {
+        mConsoleHost->paint(painter);
+    }
+}
+
+void SandboxWindow::paintEvent(QPaintEvent*)
+{
+    mHud.countFrame(restarted(mFrameClock));
+    QPainter painter(this);
+    draw(painter);
+    painter.end();
+    if (mWhenShown) {
+        QTimer::singleShot(0, this, std::exchange(mWhenShown, nullptr));
+    }
+}
+
+void SandboxWindow::keyPressEvent(QKeyEvent* event)
+{
+    event->setAccepted(controlSimulation(event->key()));
+    update(); // keys change a paused simulation, too
+}
+
+void SandboxWindow::mousePressEvent(QMouseEvent* event)
+{
+    if (!mSandbox.console().isOpen()) {
+        mObstacleMouse.press(event->button(), event->position(), FieldView(size()));
+        update();
+    }
+}
+
+void SandboxWindow::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!mSandbox.console().isOpen()) {
+        mObstacleMouse.move(event->position(), FieldView(size()));
+        update();
+    }
+}
+
+void SandboxWindow::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton) {
+        mObstacleMouse.release();
+    }
+}
+
+void SandboxWindow::tick()
+{
+    if (moveOn(restarted(mTickClock))) {
+        update();
+    }
+    if (mWhenNotRecording && !mSandbox.recording().isWorking()) {
+        std::exchange(mWhenNotRecording, nullptr)();
+    }
+}
+
+/// Moves the simulation on: by a slice of a recording, or else by the steps that are due. \return whether it moved.
+bool SandboxWindow::moveOn(double seconds)
+{
+    if (mSandbox.recording().isWorking()) {
+        mSandbox.recording().work(kRecordingSlice, mSandbox.console());
+        return true;
+    }
+    const unsigned steps = mSandbox.clock().stepsFor(seconds);
+    for (unsigned i = 0; i < steps; ++i) {
+        mSandbox.simulation().step();
+    }
+    return steps > 0;
+}
+
+bool SandboxWindow::controlSimulation(int key)
+{
+    switch (key) {
+    case Qt::Key_Space: mSandbox.clock().setPaused(!mSandbox.clock().isPaused()); return true;
+    case Qt::Key_R: mSandbox.restart(); return true;
+    case Qt::Key_G: mSandbox.simulation().startGust(kDefaultGust); return true;
+    case Qt::Key_Up: changeWind(kKeySpeed, 0.0); return true;
+    case Qt::Key_Down: changeWind(-kKeySpeed, 0.0); return true;
+    case Qt::Key_Left: changeWind(0.0, -kKeyTurn); return true;
+    case Qt::Key_Right: changeWind(0.0, kKeyTurn); return true;
+    default: return false;
+    }
+}
+
+void SandboxWindow::changeWind(double speedChange, double headingChange)
+{
+    const Wind& wind = mSandbox.simulation().wind();
+    const double heading = std::fmod(wind.heading + headingChange + kFullCircle, kFullCircle);
+    mSandbox.simulation().setWind({std::clamp(wind.speed + speedChange, 0.0, kMaxWindSpeed), heading});
+}
+
+} // namespace zephyr::sandbox
