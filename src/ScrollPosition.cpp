@@ -16,7 +16,8 @@ constexpr std::int64_t kLargestOffset = std::numeric_limits<std::int32_t>::max()
 void ScrollPosition::scroll(std::int64_t lines, std::size_t entries, unsigned page)
 {
     const auto beyondPage = static_cast<std::int64_t>(entries) - std::int64_t{page};
-    const std::int64_t largest = lines > 0 ? std::clamp<std::int64_t>(beyondPage, 0, kLargestOffset) : mScrollOffset;
+    const std::int64_t largest =
+        lines > 0 ? std::clamp<std::int64_t>(beyondPage, 0, kLargestOffset) : mScrollOffset;
     mScrollOffset = static_cast<std::uint32_t>(std::clamp<std::int64_t>(mScrollOffset + lines, 0, largest));
 }
 

@@ -35,6 +35,16 @@ protected:
         mConsole.setObserver([this] { mSizes.push_back(mConsole.logSize()); });
     }
 
+    /// Registers another command under `name` whenever anything but an echo is written.
+    void replaceAfterTheEcho(const std::u32string& name)
+    {
+        mConsole.setObserver([this, name] {
+            if (mConsole.snapshot().lines().back().type != Input) {
+                test::addCommand(mConsole, name);
+            }
+        });
+    }
+
     /// The calls since the last time.
     std::vector<std::size_t> calls() { return std::exchange(mSizes, {}); }
 
@@ -199,10 +209,9 @@ TEST_F(ConsoleObserver, MayReplaceTheCommandThatWrites)
         console.write(U"3 m/s", Output);
         console.write(U"gusts", Output);
     };
-    mConsole.setObserver([this] { test::addCommand(mConsole, U"wind"); });
+    replaceAfterTheEcho(U"wind");
     mConsole.execute(U"wind");
-    EXPECT_EQ(test::logLines(mConsole),
-              Lines({echo("wind"), output("3 m/s"), output("gusts"), output("")}));
+    EXPECT_EQ(test::logLines(mConsole), Lines({echo("wind"), output("3 m/s"), output("gusts"), output("")}));
 }
 
 TEST_F(ConsoleObserver, MayReplaceTheCommandThatHelpDescribes)
@@ -211,7 +220,7 @@ TEST_F(ConsoleObserver, MayReplaceTheCommandThatHelpDescribes)
     const auto nothing = [](const ConsoleArgs&, Console&) {};
     command.registerArgHandler(U"set", nothing, std::u32string(500, U'd'), std::u32string(500, U'h'));
     command.registerArgHandler(U"show", nothing, std::u32string(500, U'e'), U"");
-    mConsole.setObserver([this] { test::addCommand(mConsole, U"wind"); });
+    replaceAfterTheEcho(U"wind");
     mConsole.execute(U"help wind");
     EXPECT_EQ(test::logLines(mConsole),
               Lines({echo("help wind"), output("set: " + std::string(500, 'd'), 4), output(""),
