@@ -10,21 +10,31 @@
 namespace zephyr::test {
 
 using console::ConsoleRenderer;
-using LineCache = std::vector<std::vector<QStaticText>>;
+using console::detail::LineCache;
+using CachedEntries = std::vector<std::vector<QStaticText>>;
 
 struct LineCacheOf : PrivateMember<LineCacheOf, LineCache ConsoleRenderer::*>
 {};
 template struct Open<LineCacheOf, &ConsoleRenderer::mLineCache>;
+
+struct EntriesOf : PrivateMember<EntriesOf, CachedEntries LineCache::*>
+{};
+template struct Open<EntriesOf, &LineCache::mEntries>;
 
 namespace {
 
 constexpr int kLogLength = 20000; // entries
 constexpr int kFitting = 20;      // lines
 
+const CachedEntries& cachedEntries(const ConsoleRenderer& renderer)
+{
+    return renderer.*memberPointer(LineCacheOf()).*memberPointer(EntriesOf());
+}
+
 std::ptrdiff_t entriesLaidOut(const ConsoleRenderer& renderer)
 {
-    const LineCache& cache = renderer.*memberPointer(LineCacheOf());
-    return std::count_if(cache.begin(), cache.end(), [](const auto& lines) { return !lines.empty(); });
+    const CachedEntries& entries = cachedEntries(renderer);
+    return std::count_if(entries.begin(), entries.end(), [](const auto& lines) { return !lines.empty(); });
 }
 
 TEST(ConsoleRendererLayout, LaysOutOnlyTheNewestEntriesThatFit)
@@ -49,7 +59,7 @@ TEST(ConsoleRendererLayout, KeepsRoomForNoEntriesThatNoFrameReached)
 {
     ConsoleRenderer renderer;
     drawnBy(renderer, ConsoleView{.log = numberedLog(kLogLength)}, sceneOfLines(kFitting));
-    EXPECT_LE((renderer.*memberPointer(LineCacheOf())).size(), 2U * kFitting);
+    EXPECT_LE(cachedEntries(renderer).size(), 2U * kFitting);
 }
 
 TEST(ConsoleRendererLayout, KeepsWhatWasLaidOutWhileTheViewMovesToBothSides)

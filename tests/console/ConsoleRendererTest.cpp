@@ -10,6 +10,7 @@
 #include <QPixmap>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zephyr::test {
@@ -772,6 +773,19 @@ TEST(ConsoleRenderer, KeepsALaidOutEntryThroughAShorterLog)
     drawnBy(renderer, {}, canvas);
     const QImage picture = drawnBy(renderer, {.log = {output(U"other")}}, canvas);
     EXPECT_TRUE(samePixels(picture, linesByHand(canvas, {"first", kEmptyPrompt})));
+}
+
+TEST(ConsoleRenderer, TakesItsLinesAndItsClockAlongWhenCopiedOrMoved)
+{
+    ConsoleRenderer renderer;
+    const QImage canvas = sceneOfLines(6);
+    drawnBy(renderer, {.log = {output(U"first")}, .blinkRate = 4.0}, canvas, 0.125);
+    ConsoleRenderer copy = renderer;
+    ConsoleRenderer moved = std::move(renderer);
+    for (ConsoleRenderer* each : {&copy, &moved}) {
+        const QImage picture = drawnBy(*each, {.log = {output(U"other")}, .blinkRate = 4.0}, canvas, 0.125);
+        EXPECT_TRUE(samePixels(picture, linesByHand(canvas, {"first", ">> "})));
+    }
 }
 
 TEST(ConsoleRenderer, DrawsALogThatGrowsBetweenFrames)
