@@ -1,4 +1,4 @@
-// How many entries a renderer lays out, which decides what a frame over a long log costs.
+// How many entries a renderer lays out. The cost of a frame over a long log depends on that.
 
 #include "support/ConsoleView.h"
 #include "support/PrivateMember.h"
@@ -42,7 +42,7 @@ TEST(ConsoleRendererLayout, LaysOutOnlyTheNewestEntriesThatFit)
     ConsoleRenderer renderer;
     const ConsoleView view{.log = numberedLog(kLogLength)};
     drawnBy(renderer, view, sceneOfLines(kFitting));
-    // Two lines are the prompt's, and one entry tells that no more fit.
+    // Two lines belong to the prompt, and one more entry is laid out to see that it doesn't fit.
     EXPECT_EQ(entriesLaidOut(renderer), kFitting - 2 + 1);
 }
 

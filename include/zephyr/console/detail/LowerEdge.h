@@ -30,11 +30,13 @@ public:
     /// no pixel on the device. kLowest where every line must be drawn: when the view isn't scrolled back, and
     /// where the device or the painter's transformation may show what lies below the device.
     ///
-    /// \param snapshot what is drawn: it has a font, and its log is a later state of the log of the calls
-    ///     before. \param promptLine the line below the log. \param height the device's height, in logical
-    ///     pixels. \param p an active painter.
+    /// \param snapshot what is drawn. It has a font, and its log is a later state of the log of earlier
+    ///     calls.
+    /// \param promptLine the line below the log.
+    /// \param height the device's height, in logical pixels.
+    /// \param p an active painter.
     ///
-    /// The first call for a view that is scrolled back looks at every entry, a later one at those added
+    /// The first call for a view that is scrolled back looks at every entry, a later call at those added
     /// since.
     std::int64_t position(const ConsoleSnapshot& snapshot, std::u32string_view promptLine, int height,
                           const QPainter& p);
