@@ -14,7 +14,7 @@ namespace {
 constexpr unsigned kWordCount = 3;
 constexpr char32_t kLineSeparator = U';';
 
-/// The lines that a value as typed stands for; empty lines count.
+/// The lines in an alias's value as it was typed. An empty line between two semicolons counts.
 std::vector<std::u32string> linesOf(std::u32string value)
 {
     removeQuotes(value);
@@ -37,8 +37,7 @@ std::u32string AliasConsoleCommand::name() const
 void AliasConsoleCommand::execute(const ConsoleArgs& args, Console& console)
 {
     if (args.argCount() != kWordCount) {
-        // Deliberately no more than this: without handlers it answers that the word is not a valid argument.
-        printHelp(args.subCmd(), console, kIndent);
+        printHelp(args.subCmd(), console, kIndent); // oddity 13: only "'x' is not a valid argument."
         return;
     }
     std::vector<std::u32string> lines = linesOf(args.arg(2));

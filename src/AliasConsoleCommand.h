@@ -11,8 +11,7 @@ namespace zephyr::console {
 
 /// The command `alias`: defines, replaces and clears the console's aliases.
 ///
-/// It holds a reference to the console's alias table, which the console, its owner, keeps for as long as the
-/// command can run.
+/// It holds a reference to the alias table of the console that owns it.
 ///
 /// | line | does |
 /// |---|---|

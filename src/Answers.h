@@ -5,7 +5,7 @@
 
 namespace zephyr::console {
 
-// How the library's own commands answer.
+// Used in the answers of the library's own commands.
 inline constexpr unsigned kIndent = 4; // spaces
 inline const std::u32string kDone = U"Done.";
 

@@ -7,9 +7,9 @@
 
 namespace zephyr::console {
 
-/// Reports a broken promise of the caller to the application's assertion handler, under a source name and
-/// line that are part of the interface. Where the handler declines, Qt's assertion ends the program;
-/// otherwise the caller goes on with a harmless result.
+/// Reports a programming error of the host to the application's assertion handler. The source name and the
+/// line are part of the interface. When the handler answers false, Qt's assertion ends the program; otherwise
+/// the calling function goes on with a harmless result.
 inline void reportAssertion(const char* source, int line, const char* expression)
 {
     constexpr bool kCanContinue = true;
@@ -18,7 +18,7 @@ inline void reportAssertion(const char* source, int line, const char* expression
     }
 }
 
-/// As reportAssertion(), but silent where the application has turned these checks off.
+/// The same, but silent while the application has Assert::showQAVerify() turned off.
 inline void reportVerification(const char* source, int line, const char* expression)
 {
     if (Assert::showQAVerify()) {

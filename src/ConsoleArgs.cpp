@@ -28,7 +28,7 @@ ConsoleArgs::ConsoleArgs(std::vector<std::u32string> words) : mArgs(std::move(wo
         if (isRedirectToken(*word)) {
             mRedirectOpen = mRedirectOpen || *word == kRedirectOpen;
         } else {
-            mRedirectTarget = std::move(*word); // the last plain word wins
+            mRedirectTarget = std::move(*word); // oddity 17: the last plain word wins
         }
     }
     mArgs.erase(redirect, mArgs.end());

@@ -1,96 +1,66 @@
 #include "zephyr/console/ConsoleRenderer.h"
 
 #include "AssertReport.h"
-#include "SplitString.h"
 #include "zephyr/common/ElapsedSimTime.h"
 #include "zephyr/console/ConsoleSnapshot.h"
 
-#include <QChar>
 #include <QColor>
 #include <QFont>
 #include <QFontMetrics>
 #include <QPaintDevice>
-#include <QPaintEngine>
 #include <QPainter>
 #include <QPen>
 #include <QPoint>
 #include <QRect>
+#include <QSize>
 #include <QString>
 
 #include <algorithm>
-#include <cmath>
-#include <functional>
-#include <limits>
-#include <numeric>
-#include <string_view>
+#include <string>
+#include <vector>
 
 namespace zephyr::console {
 
 namespace {
 
-constexpr char32_t kFirstMark = 0x0300; // the first combining mark in Unicode
-constexpr std::int64_t kLowestPosition = std::numeric_limits<int>::max(); // as Qt counts pixels
+using detail::BlinkClock;
+using detail::LowerEdge;
+
+constexpr int kPromptLines = 2; // the prompt, and a line's height below it
 
 QColor toQColor(const Color& color)
 {
     return {color.red(), color.green(), color.blue(), color.alpha()};
 }
 
-/// A device length in logical pixels, truncated.
-int logicalLength(int length, double devicePixelRatio)
+/// The device's size in logical pixels, truncated. A ratio that isn't positive counts as 1.
+QSize logicalSize(const QPaintDevice& device)
 {
-    return devicePixelRatio > 0 ? static_cast<int>(length / devicePixelRatio) : length;
+    const double ratio = device.devicePixelRatio() > 0 ? device.devicePixelRatio() : 1.0;
+    return {static_cast<int>(device.width() / ratio), static_cast<int>(device.height() / ratio)};
 }
 
-QStaticText plainText(const std::u32string& text)
+void setTextStyle(const ConsoleSnapshot& snapshot, QPainter& p)
 {
-    QStaticText line(QString::fromStdU32String(text));
-    line.setTextFormat(Qt::PlainText); // or Qt would take <b> for mark-up
-    return line;
+    p.setRenderHint(QPainter::TextAntialiasing, true);
+    QPen pen = p.pen();
+    pen.setColor(toQColor(snapshot.textColor()));
+    p.setPen(pen);
+    p.setFont(*snapshot.font());
 }
 
-std::vector<QStaticText> displayLinesOf(const LogEntry& entry)
+/// The prompt and the input, with the cursor in it while the cursor is shown.
+std::u32string promptLineOf(const ConsoleSnapshot& snapshot, const BlinkClock& clock)
 {
-    const std::u32string text = shownText(entry);
-    if (text.empty()) {
-        return {plainText(text)};
+    std::u32string input = snapshot.activeInput();
+    if (clock.isCursorShown(snapshot.cursorBlinkRate())) {
+        if (clock.cursorPosition() < input.size()) {
+            input[clock.cursorPosition()] = snapshot.cursorChar();
+        } else {
+            input.push_back(snapshot.cursorChar());
+        }
     }
-    std::vector<QStaticText> lines;
-    for (const std::u32string& piece : splitString(text, U'\n')) {
-        lines.push_back(plainText(lines.empty() ? piece : std::u32string(entry.indent, U' ') + piece));
-    }
-    return lines;
-}
-
-/// At least the number of marks that one letter of `text` carries, each of which makes it reach up.
-std::size_t mostMarks(std::u32string_view text)
-{
-    // Nearly every text has none, which this tells of several code points at a time.
-    const char32_t bits = std::accumulate(text.begin(), text.end(), char32_t{0}, std::bit_or<>());
-    if (bits < kFirstMark) {
-        return 0;
-    }
-    return static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](char32_t c) { return c >= kFirstMark && QChar::isMark(c); }));
-}
-
-/// Whether what is drawn below the device's lower edge is lost. A transformation may bring it back, and a recording
-/// device has no edge.
-bool losesWhatIsBelow(const QPainter& p)
-{
-    const QPaintEngine::Type type = p.paintEngine()->type();
-    const bool hasEdge = type == QPaintEngine::Raster || type == QPaintEngine::OpenGL2;
-    return hasEdge && p.worldTransform().isIdentity() && !p.viewTransformEnabled();
-}
-
-/// Whether the cursor shows after `phases` changes of its phase.
-bool isCursorShown(double phases)
-{
-    constexpr double kAllEven = 9007199254740992.0; // 2^53: a double from here on is an even number
-    if (!(std::abs(phases) < kAllEven)) {
-        return true;
-    }
-    return static_cast<std::int64_t>(phases) % 2 == 0;
+    return kPrompt + input;
 }
 
 } // namespace
@@ -105,75 +75,34 @@ void ConsoleRenderer::render(const ElapsedSimTime& elapsed, const ConsoleSnapsho
         reportVerification("ConsoleRenderer", 35, "snapshot.font()");
         return;
     }
-    const double ratio = p.device()->devicePixelRatio();
-    const int height = logicalLength(p.device()->height(), ratio);
-    p.fillRect(QRect(0, 0, logicalLength(p.device()->width(), ratio), height),
-               toQColor(snapshot.backgroundColor()));
-    p.setRenderHint(QPainter::TextAntialiasing, true);
-    QPen pen = p.pen();
-    pen.setColor(toQColor(snapshot.textColor()));
-    p.setPen(pen);
+    const QSize size = logicalSize(*p.device());
+    p.fillRect(QRect(QPoint(0, 0), size), toQColor(snapshot.backgroundColor()));
+    setTextStyle(snapshot, p);
+
+    mBlinkClock.advance(elapsed.deltaWallTime().value(), snapshot.cursorPosition());
+    const std::u32string promptLine = promptLineOf(snapshot, mBlinkClock);
+
     const QFontMetrics metrics(*snapshot.font());
-    p.setFont(*snapshot.font());
-
-    advanceBlinkClock(elapsed, snapshot);
-    const std::u32string prompt = kPrompt + inputWithCursor(snapshot);
-    const std::int64_t y = drawLog(snapshot, metrics, height, lowestTop(snapshot, prompt, height, p), p);
-    if (y <= kLowestPosition) {
-        p.drawText(QPoint(0, static_cast<int>(y)), QString::fromStdU32String(prompt));
+    const std::size_t first = firstEntryToDraw(snapshot, metrics.height(), size.height());
+    const std::int64_t edge = mLowerEdge.position(snapshot, promptLine, size.height(), p);
+    const std::int64_t baseline = drawLog(snapshot, first, metrics, edge, p);
+    if (baseline <= LowerEdge::kLowest) {
+        p.drawText(QPoint(0, static_cast<int>(baseline)), QString::fromStdU32String(promptLine));
     }
 }
 
-/// \return a position from which on a line's top lies too far below the device for any pixel of the line to show, or for
-/// Qt's positions.
-std::int64_t ConsoleRenderer::lowestTop(const ConsoleSnapshot& snapshot, std::u32string_view prompt,
-                                        int height, const QPainter& p)
-{
-    if (snapshot.scrollOffset() == 0 || !losesWhatIsBelow(p)) {
-        return kLowestPosition;
-    }
-    for (; mEntriesCounted < snapshot.lines().size(); ++mEntriesCounted) {
-        mMostMarks = std::max(mMostMarks, mostMarks(snapshot.lines()[mEntriesCounted].text));
-    }
-    // In the device's own resolution, which may be finer than the one that the lines are spaced in; and a mark raises a
-    // letter by less than a line.
-    const QFontMetrics onDevice(*snapshot.font(), p.device());
-    const std::size_t reach = std::size_t{1} + std::max(mMostMarks, mostMarks(prompt));
-    // The larger of the two heights, since a window with a pixel ratio reaches down to it.
-    const std::int64_t below = static_cast<std::int64_t>(reach) * onDevice.height();
-    return std::min(kLowestPosition, std::max(height, p.device()->height()) + below);
-}
-
-/// \return the baseline that follows the last line drawn.
-std::int64_t ConsoleRenderer::drawLog(const ConsoleSnapshot& snapshot, const QFontMetrics& metrics,
-                                      int height, std::int64_t lowest, QPainter& p)
-{
-    std::int64_t y = metrics.height();
-    for (std::size_t i = firstEntryToDraw(snapshot, metrics.height(), height); i < snapshot.lines().size();
-         ++i) {
-        for (const QStaticText& line : displayLines(snapshot, i)) {
-            if (y - metrics.ascent() >= lowest) {
-                return y;
-            }
-            p.drawStaticText(QPoint(0, static_cast<int>(y - metrics.ascent())), line);
-            y += metrics.height();
-        }
-    }
-    return y;
-}
-
-/// Walks back from the newest entry in view over what fits.
+/// Walks back from the newest entry in view over all that fit.
 std::size_t ConsoleRenderer::firstEntryToDraw(const ConsoleSnapshot& snapshot, int lineHeight, int height)
 {
     const std::size_t count = snapshot.lines().size();
     const std::size_t scrolled = std::min<std::size_t>(snapshot.scrollOffset(), count);
-    const std::int64_t promptRoom = snapshot.scrollOffset() == 0 ? std::int64_t{2} * lineHeight : 0;
+    // Scrolled back, the prompt is out of view: oddity 19.
+    std::int64_t used = snapshot.scrollOffset() == 0 ? std::int64_t{kPromptLines} * lineHeight : 0;
 
     std::size_t first = count - scrolled;
-    std::int64_t used = promptRoom;
     while (first > 0) {
-        used +=
-            std::int64_t{lineHeight} * static_cast<std::int64_t>(displayLines(snapshot, first - 1).size());
+        const std::size_t lines = mLineCache.displayLines(snapshot.lines(), first - 1).size();
+        used += std::int64_t{lineHeight} * static_cast<std::int64_t>(lines);
         if (used > height) {
             break;
         }
@@ -182,58 +111,23 @@ std::size_t ConsoleRenderer::firstEntryToDraw(const ConsoleSnapshot& snapshot, i
     return first;
 }
 
-/// The laid-out lines of one entry. They are made when a frame first reaches the entry, which never changes.
-const std::vector<QStaticText>& ConsoleRenderer::displayLines(const ConsoleSnapshot& snapshot,
-                                                              std::size_t index)
+/// Draws the log from the entry `first` down to the lower edge. Returns the baseline of the line that
+/// follows.
+std::int64_t ConsoleRenderer::drawLog(const ConsoleSnapshot& snapshot, std::size_t first,
+                                      const QFontMetrics& metrics, std::int64_t edge, QPainter& p)
 {
-    std::vector<QStaticText>& lines = cachedLines(index);
-    if (lines.empty()) {
-        lines = displayLinesOf(snapshot.lines()[index]);
+    std::int64_t baseline = metrics.height();
+    for (std::size_t i = first; i < snapshot.lines().size(); ++i) {
+        for (const QStaticText& line : mLineCache.displayLines(snapshot.lines(), i)) {
+            const std::int64_t top = baseline - metrics.ascent();
+            if (top >= edge) {
+                return baseline;
+            }
+            p.drawStaticText(QPoint(0, static_cast<int>(top)), line);
+            baseline += metrics.height();
+        }
     }
-    return lines;
-}
-
-/// The entry's place in the cache, which grows to both sides, so that a frame pays for no entry that it doesn't reach.
-std::vector<QStaticText>& ConsoleRenderer::cachedLines(std::size_t index)
-{
-    if (mLineCache.empty()) {
-        mFirstCached = index;
-    }
-    if (index < mFirstCached) {
-        // Doubled, as the walk comes nearer by one entry at a time, and each time all others move.
-        const std::size_t room = std::min(mFirstCached, std::max(mFirstCached - index, mLineCache.size()));
-        mLineCache.insert(mLineCache.begin(), room, {});
-        mFirstCached -= room;
-    }
-    const std::size_t position = index - mFirstCached;
-    if (position >= mLineCache.size()) {
-        mLineCache.resize(position + 1);
-    }
-    return mLineCache[position];
-}
-
-void ConsoleRenderer::advanceBlinkClock(const ElapsedSimTime& elapsed, const ConsoleSnapshot& snapshot)
-{
-    if (snapshot.cursorPosition() == mLastCursorPos) {
-        mBlinkTime += elapsed.deltaWallTime().value();
-        return;
-    }
-    mBlinkTime = 0.0;
-    mLastCursorPos = snapshot.cursorPosition();
-}
-
-std::u32string ConsoleRenderer::inputWithCursor(const ConsoleSnapshot& snapshot) const
-{
-    std::u32string input = snapshot.activeInput();
-    if (!isCursorShown(snapshot.cursorBlinkRate() * mBlinkTime)) {
-        return input;
-    }
-    if (mLastCursorPos < input.size()) {
-        input[mLastCursorPos] = snapshot.cursorChar();
-    } else {
-        input.push_back(snapshot.cursorChar());
-    }
-    return input;
+    return baseline;
 }
 
 } // namespace zephyr::console

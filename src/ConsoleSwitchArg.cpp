@@ -35,7 +35,7 @@ ConsoleSwitchArg::ConsoleSwitchArg(const ConsoleArgs& args, unsigned whichArg)
     }
     maskQuoted(word, kValueSeparator);
     std::vector<std::u32string> pieces = splitString(word, kValueSeparator);
-    mSwitchArg = unquoted(std::move(pieces[0])); // there is one: the word begins with the switch mark
+    mSwitchArg = unquoted(std::move(pieces[0])); // there is one, since the word begins with the slash
     if (pieces.size() >= 2) {
         mValue = unquoted(std::move(pieces[1]));
     }

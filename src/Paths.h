@@ -9,21 +9,20 @@
 
 namespace zephyr::console {
 
-/// The code points of a path's name. Names in the file system are bytes: what is ill-formed in them becomes
-/// U+FFFD.
+/// The path as text. File names are bytes: each ill-formed part becomes one U+FFFD.
 inline std::u32string textOfPath(const std::filesystem::path& path)
 {
     return StringUtil::toU32String(path.string());
 }
 
-/// The path that a text names.
+/// The path that `text` names.
 inline std::filesystem::path pathOfText(const std::u32string& text)
 {
     return StringUtil::toString(text);
 }
 
-/// Whether there is something at `path`. Throws `std::filesystem::filesystem_error` for the operation
-/// "exists", on every platform, when that can't be told.
+/// Whether there is a file or directory at `path`. Throws a `std::filesystem::filesystem_error` that names
+/// the operation "exists", the same on every platform, when the file system can't tell.
 inline bool pathExists(const std::filesystem::path& path)
 {
     std::error_code error;

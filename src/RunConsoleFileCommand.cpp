@@ -19,7 +19,7 @@ const std::u32string kName = U"run";
 const std::u32string kList = U"list";
 const std::u32string kPathList = U"path_list";
 const std::u32string kPathAppend = U"path_append";
-[[maybe_unused]] const std::u32string kPathSwitch = U"/path"; // the name is taken; no handler reads it yet
+[[maybe_unused]] const std::u32string kPathSwitch = U"/path"; // reserved: no handler reads it yet
 
 const std::u32string kUsage = U"run command help text";
 const std::u32string kNotFound =

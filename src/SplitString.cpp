@@ -1,7 +1,7 @@
 #include "SplitString.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <cstddef>
 #include <numeric>
 
 namespace zephyr::console {
@@ -9,7 +9,7 @@ namespace zephyr::console {
 namespace {
 
 constexpr char32_t kQuote = U'"';
-constexpr char32_t kMask = 0xFFFF; // a noncharacter, which no keyboard types
+constexpr char32_t kMask = 0xFFFF; // a noncharacter; one in the user's text reads as the delimiter: oddity 18
 
 void replaceInsideQuotes(std::u32string& text, char32_t from, char32_t to)
 {
@@ -23,9 +23,8 @@ void replaceInsideQuotes(std::u32string& text, char32_t from, char32_t to)
     }
 }
 
-// Both look at all of the text, in numbers as wide as a code point: the compiler makes that several at a time.
-
-/// Whether masking or unmasking would change anything.
+/// Whether masking or unmasking may change anything. It doesn't stop at the first find, so that the compiler
+/// compares several code points at a time.
 bool hasQuotesOrMasks(std::u32string_view text)
 {
     const auto note = [](char32_t found, char32_t c) {
@@ -34,21 +33,12 @@ bool hasQuotesOrMasks(std::u32string_view text)
     return std::accumulate(text.begin(), text.end(), char32_t{0}, note) != 0;
 }
 
-/// How many pieces there may be; only a hint, as it may wrap around.
-std::uint32_t mostPieces(std::u32string_view text, char32_t delimiter)
-{
-    const auto add = [delimiter](std::uint32_t count, char32_t c) {
-        return count + static_cast<std::uint32_t>(c == delimiter);
-    };
-    return std::accumulate(text.begin(), text.end(), std::uint32_t{1}, add);
-}
-
 } // namespace
 
 std::vector<std::u32string> splitString(std::u32string_view text, char32_t delimiter)
 {
     std::vector<std::u32string> pieces;
-    pieces.reserve(mostPieces(text, delimiter));
+    pieces.reserve(1 + static_cast<std::size_t>(std::count(text.begin(), text.end(), delimiter)));
     std::size_t begin = 0;
     for (std::size_t end = text.find(delimiter); end != std::u32string_view::npos;
          end = text.find(delimiter, begin)) {

@@ -7,23 +7,28 @@
 
 namespace zephyr::console {
 
-/// Splits `text` at each `delimiter`. Each delimiter ends a piece, an empty one too; the text after the last
-/// delimiter is a piece only when it is not empty. So `a  b ` at spaces gives `a`, an empty piece and `b`,
-/// and an empty text gives no piece.
+/// Splits `text` at each `delimiter`. Each delimiter ends a piece, which may be empty; the text after the
+/// last delimiter is a piece only when it is not empty.
+///
+/// | text, split at spaces | pieces |
+/// |---|---|
+/// | `a  b ` | `a`, an empty piece, `b` |
+/// | one space | an empty piece |
+/// | empty | none |
 std::vector<std::u32string> splitString(std::u32string_view text, char32_t delimiter);
 
-/// Splits `text` at each `delimiter` but those that stand between double quotes, which stay. Each U+FFFF becomes a
-/// `delimiter` of its word.
+/// Splits `text` at each `delimiter` outside double quotes. The quotes stay in the words. Each U+FFFF of the
+/// text becomes a `delimiter` inside its word: oddity 18.
 std::vector<std::u32string> splitUnquoted(const std::u32string& text, char32_t delimiter);
 
-/// Replaces each `delimiter` that stands between an odd-numbered double quote and the next one by U+FFFF, so
-/// that splitString() passes over it. An unmatched quote reaches to the end of the text. The quotes stay.
+/// Replaces each `delimiter` inside double quotes by U+FFFF, so that splitString() passes over it. An
+/// unmatched quote reaches to the end of the text. The quotes stay.
 void maskQuoted(std::u32string& text, char32_t delimiter);
 
-/// Replaces each U+FFFF by `delimiter`, quotes or not.
+/// Replaces each U+FFFF by `delimiter`, inside quotes and outside.
 void unmask(std::u32string& text, char32_t delimiter);
 
-/// Replaces each U+FFFF that stands inside double quotes by `delimiter`.
+/// Replaces each U+FFFF inside double quotes by `delimiter`.
 void unmaskQuoted(std::u32string& text, char32_t delimiter);
 
 /// Removes every double quote.

@@ -22,7 +22,7 @@ struct HandlerSlot
 
 HandlerSlot& handlerSlot()
 {
-    // Never destroyed: the destructor of a static object may report a failure.
+    // Never destroyed, since destructors of static objects may still report failures.
     static auto* const slot = new HandlerSlot;
     return *slot;
 }
@@ -33,7 +33,7 @@ std::atomic<bool>& showQAVerifyFlag()
     return show;
 }
 
-// Shared, not copied: a handler's own state must survive the call.
+// Shared, not copied, so that a handler keeps its own state from call to call.
 std::shared_ptr<const Assert::Handler> currentHandler()
 {
     HandlerSlot& slot = handlerSlot();

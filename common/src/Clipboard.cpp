@@ -8,7 +8,7 @@ namespace zephyr {
 
 std::u32string Clipboard::text()
 {
-    // Qt crashes when it is asked for a clipboard while there is only a QCoreApplication.
+    // With a mere QCoreApplication, Qt would crash here.
     if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) {
         return {};
     }

@@ -22,7 +22,7 @@ bool ExternalProcess::openFileInDefaultApplication(const std::string& path)
     if (error) {
         return false;
     }
-    // Joined anew for one slash at the start: QUrl takes two for the name of a host.
+    // Rebuilt with one slash at the start: after two, QUrl would read the name of a host.
     const std::filesystem::path file = absolute.root_path() / absolute.relative_path();
     return QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(file.string())));
 }

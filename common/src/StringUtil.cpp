@@ -17,11 +17,10 @@ namespace {
 constexpr std::string_view kUtf8ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kUtf8Replacement = "\xEF\xBF\xBD";
 constexpr char32_t kReplacement = QChar::ReplacementCharacter;
-constexpr std::string_view kAsciiWhiteSpace = " \t\n\v\f\r";
 constexpr std::size_t kLongestSequence = 4; // bytes
 
-// Whether all of `text` is ASCII, which is the same in every form of Unicode. Nearly all text is, and it is told of
-// several characters at a time.
+// Whether all of `text` is ASCII, which is the same in every form of Unicode. Nearly all text is, so the loop
+// has no exit: the compiler checks several characters at a time.
 template <typename Char>
 bool isAscii(std::basic_string_view<Char> text)
 {
@@ -39,7 +38,7 @@ bool isWellFormed(std::string_view utf8)
     return QByteArrayView(utf8.data(), static_cast<qsizetype>(utf8.size())).isValidUtf8();
 }
 
-// The bytes of the well-formed sequence that `utf8` starts with, 0 when there is none.
+// The length in bytes of the well-formed sequence that `utf8` starts with, 0 when there is none.
 std::size_t sequenceLength(std::string_view utf8)
 {
     const std::size_t longest = std::min(kLongestSequence, utf8.size());
@@ -51,8 +50,8 @@ std::size_t sequenceLength(std::string_view utf8)
     return 0;
 }
 
-// Whether bytes behind `part`, which has two at least, would make it a well-formed sequence. From the third
-// byte on, where any continuation byte can stand, 80 can.
+// Whether `part`, of at least two bytes, is the start of a well-formed sequence. From its third byte on, a
+// sequence may have any continuation byte, so 80 is as good as any.
 bool isBrokenOff(std::string_view part)
 {
     std::string whole(part);
@@ -65,7 +64,7 @@ bool isBrokenOff(std::string_view part)
     return false;
 }
 
-// The bytes of the maximal ill-formed part that `utf8` starts with, where it starts with no well-formed
+// The length in bytes of the maximal ill-formed part at the start of `utf8`, which starts with no well-formed
 // sequence.
 std::size_t illFormedLength(std::string_view utf8)
 {
@@ -77,7 +76,7 @@ std::size_t illFormedLength(std::string_view utf8)
     return 1;
 }
 
-// `utf8` with U+FFFD for each ill-formed part. Qt alone would answer one for each byte of it.
+// `utf8` with one U+FFFD for each ill-formed part. Qt would write one for each byte of the part.
 std::string repaired(std::string_view utf8)
 {
     std::string wellFormed;
@@ -92,7 +91,7 @@ std::string repaired(std::string_view utf8)
 
 std::u32string decoded(std::string_view wellFormed)
 {
-    // By itself Qt drops a byte order mark at the start.
+    // Without the flag, Qt would drop a byte order mark at the start.
     QStringDecoder decoder(QStringDecoder::Utf8,
                            QStringDecoder::Flag::ConvertInitialBom | QStringDecoder::Flag::Stateless);
     const QString text =
@@ -105,22 +104,27 @@ bool isScalarValue(char32_t value)
     return value <= QChar::LastValidCodePoint && !QChar::isSurrogate(value);
 }
 
-// The bytes of the blank that `text` starts with, 0 when there is none.
-std::size_t leadingBlank(std::string_view text)
+bool isAsciiWhiteSpace(char c)
 {
-    if (text.starts_with(kUtf8ByteOrderMark)) {
-        return kUtf8ByteOrderMark.size();
-    }
-    return !text.empty() && kAsciiWhiteSpace.find(text.front()) != std::string_view::npos ? 1 : 0;
+    return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-// The bytes of the blank that `text` ends with, 0 when there is none.
+// The length in bytes of the blank that `text` starts with, 0 when there is none.
+std::size_t leadingBlank(std::string_view text)
+{
+    if (!text.empty() && isAsciiWhiteSpace(text.front())) {
+        return 1;
+    }
+    return text.starts_with(kUtf8ByteOrderMark) ? kUtf8ByteOrderMark.size() : 0;
+}
+
+// The length in bytes of the blank that `text` ends with, 0 when there is none.
 std::size_t trailingBlank(std::string_view text)
 {
-    if (text.ends_with(kUtf8ByteOrderMark)) {
-        return kUtf8ByteOrderMark.size();
+    if (!text.empty() && isAsciiWhiteSpace(text.back())) {
+        return 1;
     }
-    return !text.empty() && kAsciiWhiteSpace.find(text.back()) != std::string_view::npos ? 1 : 0;
+    return text.ends_with(kUtf8ByteOrderMark) ? kUtf8ByteOrderMark.size() : 0;
 }
 
 bool isBlank(char32_t value)

@@ -23,7 +23,7 @@ std::u32string codePoints(const std::filesystem::path& path)
 
 std::u32string executableDir()
 {
-    // First the system: Qt needs an application object and can't read ill-formed names.
+    // The system first: Qt needs an application object and can't read ill-formed names.
     std::error_code error;
     const std::filesystem::path executable = std::filesystem::read_symlink(kExecutableLink, error);
     if (!error) {

@@ -16,7 +16,7 @@ namespace {
 using zephyr::Assert;
 using zephyr::AssertFailure;
 
-// Asked before any test sets it.
+// Read before any test sets it.
 const bool kShownAtStart = Assert::showQAVerify();
 
 QStringList& loggedWarnings()
@@ -77,7 +77,7 @@ TEST_F(AssertTest, LogsWhatItHasWhenTextsAreMissing)
     EXPECT_EQ(loggedWarnings(), QStringList{":7: assertion failed: "});
 }
 
-TEST_F(AssertTest, HandsTheHandlerEverythingItWasTold)
+TEST_F(AssertTest, PassesEveryArgumentToTheHandler)
 {
     std::vector<AssertFailure> failures;
     Assert::setHandler([&](const AssertFailure& failure) {
@@ -97,14 +97,14 @@ TEST_F(AssertTest, HandsTheHandlerEverythingItWasTold)
     EXPECT_TRUE(loggedWarnings().isEmpty());
 }
 
-TEST_F(AssertTest, AnswersWhatTheHandlerAnswers)
+TEST_F(AssertTest, ReturnsWhatTheHandlerReturns)
 {
     Assert::setHandler([](const AssertFailure& failure) { return failure.canContinue; });
     EXPECT_TRUE(Assert::notifyAssert("Console", 1, "x", "", true));
     EXPECT_FALSE(Assert::notifyAssert("Console", 1, "x", "", false));
 }
 
-TEST_F(AssertTest, HandsBackTheHandlerThatWasThereBefore)
+TEST_F(AssertTest, ReturnsThePreviousHandler)
 {
     EXPECT_FALSE(Assert::setHandler([](const AssertFailure&) { return false; })) << "the default is empty";
     const Assert::Handler first = Assert::setHandler([](const AssertFailure&) { return true; });
@@ -125,7 +125,7 @@ TEST_F(AssertTest, ReturnsToTheDefaultWithAnEmptyHandler)
     EXPECT_FALSE(Assert::setHandler({}));
 }
 
-TEST_F(AssertTest, CallsOneHandlerAgainAndAgainAndNoCopiesOfIt)
+TEST_F(AssertTest, CallsTheHandlerItselfAndNotACopy)
 {
     Assert::setHandler([calls = 0](const AssertFailure&) mutable { return ++calls == 2; });
     EXPECT_FALSE(notify());
@@ -198,7 +198,7 @@ void exitWithALateFailure()
 
 TEST(AssertDeathTest, ReachesTheHandlerWhileStaticObjectsAreDestroyed)
 {
-    // Only a process of its own has the static objects in the order that matters.
+    // In a new process, since only there the static objects are created in the order that matters.
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(exitWithALateFailure(), testing::ExitedWithCode(42), "");
 }

@@ -15,7 +15,7 @@ TEST(Clipboard, IsEmptyWhenNothingWasCopied)
     EXPECT_EQ(Clipboard::text(), U"");
 }
 
-TEST(Clipboard, AnswersWhatWasCopiedAsCodePoints)
+TEST(Clipboard, ReturnsWhatWasCopiedAsCodePoints)
 {
     QGuiApplication::clipboard()->setText(QString::fromUtf8("a\tb\n\u00E9\u20AC\U0001F680\U0010FFFF"));
     EXPECT_EQ(Clipboard::text(), U"a\tb\n\u00E9\u20AC\U0001F680\U0010FFFF");
@@ -43,7 +43,7 @@ TEST(Clipboard, ReplacesLoneSurrogates)
     EXPECT_EQ(Clipboard::text(), U"x\uFFFDy\uFFFD\uFFFD");
 }
 
-TEST(Clipboard, IsEmptyWhenWhatWasCopiedIsNoText)
+TEST(Clipboard, IsEmptyWhenTheCopyIsNoText)
 {
     auto* copied = new QMimeData; // The clipboard takes it.
     copied->setData("application/octet-stream", "abc");

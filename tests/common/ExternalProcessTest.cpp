@@ -14,7 +14,7 @@ namespace {
 using zephyr::ExternalProcess;
 using zephyr::test::TemporaryWorkingDirectory;
 
-/// Stands where the default application would: keeps every file URL that is opened while it lives.
+/// Stands in for the default application: collects every file URL that is opened during its lifetime.
 class FileUrlHandler : public QObject
 {
     Q_OBJECT

@@ -9,7 +9,8 @@ namespace {
 
 using zephyr::ExternalProcess;
 
-/// Opens a file where nothing can be opened, which Qt would complain about.
+/// Tries to open a file where nothing can be opened. If the library passed the request on, Qt would log a
+/// warning.
 bool openQuietly()
 {
     const auto previous =

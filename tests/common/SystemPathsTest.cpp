@@ -20,7 +20,7 @@ using zephyr::test::TemporaryWorkingDirectory;
 
 namespace fs = std::filesystem;
 
-/// The directory that the build put this program's helper into, which is this program's own.
+/// The directory of this program, into which the build also put the helper program.
 const fs::path kBuildDirectory = fs::path(PRINT_PATHS_PROGRAM).parent_path();
 
 /// What the shell command prints.
@@ -100,14 +100,14 @@ TEST(SystemPaths, ReplacesTheIllFormedPartsOfTheCurrentDirectory)
     EXPECT_EQ(currentDir(), directory.path().u32string() + U"/\uFFFD\uFFFD_\uFFFD_\uFFFD\uFFFD\uFFFD_\uFFFD");
 }
 
-TEST(SystemPaths, EndsTheRootDirectoryOnlyWithASlash)
+TEST(SystemPaths, EndsOnlyTheRootDirectoryWithASlash)
 {
     const TemporaryWorkingDirectory directory;
     fs::current_path("/");
     EXPECT_EQ(currentDir(), U"/");
 }
 
-TEST(SystemPaths, AnswersNothingForARemovedCurrentDirectory)
+TEST(SystemPaths, IsEmptyForARemovedCurrentDirectory)
 {
     const TemporaryWorkingDirectory directory;
     fs::remove(directory.path());

@@ -20,7 +20,7 @@ using Stored = std::vector<std::u32string>;
 class AliasCommand : public testing::Test
 {
 protected:
-    /// What a line writes between its echo and the closing empty line.
+    /// The lines written between the echo of `line` and the closing empty line.
     Lines answer(const std::u32string& line)
     {
         const std::size_t before = mConsole.snapshot().lines().size();
@@ -179,7 +179,7 @@ TEST_F(AliasCommand, HasNothingToClearUnderAnotherCase)
     EXPECT_EQ(stored(U"x"), Stored({U"a"}));
 }
 
-TEST_F(AliasCommand, AnswersAnyOtherNumberOfWordsWithTheWordAfterIt)
+TEST_F(AliasCommand, RejectsTheWordAfterItForAnyOtherNumberOfWords)
 {
     EXPECT_EQ(answer(U"alias"), notValid(""));
     EXPECT_EQ(answer(U"alias x"), notValid("x"));

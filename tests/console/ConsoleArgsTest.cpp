@@ -82,7 +82,7 @@ TEST(ConsoleArgs, CutsARedirectionOff)
     EXPECT_FALSE(args.hasRedirectOpen());
 }
 
-TEST(ConsoleArgs, SeesThatTheTargetIsToBeOpened)
+TEST(ConsoleArgs, ReadsTheRequestToOpenTheTarget)
 {
     const ConsoleArgs args({U"cmd", U">!", U"out.txt"});
     EXPECT_EQ(wordsOf(args), Words({U"cmd"}));
@@ -100,7 +100,7 @@ TEST(ConsoleArgs, HasNoRedirectWithoutATarget)
     EXPECT_EQ(args.redirectTarget(), U"");
 }
 
-TEST(ConsoleArgs, IsToBeOpenedEvenWithoutATarget)
+TEST(ConsoleArgs, KeepsTheRequestToOpenWithoutATarget)
 {
     const ConsoleArgs args({U"cmd", U">!"});
     EXPECT_TRUE(args.hasRedirectOpen());
@@ -127,7 +127,7 @@ TEST(ConsoleArgs, KeepsTheTargetWhereARedirectWordEndsTheLine)
     EXPECT_EQ(args.redirectTarget(), U"f");
 }
 
-TEST(ConsoleArgs, StaysToBeOpenedWhateverFollows)
+TEST(ConsoleArgs, KeepsTheRequestToOpenWhateverFollows)
 {
     const ConsoleArgs args({U"cmd", U">!", U"f1", U">", U"f2"});
     EXPECT_TRUE(args.hasRedirectOpen());
@@ -176,7 +176,7 @@ TEST(ConsoleArgs, HasNoWordWhereTheRedirectComesFirst)
     EXPECT_EQ(recorder.messages(), std::vector<std::string>{""});
 }
 
-TEST(ConsoleArgs, ReportsEachQuestionForAMissingCommand)
+TEST(ConsoleArgs, ReportsEachCallForAMissingCommand)
 {
     const AssertRecorder recorder;
     const ConsoleArgs args{Words()};
@@ -186,7 +186,7 @@ TEST(ConsoleArgs, ReportsEachQuestionForAMissingCommand)
     EXPECT_EQ(recorder.failures().size(), 2U);
 }
 
-TEST(ConsoleArgs, ReportsAMissingCommandThoughVerificationsAreNotShown)
+TEST(ConsoleArgs, ReportsAMissingCommandEvenWithVerificationsTurnedOff)
 {
     const test::SilencedVerifications silenced;
     const AssertRecorder recorder;
@@ -194,7 +194,7 @@ TEST(ConsoleArgs, ReportsAMissingCommandThoughVerificationsAreNotShown)
     EXPECT_EQ(recorder.failures(), kNoWordReport);
 }
 
-TEST(ConsoleArgs, AnswersEveryMissingWordWithTheOneEmptyString)
+TEST(ConsoleArgs, ReturnsTheSameEmptyStringForEveryMissingWord)
 {
     const AssertRecorder recorder;
     const ConsoleArgs none{Words()};
@@ -255,7 +255,7 @@ TEST(ConsoleArgs, FindsNothingOfTheRedirection)
     EXPECT_FALSE(args.isAnyArg(U"f"));
 }
 
-TEST(ConsoleArgs, AnswersAWordBeyondTheLastWithAnEmptyString)
+TEST(ConsoleArgs, ReturnsAnEmptyStringForAWordBeyondTheLast)
 {
     const AssertRecorder recorder;
     const ConsoleArgs args({U"cmd", U"a"});

@@ -15,19 +15,20 @@ using console::ConsoleRenderer;
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-/// The prompt line that stands alone in the picture.
+/// Whether the picture shows this prompt line and nothing else.
 bool showsPromptLine(const QImage& picture, const QString& promptLine)
 {
     return picture == linesByHand(sceneOfLines(3), {promptLine});
 }
 
-/// Draws frame after frame of the input "abc" and reads the cursor from the pixels.
+/// Draws frames of the input "abc" and reads from the pixels whether the cursor is shown.
 class BlinkingInput
 {
 public:
     explicit BlinkingInput(double blinkRate) { mView.blinkRate = blinkRate; }
 
-    /// What the next frame shows, `elapsed` seconds after the one before: "shown", "hidden" or "neither".
+    /// The cursor in the next frame, `elapsed` seconds after the previous one: "shown", "hidden" or
+    /// "neither".
     std::string next(double elapsed, std::uint32_t cursor)
     {
         mView.cursor = cursor;
@@ -45,7 +46,7 @@ private:
     ConsoleView mView{.input = U"abc"};
 };
 
-/// What the first frame shows, whose cursor is at 0, where a new renderer expects it.
+/// The cursor in a renderer's first frame. It is at 0, where a new renderer expects it.
 std::string firstFrame(double elapsed, double blinkRate)
 {
     return BlinkingInput(blinkRate).next(elapsed, 0);
@@ -92,7 +93,7 @@ TEST(ConsoleRendererBlinking, CountsTheFirstFrameOnlyIfItsCursorIsAtTheStart)
     EXPECT_EQ(BlinkingInput(4.0).next(0.25, 1), "shown");
 }
 
-TEST(ConsoleRendererBlinking, StartsAnewWhenTheCursorMoves)
+TEST(ConsoleRendererBlinking, StartsAgainWhenTheCursorMoves)
 {
     BlinkingInput input(4.0);
     EXPECT_EQ(input.next(0.25, 0), "hidden");
@@ -103,7 +104,7 @@ TEST(ConsoleRendererBlinking, StartsAnewWhenTheCursorMoves)
     EXPECT_EQ(input.next(0.25, 1), "hidden");
 }
 
-TEST(ConsoleRendererBlinking, DoesNotStartAnewWhenOnlyTheInputChanges)
+TEST(ConsoleRendererBlinking, DoesNotStartAgainWhenOnlyTheInputChanges)
 {
     ConsoleRenderer renderer;
     drawnBy(renderer, ConsoleView{.input = U"abc", .blinkRate = 4.0}, sceneOfLines(3), 0.125);
@@ -172,7 +173,7 @@ TEST(ConsoleRendererCursor, CoversTheCodePointUnderIt)
     EXPECT_TRUE(showsPromptLine(drawn({.input = U"abc", .cursor = 2}, sceneOfLines(3)), ">> ab\u2588"));
 }
 
-TEST(ConsoleRendererCursor, FollowsTheInputItStandsBehind)
+TEST(ConsoleRendererCursor, IsAppendedWhereItStandsBehindTheInput)
 {
     EXPECT_TRUE(showsPromptLine(drawn({.input = U"abc", .cursor = 3}, sceneOfLines(3)), ">> abc\u2588"));
     EXPECT_TRUE(showsPromptLine(drawn({.input = U"abc", .cursor = 4}, sceneOfLines(3)), ">> abc\u2588"));
@@ -180,7 +181,7 @@ TEST(ConsoleRendererCursor, FollowsTheInputItStandsBehind)
         showsPromptLine(drawn({.input = U"abc", .cursor = kFarAway}, sceneOfLines(3)), ">> abc\u2588"));
 }
 
-TEST(ConsoleRendererCursor, IsGoneFromBehindTheInputWhileHidden)
+TEST(ConsoleRendererCursor, LeavesTheInputAsItIsWhileHidden)
 {
     ConsoleRenderer renderer;
     const ConsoleView view{.input = U"abc", .cursor = 3};

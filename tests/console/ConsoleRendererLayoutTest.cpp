@@ -1,4 +1,4 @@
-// How many entries a renderer lays out, which decides what a frame over a long log costs.
+// How many entries a renderer lays out. The cost of a frame over a long log depends on that.
 
 #include "support/ConsoleView.h"
 #include "support/PrivateMember.h"
@@ -10,21 +10,31 @@
 namespace zephyr::test {
 
 using console::ConsoleRenderer;
-using LineCache = std::vector<std::vector<QStaticText>>;
+using console::detail::LineCache;
+using CachedEntries = std::vector<std::vector<QStaticText>>;
 
 struct LineCacheOf : PrivateMember<LineCacheOf, LineCache ConsoleRenderer::*>
 {};
 template struct Open<LineCacheOf, &ConsoleRenderer::mLineCache>;
+
+struct EntriesOf : PrivateMember<EntriesOf, CachedEntries LineCache::*>
+{};
+template struct Open<EntriesOf, &LineCache::mEntries>;
 
 namespace {
 
 constexpr int kLogLength = 20000; // entries
 constexpr int kFitting = 20;      // lines
 
+const CachedEntries& cachedEntries(const ConsoleRenderer& renderer)
+{
+    return renderer.*memberPointer(LineCacheOf()).*memberPointer(EntriesOf());
+}
+
 std::ptrdiff_t entriesLaidOut(const ConsoleRenderer& renderer)
 {
-    const LineCache& cache = renderer.*memberPointer(LineCacheOf());
-    return std::count_if(cache.begin(), cache.end(), [](const auto& lines) { return !lines.empty(); });
+    const CachedEntries& entries = cachedEntries(renderer);
+    return std::count_if(entries.begin(), entries.end(), [](const auto& lines) { return !lines.empty(); });
 }
 
 TEST(ConsoleRendererLayout, LaysOutOnlyTheNewestEntriesThatFit)
@@ -32,7 +42,7 @@ TEST(ConsoleRendererLayout, LaysOutOnlyTheNewestEntriesThatFit)
     ConsoleRenderer renderer;
     const ConsoleView view{.log = numberedLog(kLogLength)};
     drawnBy(renderer, view, sceneOfLines(kFitting));
-    // Two lines are the prompt's, and one entry tells that no more fit.
+    // Two lines belong to the prompt, and one more entry is laid out to see that it doesn't fit.
     EXPECT_EQ(entriesLaidOut(renderer), kFitting - 2 + 1);
 }
 
@@ -49,7 +59,7 @@ TEST(ConsoleRendererLayout, KeepsRoomForNoEntriesThatNoFrameReached)
 {
     ConsoleRenderer renderer;
     drawnBy(renderer, ConsoleView{.log = numberedLog(kLogLength)}, sceneOfLines(kFitting));
-    EXPECT_LE((renderer.*memberPointer(LineCacheOf())).size(), 2U * kFitting);
+    EXPECT_LE(cachedEntries(renderer).size(), 2U * kFitting);
 }
 
 TEST(ConsoleRendererLayout, KeepsWhatWasLaidOutWhileTheViewMovesToBothSides)

@@ -9,7 +9,7 @@ namespace {
 
 using console::LogEntry;
 
-/// Draws of chance that are the same in every run.
+/// Pseudo-random choices, the same in every run.
 class Dice
 {
 public:
@@ -101,7 +101,7 @@ PainterSetUp randomTransformation(Dice& dice)
     };
 }
 
-/// Draws the frames of a random log, each on a canvas of its own.
+/// Draws a random log as it grows, each frame on a canvas of its own.
 void compareFrames(Dice& dice, bool transformed)
 {
     constexpr int kFrames = 5;

@@ -10,6 +10,7 @@
 #include <QPixmap>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zephyr::test {
@@ -33,7 +34,7 @@ QImage gradientScene(const QSize& size)
     return image;
 }
 
-/// What the log of one entry shows, checked against lines drawn by hand with the prompt below.
+/// Whether a log of this one entry shows `lines`, with the prompt below.
 testing::AssertionResult showsLines(const LogEntry& entry, std::vector<QString> lines)
 {
     lines.push_back(kEmptyPrompt);
@@ -126,7 +127,7 @@ TEST(ConsoleRenderer, DrawsCachedLinesInTheColourAndFontOfTheFrame)
     EXPECT_TRUE(renderers.agreeOn(view, sceneOfLines(8)));
 }
 
-TEST(ConsoleRenderer, PaintsEveryFrameAnew)
+TEST(ConsoleRenderer, DrawsTheSameFrameAgainAndAgain)
 {
     ConsoleRenderer renderer;
     const ConsoleView view{.log = numberedLog(2)};
@@ -136,7 +137,7 @@ TEST(ConsoleRenderer, PaintsEveryFrameAnew)
     EXPECT_TRUE(samePixels(drawnBy(renderer, view, canvas), first));
 }
 
-// From entries to lines.
+// The lines of an entry.
 
 TEST(ConsoleRenderer, ShowsAnEchoedLineBehindThePrompt)
 {
@@ -374,7 +375,7 @@ TEST(ConsoleRenderer, DrawsEveryScrollOffsetAsThePlainRenderer)
     }
 }
 
-/// "A" under `marks` graves, which DejaVu Sans stacks one above the other.
+/// "A" with `marks` grave accents, which DejaVu Sans stacks on top of each other.
 std::u32string towerOf(std::size_t marks)
 {
     return U"A" + std::u32string(marks, U'\u0300');
@@ -427,7 +428,7 @@ TEST(ConsoleRenderer, CountsInLogicalPixelsOnADenseScreen)
     EXPECT_TRUE(matchesPlain({.log = log}, canvas));
 }
 
-TEST(ConsoleRenderer, TakesTheTrueRatioWhereItIsNoWholeNumber)
+TEST(ConsoleRenderer, TakesAFractionalRatioAsItIs)
 {
     // Heights of 6 and of 4 lines in logical pixels.
     const int h = lineHeight();
@@ -444,7 +445,7 @@ TEST(ConsoleRenderer, TakesTheTrueRatioWhereItIsNoWholeNumber)
         drawnByHand(coarse, QSize(200, 4 * h), {{h, "line 18"}, {2 * h, "line 19"}, {3 * h, kEmptyPrompt}})));
 }
 
-TEST(ConsoleRenderer, CutsTheLogicalSizeToWholePixels)
+TEST(ConsoleRenderer, TruncatesTheLogicalSizeToWholePixels)
 {
     const QImage canvas = scene(QSize(101, 63), 2.0);
     const QImage picture = drawn({.background = Color(0, 0, 255)}, canvas);
@@ -455,7 +456,7 @@ TEST(ConsoleRenderer, CutsTheLogicalSizeToWholePixels)
         samePixels(drawn({}, canvas), drawnByHand(canvas, QSize(50, 31), {{lineHeight(), kEmptyPrompt}})));
 }
 
-TEST(ConsoleRenderer, CutsTheHeightBeforeItCountsTheLines)
+TEST(ConsoleRenderer, TruncatesTheHeightBeforeItCountsTheLines)
 {
     // One device pixel less than a whole number of lines needs.
     const QImage canvas = scene(QSize(400, 2 * 5 * lineHeight() - 1), 2.0);
@@ -492,7 +493,7 @@ QImage withResolution(QImage canvas, int times)
     return canvas;
 }
 
-TEST(ConsoleRenderer, MeasuresTheFontByItselfOnADeviceOfAnotherResolution)
+TEST(ConsoleRenderer, SpacesLinesByTheFontAloneOnADeviceOfAnotherResolution)
 {
     const QImage canvas = withResolution(sceneOfLines(10), 2);
     EXPECT_TRUE(matchesPlain({.log = numberedLog(20)}, canvas));
@@ -529,7 +530,7 @@ TEST(ConsoleRenderer, DrawsOnAPixmap)
     EXPECT_TRUE(samePixels(actual, expected));
 }
 
-/// An image that tells its painter one measure otherwise than it is.
+/// An image that reports one of its metrics wrongly.
 class ImageWithClaim : public QImage
 {
 public:
@@ -556,7 +557,8 @@ TEST(ConsoleRenderer, FitsNoLineOnADeviceOfNoHeight)
     }
 }
 
-/// A device that counts logical pixels itself and whose painter draws into an image, as Qt's windows do.
+/// A device that reports its size in logical pixels and whose painter draws into an image, as Qt's windows
+/// do.
 class Window : public QImage
 {
 public:
@@ -595,7 +597,7 @@ TEST(ConsoleRenderer, DrawsToTheEdgeOfAWindowThatCountsLogicalPixelsItself)
     }
 }
 
-TEST(ConsoleRenderer, TakesADeviceThatClaimsNoRatioAsItIs)
+TEST(ConsoleRenderer, TakesARatioThatIsNotPositiveForOne)
 {
     const ConsoleView view{.log = numberedLog(9)};
     ImageWithClaim image(sceneOfLines(5), QPaintDevice::PdmDevicePixelRatioScaled, 0);
@@ -619,7 +621,7 @@ QImage playedBack(QImage canvas, Render render)
     return canvas;
 }
 
-/// Whether what both renderers record in a picture looks the same over `canvas`.
+/// Whether the pictures that both renderers record look the same over `canvas`.
 testing::AssertionResult recordsAsPlain(const ConsoleView& view, const QImage& canvas)
 {
     const QImage actual = playedBack(
@@ -701,7 +703,7 @@ TEST(ConsoleRenderer, FollowsClippingOpacityAndCompositionOfThePainter)
     }));
 }
 
-// What the painter is left with.
+// The painter after the call.
 
 TEST(ConsoleRenderer, LeavesPenFontAndHintChanged)
 {
@@ -753,7 +755,7 @@ TEST(ConsoleRenderer, DrawsNoTextWithAPenThatDrawsNothing)
     EXPECT_TRUE(matchesPlain({.log = numberedLog(3)}, sceneOfLines(6), withoutPen));
 }
 
-// The lines that are kept between frames.
+// What is kept between frames.
 
 TEST(ConsoleRenderer, LaysAnEntryOutOnlyOnce)
 {
@@ -772,6 +774,19 @@ TEST(ConsoleRenderer, KeepsALaidOutEntryThroughAShorterLog)
     drawnBy(renderer, {}, canvas);
     const QImage picture = drawnBy(renderer, {.log = {output(U"other")}}, canvas);
     EXPECT_TRUE(samePixels(picture, linesByHand(canvas, {"first", kEmptyPrompt})));
+}
+
+TEST(ConsoleRenderer, TakesItsLinesAndItsClockAlongWhenCopiedOrMoved)
+{
+    ConsoleRenderer renderer;
+    const QImage canvas = sceneOfLines(6);
+    drawnBy(renderer, {.log = {output(U"first")}, .blinkRate = 4.0}, canvas, 0.125);
+    ConsoleRenderer copy = renderer;
+    ConsoleRenderer moved = std::move(renderer);
+    for (ConsoleRenderer* each : {&copy, &moved}) {
+        const QImage picture = drawnBy(*each, {.log = {output(U"other")}, .blinkRate = 4.0}, canvas, 0.125);
+        EXPECT_TRUE(samePixels(picture, linesByHand(canvas, {"first", ">> "})));
+    }
 }
 
 TEST(ConsoleRenderer, DrawsALogThatGrowsBetweenFrames)
@@ -834,7 +849,7 @@ TEST(ConsoleRenderer, DrawsWhatAConsoleShows)
 
 // Without a device or a font.
 
-/// What a renderer draws, whose cursor is hidden, after two frames that `failing` draws: one in which time
+/// The frame, with its cursor hidden, that a renderer draws after two frames by `failing`: one in which time
 /// passes, and one in which the cursor moves.
 template <typename FailingFrame>
 QImage frameAfter(FailingFrame failing)
@@ -927,7 +942,7 @@ TEST(ConsoleRendererAssertion, KeepsClockAndLinesThroughFramesWithoutAFont)
                            linesByHand(sceneOfLines(4), {"first", kInputWithoutCursor})));
 }
 
-/// Turns the reports of assertions off while it lives.
+/// Turns off the reports of assertions during its lifetime.
 class SilentAssertions
 {
 public:

@@ -174,7 +174,7 @@ TEST(ConsoleSwitchArg, DoesNotCountTheRedirection)
     EXPECT_EQ(recorder.failures(), kIndexReport);
 }
 
-TEST(ConsoleSwitchArg, ReportsABadIndexThoughVerificationsAreNotShown)
+TEST(ConsoleSwitchArg, ReportsABadIndexEvenWithVerificationsTurnedOff)
 {
     const test::SilencedVerifications silenced;
     const AssertRecorder recorder;

@@ -34,7 +34,7 @@ static_assert(std::is_default_constructible_v<RunConsoleFileCommand>);
 class RunCommand : public test::RunCommandFixture
 {
 protected:
-    /// Makes a console file whose one line is a word that names nothing.
+    /// Writes a console file of one line, an unknown word.
     void writeFile(const std::filesystem::path& name, const std::string& word)
     {
         mDirectory.write(name, word + "\n");
@@ -304,7 +304,7 @@ TEST_F(RunCommand, RunsAFileForATypedLine)
     EXPECT_EQ(user.input(), "run a");
 }
 
-TEST_F(RunCommand, LeavesTheLineToTheUserOnTab)
+TEST_F(RunCommand, LeavesTheLineAloneOnTab)
 {
     mConsole.open();
     test::ConsoleDriver user(mConsole);
@@ -336,7 +336,7 @@ TEST_F(RunCommand, AppendsAPathThatOnlyResolvesToOneInTheRunpath)
     EXPECT_EQ(mConsole.runPaths(), Paths({"a/b", "a/./b", "a/b/"}));
 }
 
-TEST_F(RunCommand, AsksForThePathToAppend)
+TEST_F(RunCommand, SaysThatThePathToAppendIsMissing)
 {
     const Lines answer = {
         {"    No path provided.", Output, 4},

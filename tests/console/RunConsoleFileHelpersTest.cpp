@@ -37,7 +37,7 @@ using test::notRecognized;
 using test::output;
 using Texts = std::vector<std::string>;
 
-/// What the command `run` can do that no line asks for.
+/// The private helpers of the command `run`, which no line reaches.
 class RunCommandHelpers : public test::ConsoleFilesFixture
 {
 protected:
@@ -128,13 +128,13 @@ TEST_F(RunCommandHelpers, AnnounceADirectoryAndThenFailToRunIt)
     EXPECT_EQ(log(), Lines({output("Running a.console...", 4), output("")}));
 }
 
-TEST_F(RunCommandHelpers, LetOutThatAPathCannotBeTested)
+TEST_F(RunCommandHelpers, LetTheExceptionForAPathThatCannotBeTestedThrough)
 {
     expectFailure(kTooLongName, std::errc::filename_too_long);
     expectFailure(makeLoop("loop"), std::errc::too_many_symbolic_link_levels);
 }
 
-TEST_F(RunCommandHelpers, LetOutWhatACommandThrows)
+TEST_F(RunCommandHelpers, LetTheExceptionOfACommandThrough)
 {
     addFail();
     mDirectory.write("a", "fail\nb\n");

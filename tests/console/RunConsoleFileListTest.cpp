@@ -51,7 +51,7 @@ protected:
         return {lines.begin() + 1, lines.end() - 1};
     }
 
-    /// The lines for file names.
+    /// The lines that list these file names.
     static Lines named(const Texts& names)
     {
         Lines lines;
@@ -81,7 +81,7 @@ std::vector<LogLine> sorted(std::vector<LogLine> lines)
     return lines;
 }
 
-TEST_F(RunCommandList, ShowsTheConsoleFilesOfTheDirectoriesThatAreThere)
+TEST_F(RunCommandList, ShowsTheConsoleFilesOfTheDirectoriesThatExist)
 {
     writeFiles({"one/a.console", "one/b.txt", "one/c.Console"});
     setRunpath({"missing", "one"});
@@ -188,7 +188,7 @@ TEST_F(RunCommandList, ShowsNamesThatAreNotWellFormedWithReplacements)
     EXPECT_EQ(sorted(listed()), named({"caf\uFFFD.console", "\uFFFD.console"}));
 }
 
-TEST_F(RunCommandList, PassesOverWhatIsNoDirectory)
+TEST_F(RunCommandList, SkipsWhatIsNoDirectory)
 {
     writeFiles({"file.console", "one/a.console"});
     std::filesystem::create_symlink("nowhere", at("dangling"));
@@ -280,7 +280,7 @@ extern "C" void closeDirectories(int)
     errno = interruptedError;
 }
 
-/// Executes a line during which the directory that is being read is closed as soon as the redirection has
+/// Executes a line. While it runs, the directory being read is closed as soon as the redirection has
 /// written something.
 void executeWithADirectoryThatBreaksOff(Console& console, const std::u32string& line)
 {
@@ -295,7 +295,7 @@ void executeWithADirectoryThatBreaksOff(Console& console, const std::u32string& 
 
 TEST_F(RunCommandListDeathTest, KeepsTheNamesOfADirectoryThatBreaksOff)
 {
-    // More than the system hands out at a time.
+    // More than one system call reads.
     constexpr int kFileCount = 5000;
     for (int i = 0; i < kFileCount; ++i) {
         writeFiles({"one/" + std::string(200, 'x') + std::to_string(i) + ".console"});

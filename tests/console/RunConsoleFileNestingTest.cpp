@@ -26,7 +26,7 @@ using test::notRecognized;
 using test::output;
 using Texts = std::vector<std::string>;
 
-/// `run` in files, under aliases, redirected, and left by exceptions.
+/// `run` in files, under aliases, with redirections, and with exceptions.
 class RunCommandNesting : public test::RunCommandFixture
 {
 protected:
@@ -50,7 +50,7 @@ protected:
 
     std::string read(const std::string& name) const { return mDirectory.read(name); }
 
-    /// Expects that the search for a name that is too long leaves `fail` as an exception.
+    /// Expects `fail` to throw the exception of a search for a name that is too long.
     void expectTooLong(const std::function<void()>& fail)
     {
         try {

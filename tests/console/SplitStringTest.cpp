@@ -82,6 +82,26 @@ TEST(SplitString, CutsAtANulAndBeyondTheBasicPlane)
     EXPECT_EQ(splitString(U"a\U0001F600b", U'\U0001F600'), Pieces({U"a", U"b"}));
 }
 
+TEST(SplitUnquoted, CutsLikeSplitStringWhereThereAreNoQuotes)
+{
+    for (const std::u32string text : {U"", U" ", U"a", U"a b c", U" a  b ", U"caf\u00E9 \U0001F600"}) {
+        EXPECT_EQ(splitUnquoted(text, U' '), splitString(text, U' '));
+    }
+}
+
+TEST(SplitUnquoted, KeepsAQuotedPhraseWithItsQuotesInOneWord)
+{
+    EXPECT_EQ(splitUnquoted(U"a \"b  c\" d", U' '), Pieces({U"a", U"\"b  c\"", U"d"}));
+    EXPECT_EQ(splitUnquoted(U"a \"b c", U' '), Pieces({U"a", U"\"b c"}));
+    EXPECT_EQ(splitUnquoted(U"a\"\" b", U' '), Pieces({U"a\"\"", U"b"}));
+}
+
+TEST(SplitUnquoted, ReadsAMaskInTheTextAsADelimiterThatDoesNotCut)
+{
+    EXPECT_EQ(splitUnquoted(U"a\uFFFFb c", U' '), Pieces({U"a b", U"c"}));
+    EXPECT_EQ(splitUnquoted(U"\"a\uFFFFb\" c", U' '), Pieces({U"\"a b\"", U"c"}));
+}
+
 TEST(MaskQuoted, ReplacesDelimitersInsideQuotesOnly)
 {
     EXPECT_EQ(masked(U"a \"b c\" d", U' '), U"a \"b\uFFFFc\" d");

@@ -13,14 +13,14 @@ using test::kPlainCharacters;
 
 using Lines = std::vector<std::string>;
 
-/// What the help command lists an alias as.
+/// The line in which the help command lists an alias.
 std::string listed(const std::string& name, const Lines& lines)
 {
     return "    " + name + " -> \"" + test::joined(lines, "; ") + "\"";
 }
 
-/// The lines of an alias: without blanks at their ends, and the last one is not empty, since a semicolon only
-/// ends what is before it.
+/// The lines of an alias: no blanks at their ends, and the last one isn't empty, since a semicolon at the end
+/// adds no line.
 Lines aliasLines()
 {
     Lines lines = *rc::gen::container<Lines>(test::textOf(test::with(kPlainCharacters, {"/", "=", ">"})));
@@ -50,7 +50,7 @@ RC_GTEST_PROP(AliasProperties, HelpListsEachAliasAsItWasLastDefined, ())
 {
     Console console;
     std::map<std::u32string, std::pair<std::string, Lines>>
-        model; // the console's order is that of code points
+        model; // ordered by code points, like the console's table
     for (int count = *rc::gen::inRange(0, 8); count > 0; --count) {
         const std::string name = *test::someTextOf({"a", "b", "Z", "\u00E9", "\uFF5E", "\U0001F600"});
         const Lines lines = aliasLines();

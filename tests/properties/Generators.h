@@ -12,8 +12,8 @@
 
 namespace zephyr::test {
 
-/// A text of `longest` characters at most, each one of `characters`, in UTF-8. What a test types with the
-/// shortest ones stays far below what the input line has room for.
+/// A text of at most `longest` of the given `characters`, in UTF-8. With the default, what a test types stays
+/// far below the limit of the input line.
 inline rc::Gen<std::string> textOf(const std::vector<std::string>& characters, int longest = 10)
 {
     const auto picks = rc::gen::container<std::vector<std::string>>(rc::gen::elementOf(characters));

@@ -8,14 +8,14 @@
 
 namespace zephyr::test {
 
-/// What a host does with its painter before it draws the console.
+/// Sets a painter up as a host may before it draws the console.
 using PainterSetUp = std::function<void(QPainter&)>;
 
 /// The library's renderer and the plain one, given the same frames.
 class ComparedRenderers
 {
 public:
-    /// Whether both draw the same pixels over `canvas`, which may be any kind of image.
+    /// Whether both draw the same pixels over `canvas`, an image of any class.
     template <typename Canvas>
     testing::AssertionResult agreeOn(const ConsoleView& view, const Canvas& canvas,
                                      double elapsedSeconds = 0.0, const PainterSetUp& setUp = {})

@@ -43,10 +43,10 @@ inline int lineHeight()
     return QFontMetrics(*consoleFont()).height();
 }
 
-/// As a cursor or a scroll offset: beyond everything.
+/// A cursor position or scroll offset beyond every line and log.
 constexpr std::uint32_t kFarAway = std::numeric_limits<std::uint32_t>::max();
 
-/// The fields of a snapshot, those of a console in its first frame unless a test says otherwise.
+/// The fields of a snapshot. The defaults are those of a new console.
 struct ConsoleView
 {
     std::vector<console::LogEntry> log{};
@@ -105,7 +105,7 @@ inline ElapsedSimTime seconds(double value)
     return ElapsedSimTime(Time(value));
 }
 
-/// One frame that `renderer` draws over `canvas`.
+/// The next frame of `renderer`, drawn over `canvas`.
 inline QImage drawnBy(console::ConsoleRenderer& renderer, const ConsoleView& view, QImage canvas,
                       double elapsedSeconds = 0.0)
 {
@@ -115,7 +115,7 @@ inline QImage drawnBy(console::ConsoleRenderer& renderer, const ConsoleView& vie
     return canvas;
 }
 
-/// The first frame of a renderer over `canvas`.
+/// The first frame of a new renderer, drawn over `canvas`.
 inline QImage drawn(const ConsoleView& view, QImage canvas)
 {
     console::ConsoleRenderer renderer;
@@ -144,7 +144,8 @@ inline QImage drawnByHand(QImage canvas, const QSize& size, const std::vector<Pl
     return canvas;
 }
 
-/// `canvas`, of pixel ratio 1, with `lines` one below the other, the first one line height below the top.
+/// `canvas`, of pixel ratio 1, with `lines` below each other. The first baseline is a line height below the
+/// top.
 inline QImage linesByHand(const QImage& canvas, const std::vector<QString>& lines)
 {
     std::vector<PlacedText> texts;
@@ -154,7 +155,7 @@ inline QImage linesByHand(const QImage& canvas, const std::vector<QString>& line
     return drawnByHand(canvas, canvas.size(), texts);
 }
 
-/// Whether both images hold the same pixels; says where they begin to differ.
+/// Whether both images hold the same pixels. A failure names the first pixel that differs.
 inline testing::AssertionResult samePixels(const QImage& actual, const QImage& expected)
 {
     if (actual == expected) {

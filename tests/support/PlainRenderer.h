@@ -13,16 +13,16 @@ class QString;
 
 namespace zephyr::test {
 
-/// What a console renderer has to draw, drawn the long way: every line of the log is prepared and painted
-/// anew in every frame, whether or not it can be seen. It remembers nothing but the cursor's blinking.
+/// Draws what a console renderer must draw, the slow way: it prepares and paints every line of the log in
+/// every frame, visible or not. It keeps nothing from frame to frame but the cursor's blinking.
 class PlainRenderer
 {
 public:
-    /// Draws a frame `elapsedSeconds` after the one before. The painter is active, and the snapshot has a
-    /// font.
+    /// Draws a frame `elapsedSeconds` after the previous one. The painter must be active, and the snapshot
+    /// must have a font.
     void render(double elapsedSeconds, const console::ConsoleSnapshot& snapshot, QPainter& p);
 
-    /// The lines on the screen that `entry` takes: at least one.
+    /// The display lines of `entry`, at least one.
     static std::vector<QString> displayLines(const console::LogEntry& entry);
 
 private:

@@ -11,11 +11,9 @@ namespace zephyr::console {
 
 /// The words of one console line as a command sees them, with a trailing output redirection cut off.
 ///
-/// - It is: the parsed line, command word first. It is not: a parser; splitting a line into words is the
-///   console's business, and quote characters stay in the words.
-/// - Threads: a value without hidden state; const members may be called from any thread at once.
-/// - Ownership: it owns its words. References that it returns live as long as it does.
-/// - Failure: a missing word reads as the empty string; only cmd() without any word reports an assertion.
+/// The console splits the line into words; quote characters stay in them. A missing word reads as the empty
+/// string, and only cmd() without any word reports an assertion. References that the class returns live as
+/// long as the object. It is a plain value: several threads may read one object at once.
 ///
 /// | words | arguments | redirectTarget() | hasRedirectOpen() |
 /// |---|---|---|---|
@@ -28,12 +26,12 @@ namespace zephyr::console {
 class ConsoleArgs
 {
 public:
-    /// Takes the words of a line, command word first, and cuts the redirection off: the first word that is
-    /// exactly `>` or `>!` starts it, the last other word after it is the target, and a `>!` anywhere from
-    /// there on asks for the target to be opened.
+    /// Takes the words of a line, command word first, and cuts the redirection off. The first word that is
+    /// exactly `>` or `>!` starts it; the last other word after that is the target (docs/decisions.md,
+    /// oddity 17); a `>!` anywhere from there on asks for the target to be opened.
     ZEPHYR_CONSOLE_EXPORT ConsoleArgs(std::vector<std::u32string> words);
 
-    /// The command word (index 0). Without any word it reports the assertion `!mArgs.empty()` and answers an
+    /// The command word (index 0). Without any word it reports the assertion `!mArgs.empty()` and returns an
     /// empty string that lives as long as the program.
     ZEPHYR_CONSOLE_EXPORT const std::u32string& cmd() const;
 
@@ -43,20 +41,21 @@ public:
     /// The number of words, the command word included; the redirection is not counted.
     ZEPHYR_CONSOLE_EXPORT unsigned argCount() const;
 
-    /// Whether any word, the command word included, equals `word` in every code point.
+    /// Whether any word, the command word included, equals `word`. Case matters.
     ZEPHYR_CONSOLE_EXPORT bool isAnyArg(std::u32string_view word) const;
 
     /// Whether a redirect target was named.
     ZEPHYR_CONSOLE_EXPORT bool hasRedirect() const;
 
-    /// Whether `>!` asked for the target to be opened in its application, be a target named or not.
+    /// Whether `>!` asked for the target to be opened in its application, even if no target was named.
     ZEPHYR_CONSOLE_EXPORT bool hasRedirectOpen() const;
 
     /// A copy of the redirect target, empty when there is none.
     ZEPHYR_CONSOLE_EXPORT std::u32string redirectTarget() const;
 
     /// A copy of the word at `index` (0-based, 0 is the command word), or an empty string when `index` is
-    /// greater than argCount(). `index == argCount()` is outside the contract: ask argCount() first.
+    /// greater than argCount(). Never pass `argCount()` itself, which is outside the contract
+    /// (docs/decisions.md, oddity 15).
     std::u32string arg(unsigned index) const
     {
         return index < mArgs.size() ? mArgs[index] : std::u32string();

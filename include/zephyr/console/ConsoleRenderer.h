@@ -1,15 +1,13 @@
 #ifndef ZEPHYR_CONSOLE_CONSOLERENDERER_H
 #define ZEPHYR_CONSOLE_CONSOLERENDERER_H
 
+#include "zephyr/console/detail/BlinkClock.h"
 #include "zephyr/console/detail/Export.h"
-
-#include <QStaticText>
+#include "zephyr/console/detail/LineCache.h"
+#include "zephyr/console/detail/LowerEdge.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
-#include <string_view>
-#include <vector>
 
 class QFontMetrics;
 class QPainter;
@@ -25,50 +23,38 @@ class ConsoleSnapshot;
 /// Draws a ConsoleSnapshot with a painter: the background, the log above the prompt line, and a blinking
 /// cursor.
 ///
-/// - It is: the drawing half of a console, one renderer for one console throughout, since it keeps each log
-///   line's laid-out text under the line's index. It is not: a reader of the Console, nor a decider of
-///   whether to draw.
-/// - Threads: used by one thread at a time, usually the drawing thread. That thread must be the only one that
-///   measures with the snapshot's font while it draws.
-/// - Ownership: it owns its cache; painter, snapshot and time are only borrowed for the call.
+/// - Use one renderer for one console throughout: it keeps the laid-out text of each log line under the
+///   line's index. It doesn't look at the console itself; whether to draw is for the host to decide.
+/// - Threads: one thread at a time, usually the drawing thread. While it draws, no other thread may measure
+///   with the snapshot's font.
+/// - Ownership: painter, snapshot and time are borrowed for the call.
 /// - Failure: without a paint device or a font it reports an assertion and draws nothing. Qt's allocation
 ///   failures leave as exceptions.
 class ConsoleRenderer
 {
 public:
-    /// Draws one frame.
+    /// Draws one frame over the whole device.
     ///
-    /// \param elapsed the wall-clock time since the frame before, in seconds; it drives the cursor's blinking.
-    /// \param snapshot what to draw; its log must be a later state of the log drawn before.
-    /// \param p an active painter. The whole device is filled, in logical pixels. Pen, font and render hints
-    ///     are left changed; a host that needs them saves and restores the painter.
+    /// \param elapsed the wall-clock time since the frame before, in seconds; it makes the cursor blink.
+    /// \param snapshot what to draw; its log must be a later state of the log in the frame before.
+    /// \param p an active painter. Its pen, font and render hints are left changed: save and restore the
+    ///     painter to keep them.
     ///
-    /// The cost grows with what fits on the device, not with the log, where the device is an image or a window and the
-    /// painter is not transformed; elsewhere everything from the first line in view on is drawn. Only the first frame
-    /// that is scrolled back looks at each entry of the log once, and one that jumps from one end of the log to the
-    /// other makes room for what lies between.
+    /// On an image or a window, with a painter that isn't transformed, the cost grows with what fits on the
+    /// device and not with the log; elsewhere everything from the first line in view on is drawn. Two frames
+    /// cost more: the first one that is scrolled back looks at each entry of the log once, and one that jumps
+    /// from one end of the log to the other makes room for all entries in between.
     ZEPHYR_CONSOLE_EXPORT void render(const ElapsedSimTime& elapsed, const ConsoleSnapshot& snapshot,
                                       QPainter& p);
 
 private:
-    std::int64_t lowestTop(const ConsoleSnapshot& snapshot, std::u32string_view prompt, int height,
-                           const QPainter& p);
-    std::int64_t drawLog(const ConsoleSnapshot& snapshot, const QFontMetrics& metrics, int height,
-                         std::int64_t lowest, QPainter& p);
     std::size_t firstEntryToDraw(const ConsoleSnapshot& snapshot, int lineHeight, int height);
-    const std::vector<QStaticText>& displayLines(const ConsoleSnapshot& snapshot, std::size_t index);
-    std::vector<QStaticText>& cachedLines(std::size_t index);
-    void advanceBlinkClock(const ElapsedSimTime& elapsed, const ConsoleSnapshot& snapshot);
-    std::u32string inputWithCursor(const ConsoleSnapshot& snapshot) const;
+    std::int64_t drawLog(const ConsoleSnapshot& snapshot, std::size_t first, const QFontMetrics& metrics,
+                         std::int64_t edge, QPainter& p);
 
-    std::vector<std::vector<QStaticText>> mLineCache; // from the first entry that a frame reached to the last
-    std::size_t mFirstCached = 0;
-    std::uint32_t mLastCursorPos = 0;
-    double mBlinkTime = 0.0; // seconds since the cursor last moved
-
-    // How far text may reach up from below the device: counted once an entry, when first scrolled back.
-    std::size_t mEntriesCounted = 0;
-    std::size_t mMostMarks = 0;
+    detail::LineCache mLineCache;
+    detail::LowerEdge mLowerEdge;
+    detail::BlinkClock mBlinkClock;
 };
 
 } // namespace zephyr::console

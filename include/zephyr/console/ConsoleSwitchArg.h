@@ -11,11 +11,9 @@ class ConsoleArgs;
 
 /// One word of a line read as a switch: a slash, a name, and optionally an equals sign and a value.
 ///
-/// - It is: the two parts of one word, without their double quotes. It is not: a check; whether a switch is
-///   known and its value makes sense is the command's business.
-/// - Threads: a value; const members may be called from any thread at once.
-/// - Ownership: it copies what it needs; the arguments need not outlive it.
-/// - Failure: a word that is no switch has two empty parts.
+/// It holds copies of the two parts without their double quotes; both are empty for a word that is no switch.
+/// Whether the switch is known and its value makes sense is for the command to check. It is a plain value:
+/// several threads may read one object at once.
 ///
 /// | word | switchArg() | value() |
 /// |---|---|---|
@@ -28,15 +26,15 @@ class ConsoleArgs;
 class ConsoleSwitchArg
 {
 public:
-    /// Reads the word at `whichArg` (0-based, 0 is the command word). An index that is not less than
-    /// `args.argCount()` reports the assertion `whichArg < args.argCount()` and leaves both parts empty.
+    /// Reads the word at `whichArg` (0-based, 0 is the command word). An index beyond the last word reports
+    /// the assertion `whichArg < args.argCount()` and leaves both parts empty. `args` need not outlive the
+    /// object.
     ZEPHYR_CONSOLE_EXPORT ConsoleSwitchArg(const ConsoleArgs& args, unsigned whichArg);
 
     /// The switch with its leading slash, empty when the word is no switch.
     ZEPHYR_CONSOLE_EXPORT const std::u32string& switchArg() const;
 
-    /// The text between the first and the second equals sign that stand outside quotes, empty when there is
-    /// none.
+    /// The text between the first and the second equals sign outside quotes, empty when there is none.
     ZEPHYR_CONSOLE_EXPORT const std::u32string& value() const;
 
 private:

@@ -9,12 +9,10 @@ namespace zephyr::console {
 
 /// The command `run`: runs console files (`*.console`) by name and manages the runpath.
 ///
-/// - It is: a command that a host constructs and registers if it wants one. It is not: registered by the
-///   console itself.
-/// - Threads, ownership: as for every ConsoleCommand.
-/// - Failure: answered by lines in the console, except that an existence test that fails for another reason
-///   than a missing file (a name longer than the file system allows) throws
-///   `std::filesystem::filesystem_error`.
+/// The console doesn't register it by itself: a host that wants the command constructs and registers it.
+/// Threads and ownership are those of every ConsoleCommand. Failures are answered by lines in the console,
+/// with one exception: a file name that the file system can't even look up, such as one that is too long,
+/// throws `std::filesystem::filesystem_error`.
 ///
 /// | line | does |
 /// |---|---|
@@ -32,8 +30,9 @@ public:
     /// "run".
     std::u32string name() const override;
 
-    /// Runs an argument handler, or a console file by name. Throws what the file's commands throw, and
-    /// `std::filesystem::filesystem_error` ("exists") from the search of the runpath.
+    /// Runs the argument handler that the second word names, or else the console file of that name. Throws
+    /// what the file's commands throw, and `std::filesystem::filesystem_error` ("exists") from the search of
+    /// the runpath.
     void execute(const ConsoleArgs& args, Console& console) override;
 
 private:

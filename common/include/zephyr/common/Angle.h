@@ -3,16 +3,12 @@
 
 namespace zephyr {
 
-/// An angle in degrees.
-///
-/// - It is: one number that says its unit. It is not: normalised; 720 and -90 stay what they are.
-/// - Threads: an immutable value, usable from any thread.
-/// - Ownership: owns nothing.
-/// - Failure: none; any `double` is kept, infinities and NaN included.
+/// An angle in degrees, kept as it was given: nothing is normalised, and any `double` is allowed, infinities
+/// and NaN included.
 class Angle
 {
 public:
-    /// An angle of `degrees` degrees.
+    /// An angle of that many degrees.
     explicit constexpr Angle(double degrees) noexcept : mDegrees(degrees) {}
 
     /// The angle in degrees, as it was given.

@@ -7,48 +7,47 @@
 
 namespace zephyr {
 
-/// One programming error, as it is handed to Assert's handler. The texts are UTF-8, belong to the caller, and
-/// are valid only while the handler runs.
+/// One programming error, as Assert's handler gets it. The texts are UTF-8 and valid only while the handler
+/// runs.
 struct AssertFailure
 {
-    const char* source;     ///< Where it was found: a file or class name as the caller wrote it. May be null.
+    const char* source;     ///< The file or class that found it, as the caller wrote it. May be null.
     int line;               ///< The line in it, as the caller wrote it.
     const char* expression; ///< What should have been true, as source text. May be null.
-    const char* message;    ///< More words for a person, often empty. May be null.
-    bool canContinue;       ///< Whether the caller has a harmless way on.
+    const char* message;    ///< An explanation for people, often empty. May be null.
+    bool canContinue;       ///< Whether the caller can go on without harm.
 };
 
-/// Where programming errors are reported, and who decides what becomes of them.
+/// The place to report programming errors. The process has one handler that decides what to do about them;
+/// the default logs a warning through Qt. Nothing here stops the program.
 ///
-/// - It is: one handler for the process, with a warning in Qt's log as the default. It is not: a macro; it
-///   never stops the program itself.
-/// - Threads: any, all at once. No lock is held while the handler runs, so it may report, or replace itself.
-/// - Ownership: the handler is kept until it is replaced, and past the end of `main`; what it refers to must
+/// - Threads: all functions may be called from several threads at once. No lock is held while the handler
+///   runs, so it may report an error itself, or replace itself.
+/// - Ownership: the handler is kept until it is replaced, even past the end of `main`; what it refers to must
 ///   live as long.
-/// - Failure: none of its own; what a handler throws goes to the caller of notifyAssert().
+/// - Failure: what a handler throws reaches the caller of notifyAssert().
 struct Assert
 {
     /// Decides about a failure: `true` to go on, `false` to have the caller raise the platform's own
-    /// assertion. It is called on the thread that found the failure, and by several threads at once when
-    /// several find one.
+    /// assertion. It is called on the thread that found the failure, and so perhaps on several threads at
+    /// once.
     using Handler = std::function<bool(const AssertFailure&)>;
 
     /// Reports that `expression` was false in `line` of `source`, and returns what the handler answers:
-    /// `true` when it is handled and the caller goes on, `false` when the caller is to raise the platform's
-    /// own assertion.
+    /// `true` when the caller is to go on, `false` when it is to raise the platform's own assertion.
     ///
-    /// Without a handler it logs `source:line: assertion failed: expression`, and `: message` behind it where
-    /// there is one, through `qWarning` and returns `true`.
+    /// Without a handler it logs `source:line: assertion failed: expression` through `qWarning`, followed by
+    /// `: message` if there is a message, and returns `true`.
     ZEPHYR_COMMON_EXPORT static bool notifyAssert(const char* source, int line, const char* expression,
                                                   const char* message, bool canContinue);
 
-    /// Replaces the handler and returns a copy of the one before; an empty one stands for the default in both
-    /// directions, so that passing the answer back restores what was. A call of the handler before that
-    /// another thread has begun may still run when this returns.
+    /// Sets the handler and returns a copy of the previous one. An empty handler stands for the default, both
+    /// as argument and as result, so passing the result back restores the previous state. A call of the
+    /// previous handler on another thread may still be running when this returns.
     ZEPHYR_COMMON_EXPORT static Handler setHandler(Handler handler);
 
-    /// Whether checks that only matter to those who test the program are to be reported too; who makes such a
-    /// check asks this first. `true` at start.
+    /// Whether to report failures of checks that only matter to testers of the program. Code that makes such
+    /// a check asks this first. `true` at start.
     ZEPHYR_COMMON_EXPORT static bool showQAVerify();
 
     /// Sets what showQAVerify() answers, for all threads.

@@ -5,17 +5,12 @@
 
 namespace zephyr {
 
-/// A colour of 8 bits a channel: red, green, blue, and alpha from 0 (transparent) to 255 (opaque).
-///
-/// - It is: four numbers, not premultiplied. It is not: bound to a colour space, nor able to convert or to
-///   mix.
-/// - Threads: an immutable value, usable from any thread.
-/// - Ownership: owns nothing.
-/// - Failure: none.
+/// A colour with 8 bits a channel: red, green, blue, and alpha from 0 (transparent) to 255 (opaque). The
+/// channels are not premultiplied and belong to no colour space.
 class Color
 {
 public:
-    /// A colour of the four channels, opaque where no alpha is given.
+    /// A colour of these channels, opaque when no alpha is given.
     constexpr Color(std::uint8_t red, std::uint8_t green, std::uint8_t blue,
                     std::uint8_t alpha = 255) noexcept
         : mRed(red), mGreen(green), mBlue(blue), mAlpha(alpha)

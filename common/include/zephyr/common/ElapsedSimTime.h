@@ -5,13 +5,8 @@
 
 namespace zephyr {
 
-/// The time that passed from the previous frame of a simulation to this one.
-///
-/// - It is: what a host hands to everything that moves with time. It is not: a clock; it measures nothing
-///   itself.
-/// - Threads: an immutable value, usable from any thread.
-/// - Ownership: owns nothing.
-/// - Failure: none.
+/// The time from the previous frame of a simulation to this one, as the host measured it. A host hands it to
+/// everything that moves with time.
 class ElapsedSimTime
 {
 public:

@@ -8,21 +8,17 @@
 
 namespace zephyr {
 
-/// Conversions and trimming of text, which is UTF-8 in 8-bit strings and one code point a unit in 32-bit
-/// strings.
+/// Conversions and trimming of text: UTF-8 in 8-bit strings, one code point a unit in 32-bit strings.
 ///
-/// - It is: a handful of pure functions. It is not: a character database; combining marks stay code points.
-/// - Threads: any, all at once; nothing is kept and no locale is asked.
-/// - Ownership: views in, the caller's own copies out.
-/// - Failure: no text is refused; what can't be text becomes U+FFFD, the replacement character. Memory
-///   exhaustion leaves as `std::bad_alloc`. Texts must stay below 2^29 units.
+/// The functions are pure: any thread may call them, and no locale matters. No text is refused: what can't be
+/// text becomes U+FFFD, the replacement character. Texts must be shorter than 2^29 units. The cost is linear
+/// in the length. Only `std::bad_alloc` is thrown.
 ///
-/// Both directions keep U+0000, noncharacters such as U+FFFF, and U+FEFF wherever it stands, so that every
-/// sequence of scalar values (U+0000 to U+D7FF and U+E000 to U+10FFFF) comes back as it went. The cost is
-/// linear in the length.
+/// The conversions keep U+0000, noncharacters such as U+FFFF, and U+FEFF in any place, so every sequence of
+/// scalar values (U+0000 to U+D7FF and U+E000 to U+10FFFF) survives the way there and back unchanged.
 struct StringUtil
 {
-    /// `text` without the blanks at both ends: ASCII white space and UTF-8 byte order marks, in any order.
+    /// `text` without the blanks at its ends: ASCII white space and UTF-8 byte order marks, in any order.
     ///
     /// | text                              | answer   |
     /// |-----------------------------------|----------|
@@ -34,16 +30,16 @@ struct StringUtil
     /// White space is U+0009 to U+000D and U+0020. The text needn't be well-formed.
     ZEPHYR_COMMON_EXPORT static std::string trim(std::string_view text);
 
-    /// `text` without the blanks at both ends: code points with Unicode's White_Space property and U+FEFF, in
+    /// `text` without the blanks at its ends: code points with Unicode's White_Space property, and U+FEFF, in
     /// any order. U+200B isn't white space and stays.
     ZEPHYR_COMMON_EXPORT static std::u32string trim(std::u32string_view text);
 
-    /// The code points as UTF-8. Each value that is no scalar value, which is a surrogate (also as half of
-    /// what would be a pair in UTF-16) or above U+10FFFF, becomes one U+FFFD.
+    /// The code points as UTF-8. Each value that is no scalar value becomes one U+FFFD: a surrogate, even
+    /// next to one that would complete a UTF-16 pair, or a value above U+10FFFF.
     ZEPHYR_COMMON_EXPORT static std::string toString(std::u32string_view text);
 
-    /// The code points of UTF-8 text. Each maximal ill-formed part becomes one U+FFFD: a sequence that breaks
-    /// off, as far as it goes, and otherwise each byte that can't be part of a sequence.
+    /// The code points of UTF-8 text. Each maximal ill-formed part becomes one U+FFFD. Such a part is the
+    /// start of a sequence that breaks off, or else a single byte that can't be part of a sequence.
     ///
     /// | bytes                           | answer      |
     /// |---------------------------------|-------------|

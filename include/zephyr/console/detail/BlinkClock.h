@@ -24,8 +24,8 @@ public:
     /// The cursor position at the last advance(), in code points.
     std::uint32_t cursorPosition() const { return mLastCursorPos; }
 
-    /// Whether a cursor that changes `rate` times a second between shown and hidden is shown. A count of changes that
-    /// is not a number, or too large to be odd, shows it.
+    /// Whether a cursor that changes `rate` times a second between shown and hidden is shown. A count of
+    /// changes that is not a number, or too large to be odd, shows it.
     bool isCursorShown(double rate) const
     {
         constexpr double kAllEven = 9007199254740992.0; // 2^53: every double from here on is an even number
