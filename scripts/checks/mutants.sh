@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Changes one thing at a time in src/ and lists what no test notices: scripts/mutants.sh SECONDS
+# Changes one thing at a time in src/ and lists what no test notices: scripts/checks/mutants.sh SECONDS
 # Goes on where the last run ended, as long as the code is the same, and tries again what no test noticed then, but not
 # what a test noticed. Results are in build/mutants/results.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 if ! [[ ${1:-} =~ ^[0-9]+$ ]]; then
-  echo "usage: scripts/mutants.sh SECONDS" >&2
+  echo "usage: scripts/checks/mutants.sh SECONDS" >&2
   exit 2
 fi
 source scripts/packages.sh
@@ -33,4 +33,4 @@ for ((core = 0; core < $(nproc); ++core)); do
     -DCMAKE_CXX_FLAGS="-D_GLIBCXX_ASSERTIONS -g0" -DCMAKE_LINK_DEPENDS_NO_SHARED=ON -DZEPHYR_CONSOLE_BUILD_EXAMPLES=OFF \
     -DZEPHYR_CONSOLE_TEST_ROOMS="console;properties;faults;transcripts" >/dev/null
 done
-scripts/mutants.py src "$work/results" "$1" "${places[@]}"
+scripts/checks/mutants.py src "$work/results" "$1" "${places[@]}"

@@ -2,7 +2,7 @@
 # Takes every picture in docs/images anew, from the real program, and draws every diagram there. Look at each before you
 # commit it.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 source scripts/packages.sh
 scripts/install-packages.sh "${build_packages[@]}" "${docs_packages[@]}"
 

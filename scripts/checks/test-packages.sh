@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the Debian packages, and installs, uses and removes them as a user of this system would.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 source scripts/packages.sh
 scripts/install-packages.sh "${package_packages[@]}" pkg-config
 scripts/package.sh
@@ -50,7 +50,7 @@ for library in "${libraries[@]}"; do
 done
 
 mapfile -t documents < <(grep '\.md$' "$installed")
-/usr/bin/python3 scripts/check_links.py "${documents[@]}"
+/usr/bin/python3 scripts/checks/check_links.py "${documents[@]}"
 
 export QT_QPA_PLATFORM=offscreen
 cd "$work"

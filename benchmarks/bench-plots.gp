@@ -1,4 +1,4 @@
-# Draws what scripts/bench.sh measured: gnuplot -c scripts/bench-plots.gp FOLDER-WITH-DATA FOLDER-FOR-PICTURES
+# Draws what benchmarks/bench.sh measured: gnuplot -c benchmarks/bench-plots.gp FOLDER-WITH-DATA FOLDER-FOR-PICTURES
 data = ARG1 . "/"
 images = ARG2 . "/performance-"
 

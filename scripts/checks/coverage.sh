@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs every test with coverage and prints what of the libraries' lines and branches ran.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 source scripts/packages.sh
 scripts/install-packages.sh "${coverage_packages[@]}"
 

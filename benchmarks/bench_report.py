@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Reports what scripts/bench.sh measured: bench_report.py table|data FOLDER-WITH-JSON
+"""Reports what benchmarks/bench.sh measured: bench_report.py table|data FOLDER-WITH-JSON
 
 table: each figure against its floor, in Markdown.
 data:  the medians for plotting, one file a row: log length, then a column for each of COLUMNS.
@@ -130,7 +130,7 @@ def print_memory(results):
 
 def write_data(results, folder):
     if min(len(times) for (row, *_), times in results.times.items() if row != "memory") < FEWEST_REPETITIONS:
-        sys.exit("error: measured too seldom to be drawn: run scripts/bench.sh without arguments")
+        sys.exit("error: measured too seldom to be drawn: run benchmarks/bench.sh without arguments")
     for row in ROWS:
         lines = []
         for length in results.lengths(row):

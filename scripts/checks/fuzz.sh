@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Builds the fuzz targets with Clang, replays their corpus, and lets each look for new inputs: scripts/fuzz.sh SECONDS
+# Builds the fuzz targets with Clang, replays their corpus, and lets each look for new inputs: scripts/checks/fuzz.sh SECONDS
 # With 0 it only replays. A finding fails, and is kept in build/fuzz/findings.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 if ! [[ ${1:-} =~ ^[0-9]+$ ]]; then
-  echo "usage: scripts/fuzz.sh SECONDS" >&2
+  echo "usage: scripts/checks/fuzz.sh SECONDS" >&2
   exit 2
 fi
 seconds=$1

@@ -2,7 +2,7 @@
 # Runs every test program, but not what it starts, under Valgrind: an invalid access, a use of what was never set, or a
 # leak fails. Takes a quarter of an hour.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 source scripts/packages.sh
 scripts/install-packages.sh "${test_packages[@]}" valgrind
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds for release, runs every benchmark and prints each figure against its floor.
-# Arguments go to the benchmarks: scripts/bench.sh --benchmark_repetitions=1 --benchmark_min_time=0.001
+# Arguments go to the benchmarks: benchmarks/bench.sh --benchmark_repetitions=1 --benchmark_min_time=0.001
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
@@ -18,4 +18,4 @@ for program in build/bench/benchmarks/*_benchmark; do
   "$program" --benchmark_enable_random_interleaving=true --benchmark_repetitions=21 --benchmark_min_time=0.05 \
     "$@" --benchmark_out_format=json --benchmark_out="$results/$(basename "$program" _benchmark).json" >/dev/null
 done
-scripts/bench_report.py table "$results"
+benchmarks/bench_report.py table "$results"

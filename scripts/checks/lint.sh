@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs clang-tidy and cppcheck over the libraries and programs; any finding fails.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 cmake --preset lint >/dev/null
 cmake --build build/lint --target ZephyrConsoleQtObjects_autogen >/dev/null # whose result the kit's sources include
 if grep '"file":' build/lint/compile_commands.json | grep -v '/Unity/\|mocs_compilation' >&2; then

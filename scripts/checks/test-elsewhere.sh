@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Runs every test where things are otherwise: in a folder whose path has blanks and letters beyond ASCII, with unsigned
 # char, in the C locale, in one with a decimal comma, in one without UTF-8, and as a user without rights.
-# Arguments go to CTest: scripts/test-elsewhere.sh -R console
+# Arguments go to CTest: scripts/checks/test-elsewhere.sh -R console
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 source scripts/packages.sh
 scripts/install-packages.sh "${test_packages[@]}" locales util-linux
 
