@@ -1,5 +1,5 @@
 #include "Generators.h"
-#include "support/LogLine.h"
+#include "support/LogOf.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 
@@ -13,14 +13,14 @@ using test::kPlainCharacters;
 
 using Lines = std::vector<std::string>;
 
-/// What the help command lists an alias as.
+/// The line with which `help` lists an alias.
 std::string listed(const std::string& name, const Lines& lines)
 {
     return "    " + name + " -> \"" + test::joined(lines, "; ") + "\"";
 }
 
-/// The lines of an alias: without blanks at their ends, and the last one is not empty, since a semicolon only
-/// ends what is before it.
+/// The lines of an alias. None begins or ends with a blank, and the last one is not empty: a semicolon at the end
+/// begins no further line.
 Lines aliasLines()
 {
     Lines lines = *rc::gen::container<Lines>(test::textOf(test::with(kPlainCharacters, {"/", "=", ">"})));
@@ -32,13 +32,7 @@ Lines aliasLines()
 
 std::vector<std::string> textsAddedBy(const std::string& line, Console& console)
 {
-    const std::size_t before = console.snapshot().lines().size();
-    console.execute(StringUtil::toU32String(line));
-    std::vector<std::string> texts;
-    for (const test::LogLine& logged : test::logLines(console, before)) {
-        texts.push_back(logged.text);
-    }
-    return texts;
+    return test::textsOf(test::logOf(line, console));
 }
 
 std::string definition(const std::string& name, const Lines& lines)
@@ -50,7 +44,7 @@ RC_GTEST_PROP(AliasProperties, HelpListsEachAliasAsItWasLastDefined, ())
 {
     Console console;
     std::map<std::u32string, std::pair<std::string, Lines>>
-        model; // the console's order is that of code points
+        model; // ordered by code points, as in the console
     for (int count = *rc::gen::inRange(0, 8); count > 0; --count) {
         const std::string name = *test::someTextOf({"a", "b", "Z", "\u00E9", "\uFF5E", "\U0001F600"});
         const Lines lines = aliasLines();

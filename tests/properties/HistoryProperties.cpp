@@ -7,7 +7,7 @@
 namespace zephyr::console {
 namespace {
 
-/// The history as a user thinks of it: the lines that were submitted, and how far back he is.
+/// The history as a user sees it: the submitted lines, and how far back the user has gone.
 class HistoryModel
 {
 public:

@@ -3,6 +3,7 @@
 
 #include "sandbox/Sandbox.h"
 #include "support/ConsoleDriver.h"
+#include "support/LogOf.h"
 #include "zephyr/common/StringUtil.h"
 
 #include <gtest/gtest.h>
@@ -19,14 +20,10 @@ using Lines = std::vector<std::string>;
 class SandboxFixture : public testing::Test
 {
 protected:
-    /// What `line` writes to the log between its echo and the empty line behind it.
+    /// What `line` writes between its echo and the empty line that closes it.
     Lines answerTo(std::string_view line)
     {
-        const std::size_t before = sandbox.console().snapshot().lines().size();
-        sandbox.console().execute(StringUtil::toU32String(line));
-        Lines answer = driver.log(before + 1);
-        answer.pop_back();
-        return answer;
+        return textsOf(answer(StringUtil::toU32String(line), sandbox.console()));
     }
 
     /// What Tab offers, in order, for a line that is typed up to its end: the line after each press until the
