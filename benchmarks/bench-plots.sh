@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Draws docs/images/performance-*.png from what the last benchmarks/bench.sh measured. Look at them before you commit them.
+# Draws docs/images/performance-*.png from the last results of benchmarks/bench.sh. Look at the pictures before you commit
+# them.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh

@@ -8,14 +8,14 @@
 
 namespace zephyr::test {
 
-/// What a host does with its painter before it draws the console.
+/// Prepares a painter, as a host does before it draws the console.
 using PainterSetUp = std::function<void(QPainter&)>;
 
-/// The library's renderer and the plain one, given the same frames.
+/// The library's renderer and the plain one, which are given the same frames.
 class ComparedRenderers
 {
 public:
-    /// Whether both draw the same pixels over `canvas`, which may be any kind of image.
+    /// Whether both draw the same pixels over `canvas`, which can be any kind of image.
     template <typename Canvas>
     testing::AssertionResult agreeOn(const ConsoleView& view, const Canvas& canvas,
                                      double elapsedSeconds = 0.0, const PainterSetUp& setUp = {})

@@ -43,10 +43,10 @@ inline int lineHeight()
     return QFontMetrics(*consoleFont()).height();
 }
 
-/// As a cursor or a scroll offset: beyond everything.
+/// A cursor or scroll offset beyond every text and every log.
 constexpr std::uint32_t kFarAway = std::numeric_limits<std::uint32_t>::max();
 
-/// The fields of a snapshot, those of a console in its first frame unless a test says otherwise.
+/// The fields of a snapshot. By default, those of a new console.
 struct ConsoleView
 {
     std::vector<console::LogEntry> log{};
@@ -85,7 +85,7 @@ inline std::vector<console::LogEntry> numberedLog(int count)
     return log;
 }
 
-/// An image in which an opaque scene has been drawn, `size` in device pixels.
+/// An image with an opaque scene on it, `size` in device pixels.
 inline QImage scene(const QSize& size, double ratio = 1.0)
 {
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
@@ -105,7 +105,7 @@ inline ElapsedSimTime seconds(double value)
     return ElapsedSimTime(Time(value));
 }
 
-/// One frame that `renderer` draws over `canvas`.
+/// `canvas` after `renderer` drew one frame over it.
 inline QImage drawnBy(console::ConsoleRenderer& renderer, const ConsoleView& view, QImage canvas,
                       double elapsedSeconds = 0.0)
 {
@@ -115,21 +115,21 @@ inline QImage drawnBy(console::ConsoleRenderer& renderer, const ConsoleView& vie
     return canvas;
 }
 
-/// The first frame of a renderer over `canvas`.
+/// `canvas` after a new renderer drew its first frame over it.
 inline QImage drawn(const ConsoleView& view, QImage canvas)
 {
     console::ConsoleRenderer renderer;
     return drawnBy(renderer, view, std::move(canvas));
 }
 
-/// A text with its baseline, in logical pixels from the top.
+/// A text and the position of its baseline, in logical pixels from the top.
 struct PlacedText
 {
     int baseline;
     QString text;
 };
 
-/// `canvas` with the background over `size` logical pixels and each text on its baseline.
+/// `canvas` with the background over `size` logical pixels, and each text on its baseline.
 inline QImage drawnByHand(QImage canvas, const QSize& size, const std::vector<PlacedText>& texts)
 {
     QPainter p(&canvas);
@@ -144,7 +144,8 @@ inline QImage drawnByHand(QImage canvas, const QSize& size, const std::vector<Pl
     return canvas;
 }
 
-/// `canvas`, of pixel ratio 1, with `lines` one below the other, the first one line height below the top.
+/// `canvas` with the background and `lines` one below the other. The first baseline is one line height below
+/// the top. The canvas must have a pixel ratio of 1.
 inline QImage linesByHand(const QImage& canvas, const std::vector<QString>& lines)
 {
     std::vector<PlacedText> texts;
@@ -154,7 +155,7 @@ inline QImage linesByHand(const QImage& canvas, const std::vector<QString>& line
     return drawnByHand(canvas, canvas.size(), texts);
 }
 
-/// Whether both images hold the same pixels; says where they begin to differ.
+/// Whether both images hold the same pixels. A failure names the first pixel that differs.
 inline testing::AssertionResult samePixels(const QImage& actual, const QImage& expected)
 {
     if (actual == expected) {

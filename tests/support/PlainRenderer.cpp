@@ -29,7 +29,7 @@ int logicalLength(int devicePixels, const QPaintDevice& device)
     return static_cast<int>(std::trunc(devicePixels / device.devicePixelRatioF()));
 }
 
-/// What stands before, between and after the line feeds, but for an empty rest behind the last one.
+/// Splits `text` at its line feeds. Nothing follows a line feed at the end.
 std::vector<std::u32string> linesOf(const std::u32string& text)
 {
     std::vector<std::u32string> lines;
@@ -63,7 +63,7 @@ std::size_t firstEntry(const ConsoleSnapshot& snapshot, int lineHeight, int heig
         }
         ++fitting;
     }
-    // An offset past the oldest entry shows the log from its first one on.
+    // An offset beyond the oldest entry shows the log from its first entry on.
     return static_cast<std::size_t>(std::max<std::int64_t>(count - (offset + fitting), 0));
 }
 

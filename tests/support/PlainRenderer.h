@@ -13,16 +13,16 @@ class QString;
 
 namespace zephyr::test {
 
-/// What a console renderer has to draw, drawn the long way: every line of the log is prepared and painted
-/// anew in every frame, whether or not it can be seen. It remembers nothing but the cursor's blinking.
+/// Draws a console without any short cut: every frame prepares and paints every line of the log, visible or not.
+/// Between frames it remembers only the state of the blinking cursor.
 class PlainRenderer
 {
 public:
-    /// Draws a frame `elapsedSeconds` after the one before. The painter is active, and the snapshot has a
-    /// font.
+    /// Draws a frame, `elapsedSeconds` after the previous one. The painter must be active, and the snapshot must
+    /// have a font.
     void render(double elapsedSeconds, const console::ConsoleSnapshot& snapshot, QPainter& p);
 
-    /// The lines on the screen that `entry` takes: at least one.
+    /// The lines on the screen for `entry`, at least one.
     static std::vector<QString> displayLines(const console::LogEntry& entry);
 
 private:
