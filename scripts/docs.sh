@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the reference into build/docs/html, and the reference of the internals into build/docs/internals. Any warning of
-# Doxygen is an error.
+# Builds the reference into build/docs/html, and that of the internals into build/docs/internals. Any warning of Doxygen
+# is an error.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh

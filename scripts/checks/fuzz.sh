@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds the fuzz targets with Clang, replays their corpus, and lets each look for new inputs: scripts/checks/fuzz.sh SECONDS
+# Builds the fuzz targets with Clang, replays their corpus, then fuzzes each: scripts/checks/fuzz.sh SECONDS
 # With 0 it only replays. A finding is an error, and its input is kept in build/fuzz/findings.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
