@@ -1,5 +1,5 @@
-// What a frame costs with the console in it: full HD, premultiplied ARGB. The floor is the pixels and nothing
-// else: one fillRect() and a drawStaticText() for each log line that shows.
+// The cost of a frame with the console in it, in full HD and premultiplied ARGB. The floor only draws the pixels: one
+// fillRect(), and one drawStaticText() for each visible log line.
 
 #include "support/TextEdit.h"
 #include "support/Workload.h"
@@ -60,7 +60,7 @@ int linesThatFit(const QFont& font)
     return kHeight / QFontMetrics(font).height();
 }
 
-/// A snapshot that shows the newest lines, or the oldest that fill the view.
+/// A snapshot scrolled to the newest lines, or to the oldest ones.
 ConsoleSnapshot snapshotOf(std::size_t lines, View view)
 {
     Console console;
@@ -79,7 +79,7 @@ ConsoleSnapshot snapshotOf(std::size_t lines, View view)
             font};
 }
 
-/// The log lines that show in one view, drawn and nothing else.
+/// Draws the log lines that one view shows, and nothing else.
 class PlainFrame
 {
 public:
@@ -164,7 +164,7 @@ void renderFirstFrame(benchmark::State& state, View view)
     }
 }
 
-/// A renderer that has shown one end of the log only shows the other.
+/// A renderer that has only shown one end of the log shows the other.
 void jumpToOldest(benchmark::State& state)
 {
     Canvas canvas;
@@ -187,7 +187,7 @@ void refreshAndRender(benchmark::State& state)
     fillLog(console, logLength(state));
     ConsoleSnapshot snapshot = console.snapshot();
     console.newline();
-    console.refresh(snapshot); // makes room for as many lines again
+    console.refresh(snapshot); // doubles the room for lines
     ConsoleRenderer renderer;
     renderer.render(kFrameTime, snapshot, canvas.painter());
     for (auto _ : state) {

@@ -16,7 +16,7 @@ class TclInterpreter
 public:
     explicit TclInterpreter(const std::vector<std::string>& commandNames);
 
-    /// \return whether the line, parsed anew, ran.
+    /// Parses and runs a line. \return whether it succeeded.
     bool evaluate(const std::string& line);
 
 private:
@@ -29,7 +29,7 @@ class LuaInterpreter
 public:
     explicit LuaInterpreter(const std::vector<std::string>& functionNames);
 
-    /// \return whether the line, compiled anew, ran.
+    /// Compiles and runs a line. \return whether it succeeded.
     bool evaluate(const std::string& line);
 
 private:

@@ -1,4 +1,4 @@
-// What a key costs, which neither the log nor the history may change.
+// The cost of a key, which must not depend on the length of the log or the history.
 
 #include "support/Workload.h"
 
@@ -17,7 +17,7 @@ constexpr std::int64_t kKeysInLine = 1000;
 constexpr std::int64_t kShortHistory = 100;   // records
 constexpr std::int64_t kLongHistory = 100000; // records
 constexpr std::int64_t kUps = 10000;
-constexpr std::int64_t kFirstTabs = 1000; // an erasure lowers the line's limit, which is 2048 at first
+constexpr std::int64_t kFirstTabs = 1000; // each erasure lowers the limit of the line, which starts at 2048
 
 void type(Console& console, std::u32string_view text)
 {
@@ -31,8 +31,7 @@ void press(Console& console, int key)
     console.keyPressed(key, Qt::NoModifier, std::u32string());
 }
 
-/// Offers candidates that are moved out at once, so that only the console's part is measured from the second
-/// Tab on.
+/// Offers many candidates. The console asks for them at the first Tab, so every later Tab measures only the console.
 class ManyCandidates : public console::ConsoleCommand
 {
 public:
@@ -45,7 +44,7 @@ public:
     }
 };
 
-/// An open console with a log and a history. Each record writes to the log as well.
+/// An open console with a log and a history. Each record of the history also adds to the log.
 std::unique_ptr<Console> usedConsole(const benchmark::State& state)
 {
     auto console = std::make_unique<Console>();
@@ -77,7 +76,7 @@ void pressFirstTab(benchmark::State& state)
     type(*console, U"choose ");
     for (auto _ : state) {
         press(*console, Qt::Key_Tab);
-        // The line is edited, so that the next Tab asks again.
+        // Edit the line, so that the next Tab asks for candidates again.
         press(*console, Qt::Key_Backspace);
         type(*console, U"e");
     }

@@ -1,4 +1,4 @@
-// What running a line costs among a thousand commands, one line at a time and from a file.
+// The cost of running a line with a thousand commands registered: single lines, and a file.
 
 #include "Interpreters.h"
 #include "support/Workload.h"
@@ -66,7 +66,7 @@ std::unique_ptr<Console> readyConsole(std::size_t lines)
     return console;
 }
 
-/// Splitting, one look-up in an ordered map, one call and two appends.
+/// The floor: one split, one look-up in an ordered map, one call and two appends.
 class PlainDispatcher
 {
 public:

@@ -1,4 +1,4 @@
-// What the log costs: a snapshot of it, and a line written to it.
+// The cost of the log: taking a snapshot, and writing a line.
 
 #include "support/TextEdit.h"
 #include "support/Workload.h"
@@ -90,7 +90,7 @@ void writeToStream(benchmark::State& state)
     }
 }
 
-/// Writes as often as the benchmark says.
+/// Writes one line in each iteration.
 class WriteCommand : public console::ConsoleCommand
 {
 public:

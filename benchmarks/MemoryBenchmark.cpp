@@ -1,5 +1,5 @@
-// What a log line costs in memory: what the allocator holds more, its own overhead and spare room included,
-// divided by the lines. Every figure is the same in each run; the times mean nothing.
+// The memory of a log line: the growth of the allocated memory, overhead and spare room included, divided by the number
+// of lines. The figures are the same in every run. The times mean nothing.
 
 #include "support/Workload.h"
 #include "zephyr/common/ElapsedSimTime.h"
@@ -23,14 +23,14 @@ using console::ConsoleSnapshot;
 
 const ElapsedSimTime kFrameTime(Time(1.0 / 60.0));
 
-/// Bytes that the allocator has handed out.
+/// Bytes currently allocated.
 double bytesInUse()
 {
     const struct mallinfo2 info = mallinfo2();
     return static_cast<double>(info.uordblks + info.hblkhd);
 }
 
-/// Reports what the allocator has handed out since `before`, by line.
+/// Reports the bytes allocated since `before`, divided by the number of lines.
 void reportSince(benchmark::State& state, double before)
 {
     state.counters["bytes_per_line"] = (bytesInUse() - before) / static_cast<double>(state.range(0));
@@ -75,12 +75,12 @@ void measureRefreshedSnapshot(benchmark::State& state)
         console.newline();
         const double before = bytesInUse();
         ConsoleSnapshot snapshot = earlier;
-        console.refresh(snapshot); // makes room for more
+        console.refresh(snapshot); // grows the room for lines
         reportSince(state, before);
     }
 }
 
-/// A renderer that has drawn the newest lines of a log, in an image of full HD.
+/// A renderer that drew the newest lines of a log into a full HD image.
 class DrawnLog
 {
 public:
@@ -89,14 +89,14 @@ public:
         mConsole.open();
         fillLog(mConsole, lines);
         mConsole.refresh(mSnapshot);
-        ConsoleRenderer().render(kFrameTime, mSnapshot, mPainter); // so that Qt has the letters already
+        ConsoleRenderer().render(kFrameTime, mSnapshot, mPainter); // so that Qt already has the letters
     }
 
     void drawFrame() { mRenderer.render(kFrameTime, mSnapshot, mPainter); }
 
     void drawEveryLine()
     {
-        constexpr double kDegreesOfHalfAPage = 300.0; // 30 lines, fewer than fit
+        constexpr double kDegreesOfHalfAPage = 300.0; // 30 lines, fewer than a page
         for (std::uint32_t scrolled = 1; mSnapshot.scrollOffset() != scrolled; mConsole.refresh(mSnapshot)) {
             drawFrame();
             scrolled = mSnapshot.scrollOffset();

@@ -1,6 +1,6 @@
-# The Debian packages libzephyrconsole1, libzephyrconsole-dev and zephyr-sandbox, by CPack. The preset "package" sets what
-# they need besides: the prefix /usr and no run paths, as the system's loader finds the libraries.
-option(ZEPHYR_CONSOLE_DEBIAN_FILES "Install what Debian packages carry besides: copyright and changelog" OFF)
+# Makes the Debian packages libzephyrconsole1, libzephyrconsole-dev and zephyr-sandbox with CPack. The preset "package" sets
+# the rest: the prefix /usr, and no run paths, since the system's loader finds the libraries.
+option(ZEPHYR_CONSOLE_DEBIAN_FILES "Install the copyright and changelog of the Debian packages" OFF)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME zephyrconsole)
@@ -44,7 +44,8 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
 set(CPACK_DEBIAN_SANDBOX_DESCRIPTION
   "${about}\n\nThis package holds a wind simulation that is worked by typing.")
 
-# zephyr_install_debian_files(COMPONENT package): what each Debian package has in its documentation folder.
+# zephyr_install_debian_files(COMPONENT package)
+# Installs the copyright and changelog of a Debian package.
 function(zephyr_install_debian_files component package)
   set(changelog ${PROJECT_BINARY_DIR}/debian/changelog.Debian.gz)
   install(FILES ${PROJECT_SOURCE_DIR}/packaging/debian/copyright ${changelog}

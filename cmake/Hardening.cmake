@@ -1,5 +1,5 @@
-# What distributions build with: checked calls of the C library, guarded stacks, and tables that are read-only once a
-# program runs. Not under sanitizers, which check more.
+# The hardening that distributions build with: checked calls of the C library, stack protectors, and relocation tables that
+# are read-only once a program runs. Sanitizers check more, and do without it.
 add_library(zephyr_hardening INTERFACE)
 if(NOT ZEPHYR_CONSOLE_SANITIZERS AND CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   target_compile_options(zephyr_hardening INTERFACE

@@ -1,15 +1,16 @@
 include(CMakePackageConfigHelpers)
 include(GenerateExportHeader)
 
-# zephyr_compile_settings(TARGET): the language level, visibility, warnings, instrumentation and hardening that
-# hold for all code of this project.
+# zephyr_compile_settings(TARGET)
+# Sets the language level, visibility, warnings, instrumentation and hardening of all code in this project.
 function(zephyr_compile_settings target)
   target_compile_features(${target} PUBLIC cxx_std_17 PRIVATE cxx_std_20)
   set_target_properties(${target} PROPERTIES
     CXX_EXTENSIONS OFF
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON
-    POSITION_INDEPENDENT_CODE ON)
+    POSITION_INDEPENDENT_CODE ON
+    UNITY_BUILD OFF) # whatever a product sets for its own sources
   target_link_libraries(${target} PRIVATE
     $<BUILD_INTERFACE:zephyr_warnings> $<BUILD_INTERFACE:zephyr_instrumentation>
     $<BUILD_INTERFACE:zephyr_hardening>)
@@ -17,8 +18,9 @@ endfunction()
 
 # zephyr_add_library(TARGET ALIAS name PACKAGE package EXPORT_HEADER path MACRO prefix HEADERS dir LINKS target...
 #   SOURCES file...)
-# A versioned shared library TARGET, alias Zephyr::name, installed with its headers in the CMake package `package`. Its
-# objects are compiled once, as TARGETObjects, so that tests of what is not exported can link the same code.
+# Adds a versioned shared library TARGET with the alias Zephyr::name, and installs it with its headers in the CMake package
+# `package`. Its objects are compiled once, as TARGETObjects, so that tests of symbols that aren't exported link the same
+# code.
 function(zephyr_add_library target)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "ALIAS;PACKAGE;EXPORT_HEADER;MACRO;HEADERS" "SOURCES;LINKS")
   add_library(${target}Objects OBJECT ${arg_SOURCES})
@@ -38,11 +40,11 @@ function(zephyr_add_library target)
     target_link_libraries(${built} PUBLIC ${arg_LINKS})
   endforeach()
 
-  # Templates of the standard library are instantiated with default visibility; the version script keeps what is
-  # exported to this project's own names.
+  # Templates of the standard library are instantiated with default visibility. The version script limits the exports to
+  # this project's own names.
   set(version_script ${PROJECT_SOURCE_DIR}/cmake/exports.map)
   target_link_options(${target} PRIVATE LINKER:--version-script=${version_script})
-  if(NOT ZEPHYR_CONSOLE_SANITIZERS) # whose runtime may be left to the program
+  if(NOT ZEPHYR_CONSOLE_SANITIZERS) # a sanitizer's runtime may be linked by the program only
     target_link_options(${target} PRIVATE LINKER:--no-undefined)
   endif()
   set_target_properties(${target} PROPERTIES
@@ -54,7 +56,7 @@ function(zephyr_add_library target)
 endfunction()
 
 # zephyr_install_library(TARGET package headers...)
-# Installs TARGET as a part of the CMake package `package`, the headers below each folder, and a pkg-config file from
+# Installs TARGET in the CMake package `package`, the headers below each folder, and a pkg-config file made from
 # cmake/TARGET.pc.in.
 function(zephyr_install_library target package)
   install(TARGETS ${target} EXPORT ${target}Targets
@@ -67,7 +69,7 @@ function(zephyr_install_library target package)
   install(EXPORT ${target}Targets NAMESPACE Zephyr:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/${package}
     COMPONENT Development)
 
-  # What is installed may be moved: the paths in it begin at the file itself.
+  # An installation may be moved, so its paths are relative to the file that holds them.
   set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
   cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}/${pkgconfig_dir}
     OUTPUT_VARIABLE prefix_from_pkgconfig)
@@ -76,7 +78,7 @@ function(zephyr_install_library target package)
 endfunction()
 
 # zephyr_install_package(PACKAGE)
-# Installs the CMake package PACKAGE from cmake/PACKAGEConfig.cmake.in, which is of the project's version.
+# Installs the CMake package PACKAGE, made from cmake/PACKAGEConfig.cmake.in, with the project's version.
 function(zephyr_install_package package)
   set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/${package})
   set(config ${PROJECT_BINARY_DIR}/cmake/${package}Config.cmake)

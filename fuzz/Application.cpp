@@ -6,7 +6,7 @@
 using zephyr::Assert;
 using zephyr::AssertFailure;
 
-/// Called by the fuzzer once, before the first input: the application that fonts and the clipboard need.
+/// Creates the application that fonts and the clipboard need. The fuzzer calls this once, before the first input.
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");

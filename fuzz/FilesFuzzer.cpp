@@ -1,4 +1,4 @@
-// The bytes of a console file through Console::runFile() and through the command `run`.
+// Runs any bytes as a console file, with Console::runFile() and with the command `run`.
 
 #include "FuzzedConsole.h"
 #include "Require.h"
@@ -17,7 +17,7 @@ using console::Console;
 
 constexpr std::size_t kMostLines = 200;
 
-/// `bytes` with each line confined; of the rest no byte changes.
+/// `bytes` with each line confined, and otherwise unchanged.
 std::string confinedFile(std::string_view bytes)
 {
     std::string file;
@@ -31,7 +31,7 @@ std::string confinedFile(std::string_view bytes)
     return file;
 }
 
-/// The lines of the file that are run: all but the empty ones and the comments.
+/// The number of lines in the file that run: all except empty lines and comments.
 std::size_t runLines(std::string_view file)
 {
     std::size_t count = 0;
@@ -61,10 +61,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     const std::string file = fuzz::confinedFile({reinterpret_cast<const char*>(bytes), size});
     const std::size_t lines = fuzz::runLines(file);
     if (lines > fuzz::kMostLines) {
-        return 0; // many lines take long and show nothing that fewer do not
+        return 0; // many lines take long, and show nothing that a few do not
     }
     fuzz::FuzzedConsole fuzzed;
-    const test::TemporaryDirectory elsewhere; // where no line of the file writes
+    const test::TemporaryDirectory elsewhere; // no line of the file writes there
     const std::filesystem::path path = elsewhere.write("input.console", file);
     const bool threw = fuzzed.step(
         [&path](console::Console& console) { fuzz::require(console.runFile(path), "the file opens"); });

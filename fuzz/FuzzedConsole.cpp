@@ -39,7 +39,7 @@ FuzzedConsole::FuzzedConsole() : mLatest(mConsole.snapshot())
     mConsole.registerCommand(std::make_unique<GuardedRun>(mBudget));
     registerHostCommands(mConsole, mBudget);
     const std::vector<std::filesystem::path> runPaths = mConsole.runPaths();
-    mConsole.removeRunpath(runPaths.front()); // where the fuzzer itself lies
+    mConsole.removeRunpath(runPaths.front()); // the fuzzer's own directory
 }
 
 bool FuzzedConsole::step(const std::function<void(Console&)>& run)
@@ -94,7 +94,7 @@ void FuzzedConsole::checkAppearance(const ConsoleSnapshot& snapshot) const
 
 void FuzzedConsole::check()
 {
-    const ConsoleSnapshot snapshot = mConsole.snapshot(); // hangs or throws if the mutex is still held
+    const ConsoleSnapshot snapshot = mConsole.snapshot(); // hangs or throws if the mutex is still locked
     checkLog(snapshot);
     checkInput(snapshot);
     checkAppearance(snapshot);

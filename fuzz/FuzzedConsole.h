@@ -12,8 +12,8 @@
 
 namespace zephyr::fuzz {
 
-/// A console with a host's commands, in an empty current directory of its own, whose promises are checked
-/// after each step.
+/// A console with a host's commands, in an empty current directory of its own. Each step is followed by a check
+/// of what the console promises.
 class FuzzedConsole
 {
 public:
@@ -22,11 +22,11 @@ public:
     console::Console& console() { return mConsole; }
     std::filesystem::path directory() const { return mDirectory.path(); }
 
-    /// Runs `run`, lets through what a console may throw, and checks what holds after every step. Answers
-    /// whether it threw.
+    /// Calls `run`, catches the exceptions that a console may throw, and checks what holds after every step.
+    /// \return whether `run` threw.
     bool step(const std::function<void(console::Console&)>& run);
 
-    /// Whether a command of the last step has run lines of its own.
+    /// Whether a command in the last step ran lines itself.
     bool ranInnerLines() const { return mBudget.ranInnerLines; }
 
 private:
@@ -39,10 +39,10 @@ private:
     test::WorkingDirectory mWorkingDirectory{mDirectory.path()};
     Budget mBudget;
     console::Console mConsole;
-    console::ConsoleSnapshot mLatest; // brought up to date after each step
+    console::ConsoleSnapshot mLatest; // refreshed after each step
 };
 
-/// `line` without the slashes behind its first `>`, so that no redirection leaves the current directory.
+/// `line` without the slashes after its first `>`, so that no redirection leaves the current directory.
 std::u32string confined(std::u32string line);
 
 } // namespace zephyr::fuzz

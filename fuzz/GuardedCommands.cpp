@@ -12,7 +12,7 @@ namespace {
 
 using AliasTable = console::AliasConsoleCommand::AliasTable;
 
-constexpr std::size_t kMostLines = 64; // that one alias may stand for
+constexpr std::size_t kMostLines = 64; // in one alias, after expansion
 constexpr char32_t kMask = 0xFFFF;
 
 std::u32string unmasked(std::u32string text)
@@ -21,8 +21,8 @@ std::u32string unmasked(std::u32string text)
     return text;
 }
 
-/// At least the number of lines that `name` stands for, with those of every alias that its lines might
-/// mention; `depth` ends the walk around a circle.
+/// An upper bound for the number of lines that `name` expands to, including every alias that its lines might
+/// mention. `depth` ends the walk if aliases form a circle.
 std::size_t linesOf(const AliasTable& aliases, const std::u32string& name, std::size_t depth)
 {
     if (depth > aliases.size()) {
@@ -55,7 +55,7 @@ void GuardedAlias::execute(const console::ConsoleArgs& args, console::Console& c
     }
     --mBudget.aliasDefinitions;
     AliasConsoleCommand::execute(args, console);
-    // The table was harmless before, so that only what this line defined can make it otherwise.
+    // The table was harmless before, so only the alias from this line can be harmful.
     if (mAliases.contains(args.subCmd()) &&
         std::any_of(mAliases.begin(), mAliases.end(),
                     [this](const auto& a) { return linesOf(mAliases, a.first, 0) > kMostLines; })) {

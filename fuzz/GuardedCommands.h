@@ -7,9 +7,9 @@
 
 namespace zephyr::fuzz {
 
-/// The command `alias` without what the console lets a user do at his own risk: an alias that leads back to
-/// itself, which ends the program, or that stands for more lines than a fuzzer has time for, is taken away
-/// again.
+/// The command `alias` without the definitions that the console leaves to a user's own risk. It removes an alias
+/// that leads back to itself, which would crash the program, and one that expands to more lines than a fuzzer has
+/// time for.
 class GuardedAlias : public console::AliasConsoleCommand
 {
 public:
@@ -21,7 +21,7 @@ private:
     Budget& mBudget;
 };
 
-/// The command `run`, as often in one step as the budget allows: a console file may run itself.
+/// The command `run`, limited by the budget of a step, since a console file may run itself.
 class GuardedRun : public console::RunConsoleFileCommand
 {
 public:

@@ -15,7 +15,7 @@ namespace {
 using console::Console;
 using console::ConsoleArgs;
 
-constexpr std::size_t kLongWord = 2100; // code points, more than the input line has room for
+constexpr std::size_t kLongWord = 2100; // code points, more than fit into the input line
 
 std::u32string joinedArguments(const ConsoleArgs& args)
 {
@@ -34,7 +34,7 @@ std::vector<std::u32string> candidatesFor(const ConsoleArgs& args)
     return {U"alpha", U"beta gamma", U"", std::u32string(kLongWord, U'w'), args.subCmd()};
 }
 
-/// Runs `run` if this step may still run lines inside commands.
+/// Calls `run` if commands may still run lines in this step.
 template <typename Run>
 void runInside(Budget& budget, Run run)
 {

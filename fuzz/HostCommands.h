@@ -9,24 +9,24 @@ class Console;
 
 namespace zephyr::fuzz {
 
-/// What the commands of one step may still do of what might never end.
+/// Limits for what could otherwise go on for ever, within one step.
 struct Budget
 {
-    unsigned innerLines = 0;       ///< Lines that commands may run.
-    unsigned aliasDefinitions = 0; ///< Aliases that may be defined.
-    bool ranInnerLines = false;    ///< Whether a command has run lines.
+    unsigned innerLines = 0;       ///< Lines that commands may still run.
+    unsigned aliasDefinitions = 0; ///< Aliases that may still be defined.
+    bool ranInnerLines = false;    ///< Whether a command ran lines.
 };
 
-/// What the command `fail` throws.
+/// The exception of the command `fail`.
 class CommandFailure : public std::runtime_error
 {
 public:
     CommandFailure() : std::runtime_error("no wind") {}
 };
 
-/// Registers commands as a host has them, well-behaved ones and others: `say`, `many`, `fail`, `pick`
-/// (completes), `nest` (runs a line), `press` (Enter), `swap` (registers), `quit` and `reopen`.
-/// `budget` must outlive the console.
+/// Registers commands such as hosts have, both well-behaved and not: `say`, `many`, `fail`, `pick` (completes),
+/// `nest` (runs a line), `press` (presses Enter), `swap` (registers a command), `quit` and `reopen`. `budget` must
+/// outlive the console.
 void registerHostCommands(console::Console& console, Budget& budget);
 
 } // namespace zephyr::fuzz

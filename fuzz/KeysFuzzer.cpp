@@ -1,5 +1,5 @@
-// Keys with modifiers and texts, the wheel, window sizes, the clipboard, lines, opening and closing, in any order, against
-// one console.
+// Drives one console with keys, modifiers, texts, wheel turns, window sizes, the clipboard, lines, opening and closing,
+// in any order.
 
 #include "FuzzedConsole.h"
 #include "Require.h"
@@ -27,8 +27,8 @@ constexpr std::array<const char32_t*, 18> kWords{U"say",  U"many", U"fail", U"pi
                                                  U"swap", U"quit", U"run",  U"alias", U"reopen", U"help",
                                                  U"*",    U">",    U">!",   U"out",   U"list",   U"\"a b\""};
 
-/// A code point, mostly a small one; also values that are none. No slash, as lines put together of keys may
-/// redirect.
+/// A code point, usually a small one, or a value that is none. Never a slash: a typed line can redirect, and must
+/// not write outside the current directory.
 char32_t codePoint(FuzzedDataProvider& data)
 {
     const char32_t value = data.ConsumeBool() ? data.ConsumeIntegralInRange<std::uint32_t>(U' ', U'z')

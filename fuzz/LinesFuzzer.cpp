@@ -1,4 +1,4 @@
-// Lines, separated by line feeds, through Console::execute(), with redirections into a directory of their own.
+// Executes lines, separated by line feeds, with redirections into a temporary directory.
 
 #include "FuzzedConsole.h"
 #include "Require.h"
@@ -25,9 +25,9 @@ using console::ConsoleArgs;
 using console::ConsoleSnapshot;
 
 constexpr std::size_t kMostSteps = 60;
-constexpr std::size_t kLongestName = 255; // bytes that the file system takes
+constexpr std::size_t kLongestName = 255; // bytes, the limit of the file system
 
-/// The log lines from `first` up to but not including `end`, as a redirect file has to hold them.
+/// The log lines in [first, end), as a redirect file must hold them.
 std::string fileText(const ConsoleSnapshot& snapshot, std::size_t first, std::size_t end)
 {
     std::string text;
@@ -37,7 +37,7 @@ std::string fileText(const ConsoleSnapshot& snapshot, std::size_t first, std::si
     return text;
 }
 
-/// Whether `path` holds exactly `text`; a name that can't be a file's holds nothing.
+/// Whether the file at `path` holds exactly `text`. False if no file can have that name.
 bool holds(const std::string& path, const std::string& text)
 {
     if (path.empty() || path.size() > kLongestName || fs::is_directory(path)) {
@@ -57,7 +57,7 @@ std::vector<std::u32string> wordsOf(std::u32string line)
     return words;
 }
 
-/// Follows the redirect stream over lines whose commands run no lines themselves.
+/// Follows the redirect stream through lines whose commands run no lines themselves.
 class RedirectWatch
 {
 public:
@@ -66,7 +66,7 @@ public:
     void execute(const std::u32string& line)
     {
         const std::size_t before = logSize();
-        // Asked before the line runs, which may change the tables.
+        // Look before the line runs, since it may change the tables.
         const std::optional<ConsoleArgs> command = commandOf(line);
         const bool isAlias = leadsToAlias(line);
         const bool threw = mFuzzed.step([&line](Console& console) { console.execute(line); });
@@ -78,12 +78,12 @@ public:
     }
 
 private:
-    /// What the stream has been opened for: a file, and the log lines that belong in it.
+    /// An open redirection: a file, and the log lines that belong in it.
     struct Redirection
     {
         std::string path;
         std::size_t first;
-        std::optional<std::size_t> end; // where nothing more was written
+        std::optional<std::size_t> end; // empty while lines still go to the file
     };
 
     std::size_t logSize() { return mFuzzed.console().snapshot().lines().size(); }
@@ -107,13 +107,14 @@ private:
     {
         const std::string target = StringUtil::toString(command.redirectTarget());
         if (mIsKnown && !target.empty()) {
-            openFor(target.c_str(), before + 1); // the system ends a name at its first zero
+            openFor(target.c_str(), before + 1); // a file name ends at its first zero byte
         }
         if (threw) {
             return;
         }
         if (mIsKnown && mOpen) {
-            const std::size_t end = mOpen->end.value_or(logSize() - 1); // without the empty line after it
+            const std::size_t end =
+                mOpen->end.value_or(logSize() - 1); // without the empty line that closes the answer
             require(holds(mOpen->path, fileText(mFuzzed.console().snapshot(), mOpen->first, end)),
                     "a redirect file holds the lines that were logged");
         }
@@ -124,7 +125,7 @@ private:
     void openFor(std::string path, std::size_t first)
     {
         if (mOpen) {
-            // It is open still, as a command threw: this ends what reaches the file.
+            // The stream is still open because a command threw. Nothing from here on reaches the file.
             mOpen->end = mOpen->end.value_or(first);
         } else {
             mOpen = Redirection{std::move(path), first, std::nullopt};

@@ -1,5 +1,5 @@
-// Snapshots of a growing log with any text, indent, offset, cursor and time, on devices of any size and ratio, drawn as the
-// plain renderer draws them.
+// Compares the renderer with the plain one: snapshots of a growing log with any text, indent, offset, cursor and time, on
+// devices of any size and pixel ratio.
 
 #include "Require.h"
 #include "support/PlainRenderer.h"
@@ -55,7 +55,7 @@ console::LogEntry entry(FuzzedDataProvider& data)
     return {text(data, 20), data.PickValueInArray(kTypes), data.ConsumeIntegralInRange<std::uint32_t>(0, 40)};
 }
 
-/// A small number mostly, else any.
+/// Usually a small number, sometimes any number.
 std::uint32_t count(FuzzedDataProvider& data, std::uint32_t most)
 {
     return data.ConsumeIntegralInRange(0, 7) > 0 ? data.ConsumeIntegralInRange(0U, most)
@@ -101,7 +101,7 @@ QImage drawnPlainly(const QImage& blank, double seconds, const console::ConsoleS
     return drawn;
 }
 
-/// Whether Qt draws `line` no further above its place than its marks reach.
+/// Whether Qt draws `line` no higher above its place than its marks reach.
 bool isDrawnInPlace(const QString& line, const QFont& font, double ratio)
 {
     constexpr int kAbove = 1200; // device pixels
@@ -123,8 +123,8 @@ bool isDrawnInPlace(const QString& line, const QFont& font, double ratio)
                        [](uchar byte) { return byte == 0; });
 }
 
-/// Whether Qt draws every line of a frame in its place. Where the ratio isn't 1 it draws letters of scripts that no font
-/// has hundreds of pixels above: those of lines below the device, too, which the library doesn't draw.
+/// Whether Qt draws every line of a frame in its place. If the pixel ratio isn't 1, it draws letters that no font has
+/// hundreds of pixels too high. Letters of lines below the device, which the library doesn't draw, would then show.
 bool isAllInPlace(const console::ConsoleSnapshot& shown, double ratio)
 {
     const auto isInPlace = [&](const QString& line) { return isDrawnInPlace(line, *shown.font(), ratio); };
@@ -136,7 +136,7 @@ bool isAllInPlace(const console::ConsoleSnapshot& shown, double ratio)
            });
 }
 
-/// The library's renderer and the plain one, drawing the same frames.
+/// The library's renderer and the plain one, which draw the same frames.
 class Frames
 {
 public:
@@ -159,7 +159,7 @@ public:
         QPainter p(&drawn);
         mRenderer.render(ElapsedSimTime(Time(seconds)), shown, p);
         p.end();
-        // Before and after, since Qt once drew the same letters a shade differently, and not again for the same input.
+        // Check before and after: Qt once drew the same letters a shade differently, and not again for the same input.
         const QImage after = drawnPlainly(blank, seconds, shown, mPlain);
         require(drawn == before || drawn == after || !isAllInPlace(shown, blank.devicePixelRatio()),
                 "the renderer draws what the plain one draws");

@@ -6,7 +6,7 @@
 
 namespace zephyr::fuzz {
 
-/// Ends the program, which the fuzzer counts as a finding, when a promise does not hold.
+/// Ends the program if a promise does not hold, which the fuzzer reports as a finding.
 inline void require(bool holds, const char* promise)
 {
     if (holds) {

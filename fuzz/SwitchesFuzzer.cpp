@@ -1,4 +1,4 @@
-// Words read as switches, against a plain reading of the same rules.
+// Compares how words are read as switches with a plain version of the same rules.
 
 #include "Require.h"
 #include "zephyr/console/ConsoleArgs.h"
@@ -33,7 +33,7 @@ std::u32string word(FuzzedDataProvider& data)
     return result;
 }
 
-/// The first two parts of a switch, read code point by code point.
+/// The first two parts of a switch, read one code point at a time.
 std::pair<std::u32string, std::u32string> plainlyRead(const std::u32string& word)
 {
     std::u32string parts[3];
@@ -48,7 +48,7 @@ std::pair<std::u32string, std::u32string> plainlyRead(const std::u32string& word
         } else if (c == U'=' && !quoted) {
             part = part < 2 ? part + 1 : 2;
         } else {
-            parts[part] += quoted && c == kMask ? U'=' : c; // the mask is not told from what it stands for
+            parts[part] += quoted && c == kMask ? U'=' : c; // a literal mask reads like a masked `=`
         }
     }
     return {parts[0], parts[1]};

@@ -1,4 +1,4 @@
-// Conversion between UTF-8 and code points, both ways, and trimming.
+// Converts between UTF-8 and code points in both directions, and trims.
 
 #include "Require.h"
 #include "zephyr/common/StringUtil.h"
@@ -38,7 +38,7 @@ void checkDecoding(std::string_view bytes)
     require(!isWellFormed(bytes) || encoded == bytes, "well-formed text survives both ways");
 }
 
-/// A line feed ends whatever sequence was begun, so that it parts the conversion.
+/// Expects that text can be converted in pieces, cut at line feeds: a line feed ends an incomplete sequence.
 void checkParting(std::string_view bytes, std::size_t at)
 {
     const std::string_view left = bytes.substr(0, at);
@@ -59,7 +59,7 @@ void checkEncoding(const std::u32string& values)
     require(StringUtil::toU32String(encoded) == expected, "every scalar value survives, and nothing else");
 }
 
-/// That trimming takes from the ends only, and takes all that it takes at once.
+/// Expects that trimming removes only from the ends, and that a second trimming removes nothing.
 template <typename Text>
 void checkTrimming(const Text& text)
 {

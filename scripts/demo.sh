@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Shows what this is: installs what is missing, builds, and starts the simulation with its console.
+# Installs missing packages, builds, and starts the simulation with its console.
 # Arguments go to the program: scripts/demo.sh --size 1600x900
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -13,7 +13,7 @@ scripts/install-packages.sh "${packages[@]}"
 
 cmake --preset release >/dev/null
 cmake --build --preset release --target zephyr-sandbox
-cd build/release # where what the tour writes does not litter the clone
+cd build/release # so that files from the tour do not litter the clone
 
 program=examples/sandbox/zephyr-sandbox
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Formats all C++ of the project; with --check it changes nothing and fails where something is not formatted.
+# Formats all C++ of the project. With --check it changes nothing, and fails if a file is not formatted.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 mode=(-i)

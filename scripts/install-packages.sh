@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are named and missing: scripts/install-packages.sh PACKAGE...
-# On a system without apt it names what is needed and stops.
+# Installs those of the named Debian packages that are missing: scripts/install-packages.sh PACKAGE...
+# On a system without apt it prints the names and fails.
 set -euo pipefail
 
 if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then

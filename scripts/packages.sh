@@ -1,5 +1,5 @@
-# The Debian packages that each script needs, to be sourced.
-# shellcheck disable=SC2034
+# The Debian packages that each script needs. Other scripts source this file.
+# shellcheck shell=bash disable=SC2034
 build_packages=(cmake ninja-build g++ qt6-base-dev libglm-dev libgl-dev fonts-dejavu-core)
 test_packages=("${build_packages[@]}" libqt6opengl6-dev qt6-declarative-dev libxcb1-dev libgtest-dev librapidcheck-dev
   xvfb xdotool x11-utils x11-xkb-utils imagemagick binutils clang pkg-config)

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds with warnings as errors, and runs every test.
+# Installs missing packages, builds with warnings as errors, and runs every test.
 # Arguments go to CTest: scripts/test.sh -R console_keys
 set -euo pipefail
 cd "$(dirname "$0")/.."

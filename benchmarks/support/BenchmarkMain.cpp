@@ -10,8 +10,8 @@
 
 namespace {
 
-/// A thread that sleeps: in a process with one thread the C library leaves out locks and atomic steps, which
-/// flatters whatever takes nanoseconds.
+/// A sleeping thread. In a process with one thread, the C library skips locks and atomic operations, which flatters
+/// whatever takes nanoseconds.
 class SleepingThread
 {
 public:
@@ -32,8 +32,8 @@ private:
     std::thread mThread;
 };
 
-/// Has the allocator keep what is freed: or rows with large logs would pay the system for fresh pages again and again,
-/// and which of a pair does would be chance.
+/// Makes the allocator keep freed memory. Otherwise rows with large logs would request fresh pages again and again, and
+/// chance would decide which row of a pair pays for that.
 void keepFreedMemory()
 {
     constexpr int kNever = std::numeric_limits<int>::max();

@@ -20,7 +20,7 @@ constexpr int kHeight = 1080; // pixels
 inline const QColor kText(0, 255, 0, 255);
 inline const QColor kBackground(0, 0, 0, 204);
 
-/// What a user would take instead: a read-only text field with the same lines in the same look.
+/// The alternative for a host: a read-only text field with the same lines, looking the same.
 inline std::unique_ptr<QPlainTextEdit> filledTextEdit(std::size_t lines)
 {
     QString text;
@@ -40,7 +40,7 @@ inline std::unique_ptr<QPlainTextEdit> filledTextEdit(std::size_t lines)
     edit->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     edit->setLineWrapMode(QPlainTextEdit::NoWrap);
     edit->resize(kWidth, kHeight);
-    edit->show(); // or it would not know how many lines fit
+    edit->show(); // otherwise it does not know how many lines fit
     return edit;
 }
 

@@ -13,12 +13,12 @@
 namespace zephyr::bench {
 
 constexpr std::size_t kLineLength = 60;    // code points
-constexpr std::size_t kLogReserve = 2048;  // entries, as the console does
+constexpr std::size_t kLogReserve = 2048;  // entries, as in the console
 constexpr std::int64_t kSmallLog = 2048;   // lines
 constexpr std::int64_t kMediumLog = 20000; // lines
 constexpr std::int64_t kLargeLog = 200000; // lines
 
-/// The log lengths that everything is measured at. The processor's time counts, that of all threads.
+/// Measures at each log length. The time that counts is the processor time of all threads.
 inline void logLengths(benchmark::internal::Benchmark* registered)
 {
     registered->Arg(kSmallLog)->Arg(kMediumLog)->Arg(kLargeLog)->MeasureProcessCPUTime();
@@ -30,7 +30,7 @@ inline std::size_t logLength(const benchmark::State& state)
     return static_cast<std::size_t>(state.range(0));
 }
 
-/// A line of kLineLength code points; the next ones differ from it.
+/// A line of kLineLength code points. Lines with neighbouring indexes differ.
 inline std::u32string lineText(std::size_t index)
 {
     constexpr std::u32string_view kLetters = U"the quick brown fox jumps over the lazy dog, and 0123456789; ";
@@ -47,7 +47,7 @@ inline console::LogEntry lineEntry(std::size_t index)
     return {lineText(index), console::Output, 0};
 }
 
-/// A log of `count` lines that grew as a console's does.
+/// A log of `count` lines that grew line by line, as a console's does.
 inline std::vector<console::LogEntry> grownLog(std::size_t count)
 {
     std::vector<console::LogEntry> log;
@@ -58,7 +58,7 @@ inline std::vector<console::LogEntry> grownLog(std::size_t count)
     return log;
 }
 
-/// Writes to the log until it has `count` lines.
+/// Writes lines until the log has `count` of them.
 inline void fillLog(console::Console& console, std::size_t count)
 {
     for (std::size_t i = console.snapshot().lines().size(); i < count; ++i) {

@@ -1,4 +1,5 @@
 #include "support/ConsoleDriver.h"
+#include "support/ConsoleFixture.h"
 #include "support/LogLine.h"
 #include "support/ScriptedCommand.h"
 #include "zephyr/console/Console.h"
@@ -17,21 +18,9 @@ using test::output;
 using Lines = std::vector<test::LogLine>;
 using Stored = std::vector<std::u32string>;
 
-class AliasCommand : public testing::Test
+class AliasCommand : public test::ConsoleFixture
 {
 protected:
-    /// The lines written between the echo of `line` and the closing empty line.
-    Lines answer(const std::u32string& line)
-    {
-        const std::size_t before = mConsole.snapshot().lines().size();
-        mConsole.execute(line);
-        Lines lines = test::logLines(mConsole, before);
-        EXPECT_GE(lines.size(), 2U);
-        EXPECT_EQ(lines.front(), echo(StringUtil::toString(line)));
-        EXPECT_EQ(lines.back(), output(""));
-        return {lines.begin() + 1, lines.end() - 1};
-    }
-
     /// The lines that are stored under `name`; one impossible line where there is no such alias.
     Stored stored(const std::u32string& name) const
     {
@@ -45,8 +34,6 @@ protected:
         mConsole.forEachAlias([&count](const std::u32string&, const Stored&) { ++count; });
         return count;
     }
-
-    Console mConsole;
 };
 
 const Lines kDone = {output("Done.", 4)};

@@ -289,7 +289,8 @@ TEST_F(ConsoleCommandLifetime, EndsBeforeACommandThatReloadsALibraryUnloadsTheOl
     mConsole.open();
     test::ConsoleDriver user(mConsole);
     user.type("plugin\nreload\n");
-    EXPECT_EQ(user.log(), (std::vector<std::string>{"plugin", "first", "", "reload", "plugin", "second", "", ""}));
+    EXPECT_EQ(user.log(),
+              (std::vector<std::string>{"plugin", "first", "", "reload", "plugin", "second", "", ""}));
     user.press(Qt::Key_Up);
     user.press(Qt::Key_Up);
     EXPECT_EQ(user.input(), "plugin");

@@ -1,5 +1,6 @@
 #include "zephyr/console/ConsoleCommand.h"
 
+#include "support/ConsoleFixture.h"
 #include "support/LogLine.h"
 #include "zephyr/console/Console.h"
 
@@ -35,7 +36,7 @@ static_assert(!std::is_copy_assignable_v<PlainCommand>);
 
 const LogLine kQuestion = {"    What do you want to do?", Prompt, 4};
 
-class ConsoleCommandTest : public testing::Test
+class ConsoleCommandTest : public test::ConsoleFixture
 {
 protected:
     void add(const std::u32string& name, const std::u32string& description = U"",
@@ -58,9 +59,6 @@ protected:
         return all;
     }
 
-    Lines log() const { return test::logLines(mConsole); }
-
-    Console mConsole;
     PlainCommand mCommand;
 };
 

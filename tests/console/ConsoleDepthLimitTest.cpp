@@ -67,8 +67,8 @@ TEST_F(ConsoleDepthLimit, LetsLinesRunAsDeepAsItSays)
     addDo();
     addWriter(U"say", U"said");
     mConsole.setDepthLimit(2);
-    EXPECT_EQ(logOf("do do say"), Lines({echo("do do say"), echo("do say"), echo("say"), output("said"), output(""),
-                                         output(""), output("")}));
+    EXPECT_EQ(logOf("do do say"), Lines({echo("do do say"), echo("do say"), echo("say"), output("said"),
+                                         output(""), output(""), output("")}));
     EXPECT_EQ(logOfRefused("do do do say"),
               Lines({echo("do do do say"), echo("do do say"), echo("do say"), notRun("say", 2)}));
 }
@@ -151,7 +151,8 @@ TEST_F(ConsoleDepthLimit, CanBeCaughtByACommandThatThenGoesOn)
         EXPECT_THROW(console.execute(U"loop"), DepthLimitError);
         console.write(U"went on", Output);
     });
-    EXPECT_EQ(logOf("try"), Lines({echo("try"), echo("loop"), notRun("loop", 1), output("went on"), output("")}));
+    EXPECT_EQ(logOf("try"),
+              Lines({echo("try"), echo("loop"), notRun("loop", 1), output("went on"), output("")}));
 }
 
 } // namespace

@@ -1,11 +1,11 @@
 #include "support/ConsoleDriver.h"
+#include "support/ConsoleFixture.h"
 #include "support/LogLine.h"
 #include "support/ScriptedCommand.h"
 #include "zephyr/console/Console.h"
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -23,7 +23,7 @@ using test::wordsOf;
 using Lines = std::vector<LogLine>;
 using Words = std::vector<std::u32string>;
 
-class ConsoleDispatch : public testing::Test
+class ConsoleDispatch : public test::ConsoleFixture
 {
 protected:
     ConsoleDispatch() { mConsole.open(); }
@@ -48,9 +48,6 @@ protected:
         return seen;
     }
 
-    Lines log() const { return test::logLines(mConsole); }
-
-    Console mConsole;
     test::ConsoleDriver mUser{mConsole};
 };
 
@@ -296,10 +293,7 @@ TEST_F(ConsoleAliasExpansion, FindsAnAliasByItsWholeNameOnly)
 {
     mConsole.execute(U"alias wind help");
     for (const std::string line : {"Wind", "win", "winds", "\"wind\""}) {
-        const std::size_t before = mConsole.snapshot().lines().size();
-        mConsole.execute(StringUtil::toU32String(line));
-        EXPECT_EQ(test::logLines(mConsole, before),
-                  Lines({echo(line), output(notRecognized(line)), output("")}));
+        EXPECT_EQ(logOf(line), Lines({echo(line), output(notRecognized(line)), output("")}));
     }
 }
 
@@ -355,10 +349,7 @@ TEST_F(ConsoleAliasExpansion, RunsTheNewLinesTheNextTime)
 {
     mConsole.execute(U"alias t \"wind gust; alias t again\"");
     mConsole.execute(U"t");
-    const std::size_t before = mConsole.snapshot().lines().size();
-    mConsole.execute(U"t");
-    EXPECT_EQ(test::logLines(mConsole, before),
-              Lines({echo("t"), echo("again"), output(notRecognized("again")), output("")}));
+    EXPECT_EQ(logOf(U"t"), Lines({echo("t"), echo("again"), output(notRecognized("again")), output("")}));
 }
 
 TEST_F(ConsoleAliasExpansion, RunsAllLinesOfAnAliasThatClearsItself)

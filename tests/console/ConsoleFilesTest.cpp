@@ -38,9 +38,7 @@ protected:
     /// What a file of these bytes adds to the log.
     Lines logOfText(std::string_view bytes)
     {
-        const std::size_t before = mConsole.snapshot().lines().size();
-        EXPECT_TRUE(runText(bytes));
-        return test::logLines(mConsole, before);
+        return test::linesAddedBy([&] { EXPECT_TRUE(runText(bytes)); }, mConsole);
     }
 
     /// The lines of a file of these bytes that are executed, as they are echoed.

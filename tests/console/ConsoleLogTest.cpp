@@ -1,6 +1,7 @@
 #include "support/AssertAnswers.h"
 #include "support/AssertRecorder.h"
 #include "support/ConsoleDriver.h"
+#include "support/ConsoleFixture.h"
 #include "support/ConsoleInside.h"
 #include "support/LogLine.h"
 #include "support/ScriptedCommand.h"
@@ -46,14 +47,10 @@ static_assert(sizeof(LogEntry) == sizeof(std::u32string) + 8);
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 const std::u32string kOddText = {U'a', U'\0', char32_t(0xD800), U'\uFFFF', char32_t(0x110000), U'b'};
 
-class ConsoleLog : public testing::Test
+class ConsoleLog : public test::ConsoleFixture
 {
 protected:
-    Lines log() const { return test::logLines(mConsole); }
-
     std::u32string lastText() const { return mConsole.snapshot().lines().back().text; }
-
-    Console mConsole;
 };
 
 TEST_F(ConsoleLog, TakesATextOfCodePoints)

@@ -1,4 +1,5 @@
 #include "support/ConsoleDriver.h"
+#include "support/ConsoleFixture.h"
 #include "support/LogLine.h"
 #include "support/OpenedFiles.h"
 #include "support/ScriptedCommand.h"
@@ -25,7 +26,7 @@ using test::output;
 using Lines = std::vector<LogLine>;
 
 /// Lines with a redirection, run in a directory of their own.
-class ConsoleRedirect : public testing::Test
+class ConsoleRedirect : public test::ConsoleFixture
 {
 protected:
     void add(const std::u32string& name, test::ScriptedCommand::Run run)
@@ -62,7 +63,6 @@ protected:
         EXPECT_THROW(mConsole.execute(line), std::runtime_error);
     }
 
-    Lines log() const { return test::logLines(mConsole); }
     std::string read(const std::string& name) const { return mDirectory.read(name); }
     bool has(const std::string& name) const { return mDirectory.has(name); }
 
@@ -77,7 +77,6 @@ protected:
 
     test::TemporaryDirectory mDirectory;
     test::WorkingDirectory mWorkingDirectory{mDirectory.path()};
-    Console mConsole;
 };
 
 TEST_F(ConsoleRedirect, WritesTheCommandsLinesToTheFileAndTheLog)
@@ -262,10 +261,7 @@ TEST_F(ConsoleRedirect, WritesToTheLogOnlyWhereTheFileCannotBeOpened)
     addWriter(U"wind", U"3 m/s");
     std::filesystem::create_directory(mDirectory.path() / "directory");
     for (const std::string target : {"missing/out.txt", "directory", "."}) {
-        const std::size_t before = mConsole.snapshot().lines().size();
-        mConsole.execute(StringUtil::toU32String("wind > " + target));
-        EXPECT_EQ(test::logLines(mConsole, before),
-                  Lines({echo("wind > " + target), output("3 m/s"), output("")}));
+        EXPECT_EQ(logOf("wind > " + target), Lines({echo("wind > " + target), output("3 m/s"), output("")}));
     }
     EXPECT_EQ(fileCount(), 1U);
 }

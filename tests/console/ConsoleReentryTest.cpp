@@ -1,4 +1,5 @@
 #include "support/ConsoleDriver.h"
+#include "support/ConsoleFixture.h"
 #include "support/LogLine.h"
 #include "support/MortalCommand.h"
 #include "support/ScriptedCommand.h"
@@ -25,7 +26,7 @@ using test::output;
 using Lines = std::vector<test::LogLine>;
 
 /// Commands that change, while they run, what runs them.
-class ConsoleReentry : public testing::Test
+class ConsoleReentry : public test::ConsoleFixture
 {
 protected:
     Life addMortal(const std::u32string& name, test::ScriptedCommand::Run run = {})
@@ -37,17 +38,6 @@ protected:
     {
         addMortal(name, [](const ConsoleArgs&, Console&) { throw std::runtime_error("no wind"); });
     }
-
-    Lines log() const { return test::logLines(mConsole); }
-
-    Lines logOf(const std::u32string& line)
-    {
-        const std::size_t before = mConsole.snapshot().lines().size();
-        mConsole.execute(line);
-        return test::logLines(mConsole, before);
-    }
-
-    Console mConsole;
 };
 
 TEST_F(ConsoleReentry, KeepsACommandThatReplacesItselfUntilItHasReturned)

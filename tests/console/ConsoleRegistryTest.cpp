@@ -1,5 +1,6 @@
 #include "support/AssertAnswers.h"
 #include "support/AssertRecorder.h"
+#include "support/ConsoleFixture.h"
 #include "support/LogLine.h"
 #include "support/MortalCommand.h"
 #include "support/ScriptedCommand.h"
@@ -35,7 +36,7 @@ public:
     std::u32string name() const override { throw std::runtime_error("no name"); }
 };
 
-class ConsoleRegistry : public testing::Test
+class ConsoleRegistry : public test::ConsoleFixture
 {
 protected:
     Names commands()
@@ -51,8 +52,6 @@ protected:
         mConsole.forEachAlias([&names](const std::u32string& name, const Names&) { names.push_back(name); });
         return names;
     }
-
-    Console mConsole;
 };
 
 TEST_F(ConsoleRegistry, TakesOwnershipOfACommand)

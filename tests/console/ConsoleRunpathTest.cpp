@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
 #include <filesystem>
 #include <iostream>
 #include <string>
@@ -216,9 +215,7 @@ protected:
     /// Runs a file that is there, and answers what that wrote.
     Lines logOfName(const std::string& name)
     {
-        const std::size_t before = mConsole.snapshot().lines().size();
-        EXPECT_TRUE(runFileWithName(name)) << name;
-        return test::logLines(mConsole, before);
+        return test::linesAddedBy([&] { EXPECT_TRUE(runFileWithName(name)) << name; }, mConsole);
     }
 
     /// The lines that a run of several candidates starts with.

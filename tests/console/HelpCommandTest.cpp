@@ -1,4 +1,5 @@
 #include "support/ConsoleDriver.h"
+#include "support/ConsoleFixture.h"
 #include "support/LogLine.h"
 #include "support/ScriptedCommand.h"
 #include "support/TemporaryDirectory.h"
@@ -6,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -19,21 +19,9 @@ using test::output;
 using test::ScriptedCommand;
 using Lines = std::vector<test::LogLine>;
 
-class HelpCommand : public testing::Test
+class HelpCommand : public test::ConsoleFixture
 {
 protected:
-    /// What a line writes between its echo and the closing empty line.
-    Lines answer(const std::u32string& line)
-    {
-        const std::size_t before = mConsole.snapshot().lines().size();
-        mConsole.execute(line);
-        Lines lines = test::logLines(mConsole, before);
-        EXPECT_GE(lines.size(), 2U);
-        EXPECT_EQ(lines.front(), echo(StringUtil::toString(line)));
-        EXPECT_EQ(lines.back(), output(""));
-        return {lines.begin() + 1, lines.end() - 1};
-    }
-
     /// A command `wind` with the arguments `set` and `gust`, the first one without any text.
     void addWind()
     {
@@ -42,8 +30,6 @@ protected:
         wind.registerArgHandler(U"set", nothing, U"", U"");
         wind.registerArgHandler(U"gust", nothing, U"A short blow.", U"Usage: wind gust");
     }
-
-    Console mConsole;
 };
 
 const Lines kWindArguments = {output("gust: A short blow.", 4), output(""),

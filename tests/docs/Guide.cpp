@@ -1,6 +1,7 @@
 #include "Guide.h"
 
 #include "support/LogLine.h"
+#include "support/LogOf.h"
 
 #include <gtest/gtest.h>
 
@@ -17,19 +18,18 @@ const std::string kFence = "```";
 const std::string kTextFence = "```text";
 const std::string kPrompt = ">> ";
 
-/// An entry as the guide shows it; spaces at the end of a line can't be seen there.
+/// An entry as the guide shows it, without spaces at its end, which a reader couldn't see.
 std::string shown(const LogLine& entry)
 {
     const std::string text = (entry.type == console::Input ? kPrompt : "") + entry.text;
     return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
-Lines logOf(console::Console& console, const std::string& line)
+/// What the log gains when `line` is executed, as the guide shows it.
+Lines shownAfter(const std::string& line, console::Console& console)
 {
-    const std::size_t before = console.snapshot().lines().size();
-    console.execute(StringUtil::toU32String(line));
     Lines lines;
-    for (const LogLine& entry : logLines(console, before)) {
+    for (const LogLine& entry : logOf(line, console)) {
         lines.push_back(shown(entry));
     }
     return lines;
@@ -65,12 +65,12 @@ bool isSession(const Lines& block)
 
 void expectSession(console::Console& console, const Lines& block)
 {
-    // What a file or an alias runs is shown behind prompts too: it is part of the answer to the line that was typed.
+    // Lines that a file or an alias runs have prompts too: they are part of the answer to the typed line.
     for (std::size_t next = 0; next < block.size();) {
         ASSERT_TRUE(block[next].starts_with(kPrompt)) << "no prompt, but a line too many: " << block[next];
-        Lines answer = logOf(console, block[next].substr(kPrompt.size()));
+        Lines answer = shownAfter(block[next].substr(kPrompt.size()), console);
         while (answer.size() > block.size() - next && answer.back().empty()) {
-            answer.pop_back(); // a block needn't end with the empty lines
+            answer.pop_back(); // a block may leave out the empty lines at its end
         }
         const auto begin = block.begin() + static_cast<std::ptrdiff_t>(next);
         const std::size_t count = std::min(answer.size(), block.size() - next);

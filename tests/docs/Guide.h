@@ -13,13 +13,13 @@ namespace zephyr::test {
 
 using Lines = std::vector<std::string>;
 
-/// The blocks of text, which is what isn't code, that a guide shows.
+/// The blocks of plain text in a guide.
 std::vector<Lines> textBlocks(const std::filesystem::path& guide);
 
-/// Whether a block is a session: lines behind prompts, and what the log holds after each.
+/// Whether a block is a session: lines after prompts, and what the log gains after each.
 bool isSession(const Lines& block);
 
-/// Runs a session's lines, and expects the log to be what the block shows.
+/// Runs the lines of a session, and expects the log to gain what the block shows.
 void expectSession(console::Console& console, const Lines& block);
 
 } // namespace zephyr::test

@@ -7,7 +7,7 @@
 namespace zephyr::test {
 namespace {
 
-/// Makes the console file that a block shows, "// NAME" in its first line.
+/// Writes the console file that a block shows. Its first line is "// NAME".
 void writeFile(const TemporaryDirectory& directory, const Lines& block)
 {
     ASSERT_TRUE(block.front().starts_with("// ")) << block.front();

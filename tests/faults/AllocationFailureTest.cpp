@@ -2,6 +2,7 @@
 #include "support/ConsoleDriver.h"
 #include "support/KeyTable.h"
 #include "support/LogLine.h"
+#include "support/LogOf.h"
 #include "support/ScriptedCommand.h"
 #include "support/TemporaryDirectory.h"
 #include "zephyr/console/Console.h"
@@ -23,7 +24,7 @@ using test::ConsoleDriver;
 using test::FailingAllocation;
 using Lines = std::vector<test::LogLine>;
 
-// Longer than what a string holds without an allocation.
+// Too long for a string to hold without an allocation.
 const std::u32string kLongText = U"a text that needs memory of its own";
 
 void addSay(Console& console)
@@ -33,7 +34,7 @@ void addSay(Console& console)
     };
 }
 
-/// A console with a host's commands, in an empty current directory.
+/// A console with commands of a host, an alias, a log and a history.
 class Subject
 {
 public:
@@ -62,7 +63,7 @@ testing::AssertionResult beginsWith(const Lines& log, const Lines& before)
     return testing::AssertionFailure() << "an entry of the log was lost or changed";
 }
 
-/// That the console works as if nothing had happened, its mutex included.
+/// Expects the console to work as if nothing had failed, its mutex included.
 void expectUsable(Console& console)
 {
     addSay(console);
@@ -71,10 +72,8 @@ void expectUsable(Console& console)
     console.open();
     driver.type("say x");
     EXPECT_EQ(driver.input(), "say x");
-    const std::size_t before = console.snapshot().lines().size();
-    driver.press(test::KeyReturn);
     EXPECT_EQ(
-        test::logLines(console, before),
+        test::linesAddedBy([&] { driver.press(test::KeyReturn); }, console),
         (Lines{test::echo("say x"), test::output("xa text that needs memory of its own"), test::output("")}));
     EXPECT_EQ(driver.input(), "");
 }
@@ -84,8 +83,8 @@ class AllocationFailure : public testing::Test
 protected:
     using Operation = std::function<void(Console&)>;
 
-    /// Runs `operation` on a new console with the allocation `successes` ahead failing. \return whether it
-    /// came to that.
+    /// Runs `operation` on a new console and lets the allocation after `successes` others fail. \return whether
+    /// one failed.
     static bool failOnce(const Operation& prepare, const Operation& operation, std::size_t successes)
     {
         Subject subject;
@@ -205,7 +204,7 @@ TEST_F(AllocationFailure, SaysOfNoAliasThatItIsDoneWhereItIsNot)
         failed = runFailing(subject.console(), executing(U"alias new_one_with_memory \"say a\""), successes);
         const Lines log = test::logLines(subject.console(), 0);
         const bool isSaid =
-            std::count(log.begin(), log.end(), test::output("Done.", 4)) > 1; // one is of another
+            std::count(log.begin(), log.end(), test::output("Done.", 4)) > 1; // the other alias wrote one
         const bool isDefined = hasAlias(subject.console(), U"new_one_with_memory");
         EXPECT_TRUE(isDefined || !isSaid) << "after " << successes << " allocations";
         EXPECT_TRUE(failed || isSaid);

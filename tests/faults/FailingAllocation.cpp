@@ -50,7 +50,7 @@ void release(void* memory)
 
 } // namespace
 
-// All forms but the aligned ones, so that no sanitizer's own form meets one of these.
+// All forms except the aligned ones. Otherwise a sanitizer's form could free what one of these allocated.
 
 void* operator new(std::size_t size)
 {

@@ -5,8 +5,8 @@
 
 namespace zephyr::test {
 
-/// While it lives, the allocation that is `successes` allocations ahead on this thread fails with
-/// `std::bad_alloc`, once. One at a time.
+/// Makes one allocation on this thread fail with `std::bad_alloc` while it lives: the one after the next
+/// `successes` allocations. Only one such object may live at a time.
 class FailingAllocation
 {
 public:
@@ -16,11 +16,11 @@ public:
     FailingAllocation(const FailingAllocation&) = delete;
     FailingAllocation& operator=(const FailingAllocation&) = delete;
 
-    /// Whether the allocation was reached, and failed.
+    /// Whether that allocation was attempted, and failed.
     bool hasFailed() const;
 };
 
-/// The bytes that this thread has taken with `new` and not given back, as large as the allocator made them.
+/// The bytes that this thread has allocated with `new` and not freed, including what the allocator rounded up.
 std::ptrdiff_t bytesInUse();
 
 } // namespace zephyr::test

@@ -1,4 +1,4 @@
-// Files that fail a running console: disks that fill up, places that may not be written, files that change underneath.
+// Files that fail while a console uses them: full disks, places that are write-protected, files that change.
 
 #include "support/ConsoleFilesFixture.h"
 #include "support/Unprivileged.h"
@@ -21,10 +21,10 @@ using console::Console;
 using console::ConsoleArgs;
 
 constexpr int kLines = 5000;
-constexpr std::size_t kDiskSize = 65536; // bytes, less than the lines take
+constexpr std::size_t kDiskSize = 65536; // bytes, fewer than the lines need
 const std::string kLine(59, 'x');
 
-/// While it lives, no file of this process grows beyond kDiskSize.
+/// Limits the files of this process to kDiskSize while it lives.
 class FileSizeLimit
 {
 public:
@@ -34,7 +34,7 @@ public:
         rlimit limited = mBefore;
         limited.rlim_cur = kDiskSize;
         setrlimit(RLIMIT_FSIZE, &limited);
-        mHandlerBefore = std::signal(SIGXFSZ, SIG_IGN); // or the system would end the process
+        mHandlerBefore = std::signal(SIGXFSZ, SIG_IGN); // otherwise the signal ends the process
     }
 
     ~FileSizeLimit()
@@ -51,7 +51,7 @@ private:
     void (*mHandlerBefore)(int) = nullptr;
 };
 
-/// A file system of kDiskSize in `directory` while it lives, where the process may mount one.
+/// Mounts a file system of kDiskSize in `directory` while it lives, if the process may mount one.
 class SmallDisk
 {
 public:
@@ -91,8 +91,8 @@ protected:
         addWriter(U"say", U"said");
     }
 
-    /// That a command fills the disk on which `file` is, loses nothing from the log, and leaves the file as far as it
-    /// got.
+    /// Redirects more lines to `file` than its disk holds. Expects all of them in the log, and the first of them
+    /// in the file.
     void expectFilled(const std::string& file)
     {
         const Lines log = logOf("fill > " + file);
@@ -147,7 +147,7 @@ TEST_F(FileFaultDeathTest, WritesToTheLogOnlyWhereTheUserMayNotWrite)
 {
     mDirectory.write("kept", "as it was");
     EXPECT_EXIT(runUnprivileged([this] {
-                    // Fails where the superuser runs the tests: both are somebody else's then, and closed as such.
+                    // This fails if the superuser runs the tests: both then belong to him, and are closed to others.
                     std::error_code ignored;
                     fs::permissions("kept", fs::perms(0444), ignored);
                     fs::permissions(".", fs::perms(0555), ignored);
@@ -183,7 +183,7 @@ TEST_F(FileFault, RunsTheFileThatItOpenedThoughAnotherTakesItsPlaceMeanwhile)
 TEST_F(FileFault, EndsAFileThatIsEmptiedMeanwhileAndRunsOn)
 {
     std::string text = "empty\n";
-    while (text.size() < kDiskSize) { // more than is read at once
+    while (text.size() < kDiskSize) { // more than one read of the stream takes
         text += "say\n";
     }
     add(U"empty", [this](const ConsoleArgs&, Console&) { mDirectory.write("go.console", ""); });

@@ -1,4 +1,5 @@
-// What a log line of 60 code points costs: 244 bytes of text with its end, 40 of entry, and what the allocator rounds up.
+// The memory of a log line of 60 code points: 244 bytes for the text and its terminator, 40 for the entry, and what the
+// allocator rounds up.
 
 #include "FailingAllocation.h"
 #include "zephyr/console/Console.h"
@@ -12,14 +13,14 @@
 namespace zephyr::console {
 namespace {
 
-constexpr std::size_t kLines = 2048; // with a power of two the log has no spare room
+constexpr std::size_t kLines = 2048; // a power of two, so that the log has no spare room
 constexpr std::ptrdiff_t kLineBytes = 288;
 constexpr std::ptrdiff_t kEntryBytes = 40;
 
-/// What all lines together may take, at `bytes` each.
+/// The most that all lines may take, at `bytes` each.
 constexpr std::ptrdiff_t bytesOf(std::ptrdiff_t bytes)
 {
-    constexpr std::ptrdiff_t kOnce = 8192; // pages that large blocks begin and end in
+    constexpr std::ptrdiff_t kOnce = 8192; // bytes, for the pages in which large blocks begin and end
     return static_cast<std::ptrdiff_t>(kLines) * bytes + kOnce;
 }
 
@@ -54,7 +55,7 @@ TEST(Memory, ARefreshedSnapshotHasRoomForTwiceItsEntries)
     Console console;
     fillTo(kLines, console);
     const ConsoleSnapshot earlier = console.snapshot();
-    console.newline(); // which makes room in the log
+    console.newline(); // so that the log grows
     const std::ptrdiff_t before = test::bytesInUse();
     ConsoleSnapshot snapshot = earlier;
     console.refresh(snapshot);

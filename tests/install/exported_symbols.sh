@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# exported_symbols.sh LIBRARY LIST: fails with a readable difference where LIBRARY exports anything else than LIST says.
+# Compares the symbols that LIBRARY exports with LIST, and prints any difference: exported_symbols.sh LIBRARY LIST
 set -euo pipefail
 
 exported() {

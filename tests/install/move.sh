@@ -1,18 +1,18 @@
 #!/usr/bin/env bash
-# Moves an installation and looks for what would not survive that: move.sh FROM TO SOURCES
+# Moves an installation, and checks that it still works: move.sh FROM TO SOURCES
 set -euo pipefail
 from=$1 to=$2 sources=$3
 rm -rf "$to"
 mv "$from" "$to"
 
-# Debug information may name the sources; texts that are read where the installation is used may not.
+# Debug information may name the source tree. Text files must not, since programs read them after the move.
 if grep -rIlF -e "$from" -e "$sources" "$to"; then
   echo "These installed files name a folder of the build." >&2
   exit 1
 fi
 program=$to/bin/zephyr-sandbox
 if ! grep -q 'R.*PATH.*\$ORIGIN/' <(readelf -d "$program"); then
-  echo "$program does not look for its libraries where they are from it." >&2
+  echo "$program does not look for its libraries relative to itself." >&2
   exit 1
 fi
 libraries=$(ldd "$program" | grep libZephyr)

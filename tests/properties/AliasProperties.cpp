@@ -1,5 +1,5 @@
 #include "Generators.h"
-#include "support/LogLine.h"
+#include "support/LogOf.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 
@@ -32,13 +32,7 @@ Lines aliasLines()
 
 std::vector<std::string> textsAddedBy(const std::string& line, Console& console)
 {
-    const std::size_t before = console.snapshot().lines().size();
-    console.execute(StringUtil::toU32String(line));
-    std::vector<std::string> texts;
-    for (const test::LogLine& logged : test::logLines(console, before)) {
-        texts.push_back(logged.text);
-    }
-    return texts;
+    return test::textsOf(test::logOf(line, console));
 }
 
 std::string definition(const std::string& name, const Lines& lines)

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <rapidcheck/gtest.h> // which needs the one above
+#include <rapidcheck/gtest.h> // needs the header above
 
 #include <cstddef>
 #include <numeric>
@@ -22,17 +22,17 @@ inline rc::Gen<std::string> textOf(const std::vector<std::string>& characters, i
     });
 }
 
-/// As textOf(), with one character at least.
+/// Like textOf(), but with at least one character.
 inline rc::Gen<std::string> someTextOf(const std::vector<std::string>& characters)
 {
     return rc::gen::suchThat(textOf(characters), [](const std::string& text) { return !text.empty(); });
 }
 
-/// Letters and other characters that mean nothing to a console.
+/// Letters and other characters without a meaning to the console.
 inline const std::vector<std::string> kPlainCharacters = {"a", "b",      "Z",      "7",         "_",
                                                           "-", "\u00E9", "\u4E2D", "\U0001F600"};
 
-/// `characters` and `more`.
+/// `characters` followed by `more`.
 inline std::vector<std::string> with(std::vector<std::string> characters,
                                      const std::vector<std::string>& more)
 {
@@ -40,7 +40,7 @@ inline std::vector<std::string> with(std::vector<std::string> characters,
     return characters;
 }
 
-/// `texts` with `separator` between them.
+/// `texts` joined by `separator`.
 inline std::string joined(const std::vector<std::string>& texts, const std::string& separator)
 {
     std::string whole;

@@ -5,7 +5,7 @@
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 
-#include <QFont> // whole, for RapidCheck to look at its pointer
+#include <QFont> // complete, since RapidCheck inspects a pointer to it
 
 namespace zephyr::console {
 namespace {

@@ -1,5 +1,5 @@
 # cmake -DFILE=markdown -DSECTION=title -DLANGUAGE=language -DNUMBER=n -DOUTPUT=file -P code_block.cmake
-# Writes the n-th code block (from 0) in a language, in a section of a Markdown file; where there is none it fails.
+# Copies the n-th code block (from 0) of a language and a section from a Markdown file. Fails if there is none.
 file(READ "${FILE}" text)
 string(FIND "${text}" "\n## ${SECTION}\n" begin)
 if(begin EQUAL -1)

@@ -3,6 +3,7 @@
 
 #include "sandbox/program/Sandbox.h"
 #include "support/ConsoleDriver.h"
+#include "support/LogOf.h"
 #include "zephyr/common/StringUtil.h"
 
 #include <gtest/gtest.h>
@@ -22,11 +23,7 @@ protected:
     /// The lines that `line` writes to the log between its echo and the empty line at the end.
     Lines answerTo(std::string_view line)
     {
-        const std::size_t before = sandbox.console().snapshot().lines().size();
-        sandbox.console().execute(StringUtil::toU32String(line));
-        Lines answer = driver.log(before + 1);
-        answer.pop_back();
-        return answer;
+        return textsOf(answer(StringUtil::toU32String(line), sandbox.console()));
     }
 
     /// The lines that Tab offers for a typed line, in order: the input after each press, until the first comes

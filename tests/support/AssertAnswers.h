@@ -5,7 +5,7 @@
 
 namespace zephyr::test {
 
-/// While it lives, the support library asks not to be shown verifications.
+/// Switches verifications off for as long as it lives.
 class SilencedVerifications
 {
 public:
@@ -16,7 +16,7 @@ public:
     SilencedVerifications& operator=(const SilencedVerifications&) = delete;
 };
 
-/// From now on no assertion is handled. For death tests, which end with it.
+/// Leaves every assertion unhandled from now on. Only for death tests, whose process ends with the test.
 inline void leaveAssertionsUnhandled()
 {
     Assert::setHandler([](const AssertFailure&) { return false; });

@@ -9,8 +9,7 @@
 
 namespace zephyr::test {
 
-/// Collects the assertions that are reported while it lives, as "source:line: expression", and answers them
-/// as handled.
+/// Records each assertion that fails while it lives, as "source:line: expression", and reports it as handled.
 class AssertRecorder
 {
 public:

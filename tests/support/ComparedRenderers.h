@@ -11,7 +11,7 @@ namespace zephyr::test {
 /// Sets a painter up as a host may before it draws the console.
 using PainterSetUp = std::function<void(QPainter&)>;
 
-/// The library's renderer and the plain one, given the same frames.
+/// The library's renderer and the plain one, which are given the same frames.
 class ComparedRenderers
 {
 public:

@@ -1,6 +1,7 @@
 #ifndef ZEPHYR_TESTS_SUPPORT_CONSOLEDRIVER_H
 #define ZEPHYR_TESTS_SUPPORT_CONSOLEDRIVER_H
 
+#include "support/LogLine.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 
@@ -22,7 +23,7 @@ class ConsoleDriver
 public:
     explicit ConsoleDriver(console::Console& console) : mConsole(console) {}
 
-    /// Types each code point of `text` as a key of its own; a line feed is Enter.
+    /// Types `text`, one key for each code point. A line feed presses Enter.
     void type(std::string_view text)
     {
         for (const char32_t c : StringUtil::toU32String(text)) {
@@ -40,16 +41,8 @@ public:
     /// The input line.
     std::string input() const { return StringUtil::toString(mConsole.activeInput()); }
 
-    /// The texts of the log from entry `first` on; 2 leaves out the two lines of the start.
-    std::vector<std::string> log(std::size_t first = 2) const
-    {
-        const console::ConsoleSnapshot snapshot = mConsole.snapshot();
-        std::vector<std::string> texts;
-        for (std::size_t i = first; i < snapshot.lines().size(); ++i) {
-            texts.push_back(StringUtil::toString(snapshot.lines()[i].text));
-        }
-        return texts;
-    }
+    /// The texts of the log from entry `first` on. The default leaves out the two lines of the start.
+    std::vector<std::string> log(std::size_t first = 2) const { return textsOf(logLines(mConsole, first)); }
 
 private:
     console::Console& mConsole;

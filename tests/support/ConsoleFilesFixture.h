@@ -1,6 +1,7 @@
 #ifndef ZEPHYR_TESTS_SUPPORT_CONSOLEFILESFIXTURE_H
 #define ZEPHYR_TESTS_SUPPORT_CONSOLEFILESFIXTURE_H
 
+#include "support/ConsoleFixture.h"
 #include "support/LogLine.h"
 #include "support/ScriptedCommand.h"
 #include "support/TemporaryDirectory.h"
@@ -9,7 +10,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -19,16 +19,15 @@
 
 namespace zephyr::test {
 
-/// Console files in a directory of their own, which is the current directory and the whole runpath.
-class ConsoleFilesFixture : public testing::Test
+/// A console, and an empty directory for console files: the current directory, and the only one in the runpath.
+class ConsoleFilesFixture : public ConsoleFixture
 {
 protected:
-    using Lines = std::vector<LogLine>;
     using Paths = std::vector<std::filesystem::path>;
 
     ConsoleFilesFixture() { setRunpath({mDirectory.path()}); }
 
-    // Qt can't remove files whose names aren't well-formed.
+    // QTemporaryDir can't remove files whose names aren't UTF-8.
     ~ConsoleFilesFixture() override
     {
         for (const std::filesystem::directory_entry& entry :
@@ -53,14 +52,14 @@ protected:
     /// The path of `name` in the directory.
     std::filesystem::path at(const std::filesystem::path& name) const { return mDirectory.path() / name; }
 
-    /// Makes a directory in the directory, and answers its path.
+    /// Creates a subdirectory, and returns its path.
     std::filesystem::path makeDirectory(const std::filesystem::path& name) const
     {
         std::filesystem::create_directories(at(name));
         return at(name);
     }
 
-    /// Makes a symbolic link that leads to itself, and answers its path.
+    /// Creates a symbolic link to itself, and returns its path.
     std::filesystem::path makeLoop(const std::filesystem::path& name) const
     {
         std::filesystem::create_symlink(name.filename(), at(name));
@@ -96,25 +95,14 @@ protected:
         return mConsole.runFileWithName(StringUtil::toU32String(name));
     }
 
-    Lines log() const { return logLines(mConsole); }
-
-    /// What the execution of `line` adds to the log.
-    Lines logOf(const std::string& line)
-    {
-        const std::size_t before = mConsole.snapshot().lines().size();
-        execute(line);
-        return logLines(mConsole, before);
-    }
-
     TemporaryDirectory mDirectory;
     WorkingDirectory mWorkingDirectory{mDirectory.path()};
-    console::Console mConsole;
 };
 
-/// The assertion for a console file that can't be opened, as an AssertRecorder shows it.
+/// The assertion for a console file that can't be opened, as AssertRecorder records it.
 inline const std::vector<std::string> kNotOpen = {"Console:449: ifs.is_open()"};
 
-/// Longer than a file system allows a name to be.
+/// A file name longer than any file system allows.
 inline const std::string kTooLongName(300, 'x');
 
 } // namespace zephyr::test

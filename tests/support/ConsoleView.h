@@ -85,7 +85,7 @@ inline std::vector<console::LogEntry> numberedLog(int count)
     return log;
 }
 
-/// An image in which an opaque scene has been drawn, `size` in device pixels.
+/// An image with an opaque scene on it, `size` in device pixels.
 inline QImage scene(const QSize& size, double ratio = 1.0)
 {
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
@@ -122,14 +122,14 @@ inline QImage drawn(const ConsoleView& view, QImage canvas)
     return drawnBy(renderer, view, std::move(canvas));
 }
 
-/// A text with its baseline, in logical pixels from the top.
+/// A text and the position of its baseline, in logical pixels from the top.
 struct PlacedText
 {
     int baseline;
     QString text;
 };
 
-/// `canvas` with the background over `size` logical pixels and each text on its baseline.
+/// `canvas` with the background over `size` logical pixels, and each text on its baseline.
 inline QImage drawnByHand(QImage canvas, const QSize& size, const std::vector<PlacedText>& texts)
 {
     QPainter p(&canvas);

@@ -12,11 +12,11 @@
 
 namespace zephyr::test {
 
-/// What an open console does with keys, said in the plainest way: the text that is seen, and three numbers.
-/// It knows one command, `cmd`, which does nothing.
+/// A plain model of how an open console handles keys: the visible text and three numbers. It knows one
+/// command, `cmd`, which does nothing.
 ///
-/// The text is what of the line lies in the buffer, so that it is shorter than the line's length when a line
-/// was recalled or completed that is longer than the buffer.
+/// A recalled or completed line can be longer than the buffer. The text then holds the part of the line that is
+/// in the buffer, and is shorter than the line's length.
 class InputLineModel
 {
 public:
@@ -28,11 +28,11 @@ public:
     std::size_t cursor() const { return mCursor; }
     std::size_t bufferSize() const { return mBufferSize; }
 
-    /// What is logged, line by line.
+    /// The texts of the log.
     const std::vector<std::u32string>& log() const { return mLog; }
 
-    /// Presses any key but the back-quote. Answers whether it is consumed, or nothing when a code point is
-    /// refused.
+    /// Presses any key but the back-quote. Returns whether the console consumes it, or nothing if the full line
+    /// refuses a code point.
     std::optional<bool> press(int key, int modifiers, const std::u32string& typed)
     {
         const bool control = (modifiers & kControl) != 0;
@@ -55,7 +55,7 @@ public:
         }
     }
 
-    /// Lets the buffer be as small as erasures make it. For an empty line.
+    /// Shrinks the buffer, as erasures do. The line must be empty.
     void shrinkBufferTo(std::size_t size) { mBufferSize = size; }
 
     /// Closes and opens the console.
@@ -149,7 +149,7 @@ private:
         erase(mCursor, to - mCursor);
     }
 
-    /// Erases of the line, and of the text as much as the buffer holds of that.
+    /// Erases a part of the line, and from the text whatever the buffer holds of that part.
     void erase(std::size_t first, std::size_t count)
     {
         if (first < mText.size()) {
@@ -224,7 +224,7 @@ private:
         return goesOn;
     }
 
-    /// The base without the word that is being completed and the space before it.
+    /// The base without the word to complete and the space before it.
     std::u32string completedBase() const
     {
         const std::size_t space = mBase.rfind(U' ');
@@ -238,7 +238,7 @@ private:
     std::size_t mCursor = 0;
     std::size_t mBufferSize = 2048;
     std::vector<std::u32string> mRecords;
-    std::size_t mSelected = 0; // counted from the newest, 1 is the newest, 0 none
+    std::size_t mSelected = 0; // 1 is the newest record, 0 is none
     std::vector<std::u32string> mOffered;
     std::u32string mBase;
     std::size_t mCandidate = 0;

@@ -5,7 +5,7 @@
 
 namespace zephyr::test {
 
-/// The codes of the keys that the console knows, as numbers: a host without Qt's headers passes just these.
+/// The codes of the keys that the console knows, as the numbers that a host without Qt's headers passes.
 enum KeyCode : int
 {
     KeyBackspace = 0x01000003,
@@ -33,7 +33,7 @@ inline constexpr int kShift = 0x02000000;
 inline constexpr int kEveryModifierButControl =
     0x02000000 | 0x08000000 | 0x10000000 | 0x20000000 | 0x40000000;
 
-/// Every key with a meaning of its own but the back-quote, and two without.
+/// Every key that the console handles, except the back-quote, and two that it does not.
 inline constexpr std::array kKeys = {KeyBackspace, KeyDelete, KeyLeft, KeyRight,  KeyHome,    KeyEnd,
                                      KeyReturn,    KeyEnter,  KeyUp,   KeyDown,   KeyV,       KeyTab,
                                      KeyBacktab,   KeyPageUp, KeyA,    KeyEscape, KeyPageDown};

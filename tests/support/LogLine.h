@@ -11,7 +11,7 @@
 
 namespace zephyr::test {
 
-/// One entry of the log, all of it, with its text in UTF-8.
+/// One entry of the log, with its text in UTF-8.
 struct LogLine
 {
     std::string text;
@@ -42,7 +42,7 @@ inline LogLine output(const std::string& text, unsigned indent = 0)
     return {std::string(indent, ' ') + text, console::Output, indent};
 }
 
-/// The log from entry `first` on; 2 leaves out the two lines of the start.
+/// The log from entry `first` on. The default leaves out the two lines of the start.
 inline std::vector<LogLine> logLines(const console::Console& console, std::size_t first = 2)
 {
     const console::ConsoleSnapshot snapshot = console.snapshot();
@@ -54,7 +54,17 @@ inline std::vector<LogLine> logLines(const console::Console& console, std::size_
     return lines;
 }
 
-/// What the dispatcher answers where `word` names nothing.
+/// The texts of `lines`.
+inline std::vector<std::string> textsOf(const std::vector<LogLine>& lines)
+{
+    std::vector<std::string> texts;
+    for (const LogLine& line : lines) {
+        texts.push_back(line.text);
+    }
+    return texts;
+}
+
+/// What the console writes when `word` is neither a command nor an alias.
 inline std::string notRecognized(const std::string& word)
 {
     return "'" + word + "' is not a recognized command.  Type 'help' to list available commands.";

@@ -11,11 +11,11 @@
 
 namespace zephyr::test {
 
-/// Expires when the command that it came with is destroyed.
+/// Expires when its command is destroyed.
 using Life = std::weak_ptr<void>;
 
-/// Registers a command that does `run`, and answers what tells whether it is still there. `destroyed` is
-/// called when it goes.
+/// Registers a command that calls `run`, and returns its life. `destroyed` is called when the command is
+/// destroyed.
 inline Life addMortalCommand(console::Console& console, const std::u32string& name,
                              ScriptedCommand::Run run = {}, std::function<void()> destroyed = {})
 {

@@ -12,8 +12,8 @@
 
 namespace zephyr::test {
 
-/// While it lives, it stands in for the desktop's default applications and notes the files that are opened in
-/// them. A test program that uses it lists this header among its sources and has AUTOMOC on.
+/// Stands in for the desktop's default applications while it lives, and records the files that they are asked to
+/// open. A test program that uses it must list this header among its sources and switch AUTOMOC on.
 class OpenedFiles : public QObject
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
     /// The local paths, in the order in which they were opened.
     const std::vector<std::string>& paths() const { return mPaths; }
 
-    /// Called with each path, at the moment at which its file is opened.
+    /// Called with the path of each file when it is opened.
     std::function<void(const std::string& path)> onOpen;
 
 public Q_SLOTS:

@@ -9,13 +9,13 @@
 
 namespace zephyr::test {
 
-/// Console files, and a console with the command `run` to run them.
+/// Console files, and a console that has the command `run`.
 class RunCommandFixture : public ConsoleFilesFixture
 {
 protected:
     RunCommandFixture() { mConsole.registerCommand(std::make_unique<console::RunConsoleFileCommand>()); }
 
-    /// The log of `line` where it writes `middle`, between its echo and the empty line at the end.
+    /// The log of a `line` that writes `middle`: its echo, `middle` and the empty line at the end.
     static Lines around(const std::string& line, const Lines& middle)
     {
         Lines lines = {echo(line)};
@@ -24,15 +24,15 @@ protected:
         return lines;
     }
 
-    /// The log of a line whose one word names nothing.
+    /// The log of a line with one word, which is neither a command nor an alias.
     static Lines unknown(const std::string& word) { return around(word, {output(notRecognized(word))}); }
 };
 
-/// What `run` answers where it finds no file.
+/// What `run` writes when it finds no file.
 inline const LogLine kNothingRun =
     output("ERROR: Didn't find a console file with the specified name.  Nothing will be run.", 4);
 
-/// What `run` answers to a wrong number of words.
+/// What `run` writes for a wrong number of words.
 inline const LogLine kRunUsage = output("run command help text", 4);
 
 } // namespace zephyr::test

@@ -13,7 +13,7 @@
 
 namespace zephyr::test {
 
-/// A command that does what a test tells it to; untold, it does nothing and completes nothing.
+/// A command whose behaviour a test sets. By default it does nothing and completes nothing.
 class ScriptedCommand : public console::ConsoleCommand
 {
 public:
@@ -43,7 +43,7 @@ private:
     std::u32string mName;
 };
 
-/// Registers a scripted command; the console owns it.
+/// Registers a scripted command, which the console then owns.
 inline ScriptedCommand& addCommand(console::Console& console, const std::u32string& name)
 {
     auto command = std::make_unique<ScriptedCommand>(name);
@@ -63,7 +63,7 @@ inline ScriptedCommand& addCompletingCommand(console::Console& console, const st
     return command;
 }
 
-/// All words of a line as its command sees them.
+/// All words of a line, as its command gets them.
 inline std::vector<std::u32string> wordsOf(const console::ConsoleArgs& args)
 {
     std::vector<std::u32string> words;

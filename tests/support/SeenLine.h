@@ -36,8 +36,8 @@ inline SeenLine inputLine(const console::ConsoleSnapshot& snapshot)
     return {StringUtil::toString(snapshot.activeInput()), snapshot.cursorPosition()};
 }
 
-/// Presses a key. Answers what the console answers, or nothing when the full input line refused a code point;
-/// every other exception goes on to the caller.
+/// Presses a key, and returns what the console returns, or nothing if the full input line refused a code point.
+/// Every other exception leaves this function.
 inline std::optional<bool> pressOrRefuse(console::Console& console, int key, int modifiers,
                                          const std::u32string& text)
 {

@@ -8,7 +8,7 @@
 
 namespace zephyr::test {
 
-/// What the system says of an error, in the language of the locale, as UTF-8. What is none becomes U+FFFD, as in a console.
+/// The system's text for an error, in the language of the locale, as UTF-8. Ill-formed bytes become U+FFFD, as in a console.
 inline std::string systemText(std::errc error)
 {
     return QString::fromStdString(std::make_error_code(error).message()).toStdString();

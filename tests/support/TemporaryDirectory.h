@@ -14,7 +14,7 @@
 
 namespace zephyr::test {
 
-/// A real, empty directory that is removed with all that is in it when this object goes.
+/// A real directory, empty at first. The destructor removes it and everything in it.
 class TemporaryDirectory
 {
 public:
@@ -27,8 +27,8 @@ public:
 
     ~TemporaryDirectory()
     {
-        std::error_code
-            ignored; // QTemporaryDir can't remove names that are not UTF-8, and tells what is left
+        // QTemporaryDir can't remove files whose names aren't UTF-8, and warns about those that are left.
+        std::error_code ignored;
         for (const auto& entry : std::filesystem::directory_iterator(
                  QFile::encodeName(mDirectory.path()).toStdString(), ignored)) {
             std::filesystem::remove_all(entry.path(), ignored);
@@ -38,14 +38,14 @@ public:
     TemporaryDirectory(const TemporaryDirectory&) = delete;
     TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
 
-    /// Its absolute path, without symbolic links on the way.
+    /// Its absolute path, without symbolic links.
     std::filesystem::path path() const
     {
         return std::filesystem::canonical(QFile::encodeName(mDirectory.path()).toStdString());
     }
 
-    /// Makes or replaces the file `name` (relative to the directory) with exactly `bytes`, and answers its
-    /// path.
+    /// Writes `bytes` into the file `name`, relative to the directory, and returns its path. Replaces an existing
+    /// file.
     std::filesystem::path write(const std::filesystem::path& name, std::string_view bytes) const
     {
         const std::filesystem::path file = path() / name;
@@ -59,7 +59,7 @@ public:
         return file;
     }
 
-    /// Exactly the bytes of the file `name`, which must be there.
+    /// The bytes of the file `name`. Throws if there is none.
     std::string read(const std::filesystem::path& name) const
     {
         std::ifstream stream(path() / name, std::ios::binary);
@@ -69,14 +69,14 @@ public:
         return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     }
 
-    /// Whether there is anything under `name`.
+    /// Whether a file or directory `name` exists.
     bool has(const std::filesystem::path& name) const { return std::filesystem::exists(path() / name); }
 
 private:
     QTemporaryDir mDirectory;
 };
 
-/// Makes a directory the process's current one while it lives.
+/// Makes a directory the current one while it lives.
 class WorkingDirectory
 {
 public:

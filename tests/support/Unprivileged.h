@@ -15,7 +15,7 @@
 
 namespace zephyr::test {
 
-/// While it lives, nobody but the superuser gets at a file or into a directory.
+/// Denies access to a file or directory to everybody but the superuser while it lives.
 class Locked
 {
 public:
@@ -35,14 +35,14 @@ private:
     std::filesystem::perms mBefore;
 };
 
-/// Runs `body` as a user who owns nothing, then ends the process: for death tests. That user may read the
-/// current directory and reaches files by relative paths only, since what is above it may be closed.
+/// Runs `body` as a user who owns nothing, then ends the process. For death tests. That user can read the
+/// current directory, and can rely on relative paths only, since the directories above may be closed to him.
 [[noreturn]] inline void runUnprivileged(const std::function<void()>& body)
 {
     constexpr uid_t kNobody = 65534;
     constexpr int kStillPrivileged = 99;
     std::filesystem::permissions(".", std::filesystem::perms(0755));
-    // The groups go first: without the user's rights they can't be given up any more.
+    // The groups go first: only the superuser can give them up.
     if (geteuid() == 0 && (setgroups(0, nullptr) != 0 || setgid(kNobody) != 0 || setuid(kNobody) != 0)) {
         std::_Exit(kStillPrivileged);
     }
@@ -50,7 +50,7 @@ private:
     std::_Exit(0);
 }
 
-/// Prints the texts of the log, one a line, where a death test looks.
+/// Prints the texts of the log to standard error, one a line, for a death test to match.
 inline void printLog(const console::Console& console)
 {
     for (const LogLine& line : logLines(console)) {

@@ -13,13 +13,13 @@ namespace zephyr::test {
 
 constexpr int kProcessTimeoutMs = 60000;
 
-/// An X server of one's own, without a screen, whose keyboard has real layouts and real key codes.
+/// An X server without a screen, whose keyboard has real layouts and real key codes.
 class VirtualDisplay
 {
 public:
     VirtualDisplay()
     {
-        // Without -noreset the server forgets the layout, and turns others away, whenever its only client leaves.
+        // Without -noreset the server forgets the layout, and refuses other clients, whenever its only client leaves.
         mServer.start(XVFB_PROGRAM,
                       {"-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp", "-noreset"});
         if (!mServer.waitForReadyRead(kProcessTimeoutMs)) {
@@ -37,16 +37,16 @@ public:
     VirtualDisplay(const VirtualDisplay&) = delete;
     VirtualDisplay& operator=(const VirtualDisplay&) = delete;
 
-    /// What a process needs to be on this display.
+    /// The environment of a process that uses this display.
     const QProcessEnvironment& environment() const { return mEnvironment; }
 
-    /// Takes another layout, as setxkbmap names it.
+    /// Sets the keyboard layout, named as for setxkbmap.
     void setLayout(const QStringList& words) const { run(SETXKBMAP_PROGRAM, words); }
 
-    /// Sends keys to the window that has the focus, as xdotool names them; a number is a key's code.
+    /// Sends keys to the window with the focus, named as for xdotool. A number is a key's code.
     void send(const QStringList& words) const { run(XDOTOOL_PROGRAM, words); }
 
-    /// Gives the keyboard to the window called `name`. \return whether it has it already; until then try again.
+    /// Gives the focus to the window called `name`. \return whether it already has it. Call again until it has.
     bool focus(const QString& name) const
     {
         const QByteArray window =
@@ -58,7 +58,7 @@ public:
         return false;
     }
 
-    /// What a program prints that runs on this display, whether it fails or not.
+    /// Runs a program on this display, and returns what it prints, even if it fails.
     QByteArray answerOf(const QString& program, const QStringList& words) const
     {
         QProcess process;

@@ -1,4 +1,4 @@
-// Console files with hostile content, each beside the log that it has to leave.
+// Runs console files with hostile content, and compares the log with the file beside each.
 
 #include "support/LogLine.h"
 #include "support/ScriptedCommand.h"
@@ -43,7 +43,7 @@ std::string bytesOf(const fs::path& file)
     return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
-/// Control characters as in C, so that a transcript is a text file.
+/// `text` with control characters escaped as in C, so that a transcript is a text file.
 std::string printable(const std::string& text)
 {
     constexpr char kDigits[] = "0123456789ABCDEF";
@@ -59,7 +59,7 @@ std::string printable(const std::string& text)
     return result;
 }
 
-/// The log, an entry a line: the first letter of its type, its indent, its text.
+/// The log, one entry a line: the first letter of its type, its indent and its text.
 std::string transcript(const Console& console)
 {
     constexpr char kTypes[] = {'I', 'O', 'P'};
@@ -70,7 +70,7 @@ std::string transcript(const Console& console)
     return stream.str();
 }
 
-/// A console whose command `say` writes its words, each behind its number.
+/// A console with a command `say`, which writes each of its words after its number.
 class Speaker
 {
 public:

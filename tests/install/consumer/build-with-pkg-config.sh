@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# Builds and runs the consumer with pkg-config and nothing else: build-with-pkg-config.sh LIBRARIES DIRECTORY COMPILER FLAG...
+# Builds and runs the consumer with nothing but pkg-config: build-with-pkg-config.sh LIBRARIES DIRECTORY COMPILER FLAG...
 set -euo pipefail
 libraries=$1 directory=$2 compiler=("${@:3}")
 sources=$(cd "$(dirname "$0")" && pwd)
 export PKG_CONFIG_PATH=$libraries/pkgconfig LD_LIBRARY_PATH=$libraries
 
 pkg-config --print-errors --exists 'ZephyrConsole = 1.0.0'
-# Qt's libraries want position-independent code of whoever links them, which their pkg-config files don't say.
-quoted=$(pkg-config --cflags --libs ZephyrConsoleQt) # for a shell to read, blanks and other letters escaped
+# Programs that link Qt must be position-independent, which Qt's pkg-config files don't say: hence -fPIC.
+quoted=$(pkg-config --cflags --libs ZephyrConsoleQt) # quoted for a shell
 eval "flags=($quoted)"
 mkdir -p "$directory"
 cd "$directory"

@@ -1,4 +1,4 @@
-// A host as strangers write it: with the installed headers and libraries and nothing else.
+// A host that uses the installed headers and libraries, and nothing else of this tree.
 
 #include <zephyr/common/ElapsedSimTime.h>
 #include <zephyr/console/Console.h>
@@ -114,7 +114,7 @@ std::u32string answerTo(const std::u32string& line, zc::Console& console)
     return snapshot.lines().at(echo + 1).text;
 }
 
-/// A plugin brings a command, which the console lets go of before the plugin's code is unloaded.
+/// Whether a command from a plugin runs, and the plugin can be unloaded after the console is shut down.
 bool worksWithAPlugin(const char* file, zc::Console& console)
 {
     QLibrary plugin(QString::fromLocal8Bit(file));

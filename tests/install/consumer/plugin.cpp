@@ -1,4 +1,4 @@
-// A plugin of the host's, with a command in it.
+// A plugin of the host that registers a command.
 
 #include <zephyr/console/Console.h>
 #include <zephyr/console/ConsoleCommand.h>

@@ -1,4 +1,4 @@
-// What ZephyrConsole uses of ZephyrCommon, as a product might have written it for itself.
+// The part of ZephyrCommon that ZephyrConsole uses, as a product might write it.
 #pragma once
 
 #include <QCoreApplication>

@@ -1,4 +1,4 @@
-// Pastes into a console and expects the text that is named, which tells whose clipboard the console was built with.
+// Pastes into a console and compares the text with the argument, which shows whose clipboard the console uses.
 
 #include "zephyr/console/Console.h"
 #include "zephyr/console/qt/ConsoleHost.h"

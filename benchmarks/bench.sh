@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds for release, runs every benchmark and prints each figure against its floor.
-# Arguments go to the benchmarks: scripts/bench.sh --benchmark_repetitions=1 --benchmark_min_time=0.001
+# Installs missing packages, builds for release, runs every benchmark, and prints each result beside its floor.
+# Arguments go to the benchmarks: benchmarks/bench.sh --benchmark_repetitions=1 --benchmark_min_time=0.001
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
@@ -14,8 +14,8 @@ results=$PWD/build/bench/results
 rm -rf "$results"
 mkdir -p "$results"
 for program in build/bench/benchmarks/*_benchmark; do
-  # A row and its floor take turns, so that what else the machine does meets both.
+  # A row and its floor take turns, so that other load on the machine slows both.
   "$program" --benchmark_enable_random_interleaving=true --benchmark_repetitions=21 --benchmark_min_time=0.05 \
     "$@" --benchmark_out_format=json --benchmark_out="$results/$(basename "$program" _benchmark).json" >/dev/null
 done
-scripts/bench_report.py table "$results"
+benchmarks/bench_report.py table "$results"

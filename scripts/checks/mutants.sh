@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Changes one thing at a time in src/ and lists what no test notices: scripts/mutants.sh SECONDS
-# Goes on where the last run ended, as long as the code is the same, and tries again what no test noticed then, but not
-# what a test noticed. Results are in build/mutants/results.
+# Changes one thing at a time in src/, and lists the changes that no test notices: scripts/checks/mutants.sh SECONDS
+# As long as the code is the same, a run continues where the last one ended, and tries again the changes that no test
+# noticed. The results are in build/mutants/results.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 if ! [[ ${1:-} =~ ^[0-9]+$ ]]; then
-  echo "usage: scripts/mutants.sh SECONDS" >&2
+  echo "usage: scripts/checks/mutants.sh SECONDS" >&2
   exit 2
 fi
 source scripts/packages.sh
@@ -21,8 +21,8 @@ fi
 mkdir -p "$work"
 echo "$sources" >"$work/sources"
 
-# A place for each core. What changes there is newer than its build, even if it is an old file that comes back. Programs
-# needn't be linked again for a change within a shared library.
+# One tree and build for each core. rsync keeps no times, so that a file that changes back is also newer than its build.
+# Programs needn't be linked again after a change in a shared library.
 places=()
 for ((core = 0; core < $(nproc); ++core)); do
   place=$work/$core
@@ -33,4 +33,4 @@ for ((core = 0; core < $(nproc); ++core)); do
     -DCMAKE_CXX_FLAGS="-D_GLIBCXX_ASSERTIONS -g0" -DCMAKE_LINK_DEPENDS_NO_SHARED=ON -DZEPHYR_CONSOLE_BUILD_EXAMPLES=OFF \
     -DZEPHYR_CONSOLE_TEST_ROOMS="console;properties;faults;transcripts" >/dev/null
 done
-scripts/mutants.py src "$work/results" "$1" "${places[@]}"
+scripts/checks/mutants.py src "$work/results" "$1" "${places[@]}"

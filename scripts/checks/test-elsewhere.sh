@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Runs every test where things are otherwise: in a folder whose path has blanks and letters beyond ASCII, with unsigned
-# char, in the C locale, in one with a decimal comma, in one without UTF-8, and as a user without rights.
-# Arguments go to CTest: scripts/test-elsewhere.sh -R console
+# Runs every test in other surroundings: in a folder whose path has blanks and letters beyond ASCII, with unsigned char, in
+# the C locale, in one with a decimal comma, in one without UTF-8, and as a user without rights.
+# Arguments go to CTest: scripts/checks/test-elsewhere.sh -R console
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 source scripts/packages.sh
 scripts/install-packages.sh "${test_packages[@]}" locales util-linux
 
@@ -32,7 +32,7 @@ if [ "$(id -u)" -eq 0 ]; then
   HOME=$work setpriv --reuid=nobody --regid=nogroup --clear-groups ctest --preset dev "$@" ||
     failed+=("as a user without rights")
 else
-  echo "== not as a user without rights, which only the superuser can become; the runs above were"
+  echo "== the runs above had no superuser's rights: no further run"
 fi
 
 for where in "${failed[@]}"; do

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Takes every picture in docs/images anew, from the real program, and draws every diagram there. Look at each before you
-# commit it.
+# Takes every screenshot in docs/images again, from the real program, and draws every diagram. Look at each picture before
+# you commit it.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 source scripts/packages.sh
 scripts/install-packages.sh "${build_packages[@]}" "${docs_packages[@]}"
 
@@ -16,9 +16,10 @@ program=$PWD/build/release/examples/sandbox/zephyr-sandbox
 images=$PWD/docs/images
 session=$(mktemp -d)
 trap 'rm -rf "$session"' EXIT
-cd "$session" # for what a line may write
+cd "$session" # lines may write files
 
-# shoot NAME WxH KEYS LINE...: runs the lines, types the keys into the window, and takes the picture.
+# shoot NAME WxH KEYS LINE...
+# Runs the lines, types the keys into the window, and takes a screenshot.
 shoot() {
   local name=$1 size=$2 keys=$3 lines=()
   shift 3
@@ -29,8 +30,8 @@ shoot() {
     --screenshot "$images/$name.png" --quit
 }
 
-# Time stands still but for these steps, so that the pictures are the same each time; only the order in which "run list"
-# answers is the file system's.
+# The simulation is paused except for these steps, so that the pictures are the same each time. Only the order of
+# "run list" depends on the file system.
 moved=('sim pause' 'run slalom' 'sim step 1200')
 
 shoot simulation 960x540 '' "${moved[@]}"

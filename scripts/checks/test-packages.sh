@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds the Debian packages, and installs, uses and removes them as a user of this system would.
+# Builds the Debian packages, then installs, uses and removes them as a user of this system would.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 source scripts/packages.sh
 scripts/install-packages.sh "${package_packages[@]}" pkg-config
 scripts/package.sh
@@ -11,7 +11,7 @@ files=()
 for package in "${packages[@]}"; do
   files+=("$PWD"/build/package/packages/"${package}"_*.deb)
   if dpkg-query -W "$package" >/dev/null 2>&1; then
-    echo "error: $package is installed on this system already, and is not to be replaced by a test" >&2
+    echo "error: $package is already installed on this system, and a test must not replace it" >&2
     exit 1
   fi
 done
@@ -30,13 +30,13 @@ trap clean_up EXIT
 "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${files[@]}" >/dev/null
 dpkg -L "${packages[@]}" | grep -i zephyr | sort -u >"$installed"
 
-# An optimised build has no debug information, so that not even the libraries name the folder they were built in.
+# An optimised build has no debug information, so not even the libraries name the folder of the build.
 if xargs -d '\n' grep -lF "$PWD" -d skip <"$installed"; then
   echo "error: these installed files name a folder of the build" >&2
   exit 1
 fi
 
-# Each report is read whole: a pipe that grep -q leaves early would fail for the reader's sake.
+# The report goes into a file: in a pipe, grep -q would leave early, and readelf would fail.
 mapfile -t libraries < <(grep '\.so\.1$' "$installed")
 [ "${#libraries[@]}" -eq 3 ]
 for library in "${libraries[@]}"; do
@@ -50,7 +50,7 @@ for library in "${libraries[@]}"; do
 done
 
 mapfile -t documents < <(grep '\.md$' "$installed")
-/usr/bin/python3 scripts/check_links.py "${documents[@]}"
+/usr/bin/python3 scripts/checks/check_links.py "${documents[@]}"
 
 export QT_QPA_PLATFORM=offscreen
 cd "$work"

@@ -1,4 +1,4 @@
-# Draws what scripts/bench.sh measured: gnuplot -c scripts/bench-plots.gp FOLDER-WITH-DATA FOLDER-FOR-PICTURES
+# Draws the results of benchmarks/bench.sh: gnuplot -c benchmarks/bench-plots.gp FOLDER-WITH-DATA FOLDER-FOR-PICTURES
 data = ARG1 . "/"
 images = ARG2 . "/performance-"
 
@@ -11,7 +11,7 @@ set grid
 set style data linespoints
 set key top left
 set pointsize 1.3
-floor = "with lines linewidth 9 linecolor rgb '#d0d0d0'" # wide, as what meets it lies on it
+floor = "with lines linewidth 9 linecolor rgb '#d0d0d0'" # wide, since results that meet it cover it
 
 set output images . "frame.png"
 set title "A frame with one line written since the last, 1920x1080"

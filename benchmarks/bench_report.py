@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Reports what scripts/bench.sh measured: bench_report.py table|data FOLDER-WITH-JSON
+"""Reports the results of benchmarks/bench.sh: bench_report.py table|data FOLDER-WITH-JSON
 
-table: each figure against its floor, in Markdown.
-data:  the medians for plotting, one file a row: log length, then a column for each of COLUMNS.
+table: each result beside its floor, in Markdown.
+data:  the medians for plotting, one file for each row: the log length, then a column for each of COLUMNS.
 """
 
 import json
@@ -11,7 +11,7 @@ import sys
 from collections import defaultdict
 from pathlib import Path
 
-# What is measured, in the order of the table, and how many floors it may cost.
+# The rows of the table, and the most that each may cost, in multiples of its floor.
 ROWS = {
     "render_newest": ("`render`, newest lines in view", 1.10),
     "render_oldest": ("`render`, scrolled to the oldest line", 1.10),
@@ -46,7 +46,7 @@ NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
 class Results:
-    """Processor times in nanoseconds and bytes a line, by row, contestant and log length."""
+    """Processor times in nanoseconds, and bytes per line, by row, contestant and log length."""
 
     def __init__(self, folder):
         self.times = defaultdict(list)
@@ -69,7 +69,7 @@ class Results:
         return statistics.median(self.times[key]) if key in self.times else None
 
     def noise(self, *key):
-        """Half of the distance between the quartiles, as a share of the median."""
+        """Half the distance between the quartiles, as a share of the median."""
         times = self.times[key]
         if len(times) < 4:
             return 0.0
@@ -96,7 +96,7 @@ def length_name(length):
 
 
 def against(results, row, who, length):
-    """The contestant's time and how many floors that is."""
+    """The contestant's time as a multiple of the floor, or the time itself if there is no floor."""
     floor = results.median(row, "floor", length)
     time = results.median(row, who, length)
     if time is None:
@@ -130,7 +130,7 @@ def print_memory(results):
 
 def write_data(results, folder):
     if min(len(times) for (row, *_), times in results.times.items() if row != "memory") < FEWEST_REPETITIONS:
-        sys.exit("error: measured too seldom to be drawn: run scripts/bench.sh without arguments")
+        sys.exit("error: too few repetitions to draw: run benchmarks/bench.sh without arguments")
     for row in ROWS:
         lines = []
         for length in results.lengths(row):

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Changes one thing at a time in sources, builds, and runs the tests: mutants.py SOURCES RESULTS SECONDS PLACE...
 
-SOURCES is the folder whose files are changed; each PLACE has a copy of all in `tree`, where that happens, and its
-configured build in `build`. The places work side by side. RESULTS gets a line for each mutant, so that the next run goes
-on behind the last one. Ends after SECONDS, or when all are done, and lists what no test noticed.
+SOURCES is the folder whose files are mutated. Each PLACE holds a copy of the project in `tree`, where the changes are made,
+and its configured build in `build`. All places work at the same time. RESULTS gets a line for each mutant, from which the
+next run continues. The run ends after SECONDS, or when all mutants are tried, and lists those that no test noticed.
 """
 
 import re
@@ -14,7 +14,7 @@ import time
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-# What is replaced, by what. Each is tried at each place.
+# Patterns and their replacements. Each match of each pattern is one mutant.
 REPLACEMENTS = [
     (r"==", "!="), (r"!=", "=="), (r" < ", " <= "), (r" <= ", " < "), (r" > ", " >= "), (r" >= ", " > "),
     (r"&&", "||"), (r"\|\|", "&&"), (r" \+ ", " - "), (r" - ", " + "), (r"\+= ", "-= "), (r"-= ", "+= "),
@@ -24,17 +24,17 @@ REPLACEMENTS = [
 ]
 QUOTED = re.compile(r'U?"(?:\\.|[^"\\])*"|U?\'(?:\\.|[^\'\\])*\'|//.*')
 STATEMENT = re.compile(r"^(\s{4,})(?!return\b|case\b|default\b|break\b|using\b|static\b|const\b|constexpr\b|[:}#]).*;\s*(//.*)?$")
-TEST_SECONDS = 60  # a mutant may loop for ever
+TEST_SECONDS = 60  # a mutant may loop forever
 SLOW_TESTS = "^(console_(threads|long_line|renderer)|properties|sizes)$"  # run last
 
 
 def outside_of_quotes(line):
-    """Where code stands: strings and comments become blanks."""
+    """`line` with strings and comments replaced by blanks."""
     return QUOTED.sub(lambda match: " " * len(match.group()), line)
 
 
 def replacements(line):
-    """Each line that one replacement makes of `line`."""
+    """Yields `line` with one replacement made, for each possible replacement."""
     code = outside_of_quotes(line)
     if code.lstrip().startswith(("#", "template", "namespace", "static_assert")):
         return
@@ -58,7 +58,7 @@ def indent(line):
 
 
 def mutants(lines):
-    """Pairs of a name and the lines of one mutant."""
+    """Yields a name and the lines of each mutant."""
     for i, line in enumerate(lines):
         for changed in replacements(line):
             yield f"{i + 1}: {line.strip()} => {changed.strip()}", lines[:i] + [changed] + lines[i + 1:]
@@ -70,7 +70,7 @@ def mutants(lines):
 
 
 class Interrupted(Exception):
-    """A signal ended a build or a test, so that there is no verdict."""
+    """A signal ended a build or a test, so there is no verdict."""
 
 
 def succeeds(*command):
@@ -96,7 +96,7 @@ def verdict(build):
 
 
 def pending(sources, done):
-    """Triples of a file's name, a mutant's key and its text, for the mutants that were not tried yet."""
+    """Yields the file name, key and text of each mutant that was not tried yet."""
     texts = {file.name: file.read_text() for file in sorted(sources.glob("*.cpp"))}
     for file, text in texts.items():
         for name, changed in mutants(text.split("\n")):
@@ -105,7 +105,7 @@ def pending(sources, done):
 
 
 class Worker:
-    """Tries mutants in a tree and a build of its own."""
+    """Tries mutants in its own tree and build."""
 
     def __init__(self, place):
         self.sources = place / "tree" / "src"
@@ -125,7 +125,7 @@ class Worker:
 
 
 def run(worker, todo, done, results, deadline, lock):
-    """Tries what is to do until nothing is left or the time is over."""
+    """Tries mutants until none is left or the time is over."""
     while time.monotonic() < deadline:
         with lock:
             name, key, text = next(todo, (None, None, None))
@@ -162,7 +162,7 @@ def main():
     with ThreadPoolExecutor() as threads:
         list(threads.map(lambda worker: run(worker, todo, done, results, deadline, lock), workers))
     report(done)
-    print("the time is over; the next run goes on from here" if next(todo, None) else "all mutants were tried")
+    print("the time is over; the next run continues from here" if next(todo, None) else "all mutants were tried")
 
 
 if __name__ == "__main__":

@@ -1,7 +1,7 @@
 """Checks the links of Markdown files: check_links.py FILE.md...
 
-A relative link must lead to a file or directory that is there, and its anchor to a heading of that file, named as code
-hosts name headings. Addresses of other sites are checked for their form only, since nothing is fetched.
+A relative link must lead to an existing file or directory, and its anchor to a heading of that file, named as code hosts
+name headings. Links to other sites are not fetched, and only their syntax is checked.
 """
 
 import html.parser
@@ -34,7 +34,7 @@ class Page(html.parser.HTMLParser):
 
 
 def complaint(page, path, link):
-    """What is wrong with a link of a page; None if nothing is."""
+    """What is wrong with a link of a page, or None."""
     parts = urllib.parse.urlsplit(link)
     if parts.scheme in ("http", "https"):
         return None if parts.hostname and "." in parts.hostname else "no host's name"

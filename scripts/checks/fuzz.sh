@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Builds the fuzz targets with Clang, replays their corpus, and lets each look for new inputs: scripts/fuzz.sh SECONDS
-# With 0 it only replays. A finding fails, and is kept in build/fuzz/findings.
+# Builds the fuzz targets with Clang, replays their corpus, then fuzzes each: scripts/checks/fuzz.sh SECONDS
+# With 0 it only replays. A finding is an error, and its input is kept in build/fuzz/findings.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 if ! [[ ${1:-} =~ ^[0-9]+$ ]]; then
-  echo "usage: scripts/fuzz.sh SECONDS" >&2
+  echo "usage: scripts/checks/fuzz.sh SECONDS" >&2
   exit 2
 fi
 seconds=$1
@@ -13,14 +13,14 @@ scripts/install-packages.sh "${fuzz_packages[@]}"
 
 cmake -S . -B build/fuzz -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DZEPHYR_CONSOLE_BUILD_FUZZERS=ON -DZEPHYR_CONSOLE_BUILD_TESTS=OFF \
-  -DZEPHYR_CONSOLE_BUILD_EXAMPLES=OFF -DCMAKE_UNITY_BUILD=ON >/dev/null
+  -DZEPHYR_CONSOLE_BUILD_EXAMPLES=OFF >/dev/null
 targets=(keys lines files switches utf8 renderer)
 cmake --build build/fuzz --target "${targets[@]/#/fuzz_}"
 
 export LSAN_OPTIONS=suppressions=$PWD/fuzz/lsan.supp:print_suppressions=0
 export UBSAN_OPTIONS=print_stacktrace=1
 if [ -w /dev/shm ]; then
-  export TMPDIR=/dev/shm # the targets make and remove a directory for each input
+  export TMPDIR=/dev/shm # the targets create and remove a directory for each input
 fi
 
 mkdir -p build/fuzz/findings

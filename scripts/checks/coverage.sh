@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Runs every test with coverage and prints what of the libraries' lines and branches ran.
+# Runs every test with coverage, and prints which lines and branches of the libraries ran.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 source scripts/packages.sh
 scripts/install-packages.sh "${coverage_packages[@]}"
 
@@ -12,13 +12,13 @@ ctest --preset coverage
 
 profile=build/coverage/merged.profdata
 llvm-profdata merge -o "$profile" build/coverage/profiles/*.profraw
-# Whatever was built with the libraries' code in it: the libraries, and tests that have code of their headers.
+# Every program with the libraries' code in it: the libraries, and tests, which contain inline code of their headers.
 mapfile -t programs < <(find build/coverage -type f \( -name '*.so*' -o -path '*/tests/*' -executable \))
 sources=("$PWD/src" "$PWD/common" "$PWD/include" "$PWD/qt")
 report() { llvm-cov "$@" -instr-profile "$profile" "${programs[0]}" "${programs[@]/#/-object=}" "${sources[@]}"; }
 report show -format=html -output-dir build/coverage/report -show-branches=count
 report report -show-branch-summary
-echo "What didn't run, of lines and of the two ways of a branch:"
+echo "Lines and branch directions that didn't run:"
 report export -format=lcov >build/coverage/lcov
 awk -F '[:,]' -v here="$PWD/" '
   /^SF/ {file = $2; sub(here, "", file)}

@@ -1,0 +1,22 @@
+#!/usr/bin/env bash
+# Runs clang-tidy and cppcheck over the libraries and programs; any finding fails.
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+cmake --preset lint >/dev/null
+
+# clang-tidy reads what the build compiles, so a source that the build leaves out would pass unread.
+unread=$(comm -23 \
+  <(git ls-files --cached --others --exclude-standard -- '*.cpp' ':!benchmarks' ':!fuzz' ':!tests' | sort) \
+  <(sed -n "s|^ *\"file\": \"$PWD/\(.*\)\",\?$|\1|p" build/lint/compile_commands.json | sort))
+if [ -n "$unread" ]; then
+  printf 'error: the build leaves these files out, so clang-tidy would not read them:\n%s\n' "$unread" >&2
+  exit 1
+fi
+run-clang-tidy -quiet -p build/lint "^$PWD/(?!build/)" >build/lint/clang-tidy.log 2>&1 || {
+  grep -E '(warning|error):' build/lint/clang-tidy.log | sort -u >&2
+  exit 1
+}
+cppcheck --quiet --enable=warning,performance,portability --std=c++20 --library=qt --error-exitcode=1 \
+  -I include -I common/include -I qt/include -I src -I build/lint/src/include -I build/lint/common/include \
+  -I build/lint/qt/include src common/src qt/src examples
+echo "clang-tidy, cppcheck: no findings"

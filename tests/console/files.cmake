@@ -1,4 +1,0 @@
-zephyr_add_test(NAME console_files SOURCES ConsoleFilesTest.cpp ConsoleRunpathTest.cpp)
-zephyr_add_test(NAME run_console_file_command SOURCES
-  RunConsoleFileCommandTest.cpp RunConsoleFileListTest.cpp RunConsoleFileNestingTest.cpp ONE_THREAD)
-zephyr_add_test(NAME run_console_file_helpers SOURCES RunConsoleFileHelpersTest.cpp LIBRARIES zephyr_console_inside ONE_THREAD)

@@ -1,8 +1,0 @@
-zephyr_add_test(NAME console_keys SOURCES ConsoleKeysTest.cpp LIBRARIES zephyr_console_inside)
-zephyr_add_test(NAME console_history SOURCES ConsoleHistoryTest.cpp LIBRARIES zephyr_console_inside ONE_THREAD)
-zephyr_add_test(NAME console_completion SOURCES ConsoleCompletionTest.cpp ONE_THREAD)
-zephyr_add_test(NAME console_long_line SOURCES ConsoleLongLineTest.cpp ONE_THREAD)
-zephyr_add_test(NAME console_snapshot SOURCES ConsoleSnapshotTest.cpp)
-zephyr_add_test(NAME console_threads SOURCES ConsoleThreadsTest.cpp)
-zephyr_add_test(NAME checked_mutex SOURCES CheckedMutexTest.cpp NO_APPLICATION)
-zephyr_add_test(NAME console_without_application SOURCES ConsoleWithoutApplicationTest.cpp NO_APPLICATION ONE_THREAD)

@@ -1,1 +1,0 @@
-zephyr_add_test(NAME console_refresh SOURCES ConsoleRefreshTest.cpp ONE_THREAD)
