@@ -41,7 +41,9 @@ std::vector<std::u32string> ConsoleCommand::getAutoCompleteResults(const Console
 void ConsoleCommand::registerArgHandler(const std::u32string& name, const ArgHandlerFn& handler,
                                         const std::u32string& description, const std::u32string& helpText)
 {
-    mArgHandlers.try_emplace(name, ArgHandler{name, handler, description, helpText});
+    if (mArgHandlers.find(name) == mArgHandlers.end()) { // first, so that a duplicate copies nothing
+        mArgHandlers.try_emplace(name, ArgHandler{name, handler, description, helpText});
+    }
 }
 
 unsigned ConsoleCommand::argHandlerCount() const
@@ -68,7 +70,7 @@ void ConsoleCommand::printHelp(const std::u32string& argName, Console& console, 
 {
     const auto found = mArgHandlers.find(argName);
     if (found == mArgHandlers.end()) {
-        // Deliberately not at `indent`: a complaint stands where complaints stand.
+        // Not at `indent`: oddity 12.
         console.writeIndented(U"'" + argName + U"' is not a valid argument.", Output, kIndent);
         return;
     }

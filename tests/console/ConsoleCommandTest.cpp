@@ -31,8 +31,10 @@ public:
 
 static_assert(std::is_abstract_v<ConsoleCommand>);
 static_assert(std::has_virtual_destructor_v<ConsoleCommand>);
-static_assert(!std::is_copy_constructible_v<PlainCommand>);
-static_assert(!std::is_copy_assignable_v<PlainCommand>);
+static_assert(!std::is_copy_constructible_v<ConsoleCommand> && !std::is_move_constructible_v<ConsoleCommand>);
+static_assert(!std::is_copy_assignable_v<ConsoleCommand> && !std::is_move_assignable_v<ConsoleCommand>);
+static_assert(std::is_copy_constructible_v<PlainCommand> && std::is_move_constructible_v<PlainCommand>);
+static_assert(std::is_copy_assignable_v<PlainCommand> && std::is_move_assignable_v<PlainCommand>);
 
 const LogLine kQuestion = {"    What do you want to do?", Prompt, 4};
 
@@ -90,6 +92,51 @@ TEST_F(ConsoleCommandTest, ThrowsForAnEmptyVisitorOnlyWhereThereIsAnArgument)
     EXPECT_NO_THROW(mCommand.forEachArg({}));
     add(U"a");
     EXPECT_THROW(mCommand.forEachArg({}), std::bad_function_call);
+}
+
+/// A handler that throws when it is copied, once it is armed.
+class UncopyableHandler
+{
+public:
+    explicit UncopyableHandler(const bool& isArmed) : mIsArmed(isArmed) {}
+    UncopyableHandler(const UncopyableHandler& other) : mIsArmed(other.mIsArmed)
+    {
+        if (mIsArmed) {
+            throw std::runtime_error("copied");
+        }
+    }
+    UncopyableHandler& operator=(const UncopyableHandler&) = delete;
+    ~UncopyableHandler() = default;
+
+    void operator()(const ConsoleArgs&, Console&) const {}
+
+private:
+    const bool& mIsArmed;
+};
+
+TEST_F(ConsoleCommandTest, CopiesNothingOfASecondArgumentOfOneName)
+{
+    add(U"x", U"first");
+    bool isArmed = false;
+    const ArgHandlerFn handler = UncopyableHandler(isArmed);
+    isArmed = true;
+    EXPECT_NO_THROW(mCommand.registerArgHandler(U"x", handler, U"second", U"second"));
+    EXPECT_THROW(mCommand.registerArgHandler(U"y", handler, U"", U""), std::runtime_error);
+    EXPECT_EQ(names(), Names{U"x"});
+}
+
+TEST_F(ConsoleCommandTest, TakesItsArgumentsAlongWhereItIsCopiedOrMoved)
+{
+    addWriter(U"x", "written");
+    PlainCommand copy = mCommand;
+    add(U"y");
+    EXPECT_EQ(copy.argHandlerCount(), 1U);
+    const PlainCommand moved = std::move(copy);
+    EXPECT_EQ(moved.argHandlerCount(), 1U);
+    copy = mCommand;
+    EXPECT_EQ(copy.argHandlerCount(), 2U);
+    EXPECT_TRUE(copy.executeArgHandler(ConsoleArgs({U"cmd", U"x"}), mConsole));
+    EXPECT_EQ(test::logLines(mConsole), Lines{output("written")});
 }
 
 TEST_F(ConsoleCommandTest, KeepsTheFirstOfTwoArgumentsOfOneName)

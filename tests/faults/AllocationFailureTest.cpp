@@ -6,6 +6,7 @@
 #include "support/ScriptedCommand.h"
 #include "support/TemporaryDirectory.h"
 #include "zephyr/console/Console.h"
+#include "zephyr/console/DepthLimitError.h"
 
 #include <gtest/gtest.h>
 
@@ -311,6 +312,53 @@ TEST_F(AllocationFailure, LeavesASnapshotAsItWasWhereItIsRefreshed)
         expectUsable(console);
     }
     EXPECT_GT(successes, 5U);
+}
+
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereItsObserverIsSet)
+{
+    const std::u32string text(100, U'x');
+    failEverywhere(
+        [text](Console& console) { console.setObserver([text, &console] { console.logSize(); }); });
+    failEverywhere([](Console& console) { console.write(U"a text that needs memory of its own", Output); },
+                   [text](Console& console) { console.setObserver([text] {}); });
+}
+
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereAPartOfItsLogIsReadOrItsHistoryGrows)
+{
+    failEverywhere([](Console& console) {
+        std::vector<LogEntry> entries;
+        console.readLog(0, 10, entries);
+    });
+    failEverywhere([](Console& console) { console.addToHistory(U"a line that needs memory of its own"); });
+    failEverywhere([](Console& console) { console.history(); },
+                   typing("a line that needs memory of its own\n"));
+}
+
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereALineIsRefused)
+{
+    failEverywhere(
+        [](Console& console) {
+            try {
+                console.execute(U"loop");
+            } catch (const DepthLimitError&) {
+                return;
+            }
+        },
+        [](Console& console) {
+            console.setDepthLimit(1);
+            console.execute(U"alias loop loop");
+        });
+}
+
+TEST_F(AllocationFailure, NeedsNoMemoryForAnArgumentThatIsThereAlready)
+{
+    const std::u32string text(100, U'x');
+    test::ScriptedCommand command(U"cmd");
+    const ArgHandlerFn handler = [text](const ConsoleArgs&, Console&) {};
+    command.registerArgHandler(text, handler, text, text);
+    const FailingAllocation failing(0);
+    command.registerArgHandler(text, handler, text, text);
+    EXPECT_FALSE(failing.hasFailed());
 }
 
 TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereAnyThreadWrites)

@@ -25,16 +25,16 @@ struct ArgHandler
     std::u32string helpText;    ///< May be empty.
 };
 
-/// The base of every console command. A host derives from it, names it, and hands objects of it to
-/// Console::registerCommand().
+/// The base of every console command: a name, what runs under it, and a table of argument handlers with their help. A
+/// host derives from it and passes objects of its class to Console::registerCommand(). A command holds no console: each
+/// call passes the console that makes it.
 ///
-/// - It is: a name, what runs under it, and a table of named argument handlers with their help. It is not: a
-///   holder of a console; the console that runs a command is passed to each call.
 /// - Threads: a command runs on the thread that executes the line, the one that owns the console.
-/// - Ownership: the console owns a registered command, and destroys it when it is replaced, at
-///   Console::shutdown() and with itself. A destructor must not use the console.
-/// - Failure: bad usage is answered by lines in the console. An exception that a command throws leaves
-///   through Console::execute(), Console::keyPressed() and Console::runFile() to the host.
+/// - Ownership: the console owns a registered command. It destroys the command when another takes its name, at
+///   Console::shutdown() and in its own destructor; at once, unless a function of the command is running. A command's
+///   destructor must not use the console.
+/// - Failure: a command answers bad usage by lines in the console. An exception that it throws leaves through
+///   Console::execute(), Console::keyPressed() and Console::runFile() to the host.
 ///
 /// Names are matched whole and case-sensitively; they are ordered by code point, so that `Z` comes before
 /// `a`.
@@ -42,9 +42,6 @@ class ZEPHYR_CONSOLE_EXPORT ConsoleCommand
 {
 public:
     virtual ~ConsoleCommand() = 0;
-
-    ConsoleCommand(const ConsoleCommand&) = delete;
-    ConsoleCommand& operator=(const ConsoleCommand&) = delete;
 
     /// The name under which the command is registered; it must not change while it is. Called by
     /// Console::registerCommand() and the help command.
@@ -59,9 +56,10 @@ public:
     /// default has none. Each candidate replaces the last word of the line whole.
     virtual std::vector<std::u32string> getAutoCompleteResults(const ConsoleArgs& args);
 
-    /// Files `handler` under the word `name`. A word that is taken keeps its first handler, silently. A
-    /// handler under the empty word answers the bare command. An empty description or help text is stored as
-    /// it is and replaced by a default text only when printed.
+    /// Files `handler` under the word `name`. If the word is taken, its first handler stays and nothing happens. A
+    /// handler under the empty word answers the bare command. Empty descriptions and help texts are stored as they are;
+    /// a default text stands in for them when they are printed. Throws `std::bad_alloc` and what copying `handler`
+    /// throws.
     void registerArgHandler(const std::u32string& name, const ArgHandlerFn& handler,
                             const std::u32string& description, const std::u32string& helpText);
 
@@ -104,6 +102,13 @@ public:
 protected:
     /// A command without arguments.
     ConsoleCommand();
+
+    // For derived classes that are to be copied or moved. The handlers are copied as they are: one that holds a pointer
+    // to its command still calls the command that it was registered by.
+    ConsoleCommand(const ConsoleCommand&) = default;
+    ConsoleCommand(ConsoleCommand&&) = default;
+    ConsoleCommand& operator=(const ConsoleCommand&) = default;
+    ConsoleCommand& operator=(ConsoleCommand&&) = default;
 
 private:
     std::map<std::u32string, ArgHandler> mArgHandlers;
