@@ -36,7 +36,8 @@ TEST(ConsoleRedirectPipe, LetsOtherThreadsWriteAndLookWhileNobodyReadsThePipe)
     std::size_t seen = 0;
     std::string received;
     std::thread other([&] {
-        while (console.logSize() < 3 || !isAsleep(host)) { // until the line is echoed and the target is being opened
+        while (console.logSize() < 3 ||
+               !isAsleep(host)) { // until the line is echoed and the target is being opened
             std::this_thread::yield();
         }
         console.write(U"from another thread", Output);

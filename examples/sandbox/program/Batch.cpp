@@ -2,7 +2,7 @@
 
 #include "sandbox/commands/QuitCommand.h"
 #include "sandbox/program/Complaint.h"
-#include "sandbox/program/LogFollower.h"
+#include "sandbox/program/LogPrinter.h"
 #include "sandbox/program/Sandbox.h"
 #include "sandbox/program/StartupFile.h"
 
@@ -59,15 +59,17 @@ int runBatch(const QString& file, const StartupChoice& startup)
         complain(*complaint);
         return kFailed;
     }
-    LogFollower follower(sandbox.console(), stdout);
+    LogPrinter printer(sandbox.console(), stdout);
+    printer.printNew();
+    sandbox.console().setObserver([&] { printer.printNew(); }); // each line as it is written
     const std::optional<QString> runError = runFiles(file, startup, sandbox.console());
-    const std::string printError = follower.stop();
+    sandbox.console().setObserver({});
     if (runError) {
         complain(*runError);
         return kFailed;
     }
-    if (!printError.empty()) {
-        complainAboutOutput(printError);
+    if (printer.error()) {
+        complainAboutOutput(*printer.error());
         return kFailed;
     }
     return 0;

@@ -4,21 +4,28 @@
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 
+#include <vector>
+
 namespace zephyr::sandbox {
 
-LogPrinter::LogPrinter(const console::Console& console, std::FILE* stream)
-    : mConsole(console), mLog(console.snapshot()), mStream(stream)
-{}
+namespace {
+
+constexpr std::size_t kEntriesAtATime = 1024;
+
+} // namespace
 
 void LogPrinter::printNew()
 {
-    mConsole.refresh(mLog);
-    std::string text;
-    for (; mPrinted < mLog.lines().size(); ++mPrinted) {
-        text += StringUtil::toString(shownText(mLog.lines()[mPrinted])) + '\n';
-    }
-    if (mError.empty() && !text.empty()) {
-        mError = print(text, mStream).value_or("");
+    std::vector<console::LogEntry> entries;
+    mConsole.readLog(mPrinted, kEntriesAtATime, entries);
+    while (!mError && !entries.empty()) {
+        std::string text;
+        for (const console::LogEntry& entry : entries) {
+            text += StringUtil::toString(shownText(entry)) + '\n';
+        }
+        mError = print(text, mStream);
+        mPrinted += entries.size();
+        mConsole.readLog(mPrinted, kEntriesAtATime, entries);
     }
 }
 

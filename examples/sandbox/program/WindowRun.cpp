@@ -79,8 +79,8 @@ int runWindow(const Options& options)
         sandbox.recording().end(sandbox.console());
         printLog();
     }
-    if (!printer.error().empty()) {
-        complainAboutOutput(printer.error());
+    if (printer.error()) {
+        complainAboutOutput(*printer.error());
         return kFailed;
     }
     return exitCode;
