@@ -245,7 +245,11 @@ bool Console::keyPressed(int key, int modifiers, const std::u32string& text)
 {
     Private& parts = *mPrivate;
     if (!parts.mOpen) {
-        return key == kToggleKey && (open(), true);
+        if (key != kToggleKey) {
+            return false;
+        }
+        open();
+        return true;
     }
     switch (key) {
     case kToggleKey: close(); return true;

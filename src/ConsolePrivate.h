@@ -1,6 +1,7 @@
 #ifndef ZEPHYR_CONSOLE_CONSOLEPRIVATE_H
 #define ZEPHYR_CONSOLE_CONSOLEPRIVATE_H
 
+#include "CheckedMutex.h"
 #include "CommandTable.h"
 #include "Completion.h"
 #include "History.h"
@@ -10,7 +11,6 @@
 #include "Runpath.h"
 #include "ScrollPosition.h"
 #include "zephyr/console/Console.h"
-#include "zephyr/console/detail/CheckedMutex.h"
 
 #include <QFont>
 
@@ -42,13 +42,13 @@ public:
     class Access
     {
     public:
-        Access(detail::CheckedMutex& mutex, Guarded& guarded) : mLock(mutex), mGuarded(guarded) {}
+        Access(CheckedMutex& mutex, Guarded& guarded) : mLock(mutex), mGuarded(guarded) {}
 
         Guarded* operator->() const { return &mGuarded; }
-        std::unique_lock<detail::CheckedMutex>& heldLock() { return mLock; }
+        std::unique_lock<CheckedMutex>& heldLock() { return mLock; }
 
     private:
-        std::unique_lock<detail::CheckedMutex> mLock;
+        std::unique_lock<CheckedMutex> mLock;
         Guarded& mGuarded;
     };
 
@@ -113,7 +113,7 @@ public:
     std::condition_variable_any mObserverCallEnded;
 
 private:
-    detail::CheckedMutex mMutex;
+    CheckedMutex mMutex;
 };
 
 } // namespace zephyr::console

@@ -1,4 +1,4 @@
-#include "zephyr/console/detail/CheckedMutex.h"
+#include "CheckedMutex.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <type_traits>
 #include <vector>
 
-namespace zephyr::console::detail {
+namespace zephyr::console {
 namespace {
 
 bool relockThrows(CheckedMutex& mutex)
@@ -151,4 +151,4 @@ TEST(CheckedMutex, IsNeitherCopiedNorMoved)
 }
 
 } // namespace
-} // namespace zephyr::console::detail
+} // namespace zephyr::console

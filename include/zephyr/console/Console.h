@@ -20,23 +20,19 @@
 
 namespace zephyr::console {
 
-/// A command console: an input line, the commands and aliases that its words name, and the log that they
-/// write.
+/// A command console: an input line, the commands and aliases that its words name, and the log that they write. The host
+/// passes it key presses, wheel turns and sizes, and draws its snapshot() with a ConsoleRenderer.
 ///
-/// - It is: the model, driven by the host's key, wheel and size events, and drawn from snapshot() by a
-///   ConsoleRenderer. It is not: a window, an event loop or a painter, and it reads no configuration.
-/// - Threads: the thread that constructs it, the host's, owns it; everything is called there. Only the
-///   writers (write(), writeIndented(), newline()), snapshot(), refresh(), logSize(), readLog() and setObserver()
-///   may be called from any thread at any time. No lock is held while a command, a completion, a callback or
-///   the observer runs.
-/// - Ownership: it owns its registered commands and its log. It is neither copied nor moved. What it is asked
-///   to look up stays its own.
-/// - Failure: what a user does wrong is answered by lines in the log. An exception that a command throws,
-///   `std::system_error` (`resource_deadlock_would_occur`) for a code point that the full input line refuses, and
-///   DepthLimitError where a depth limit is set leave through the function that the host called; the console
-///   stays usable. Memory exhaustion leaves as `std::bad_alloc`.
+/// - Threads: the thread that constructs it, the host's, owns it and makes all calls, except that any thread may call
+///   the writers (write(), writeIndented(), newline()), snapshot(), refresh(), logSize(), readLog() and setObserver() at
+///   any time. The console holds no lock while a command, a completion, a callback or the observer runs.
+/// - Ownership: it owns its registered commands and its log. Pointers that it returns stay its own.
+/// - Failure: lines in the log answer what a user does wrong. Exceptions leave through the function that the host called,
+///   and the console stays usable: whatever a command throws, `std::system_error` (`resource_deadlock_would_occur`) for a
+///   code point that the full input line refuses, DepthLimitError where a limit is set, `std::bad_alloc`.
 ///
-/// Texts are strings of 32-bit code points; positions and lengths in them count code points.
+/// Texts are strings of 32-bit code points; positions and lengths in them count code points. What is odd here and meant
+/// to be so is listed in docs/decisions.md.
 class ZEPHYR_CONSOLE_EXPORT Console : public IWriteableConsole
 {
 public:
@@ -44,7 +40,7 @@ public:
     /// runpath of the executable's directory followed by the current directory, both as they are now.
     Console();
 
-    /// Destroys every command. A command's destructor must not use the console.
+    /// Destroys every command. A command's destructor must not use the console. No observer may be running.
     ZEPHYR_CONSOLE_NO_EXPORT ~Console() override = default;
 
     Console(const Console&) = delete;
@@ -56,7 +52,7 @@ public:
     /// history and scroll position are kept.
     void open();
 
-    /// Closes the console. The input line is kept until the next open().
+    /// Closes the console. It keeps its input line until the next open().
     void close();
 
     /// Whether the console is open: keys and the wheel then act on it. For the host's thread.
@@ -67,9 +63,9 @@ public:
     /// of which a function is running is destroyed when that call returns; the others are gone when this returns.
     void shutdown();
 
-    /// Tells the size of the window in logical pixels, width then height. It decides how many lines a page
-    /// has when scrolling; 0 by 0 until the first call, which makes a page of no lines. With a height,
-    /// scrolling measures the font, which needs a QGuiApplication.
+    /// Sets the size of the window, width then height, in logical pixels. The height decides how many lines a page has when
+    /// scrolling. It is 0 until the first call, which makes a page of no lines. With a height, scrolling measures the font,
+    /// which needs a QGuiApplication.
     void setWindowSize(const glm::vec<2, unsigned int>& size);
 
     /// The colour of all text: opaque green.

@@ -1,12 +1,12 @@
-#ifndef ZEPHYR_CONSOLE_DETAIL_CHECKEDMUTEX_H
-#define ZEPHYR_CONSOLE_DETAIL_CHECKEDMUTEX_H
+#ifndef ZEPHYR_CONSOLE_CHECKEDMUTEX_H
+#define ZEPHYR_CONSOLE_CHECKEDMUTEX_H
 
 #include <atomic>
 #include <mutex>
 #include <system_error>
 #include <thread>
 
-namespace zephyr::console::detail {
+namespace zephyr::console {
 
 /// A plain, non-recursive mutex that knows its owner: locking it again from the thread that holds it throws
 /// on every platform, where a `std::mutex` may hang instead. BasicLockable; used with `std::lock_guard`.
@@ -38,6 +38,6 @@ private:
     std::atomic<std::thread::id> mOwner{};
 };
 
-} // namespace zephyr::console::detail
+} // namespace zephyr::console
 
 #endif
