@@ -41,10 +41,6 @@ constexpr unsigned kInnerIndent = 8; // spaces
 constexpr int kToggleKey = Qt::Key_QuoteLeft;
 constexpr unsigned kLinesWithoutFont = 15;
 
-const char* const kFontFamily = "Consolas";
-constexpr int kFontPointSize = 10;
-constexpr int kDefaultWeight = -1;
-
 static_assert(kToggleKey == 0x60 && Qt::ControlModifier == 0x04000000,
               "Qt's key numbering is the interface's");
 
@@ -55,7 +51,9 @@ bool isCtrl(int modifiers)
 
 QFont consoleFont()
 {
-    return {QString::fromLatin1(kFontFamily), kFontPointSize, kDefaultWeight, false};
+    constexpr int kPointSize = 10;
+    constexpr int kDefaultWeight = -1;
+    return {QStringLiteral("Consolas"), kPointSize, kDefaultWeight, false};
 }
 
 } // namespace
@@ -65,90 +63,80 @@ class Console::Private::HelpCommand : public ConsoleCommand
 {
 public:
     std::u32string name() const override { return U"help"; }
-    void execute(const ConsoleArgs& args, Console& console) override;
+
+    void execute(const ConsoleArgs& args, Console& console) override
+    {
+        if (args.argCount() == 1) {
+            listAll(console);
+            return;
+        }
+        const std::u32string topic = args.arg(1);
+        if (topic == kEveryCommand) {
+            describeEveryCommand(console); // also where a command has that name: oddity 11
+            return;
+        }
+        // Commands first, the reverse of what running a line does: oddity 10.
+        if (const ConsoleCommand* command = console.lookupCommand(topic)) {
+            describeCommand(*command, args, console);
+            return;
+        }
+        if (const std::vector<std::u32string>* lines = console.lookupAlias(topic)) {
+            writeAlias(topic, *lines, console);
+            return;
+        }
+        console.write(U"'" + topic + U"' is not a recognized console command.", Output);
+    }
 
 private:
-    static void listAll(Console& console);
-    static void describeEveryCommand(Console& console);
-    static void describeCommand(const ConsoleCommand& command, const ConsoleArgs& args, Console& console);
-    static void describeArguments(const ConsoleCommand& command, Console& console);
-    static void writeAlias(const std::u32string& name, const std::vector<std::u32string>& lines,
-                           Console& console);
-};
-
-void Console::Private::HelpCommand::execute(const ConsoleArgs& args, Console& console)
-{
-    if (args.argCount() == 1) {
-        listAll(console);
-        return;
-    }
-    const std::u32string topic = args.arg(1);
-    if (topic == kEveryCommand) {
-        describeEveryCommand(console);
-        return;
-    }
-    // Commands first, the reverse of what running a line does: oddity 10.
-    if (const ConsoleCommand* command = console.lookupCommand(topic)) {
-        describeCommand(*command, args, console);
-        return;
-    }
-    if (const std::vector<std::u32string>* lines = console.lookupAlias(topic)) {
-        writeAlias(topic, *lines, console);
-        return;
-    }
-    console.write(U"'" + topic + U"' is not a recognized console command.", Output);
-}
-
-void Console::Private::HelpCommand::listAll(Console& console)
-{
-    console.write(kCommandsHeading, Output);
-    console.forEachCommand([&console](const ConsoleCommand& command) {
-        console.writeIndented(command.name(), Output, kIndent);
-    });
-    console.newline();
-    console.write(kAliasesHeading, Output);
-    console.forEachAlias([&console](const std::u32string& name, const std::vector<std::u32string>& lines) {
-        writeAlias(name, lines, console);
-    });
-}
-
-void Console::Private::HelpCommand::describeEveryCommand(Console& console)
-{
-    console.forEachCommand([&console](const ConsoleCommand& command) {
-        console.writeIndented(command.name(), Output, kIndent);
-        describeArguments(command, console);
-    });
-}
-
-void Console::Private::HelpCommand::describeArguments(const ConsoleCommand& command, Console& console)
-{
-    if (command.argHandlerCount() == 0) {
-        console.writeIndented(std::u32string(), Output, kIndent);
-        return;
-    }
-    command.forEachArg([&](const std::u32string& argument) {
-        console.writeIndented(argument, Output, kInnerIndent);
-        command.printHelp(argument, console, kInnerIndent);
+    static void listAll(Console& console)
+    {
+        console.write(kCommandsHeading, Output);
+        console.forEachCommand([&console](const ConsoleCommand& command) {
+            console.writeIndented(command.name(), Output, kIndent);
+        });
         console.newline();
-    });
-}
-
-void Console::Private::HelpCommand::describeCommand(const ConsoleCommand& command, const ConsoleArgs& args,
-                                                    Console& console)
-{
-    const CommandTable::Call call(console.mPrivate->mCommands, command); // what it writes may run host code
-    if (args.argCount() < 3) {
-        command.printArguments(console);
-        return;
+        console.write(kAliasesHeading, Output);
+        console.forEachAlias(
+            [&console](const std::u32string& name, const auto& lines) { writeAlias(name, lines, console); });
     }
-    command.printHelp(args.arg(2), console, kIndent);
-}
 
-void Console::Private::HelpCommand::writeAlias(const std::u32string& name,
-                                               const std::vector<std::u32string>& lines, Console& console)
-{
-    console.writeIndented(name + U" -> \"" + join(lines, U"; ") + U"\"", Output, kIndent);
-}
+    static void describeEveryCommand(Console& console)
+    {
+        console.forEachCommand([&console](const ConsoleCommand& command) {
+            console.writeIndented(command.name(), Output, kIndent);
+            describeArguments(command, console);
+        });
+    }
+
+    static void describeArguments(const ConsoleCommand& command, Console& console)
+    {
+        if (command.argHandlerCount() == 0) {
+            console.writeIndented(std::u32string(), Output, kIndent);
+            return;
+        }
+        command.forEachArg([&](const std::u32string& argument) {
+            console.writeIndented(argument, Output, kInnerIndent);
+            command.printHelp(argument, console, kInnerIndent);
+            console.newline();
+        });
+    }
+
+    static void describeCommand(const ConsoleCommand& command, const ConsoleArgs& args, Console& console)
+    {
+        const CommandTable::Call call(console.mPrivate->mCommands, command); // the observer may replace it
+        if (args.argCount() < 3) {
+            command.printArguments(console);
+            return;
+        }
+        command.printHelp(args.arg(2), console, kIndent);
+    }
+
+    static void writeAlias(const std::u32string& name, const std::vector<std::u32string>& lines,
+                           Console& console)
+    {
+        console.writeIndented(name + U" -> \"" + join(lines, U"; ") + U"\"", Output, kIndent);
+    }
+};
 
 template <typename Change>
 void Console::Private::change(const Change& change)
@@ -284,8 +272,6 @@ bool Console::keyReleased(int, int, const std::u32string&)
 {
     return mPrivate->mOpen;
 }
-
-// Editing
 
 void Console::Private::paste()
 {
@@ -633,20 +619,14 @@ bool Console::runFileWithName(const std::u32string& name)
         return false;
     }
     if (found.size() >= 2) {
-        mPrivate->warnOfSeveral(found, name);
+        writeIndented(U"WARNING: '" + name + U"' resolved to multiple paths...", Output, kIndent);
+        for (const std::filesystem::path& path : found) {
+            writeIndented(textOfPath(path), Output, kInnerIndent);
+        }
+        writeIndented(U"The console file at '" + textOfPath(found.front()) + U"' will be run.", Output,
+                      kIndent);
     }
     return runFile(found.front());
-}
-
-void Console::Private::warnOfSeveral(const std::vector<std::filesystem::path>& found,
-                                     const std::u32string& name)
-{
-    mConsole.writeIndented(U"WARNING: '" + name + U"' resolved to multiple paths...", Output, kIndent);
-    for (const std::filesystem::path& path : found) {
-        mConsole.writeIndented(textOfPath(path), Output, kInnerIndent);
-    }
-    mConsole.writeIndented(U"The console file at '" + textOfPath(found.front()) + U"' will be run.", Output,
-                           kIndent);
 }
 
 bool Console::appendRunpath(const std::filesystem::path& path)

@@ -71,7 +71,6 @@ public:
     bool autoComplete(bool backwards);
 
     void execute(std::u32string line, bool recordInHistory);
-    void warnOfSeveral(const std::vector<std::filesystem::path>& found, const std::u32string& name);
 
     void appendLine(std::u32string text, ConsoleMessageType type, unsigned indent);
     void scrollLines(std::int64_t lines);
