@@ -232,15 +232,11 @@ std::u32string Console::activeInput() const
 bool Console::keyPressed(int key, int modifiers, const std::u32string& text)
 {
     Private& parts = *mPrivate;
-    if (!parts.mOpen) {
-        if (key != kToggleKey) {
-            return false;
-        }
-        open();
-        return true;
+    if (!parts.mOpen && key != kToggleKey) {
+        return false;
     }
     switch (key) {
-    case kToggleKey: close(); return true;
+    case kToggleKey: parts.mOpen ? close() : open(); return true;
     case Qt::Key_Tab: return parts.autoComplete(false);
     case Qt::Key_Backtab: return parts.autoComplete(true);
     case Qt::Key_PageUp: parts.scrollLines(parts.visibleLineCount()); return true;
@@ -543,9 +539,8 @@ void Console::Private::appendLine(std::u32string text, ConsoleMessageType type, 
 
 void Console::setObserver(std::function<void()> observer)
 {
-    using Function = Observer::Function;
-    auto next = observer ? std::make_shared<const Function>(std::move(observer)) : nullptr;
-    std::shared_ptr<const Function> previous; // destroyed without the lock
+    auto next = observer ? std::make_shared<const Observer::Function>(std::move(observer)) : nullptr;
+    std::shared_ptr<const Observer::Function> previous; // destroyed after the lock is released
     Private::Access parts = mPrivate->lock();
     previous = parts->observer.replace(std::move(next));
     if (!parts->observer.isCalledHere()) { // and would wait for itself
@@ -567,8 +562,6 @@ void Console::Private::callObserver(Observer::Call& call)
         reportVerification("Console", __LINE__, "observer() throws nothing");
     }
 }
-
-// Scrolling
 
 bool Console::mouseWheel(Angle vertical, Angle)
 {
