@@ -4,15 +4,6 @@
 
 namespace zephyr::console {
 
-CommandTable::Call::Call(CommandTable& table, const ConsoleCommand& command)
-    : mTable(table), mCommand(&command), mOuter(std::exchange(table.mInnermost, this))
-{}
-
-CommandTable::Call::~Call()
-{
-    mTable.mInnermost = mOuter;
-}
-
 void CommandTable::add(const std::u32string& name, std::unique_ptr<ConsoleCommand>&& command)
 {
     std::unique_ptr<ConsoleCommand>& entry = mCommands[name];

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zephyr::console {
@@ -24,8 +25,10 @@ public:
     class Call
     {
     public:
-        Call(CommandTable& table, const ConsoleCommand& command);
-        ~Call();
+        Call(CommandTable& table, const ConsoleCommand& command)
+            : mTable(table), mCommand(&command), mOuter(std::exchange(table.mInnermost, this))
+        {}
+        ~Call() { mTable.mInnermost = mOuter; }
 
         Call(const Call&) = delete;
         Call& operator=(const Call&) = delete;

@@ -145,7 +145,9 @@ void Console::Private::change(const Change& change)
     {
         const Access parts = lock();
         change(mGuarded);
-        parts->observer.begin(call);
+        if (parts->observer.isSet()) {
+            parts->observer.begin(call);
+        }
     }
     if (call.function() != nullptr) {
         callObserver(call);
@@ -411,7 +413,10 @@ void Console::Private::dispatch(ConsoleCommand* command, std::vector<std::u32str
     } else {
         runCommand(*command, std::move(words));
     }
-    change([](Guarded& parts) {
+    change([command](Guarded& parts) {
+        if (command != nullptr) {
+            parts.log.endRedirection(); // an outer line's too: oddity 7
+        }
         parts.log.append({}, Output, 0);
         parts.line.clear();
     });
@@ -427,8 +432,8 @@ void Console::Private::runCommand(ConsoleCommand& command, std::vector<std::u32s
         const CommandTable::Call call(mCommands, command);
         command.execute(args, mConsole);
     }
-    lock()->log.endRedirection(); // an outer line's too: oddity 7
     if (args.hasRedirectOpen()) {
+        lock()->log.endRedirection();
         const std::u32string path = currentDir() + U"/" + args.redirectTarget(); // oddity 9
         ExternalProcess::openFileInDefaultApplication(StringUtil::toString(path));
     }
@@ -544,8 +549,7 @@ void Console::setObserver(std::function<void()> observer)
     Private::Access parts = mPrivate->lock();
     previous = parts->observer.replace(std::move(next));
     if (!parts->observer.isCalledHere()) { // and would wait for itself
-        mPrivate->mObserverCallEnded.wait(parts.heldLock(),
-                                          [&] { return !parts->observer.isCalled(previous.get()); });
+        mPrivate->mObserverCallEnded.wait(parts, [&] { return !parts->observer.isCalled(previous.get()); });
     }
 }
 

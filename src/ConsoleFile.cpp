@@ -23,11 +23,11 @@ ConsoleFile::ConsoleFile(const std::filesystem::path& path)
 
 std::optional<std::u32string> ConsoleFile::nextLine()
 {
-    for (std::string line; std::getline(mStream, line);) {
-        if (line.empty()) {
+    while (std::getline(mStream, mLine)) {
+        if (mLine.empty()) {
             continue;
         }
-        const std::string trimmed = StringUtil::trim(line);
+        const std::string trimmed = StringUtil::trim(mLine);
         if (!trimmed.starts_with(kComment)) {
             return StringUtil::toU32String(trimmed);
         }

@@ -24,6 +24,7 @@ public:
 
 private:
     std::ifstream mStream;
+    std::string mLine; // its memory serves all lines
 };
 
 } // namespace zephyr::console

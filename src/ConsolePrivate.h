@@ -16,7 +16,6 @@
 
 #include <condition_variable>
 #include <map>
-#include <mutex>
 
 namespace zephyr::console {
 
@@ -38,18 +37,23 @@ public:
         Observer observer;
     };
 
-    /// The guarded parts, and the lock on them for as long as this lives.
+    /// The guarded parts, and the lock on them for as long as this lives. BasicLockable, to wait with.
     class Access
     {
     public:
-        Access(CheckedMutex& mutex, Guarded& guarded) : mLock(mutex), mGuarded(guarded) {}
+        Access(CheckedMutex& mutex, Guarded& parts) : mMutex(mutex), mParts(parts) { lock(); }
+        ~Access() { unlock(); }
 
-        Guarded* operator->() const { return &mGuarded; }
-        std::unique_lock<CheckedMutex>& heldLock() { return mLock; }
+        Access(const Access&) = delete;
+        Access& operator=(const Access&) = delete;
+
+        Guarded* operator->() const { return &mParts; }
+        void lock() { mMutex.lock(); }
+        void unlock() { mMutex.unlock(); }
 
     private:
-        std::unique_lock<CheckedMutex> mLock;
-        Guarded& mGuarded;
+        CheckedMutex& mMutex;
+        Guarded& mParts;
     };
 
     explicit Private(Console& console);

@@ -37,6 +37,9 @@ public:
     /// Puts `function`, which may be null, in place of the one before. \return that one, which calls under way still use.
     std::shared_ptr<const Function> replace(std::shared_ptr<const Function> function);
 
+    /// Whether there is a function.
+    bool isSet() const { return mFunction != nullptr; }
+
     /// Begins a call on this thread, unless there is no function or the thread is in a call already. The call must live
     /// until end().
     void begin(Call& call);
