@@ -158,7 +158,8 @@ bool ConsoleHost::Private::isToggle(const QKeyEvent& event) const
 
 bool ConsoleHost::Private::isForConsole(const QKeyEvent& event) const
 {
-    return mOpen || isToggle(event);
+    const bool isTypedAsCommand = typedText(event).empty() && !typedText(event.text()).empty();
+    return isToggle(event) || (mOpen && !isTypedAsCommand);
 }
 
 /// An input method that is on keeps the press of a dead key to itself, so that only its release is heard.
