@@ -69,6 +69,7 @@ private:
     bool filterQuery(QInputMethodQueryEvent& query, QObject& asked) const;
 
     bool isToggle(const QKeyEvent& event) const;
+    HeldKeys::Taker takerOfPress(const QKeyEvent& event) const;
     bool isForConsole(const QKeyEvent& event) const;
     bool isUnheardToggle(const QKeyEvent& event) const;
     void releaseHeldKey(const QKeyEvent& event);

@@ -30,10 +30,20 @@ namespace zephyr::console::qt {
 ///   destroy this object, make sure that no render thread is inside paint().
 /// - Failure: no exception that a key causes gets out. It becomes one line in the log and an exceptionCaught() signal.
 ///
-/// An open console takes every key press, wheel turn and input-method commit that the object gets. Shortcuts, Tab and
-/// Backtab then act nowhere else. A key's repeats and release go where its press went. The input method is on while the
-/// console is open, so that dead keys and CJK input compose, even if another object in a window has the focus; a widget
-/// needs no attribute for that. Text is shown once it is committed, not while it is composed.
+/// An open console takes the wheel turns and input-method commits that the object gets, and of the key presses those
+/// that it has a use for:
+/// - keys that type text;
+/// - Backspace, Delete, Left, Right, Up, Down, Home, End, Page Up, Page Down, Tab, Backtab, Return and Enter, also with
+///   Shift; Backspace, Delete, Left and Right with Ctrl too; and Ctrl+V;
+/// - Escape and dead keys, also with Shift, which belong to whoever types even where they do nothing.
+///
+/// These then act nowhere else, not as a shortcut either. All other keys reach the host as if the console were closed:
+/// function keys, modifier keys, and shortcuts with Ctrl, Alt or Meta. Alt and a letter opens the host's menus; on
+/// macOS, where Alt is the Option key, it types.
+///
+/// A key's repeats and release go where its press went. The input method is on while the console is open, so that dead
+/// keys and CJK input compose, even if another object in a window has the focus; a widget needs no attribute for that.
+/// Text is shown once it is committed, not while it is composed.
 ///
 /// Several hosts may show one console if one thread paints them all. The host that was resized last sets the length of
 /// the console's page.
