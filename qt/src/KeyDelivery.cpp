@@ -28,6 +28,16 @@ KeyDelivery::KeyDelivery(std::function<void(const QString& line)> caught) : mCau
 void KeyDelivery::press(Console& console, int key, int modifiers, const std::u32string& text)
 {
     mIsFullLineReported = mIsFullLineReported && !console.activeInput().empty(); // another line
+    if (!console.isOpen()) {
+        tryPressOne(console, key, modifiers, text.substr(0, 1));
+    } else if (!mPlaces.prepare(console, key, modifiers, text)) {
+        pressAll(console, key, modifiers, text);
+        mPlaces.follow(console, key, modifiers, text);
+    }
+}
+
+void KeyDelivery::pressAll(Console& console, int key, int modifiers, const std::u32string& text)
+{
     bool goesOn = tryPressOne(console, key, modifiers, text.substr(0, 1));
     for (std::size_t i = 1; goesOn && i < text.size(); ++i) {
         goesOn = tryPressOne(console, 0, Qt::NoModifier, text.substr(i, 1));

@@ -1,6 +1,8 @@
 #ifndef ZEPHYR_CONSOLE_QT_KEYDELIVERY_H
 #define ZEPHYR_CONSOLE_QT_KEYDELIVERY_H
 
+#include "InputPlaces.h"
+
 #include <QString>
 
 #include <functional>
@@ -25,11 +27,13 @@ public:
     void press(Console& console, int key, int modifiers, const std::u32string& text);
 
 private:
+    void pressAll(Console& console, int key, int modifiers, const std::u32string& text);
     bool tryPressOne(Console& console, int key, int modifiers, const std::u32string& text);
     void reportFullLine(Console& console);
     void report(Console& console, const std::u32string& line);
 
     std::function<void(const QString& line)> mCaught;
+    InputPlaces mPlaces;
     bool mIsFullLineReported = false;
 };
 
