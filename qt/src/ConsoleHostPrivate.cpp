@@ -205,6 +205,13 @@ void ConsoleHost::Private::syncSize()
     console->setWindowSize({length("width"), length("height")});
 }
 
+void ConsoleHost::Private::setDepthLimit(unsigned depth)
+{
+    if (const BorrowedConsole console(mConsole); console) {
+        console->setDepthLimit(depth);
+    }
+}
+
 // What the console does, and what follows from it
 
 void ConsoleHost::Private::toggle()

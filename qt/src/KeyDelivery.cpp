@@ -2,6 +2,7 @@
 
 #include "ConsoleKeys.h"
 #include "zephyr/console/Console.h"
+#include "zephyr/console/DepthLimitError.h"
 #include "zephyr/console/ExceptionLine.h"
 #include "zephyr/console/Texts.h"
 
@@ -51,6 +52,8 @@ bool KeyDelivery::tryPressOne(Console& console, int key, int modifiers, const st
         console.keyPressed(key, modifiers, text);
         mIsFullLineReported = mIsFullLineReported && text.empty();
         return true;
+    } catch (const DepthLimitError& error) {
+        mCaught(QString::fromUtf8(error.what())); // which the console has written already
     } catch (const std::system_error& error) {
         if (isRefusedInsertion(error, key)) {
             reportFullLine(console);

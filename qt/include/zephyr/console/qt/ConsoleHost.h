@@ -53,7 +53,8 @@ class ZEPHYR_CONSOLE_QT_EXPORT ConsoleHost : public QObject
 
 public:
     /// Puts `console` on `events`, the QWindow, QWidget or QQuickItem that gets the key events, and tells the console
-    /// how large that is. Neither may be null. Qt asks the event filter that was installed last on `events` first.
+    /// how large that is and how deep lines may run. Neither may be null. Qt asks the event filter that was installed
+    /// last on `events` first.
     ConsoleHost(const std::shared_ptr<Console>& console, QObject* events, QObject* parent = nullptr);
 
     /// Ends the mirror of the log and the capture of Qt's messages. A command that a key runs may destroy this object.
@@ -75,6 +76,16 @@ public:
 
     /// The keys that open and close the console.
     const ToggleKeys& toggleKeys() const;
+
+    /// How deep lines may run inside of lines, unless setDepthLimit() says otherwise. A console file that runs itself
+    /// takes about 2 kB of stack a level, so that all levels take a quarter of a stack of 512 kB.
+    static constexpr unsigned kDefaultDepthLimit = 64;
+
+    /// Sets the console's depth limit, Console::setDepthLimit(), so that an alias or a console file that leads back to
+    /// itself ends with a line in the log; 0 is no limit. The constructor sets kDefaultDepthLimit in place of any limit
+    /// that the console had: a host that wants another sets it here, or at the console, after it constructed this
+    /// object.
+    void setDepthLimit(unsigned depth);
 
     /// Copies the whole log to the clipboard, with a line feed after each entry and the prompt before each line that
     /// was run.
