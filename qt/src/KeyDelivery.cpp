@@ -9,6 +9,7 @@
 #include <Qt>
 
 #include <exception>
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -27,6 +28,15 @@ bool isRefusedInsertion(const std::system_error& error, int key)
 KeyDelivery::KeyDelivery(std::function<void(const QString& line)> caught) : mCaught(std::move(caught)) {}
 
 void KeyDelivery::press(Console& console, int key, int modifiers, const std::u32string& text)
+{
+    try {
+        pressAndCount(console, key, modifiers, text);
+    } catch (const std::bad_alloc&) {
+        return; // no memory for a line that says so either
+    }
+}
+
+void KeyDelivery::pressAndCount(Console& console, int key, int modifiers, const std::u32string& text)
 {
     mIsFullLineReported = mIsFullLineReported && !console.activeInput().empty(); // another line
     if (!console.isOpen()) {
