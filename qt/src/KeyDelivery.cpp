@@ -13,6 +13,11 @@
 #include <system_error>
 #include <utility>
 
+#if defined(__GLIBCXX__) && __has_include(<cxxabi.h>)
+#include <cxxabi.h>
+#define ZEPHYR_HAS_FORCED_UNWINDING
+#endif
+
 namespace zephyr::console::qt {
 
 namespace {
@@ -70,6 +75,10 @@ bool KeyDelivery::tryPressOne(Console& console, int key, int modifiers, const st
         } else {
             report(console, exceptionLine(std::current_exception()));
         }
+#ifdef ZEPHYR_HAS_FORCED_UNWINDING
+    } catch (const abi::__forced_unwind&) {
+        throw; // the command ends its thread with pthread_exit(), which ends the program where it isn't let through
+#endif
     } catch (...) {
         report(console, exceptionLine(std::current_exception()));
     }

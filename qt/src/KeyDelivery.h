@@ -24,6 +24,7 @@ public:
     /// Presses a key that types `text`. The console takes one code point a key, so that each further code point follows
     /// as a key press of its own, until the first exception. That the line is full is reported once, and again only
     /// after an insertion that succeeded or in another line. Where memory runs out, the rest of the key is dropped.
+    /// A command that ends its thread with pthread_exit() gets past this.
     void press(Console& console, int key, int modifiers, const std::u32string& text);
 
 private:
