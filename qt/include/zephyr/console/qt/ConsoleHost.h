@@ -105,8 +105,9 @@ public:
     /// it in memory. \return whether the log could be written so far; false for an empty name.
     bool mirrorLog(const QString& fileName);
 
-    /// Starts or stops writing Qt's own messages (qDebug(), qWarning() and so on, from any thread) into the log, where
-    /// each line of a message is an entry of its own, "Qt warning: " or its like before it. The message handler that was installed before is still called.
+    /// Starts or stops writing Qt's own messages (qDebug(), qWarning() and so on, from any thread) into the log. Each
+    /// line of a message becomes an entry of its own, with "Qt warning: " or its like before it. The message handler
+    /// that was installed before is still called.
     void captureQtMessages(bool capture);
 
 signals:

@@ -20,8 +20,8 @@ namespace zephyr::console::qt {
 ///   Spanish, `'` on a Brazilian, `§` on a Swedish one), without a modifier: what it types with Shift or AltGr can
 ///   still be typed.
 ///
-/// Shift+Escape always toggles. With Ctrl, Alt or Meta no key does: that is a shortcut of the host's, or AltGr where the
-/// platform reports that as Ctrl+Alt.
+/// Shift+Escape always toggles. With Ctrl, Alt or Meta no key does: that is a shortcut of the host's, or AltGr on a
+/// platform that reports it as Ctrl+Alt.
 class ToggleKeys
 {
 public:
