@@ -2,40 +2,25 @@
 
 #include "SnapshotRefresh.h"
 
-#include <cstdint>
-#include <string>
+#include <new>
+#include <utility>
 
 namespace zephyr::console::qt {
 
-namespace {
-
-/// What changes in an open console's view.
-struct View
-{
-    std::size_t logSize;
-    std::u32string input;
-    std::uint32_t cursorPosition;
-    std::uint32_t scrollOffset;
-
-    bool operator==(const View&) const = default;
-};
-
-std::optional<View> viewOf(const std::optional<ConsoleSnapshot>& snapshot)
-{
-    if (!snapshot) {
-        return std::nullopt;
-    }
-    return View{snapshot->lines().size(), snapshot->activeInput(), snapshot->cursorPosition(),
-                snapshot->scrollOffset()};
-}
-
-} // namespace
-
 bool ChangeWatch::lookForChange(const Console& console)
 {
-    const std::optional<View> before = viewOf(mSeen);
-    takeOrRefresh(mSeen, console);
-    return before != viewOf(mSeen);
+    if (!takeOrRefresh(mSeen, console)) {
+        return false;
+    }
+    try {
+        View view{mSeen->lines().size(), mSeen->activeInput(), mSeen->cursorPosition(),
+                  mSeen->scrollOffset()};
+        const bool isChanged = mView != view;
+        mView = std::move(view);
+        return isChanged;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
 }
 
 const std::vector<LogEntry>& ChangeWatch::lines() const

@@ -29,6 +29,7 @@ ConsoleHost::ConsoleHost(const std::shared_ptr<Console>& console, QObject* event
         }
     }
     mPrivate->syncSize();
+    mPrivate->setDepthLimit(kDefaultDepthLimit);
     mPrivate->syncOpenState();
 }
 
@@ -72,6 +73,11 @@ void ConsoleHost::setToggleKeys(const ToggleKeys& keys)
 const ToggleKeys& ConsoleHost::toggleKeys() const
 {
     return mPrivate->toggleKeys();
+}
+
+void ConsoleHost::setDepthLimit(unsigned depth)
+{
+    mPrivate->setDepthLimit(depth);
 }
 
 void ConsoleHost::copyLog()

@@ -67,7 +67,7 @@ bool ConsoleHost::Private::filterInputMethodEvent(QObject& receiver, QEvent& eve
 bool ConsoleHost::Private::filterInputEvent(QEvent& event)
 {
     switch (event.type()) {
-    case QEvent::ShortcutOverride: return isForConsole(static_cast<QKeyEvent&>(event));
+    case QEvent::ShortcutOverride: return takerOfPress(static_cast<QKeyEvent&>(event)) == Taker::Console;
     case QEvent::KeyPress: return filterKeyPress(static_cast<QKeyEvent&>(event));
     case QEvent::KeyRelease: return filterKeyRelease(static_cast<QKeyEvent&>(event));
     case QEvent::Wheel: return filterWheel(static_cast<QWheelEvent&>(event));
@@ -82,7 +82,7 @@ bool ConsoleHost::Private::filterInputEvent(QEvent& event)
 bool ConsoleHost::Private::filterKeyPress(const QKeyEvent& event)
 {
     const bool toggles = isToggle(event);
-    const Taker taker = mHeldKeys.takerOfPress(event, isForConsole(event) ? Taker::Console : Taker::Host);
+    const Taker taker = takerOfPress(event);
     mHeldKeys.press(event, taker);
     if (taker == Taker::Host) {
         return false;
@@ -94,9 +94,11 @@ bool ConsoleHost::Private::filterKeyPress(const QKeyEvent& event)
         mHeldKeys.markAsToggle(event);
         toggle();
     } else {
-        // A back-quote that isn't a toggle key is text like any other.
-        const int key = event.key() == kConsoleToggleKey ? 0 : event.key();
-        deliverKey(key, static_cast<int>(event.modifiers()), typedText(event));
+        // What types is text and nothing else: a back-quote that isn't a toggle key, or a V with an AltGr that is
+        // reported as Ctrl+Alt.
+        const std::u32string text = typedText(event);
+        const int key = text.empty() && event.key() != kConsoleToggleKey ? event.key() : 0;
+        deliverKey(key, static_cast<int>(event.modifiers()), text);
     }
     return true;
 }
@@ -156,9 +158,14 @@ bool ConsoleHost::Private::isToggle(const QKeyEvent& event) const
     return !mConsole->isGone() && mToggleKeys.matches(event);
 }
 
+HeldKeys::Taker ConsoleHost::Private::takerOfPress(const QKeyEvent& event) const
+{
+    return mHeldKeys.takerOfPress(event, isForConsole(event) ? Taker::Console : Taker::Host);
+}
+
 bool ConsoleHost::Private::isForConsole(const QKeyEvent& event) const
 {
-    return mOpen || isToggle(event);
+    return isToggle(event) || (mOpen && isForOpenConsole(event));
 }
 
 /// An input method that is on keeps the press of a dead key to itself, so that only its release is heard.
@@ -196,6 +203,13 @@ void ConsoleHost::Private::syncSize()
         return static_cast<unsigned>(std::min(kMaxLength, pixels));
     };
     console->setWindowSize({length("width"), length("height")});
+}
+
+void ConsoleHost::Private::setDepthLimit(unsigned depth)
+{
+    if (const BorrowedConsole console(mConsole); console) {
+        console->setDepthLimit(depth);
+    }
 }
 
 // What the console does, and what follows from it

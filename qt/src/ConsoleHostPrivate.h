@@ -52,6 +52,9 @@ public:
     /// Passes the size of the object that gets the events to the console.
     void syncSize();
 
+    /// Tells the console how deep lines may run inside of lines.
+    void setDepthLimit(unsigned depth);
+
     void setToggleKeys(const ToggleKeys& keys) { mToggleKeys = keys; }
     const ToggleKeys& toggleKeys() const { return mToggleKeys; }
 
@@ -69,6 +72,7 @@ private:
     bool filterQuery(QInputMethodQueryEvent& query, QObject& asked) const;
 
     bool isToggle(const QKeyEvent& event) const;
+    HeldKeys::Taker takerOfPress(const QKeyEvent& event) const;
     bool isForConsole(const QKeyEvent& event) const;
     bool isUnheardToggle(const QKeyEvent& event) const;
     void releaseHeldKey(const QKeyEvent& event);

@@ -3,6 +3,8 @@
 
 #include <Qt>
 
+class QKeyEvent;
+
 namespace zephyr::console::qt {
 
 // What the console does with the keys that the kit has to know.
@@ -21,6 +23,10 @@ constexpr bool completesLine(int key)
 {
     return key == Qt::Key_Tab || key == Qt::Key_Backtab;
 }
+
+/// Whether an open console takes the press of a key from the host, and from the host's shortcuts: keys that type text,
+/// and keys that the console acts on, with the modifiers that it looks at. Escape is taken too, though it does nothing.
+bool isForOpenConsole(const QKeyEvent& event);
 
 } // namespace zephyr::console::qt
 

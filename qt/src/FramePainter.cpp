@@ -12,10 +12,13 @@
 #include <QtMath>
 
 #include <algorithm>
+#include <new>
 
 namespace zephyr::console::qt {
 
 namespace {
+
+constexpr double kSecondsToRetry = 0.1; // where memory ran out
 
 /// Saves a painter's state, and restores it at the end of the scope.
 class PainterState
@@ -77,10 +80,22 @@ std::optional<FramePainter::Layer> FramePainter::layerFor(const QPainter& painte
 
 void FramePainter::paint(const Console& console, QPainter& painter)
 {
-    const bool isFirst = mIsFirstFrame.exchange(false);
     takeOrRefresh(mSnapshot, console);
+    if (!mSnapshot) {
+        return; // memory ran out
+    }
+    const bool isFirst = mIsFirstFrame.exchange(false);
     const double seconds = restartFrameClock(isFirst);
     mBlinkClock.advance(seconds, mSnapshot->cursorPosition());
+    try {
+        render(seconds, painter);
+    } catch (const std::bad_alloc&) {
+        return; // the frame stays incomplete
+    }
+}
+
+void FramePainter::render(double seconds, QPainter& painter)
+{
     const PainterState state(painter);
     resetState(painter);
     if (const std::optional<Layer> layer = layerFor(painter)) {
@@ -118,7 +133,7 @@ double FramePainter::restartFrameClock(bool isFirst)
 
 double FramePainter::secondsToBlink() const
 {
-    return mBlinkClock.secondsToChange(mSnapshot->cursorBlinkRate());
+    return mSnapshot ? mBlinkClock.secondsToChange(mSnapshot->cursorBlinkRate()) : kSecondsToRetry;
 }
 
 void FramePainter::rest()

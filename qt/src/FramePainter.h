@@ -26,9 +26,11 @@ class FramePainter
 {
 public:
     /// Paints the console over the whole device of an active painter, and leaves the painter's state as it was.
+    /// Where memory runs out, it paints what it copied for an earlier frame, a part of the frame, or nothing.
     void paint(const Console& console, QPainter& painter);
 
-    /// The seconds from the last frame until the cursor next changes between shown and hidden. There must be a frame.
+    /// The seconds from the last frame until the cursor next changes between shown and hidden, or until the next try if
+    /// memory ran out before there was a frame.
     double secondsToBlink() const;
 
     /// Frees what only an open console needs.
@@ -48,6 +50,7 @@ private:
     };
 
     static std::optional<Layer> layerFor(const QPainter& painter);
+    void render(double seconds, QPainter& painter);
     double restartFrameClock(bool isFirst);
     void renderOnLayer(double seconds, const Layer& layer, QPainter& painter);
 

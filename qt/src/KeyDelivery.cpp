@@ -2,14 +2,21 @@
 
 #include "ConsoleKeys.h"
 #include "zephyr/console/Console.h"
+#include "zephyr/console/DepthLimitError.h"
 #include "zephyr/console/ExceptionLine.h"
 #include "zephyr/console/Texts.h"
 
 #include <Qt>
 
 #include <exception>
+#include <new>
 #include <system_error>
 #include <utility>
+
+#if defined(__GLIBCXX__) && __has_include(<cxxabi.h>)
+#include <cxxabi.h>
+#define ZEPHYR_HAS_FORCED_UNWINDING
+#endif
 
 namespace zephyr::console::qt {
 
@@ -27,7 +34,26 @@ KeyDelivery::KeyDelivery(std::function<void(const QString& line)> caught) : mCau
 
 void KeyDelivery::press(Console& console, int key, int modifiers, const std::u32string& text)
 {
+    try {
+        pressAndCount(console, key, modifiers, text);
+    } catch (const std::bad_alloc&) {
+        return; // no memory for a line that says so either
+    }
+}
+
+void KeyDelivery::pressAndCount(Console& console, int key, int modifiers, const std::u32string& text)
+{
     mIsFullLineReported = mIsFullLineReported && !console.activeInput().empty(); // another line
+    if (!console.isOpen()) {
+        tryPressOne(console, key, modifiers, text.substr(0, 1));
+    } else if (!mPlaces.prepare(console, key, modifiers, text)) {
+        pressAll(console, key, modifiers, text);
+        mPlaces.follow(console, key, modifiers, text);
+    }
+}
+
+void KeyDelivery::pressAll(Console& console, int key, int modifiers, const std::u32string& text)
+{
     bool goesOn = tryPressOne(console, key, modifiers, text.substr(0, 1));
     for (std::size_t i = 1; goesOn && i < text.size(); ++i) {
         goesOn = tryPressOne(console, 0, Qt::NoModifier, text.substr(i, 1));
@@ -41,12 +67,18 @@ bool KeyDelivery::tryPressOne(Console& console, int key, int modifiers, const st
         console.keyPressed(key, modifiers, text);
         mIsFullLineReported = mIsFullLineReported && text.empty();
         return true;
+    } catch (const DepthLimitError& error) {
+        mCaught(QString::fromUtf8(error.what())); // which the console has written already
     } catch (const std::system_error& error) {
         if (isRefusedInsertion(error, key)) {
             reportFullLine(console);
         } else {
             report(console, exceptionLine(std::current_exception()));
         }
+#ifdef ZEPHYR_HAS_FORCED_UNWINDING
+    } catch (const abi::__forced_unwind&) {
+        throw; // the command ends its thread with pthread_exit(), which ends the program where it isn't let through
+#endif
     } catch (...) {
         report(console, exceptionLine(std::current_exception()));
     }

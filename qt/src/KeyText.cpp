@@ -1,11 +1,32 @@
 #include "KeyText.h"
 
+#include "zephyr/console/qt/KeyTraits.h"
+
 #include <QChar>
 #include <QKeyEvent>
 
 #include <algorithm>
 
 namespace zephyr::console::qt {
+
+namespace {
+
+#ifdef Q_OS_MACOS
+constexpr bool kAltTypes = true;
+#else
+constexpr bool kAltTypes = false;
+#endif
+
+bool isCommand(const QKeyEvent& event)
+{
+    const Qt::KeyboardModifiers modifiers = event.modifiers();
+    const bool isControl = modifiers.testFlag(Qt::ControlModifier);
+    const bool isAlt = modifiers.testFlag(Qt::AltModifier);
+    const bool isMnemonic = isAlt && !isControl && !kAltTypes && !hasAltGr(event);
+    return isMnemonic || (isControl && !isAlt) || modifiers.testFlag(Qt::MetaModifier);
+}
+
+} // namespace
 
 std::u32string typedText(const QString& text)
 {
@@ -17,9 +38,7 @@ std::u32string typedText(const QString& text)
 
 std::u32string typedText(const QKeyEvent& event)
 {
-    const Qt::KeyboardModifiers modifiers = event.modifiers();
-    const bool isCommand = modifiers.testFlag(Qt::ControlModifier) && !modifiers.testFlag(Qt::AltModifier);
-    return isCommand || modifiers.testFlag(Qt::MetaModifier) ? std::u32string() : typedText(event.text());
+    return isCommand(event) ? std::u32string() : typedText(event.text());
 }
 
 } // namespace zephyr::console::qt

@@ -14,7 +14,8 @@ std::u32string typedText(const QString& text);
 
 /// What a key types, in code points and without control characters, which keys such as Escape carry as text. As in Qt's
 /// own line edits, a key pressed with Ctrl is a command and types nothing; but Ctrl+Alt types, since some platforms
-/// report AltGr as that.
+/// report AltGr as that. A key pressed with Alt is a mnemonic of the host's menus and types nothing either, except on
+/// macOS, where Alt is the Option key, which types accents.
 std::u32string typedText(const QKeyEvent& event);
 
 } // namespace zephyr::console::qt

@@ -9,6 +9,9 @@ namespace zephyr::console::qt {
 
 void LastAnswer::find(const std::vector<LogEntry>& log, std::size_t sizeBefore)
 {
+    if (sizeBefore > log.size()) {
+        return;
+    }
     const auto echo = std::find_if(log.begin() + static_cast<std::ptrdiff_t>(sizeBefore), log.end(),
                                    [](const LogEntry& entry) { return entry.type == Input; });
     if (echo != log.end()) {

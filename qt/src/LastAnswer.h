@@ -17,8 +17,8 @@ namespace zephyr::console::qt {
 class LastAnswer
 {
 public:
-    /// Finds the answer to a line that was run when the log had `sizeBefore` entries. If the line left no echo, the
-    /// answer before it stays.
+    /// Finds the answer to a line that was run when the log had `sizeBefore` entries. If the line left no echo, or
+    /// `log` ends before it because memory ran out, the answer before it stays.
     void find(const std::vector<LogEntry>& log, std::size_t sizeBefore);
 
     /// Whether there is no answer, or the last one has no entries.

@@ -9,6 +9,7 @@
 #include <QScopeGuard>
 
 #include <chrono>
+#include <new>
 #include <utility>
 
 namespace zephyr::console::qt {
@@ -88,12 +89,18 @@ bool LogMirror::tryWriteNew(const BorrowedConsole& console)
     if (!console || !mFile.isOpen()) {
         return false;
     }
-    takeOrRefresh(mSnapshot, *console);
-    for (; mWritten < mSnapshot->lines().size(); ++mWritten) {
-        if (!tryWriteEntry(mSnapshot->lines()[mWritten])) {
-            giveUp(*console);
-            return false;
+    if (!takeOrRefresh(mSnapshot, *console)) {
+        return true; // what is missing is written the next time
+    }
+    try {
+        for (; mWritten < mSnapshot->lines().size(); ++mWritten) {
+            if (!tryWriteEntry(mSnapshot->lines()[mWritten])) {
+                giveUp(*console);
+                return false;
+            }
         }
+    } catch (const std::bad_alloc&) {
+        return true; // as above
     }
     return true;
 }

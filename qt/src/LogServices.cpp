@@ -10,16 +10,24 @@
 #include <QClipboard>
 #include <QGuiApplication>
 
+#include <new>
 #include <utility>
 
 namespace zephyr::console::qt {
 
 namespace {
 
-void putOnClipboard(const QString& text)
+/// Puts what `makeText` returns on the clipboard, which stays as it is where memory runs out.
+template <typename MakeText>
+void tryPutOnClipboard(const MakeText& makeText)
 {
-    if (hasGui()) {
-        QGuiApplication::clipboard()->setText(text);
+    if (!hasGui()) {
+        return;
+    }
+    try {
+        QGuiApplication::clipboard()->setText(makeText());
+    } catch (const std::bad_alloc&) {
+        return;
     }
 }
 
@@ -32,15 +40,17 @@ LogServices::~LogServices() = default;
 void LogServices::copyLog() const
 {
     if (const BorrowedConsole console(mConsole); console) {
-        const ConsoleSnapshot snapshot = console->snapshot();
-        putOnClipboard(logText(snapshot.lines(), 0, snapshot.lines().size()));
+        tryPutOnClipboard([&console] {
+            const ConsoleSnapshot snapshot = console->snapshot();
+            return logText(snapshot.lines(), 0, snapshot.lines().size());
+        });
     }
 }
 
 void LogServices::copyLastAnswer() const
 {
     if (const BorrowedConsole console(mConsole); console && !mLastAnswer.isEmpty()) {
-        putOnClipboard(mLastAnswer.text(console->snapshot().lines()));
+        tryPutOnClipboard([&] { return mLastAnswer.text(console->snapshot().lines()); });
     }
 }
 

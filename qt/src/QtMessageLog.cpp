@@ -6,6 +6,7 @@
 
 #include <QScopeGuard>
 #include <QString>
+#include <QStringList>
 #include <QtGlobal>
 
 #include <algorithm>
@@ -66,8 +67,24 @@ const char* nameOf(QtMsgType type)
     }
 }
 
+/// The lines of a message, each with the kind of the message before it, as another thread may write in between.
+QStringList linesOf(QtMsgType type, const QString& message)
+{
+    QStringList lines = message.split(QChar::LineFeed);
+    if (lines.size() > 1 && lines.back().isEmpty()) {
+        lines.removeLast(); // the message ends with a line feed
+    }
+    for (QString& line : lines) {
+        if (line.endsWith(QChar::CarriageReturn)) {
+            line.chop(1);
+        }
+        line = QString(kMessage).arg(nameOf(type), line);
+    }
+    return lines;
+}
+
 /// Writes to each console once, even if it has several listeners.
-void writeToConsoles(const std::vector<Listener>& all, const QString& line) noexcept
+void writeToConsoles(const std::vector<Listener>& all, QtMsgType type, const QString& message) noexcept
 {
     std::vector<const Console*> told;
     for (const Listener& listener : all) {
@@ -75,7 +92,9 @@ void writeToConsoles(const std::vector<Listener>& all, const QString& line) noex
             const BorrowedConsole console(listener.console);
             if (console && std::find(told.begin(), told.end(), &*console) == told.end()) {
                 told.push_back(&*console);
-                console->write(line.toStdU32String(), Output);
+                for (const QString& line : linesOf(type, message)) {
+                    console->write(line.toStdU32String(), Output);
+                }
             }
         } catch (...) {
             // Memory ran out, or the message came from under the console's lock. The previous handler still gets it.
@@ -114,7 +133,7 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
     }
     isHandling = true;
     const auto handled = qScopeGuard([] { isHandling = false; });
-    writeToConsoles(all, QString(kMessage).arg(nameOf(type), message));
+    writeToConsoles(all, type, message);
     if (type == QtFatalMsg) {
         catchUpMirrors(all);
     }

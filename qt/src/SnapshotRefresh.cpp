@@ -2,14 +2,21 @@
 
 #include "zephyr/console/Console.h"
 
+#include <new>
+
 namespace zephyr::console::qt {
 
-void takeOrRefresh(std::optional<ConsoleSnapshot>& snapshot, const Console& console)
+bool takeOrRefresh(std::optional<ConsoleSnapshot>& snapshot, const Console& console)
 {
-    if (snapshot) {
-        console.refresh(*snapshot);
-    } else {
-        snapshot = console.snapshot();
+    try {
+        if (snapshot) {
+            console.refresh(*snapshot);
+        } else {
+            snapshot = console.snapshot();
+        }
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
     }
 }
 

@@ -12,7 +12,8 @@ class Console;
 namespace zephyr::console::qt {
 
 /// Brings `snapshot` up to date: takes one if there is none, and refreshes it otherwise, which copies only what is new.
-void takeOrRefresh(std::optional<ConsoleSnapshot>& snapshot, const Console& console);
+/// \return false if memory ran out; `snapshot` is then as it was, and the next call copies what is missing.
+bool takeOrRefresh(std::optional<ConsoleSnapshot>& snapshot, const Console& console);
 
 } // namespace zephyr::console::qt
 

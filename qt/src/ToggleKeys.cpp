@@ -8,12 +8,17 @@ namespace zephyr::console::qt {
 
 namespace {
 
-constexpr Qt::KeyboardModifiers kModifiers =
-    Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+constexpr Qt::KeyboardModifiers kShortcutModifiers = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+constexpr Qt::KeyboardModifiers kModifiers = Qt::ShiftModifier | kShortcutModifiers;
 
 bool isPlain(const QKeyEvent& event)
 {
     return (event.modifiers() & kModifiers) == 0 && !hasAltGr(event);
+}
+
+bool isShortcut(const QKeyEvent& event)
+{
+    return (event.modifiers() & kShortcutModifiers) != 0;
 }
 
 bool isShiftEscape(const QKeyEvent& event)
@@ -31,7 +36,7 @@ ToggleKeys::ToggleKeys(const QSet<int>& keys, const QSet<quint32>& scanCodes)
 
 bool ToggleKeys::matches(const QKeyEvent& event) const
 {
-    return isShiftEscape(event) || mKeys.contains(event.key()) ||
+    return isShiftEscape(event) || (mKeys.contains(event.key()) && !isShortcut(event)) ||
            (mScanCodes.contains(event.nativeScanCode()) && isPlain(event));
 }
 

@@ -85,6 +85,48 @@ TEST_F(ConsoleHostFailure, OfACompletionIsOneLineAndOneSignal)
     EXPECT_TRUE(window.received.empty());
 }
 
+TEST_F(ConsoleHostFailure, ToRunALineTooDeepIsTheConsolesOwnLineAndOneSignal)
+{
+    console->execute(U"alias on \"on\"");
+    host.setDepthLimit(2);
+    const std::size_t before = log().size();
+    type("on\n");
+    const std::string line = "'on' was not run: lines run inside of lines deeper than the limit of 2.";
+    const Lines logged = log();
+    EXPECT_EQ((Lines{"on", "on", "on", line}),
+              Lines(logged.begin() + static_cast<std::ptrdiff_t>(before), logged.end()));
+    EXPECT_EQ((Lines{line}), caught());
+}
+
+TEST_F(ConsoleHostFailure, OfAnAliasThatLeadsToItselfEndsWithinTheDefaultLimit)
+{
+    console->execute(U"alias on \"on\"");
+    const std::size_t before = log().size();
+    type("on\n");
+    EXPECT_EQ(64u, ConsoleHost::kDefaultDepthLimit);
+    EXPECT_EQ(before + ConsoleHost::kDefaultDepthLimit + 2, log().size()) << "the echoes and the refusal";
+    EXPECT_EQ(1u, caught().size());
+}
+
+TEST_F(ConsoleHostFailure, ToRunALineTooDeepEndsWithTheLimitThatWasSetLast)
+{
+    int runs = 0;
+    addCommand(*console, U"deeper").onExecute = [&](const console::ConsoleArgs&, Console& running) {
+        if (++runs < 100) {
+            running.execute(U"deeper");
+        }
+    };
+    host.setDepthLimit(0);
+    type("deeper\n");
+    EXPECT_EQ(100, runs);
+    host.setDepthLimit(3);
+    console->setDepthLimit(10);
+    runs = 0;
+    type("deeper\n");
+    EXPECT_EQ(11, runs);
+    EXPECT_EQ(1u, caught().size());
+}
+
 TEST_F(ConsoleHostFailure, LeavesTheConsoleUsable)
 {
     addFailing(std::runtime_error("once"));

@@ -8,7 +8,18 @@ namespace zephyr::test {
 namespace {
 
 class ConsoleHostKeys : public HostedConsole
-{};
+{
+protected:
+    /// Whether a key is kept from the shortcuts of the window.
+    bool overridesShortcut(int key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {},
+                           quint32 nativeModifiers = 0)
+    {
+        QKeyEvent event(QEvent::ShortcutOverride, key, modifiers, 0, 0, nativeModifiers, text);
+        event.ignore(); // as Qt sends it
+        QCoreApplication::sendEvent(&window, &event);
+        return event.isAccepted();
+    }
+};
 
 using Received = std::vector<std::string>;
 
@@ -109,7 +120,6 @@ TEST_F(ConsoleHostKeys, GoToTheConsoleAloneWhileItIsOpen)
 {
     open();
     type("help");
-    click(Qt::Key_F5);
     click(Qt::Key_Left);
     click(Qt::Key_Escape, Qt::NoModifier, "\x1b");
     EXPECT_EQ("help", input());
@@ -291,8 +301,36 @@ TEST_F(ConsoleHostKeys, TypeNothingWithControl)
     sendKey(window, QEvent::KeyPress, Qt::Key_E, Qt::MetaModifier, "e");
     EXPECT_EQ("", input());
     sendKey(window, QEvent::KeyPress, Qt::Key_At, Qt::ControlModifier | Qt::AltModifier, "@"); // AltGr
-    sendKey(window, QEvent::KeyPress, Qt::Key_E, Qt::AltModifier, "\u00e9");                   // Option
-    EXPECT_EQ("@\u00e9", input());
+    EXPECT_EQ("@", input());
+}
+
+#ifndef Q_OS_MACOS // where Alt is Option, which types accents
+TEST_F(ConsoleHostKeys, OfTheHostsMenusReachThemWithAlt)
+{
+    open();
+    for (const Qt::KeyboardModifiers modifiers :
+         {Qt::KeyboardModifiers(Qt::AltModifier), Qt::AltModifier | Qt::ShiftModifier}) {
+        EXPECT_FALSE(overridesShortcut(Qt::Key_F, modifiers, "f"));
+        click(Qt::Key_F, modifiers, "f");
+    }
+    EXPECT_EQ((Received{"press F", "release F", "press F", "release F"}), window.received);
+    EXPECT_EQ("", input());
+}
+#endif
+
+TEST_F(ConsoleHostKeys, TypeWithAltGrHoweverItIsReported)
+{
+    constexpr quint32 kAltGr = 0x80; // Mod5, in X11's state
+    open();
+    for (const Qt::KeyboardModifiers modifiers :
+         {Qt::KeyboardModifiers(), Qt::KeyboardModifiers(Qt::AltModifier)}) {
+        EXPECT_TRUE(overridesShortcut(Qt::Key_Q, modifiers, "@", kAltGr));
+        sendKey(window, QEvent::KeyPress, Qt::Key_Q, modifiers, "@", 24, kAltGr);
+    }
+    EXPECT_TRUE(overridesShortcut(Qt::Key_Q, Qt::ControlModifier | Qt::AltModifier, "@"));
+    click(Qt::Key_Q, Qt::ControlModifier | Qt::AltModifier, "@");
+    EXPECT_EQ("@@@", input());
+    EXPECT_EQ(Received(), window.received);
 }
 
 TEST_F(ConsoleHostKeys, AreForgottenWhenTheFocusGoes)
@@ -360,18 +398,115 @@ TEST_F(ConsoleHostKeys, OpenTheConsoleBeforeAnyShortcut)
     EXPECT_EQ(0, activations.size());
 }
 
-TEST_F(ConsoleHostKeys, ThatOverrideShortcutsAreAccepted)
+TEST_F(ConsoleHostKeys, ThatTheConsoleUsesOverrideShortcutsWhileItIsOpen)
 {
-    QKeyEvent closed(QEvent::ShortcutOverride, Qt::Key_S, Qt::ControlModifier);
-    closed.ignore();
-    QCoreApplication::sendEvent(&window, &closed);
-    EXPECT_FALSE(closed.isAccepted());
+    const std::vector<Qt::Key> used = {
+        Qt::Key_Backspace, Qt::Key_Delete,   Qt::Key_Left,   Qt::Key_Right,     Qt::Key_Up,  Qt::Key_Down,
+        Qt::Key_Home,      Qt::Key_End,      Qt::Key_Return, Qt::Key_Enter,     Qt::Key_Tab, Qt::Key_Backtab,
+        Qt::Key_PageUp,    Qt::Key_PageDown, Qt::Key_Escape, Qt::Key_Dead_Acute};
+    for (const Qt::Key key : used) {
+        EXPECT_FALSE(overridesShortcut(key)) << key;
+    }
+    EXPECT_FALSE(overridesShortcut(Qt::Key_S, {}, "s"));
     open();
-    QKeyEvent opened(QEvent::ShortcutOverride, Qt::Key_S, Qt::ControlModifier);
-    opened.ignore();
-    EXPECT_TRUE(QCoreApplication::sendEvent(&window, &opened));
-    EXPECT_TRUE(opened.isAccepted());
+    EXPECT_TRUE(overridesShortcut(Qt::Key_S, {}, "s"));
+    EXPECT_TRUE(overridesShortcut(Qt::Key_S, Qt::ShiftModifier, "S"));
+    for (const Qt::Key key : used) {
+        EXPECT_TRUE(overridesShortcut(key)) << key;
+        EXPECT_TRUE(overridesShortcut(key, Qt::ShiftModifier)) << key;
+        EXPECT_TRUE(overridesShortcut(key, Qt::KeypadModifier)) << key;
+    }
+    for (const Qt::Key key : {Qt::Key_Backspace, Qt::Key_Delete, Qt::Key_Left, Qt::Key_Right, Qt::Key_V}) {
+        EXPECT_TRUE(overridesShortcut(key, Qt::ControlModifier, "\x16")) << key;
+        EXPECT_TRUE(overridesShortcut(key, Qt::ControlModifier | Qt::ShiftModifier)) << key;
+    }
     EXPECT_EQ("", input());
+}
+
+using Combination = std::pair<Qt::Key, Qt::KeyboardModifiers>;
+
+const std::vector<Combination> kOfTheHost = {
+    {Qt::Key_F11, {}},
+    {Qt::Key_F11, Qt::ShiftModifier},
+    {Qt::Key_Q, Qt::ControlModifier},
+    {Qt::Key_C, Qt::ControlModifier},
+    {Qt::Key_F4, Qt::AltModifier},
+    {Qt::Key_Tab, Qt::ControlModifier},
+    {Qt::Key_Tab, Qt::AltModifier},
+    {Qt::Key_Tab, Qt::MetaModifier},
+    {Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier},
+    {Qt::Key_Return, Qt::ControlModifier},
+    {Qt::Key_Return, Qt::AltModifier},
+    {Qt::Key_Home, Qt::ControlModifier},
+    {Qt::Key_PageUp, Qt::ControlModifier},
+    {Qt::Key_Escape, Qt::ControlModifier},
+    {Qt::Key_Left, Qt::AltModifier},
+    {Qt::Key_Left, Qt::ControlModifier | Qt::AltModifier},
+    {Qt::Key_Left, Qt::MetaModifier},
+    {Qt::Key_V, Qt::MetaModifier},
+    {Qt::Key_QuoteLeft, Qt::ControlModifier},
+    {Qt::Key_Shift, Qt::ShiftModifier},
+    {Qt::Key_Control, Qt::ControlModifier},
+    {Qt::Key_Alt, Qt::AltModifier},
+    {Qt::Key_CapsLock, {}},
+    {Qt::Key_MediaPlay, {}},
+};
+
+TEST_F(ConsoleHostKeys, ThatTheConsoleHasNoUseForReachTheHost)
+{
+    open();
+    type("ab");
+    for (const auto& [key, modifiers] : kOfTheHost) {
+        EXPECT_FALSE(overridesShortcut(key, modifiers)) << key << ' ' << modifiers;
+        window.received.clear();
+        click(key, modifiers);
+        EXPECT_EQ(2u, window.received.size()) << key << ' ' << modifiers;
+    }
+    EXPECT_TRUE(console->isOpen());
+    EXPECT_EQ("ab", input());
+    EXPECT_EQ(2u, console->cursorPosition());
+    EXPECT_EQ(Received(), log());
+}
+
+TEST_F(ConsoleHostKeys, OfTheHostsShortcutsActivateThemWhileTheConsoleIsOpen)
+{
+    QShortcut fullScreen(QKeySequence(Qt::Key_F11), &window);
+    QShortcut quit(QKeySequence(Qt::CTRL | Qt::Key_Q), &window);
+    QSignalSpy fullScreens(&fullScreen, &QShortcut::activated);
+    QSignalSpy quits(&quit, &QShortcut::activated);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    open();
+    QTest::keyClick(&window, Qt::Key_F11);
+    QTest::keyClick(&window, Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_EQ(1, fullScreens.size());
+    EXPECT_EQ(1, quits.size());
+    EXPECT_EQ("", input());
+}
+
+TEST_F(ConsoleHostKeys, TypeWithAltGrWhereAShortcutHasTheSameKey)
+{
+    QGuiApplication::clipboard()->setText("pasted");
+    open();
+    click(Qt::Key_V, Qt::ControlModifier | Qt::AltModifier, "\u201c"); // AltGr on Windows
+    EXPECT_EQ("\u201c", input());
+}
+
+TEST_F(ConsoleHostKeys, ThatRepeatOverrideShortcutsAsTheirPressDid)
+{
+    const auto overridesRepeating = [this](Qt::Key key) {
+        QKeyEvent event(QEvent::ShortcutOverride, key, Qt::NoModifier, 0, 0, 0, {}, true);
+        event.ignore();
+        QCoreApplication::sendEvent(&window, &event);
+        return event.isAccepted();
+    };
+    sendKey(window, QEvent::KeyPress, Qt::Key_Left);
+    open();
+    EXPECT_FALSE(overridesRepeating(Qt::Key_Left));
+    sendKey(window, QEvent::KeyPress, Qt::Key_Right);
+    host.setOpen(false);
+    EXPECT_TRUE(overridesRepeating(Qt::Key_Right));
+    EXPECT_FALSE(overridesRepeating(Qt::Key_Up));
 }
 
 TEST_F(ConsoleHostKeys, OfOtherObjectsAreLeftAlone)

@@ -8,9 +8,11 @@
 namespace zephyr::console::qt {
 namespace {
 
-std::u32string typedWith(Qt::KeyboardModifiers modifiers)
+constexpr quint32 kAltGr = 0x80; // Mod5, in X11's state
+
+std::u32string typedWith(Qt::KeyboardModifiers modifiers, quint32 nativeModifiers = 0)
 {
-    return typedText(QKeyEvent(QEvent::KeyPress, Qt::Key_At, modifiers, "@"));
+    return typedText(QKeyEvent(QEvent::KeyPress, Qt::Key_At, modifiers, 24, 0, nativeModifiers, "@"));
 }
 
 TEST(TypedText, IsInCodePoints)
@@ -32,12 +34,24 @@ TEST(TypedText, IsEmptyForAKeyPressedWithControlOrMeta)
     EXPECT_EQ(U"", typedWith(Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
 }
 
-TEST(TypedText, IsWhatAKeyTypesWithShiftAltOrAltGr)
+TEST(TypedText, IsWhatAKeyTypesWithShiftOrAltGr)
 {
     EXPECT_EQ(U"@", typedWith(Qt::NoModifier));
     EXPECT_EQ(U"@", typedWith(Qt::ShiftModifier));
-    EXPECT_EQ(U"@", typedWith(Qt::AltModifier));
+    EXPECT_EQ(U"@", typedWith(Qt::NoModifier, kAltGr));
+    EXPECT_EQ(U"@", typedWith(Qt::AltModifier, kAltGr));
     EXPECT_EQ(U"@", typedWith(Qt::ControlModifier | Qt::AltModifier)); // AltGr on some platforms
+}
+
+TEST(TypedText, WithAltIsTheHostsMenusButForTheOptionKeyThatTypesAccents)
+{
+#ifdef Q_OS_MACOS
+    const std::u32string typed = U"@";
+#else
+    const std::u32string typed;
+#endif
+    EXPECT_EQ(typed, typedWith(Qt::AltModifier));
+    EXPECT_EQ(typed, typedWith(Qt::AltModifier | Qt::ShiftModifier));
 }
 
 } // namespace

@@ -69,6 +69,23 @@ TEST_F(QtMessageLog, WritesMessagesOfEveryKind)
               log());
 }
 
+TEST_F(QtMessageLog, WritesAnEntryForEachLineOfAMessage)
+{
+    host.captureQtMessages(true);
+    qWarning("first\n  second\r\n\nlast\n");
+    EXPECT_EQ((Lines{"Qt warning: first", "Qt warning:   second", "Qt warning: ", "Qt warning: last"}),
+              log());
+    EXPECT_EQ((Lines{"first\n  second\r\n\nlast\n"}), heard);
+}
+
+TEST_F(QtMessageLog, WritesAnEmptyMessageToo)
+{
+    host.captureQtMessages(true);
+    qInfo("%s", "");
+    qInfo("\n");
+    EXPECT_EQ((Lines{"Qt info: ", "Qt info: "}), log());
+}
+
 TEST_F(QtMessageLog, CallsTheHandlerBeforeIt)
 {
     host.captureQtMessages(true);

@@ -21,9 +21,20 @@ TEST(ToggleKeys, TakeTheBackQuoteWhereverItIsByDefault)
 {
     EXPECT_TRUE(ToggleKeys().matches(press(Qt::Key_QuoteLeft)));
     EXPECT_TRUE(ToggleKeys().matches(press(Qt::Key_QuoteLeft, Qt::ShiftModifier)));
-    EXPECT_TRUE(ToggleKeys().matches(press(Qt::Key_QuoteLeft, Qt::ControlModifier)));
+    EXPECT_TRUE(ToggleKeys().matches(press(Qt::Key_QuoteLeft, Qt::NoModifier, kAnotherKey, kAltGr)));
     EXPECT_FALSE(ToggleKeys().matches(press(Qt::Key_A)));
     EXPECT_FALSE(ToggleKeys().matches(press(Qt::Key_Escape)));
+}
+
+TEST(ToggleKeys, LeaveShortcutsWithTheSameKeyToTheHost)
+{
+    for (const auto modifier : {Qt::ControlModifier, Qt::AltModifier, Qt::MetaModifier}) {
+        for (const quint32 place : {kKeyLeftOfOne, kAnotherKey}) {
+            EXPECT_FALSE(ToggleKeys().matches(press(Qt::Key_QuoteLeft, modifier, place))) << modifier;
+            EXPECT_FALSE(ToggleKeys().matches(press(Qt::Key_QuoteLeft, modifier | Qt::ShiftModifier, place)));
+        }
+        EXPECT_FALSE(ToggleKeys({Qt::Key_F4}, {}).matches(press(Qt::Key_F4, modifier))) << modifier;
+    }
 }
 
 TEST(ToggleKeys, TakeWhateverTheKeyLeftOfOneSendsByDefault)

@@ -30,10 +30,20 @@ namespace zephyr::console::qt {
 ///   destroy this object, make sure that no render thread is inside paint().
 /// - Failure: no exception that a key causes gets out. It becomes one line in the log and an exceptionCaught() signal.
 ///
-/// An open console takes every key press, wheel turn and input-method commit that the object gets. Shortcuts, Tab and
-/// Backtab then act nowhere else. A key's repeats and release go where its press went. The input method is on while the
-/// console is open, so that dead keys and CJK input compose, even if another object in a window has the focus; a widget
-/// needs no attribute for that. Text is shown once it is committed, not while it is composed.
+/// An open console takes the wheel turns and input-method commits that the object gets, and of the key presses those
+/// that it has a use for:
+/// - keys that type text;
+/// - Backspace, Delete, Left, Right, Up, Down, Home, End, Page Up, Page Down, Tab, Backtab, Return and Enter, also with
+///   Shift; Backspace, Delete, Left and Right with Ctrl too; and Ctrl+V;
+/// - Escape and dead keys, also with Shift, which belong to whoever types even where they do nothing.
+///
+/// These then act nowhere else, not as a shortcut either. All other keys reach the host as if the console were closed:
+/// function keys, modifier keys, and shortcuts with Ctrl, Alt or Meta. Alt and a letter opens the host's menus; on
+/// macOS, where Alt is the Option key, it types.
+///
+/// A key's repeats and release go where its press went. The input method is on while the console is open, so that dead
+/// keys and CJK input compose, even if another object in a window has the focus; a widget needs no attribute for that.
+/// Text is shown once it is committed, not while it is composed.
 ///
 /// Several hosts may show one console if one thread paints them all. The host that was resized last sets the length of
 /// the console's page.
@@ -43,7 +53,8 @@ class ZEPHYR_CONSOLE_QT_EXPORT ConsoleHost : public QObject
 
 public:
     /// Puts `console` on `events`, the QWindow, QWidget or QQuickItem that gets the key events, and tells the console
-    /// how large that is. Neither may be null. Qt asks the event filter that was installed last on `events` first.
+    /// how large that is and how deep lines may run. Neither may be null. Qt asks the event filter that was installed
+    /// last on `events` first.
     ConsoleHost(const std::shared_ptr<Console>& console, QObject* events, QObject* parent = nullptr);
 
     /// Ends the mirror of the log and the capture of Qt's messages. A command that a key runs may destroy this object.
@@ -66,6 +77,16 @@ public:
     /// The keys that open and close the console.
     const ToggleKeys& toggleKeys() const;
 
+    /// How deep lines may run inside of lines, unless setDepthLimit() says otherwise. A console file that runs itself
+    /// takes about 2 kB of stack a level, so that all levels take a quarter of a stack of 512 kB.
+    static constexpr unsigned kDefaultDepthLimit = 64;
+
+    /// Sets the console's depth limit, Console::setDepthLimit(), so that an alias or a console file that leads back to
+    /// itself ends with a line in the log; 0 is no limit. The constructor sets kDefaultDepthLimit in place of any limit
+    /// that the console had: a host that wants another sets it here, or at the console, after it constructed this
+    /// object.
+    void setDepthLimit(unsigned depth);
+
     /// Copies the whole log to the clipboard, with a line feed after each entry and the prompt before each line that
     /// was run.
     void copyLog();
@@ -84,8 +105,9 @@ public:
     /// it in memory. \return whether the log could be written so far; false for an empty name.
     bool mirrorLog(const QString& fileName);
 
-    /// Starts or stops writing Qt's own messages (qDebug(), qWarning() and so on, from any thread) into the log. The
-    /// message handler that was installed before is still called.
+    /// Starts or stops writing Qt's own messages (qDebug(), qWarning() and so on, from any thread) into the log. Each
+    /// line of a message becomes an entry of its own, with "Qt warning: " or its like before it. The message handler
+    /// that was installed before is still called.
     void captureQtMessages(bool capture);
 
 signals:

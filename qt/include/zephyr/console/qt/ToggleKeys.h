@@ -15,20 +15,21 @@ namespace zephyr::console::qt {
 ///
 /// A key is given by what it sends or by its place on the keyboard, so that every keyboard layout has a toggle key. By
 /// default the toggle keys are
-/// - the back-quote, wherever it is and with any modifier;
+/// - the back-quote, wherever it is, also where it is typed with Shift or AltGr;
 /// - the key left of 1, whatever it sends (`^` or a dead circumflex on a German layout, `²` on a French, `º` on a
 ///   Spanish, `'` on a Brazilian, `§` on a Swedish one), without a modifier: what it types with Shift or AltGr can
 ///   still be typed.
 ///
-/// Shift+Escape always toggles.
+/// Shift+Escape always toggles. With Ctrl, Alt or Meta no key does: that is a shortcut of the host's, or AltGr on a
+/// platform that reports it as Ctrl+Alt.
 class ToggleKeys
 {
 public:
     /// The keys above.
     ZEPHYR_CONSOLE_QT_EXPORT ToggleKeys();
 
-    /// Exactly these keys, and Shift+Escape. `keys` are codes of Qt's (`Qt::Key`) and toggle with any modifier;
-    /// `scanCodes` are the platform's (QKeyEvent::nativeScanCode()) and toggle without one.
+    /// Exactly these keys, and Shift+Escape. `keys` are codes of Qt's (`Qt::Key`) and toggle also with Shift
+    /// or AltGr; `scanCodes` are the platform's (QKeyEvent::nativeScanCode()) and toggle without a modifier.
     ZEPHYR_CONSOLE_QT_EXPORT ToggleKeys(const QSet<int>& keys, const QSet<quint32>& scanCodes);
 
     /// Whether `event` is the press or the release of one of these keys.

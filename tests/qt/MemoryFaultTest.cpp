@@ -1,0 +1,138 @@
+#include "ChangeWatch.h"
+#include "FramePainter.h"
+#include "KeyDelivery.h"
+#include "LastAnswer.h"
+#include "SnapshotRefresh.h"
+#include "faults/FailingAllocation.h"
+#include "zephyr/console/Console.h"
+
+#include <QImage>
+#include <QPainter>
+#include <Qt>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace zephyr::console::qt {
+namespace {
+
+// Too long for a string to hold without an allocation.
+const std::u32string kLongText = U"a text that needs memory of its own";
+
+void type(Console& console, const std::u32string& text)
+{
+    for (const char32_t c : text) {
+        console.keyPressed(0, Qt::NoModifier, std::u32string(1, c));
+    }
+}
+
+/// Calls `attempt` with 0, 1, 2 ... successful allocations before one that fails, until none fails. \return how many
+/// calls met a failure.
+int failAtEachAllocation(const std::function<void(std::size_t successes)>& attempt)
+{
+    constexpr int kMany = 10000;
+    for (int i = 0; i < kMany; ++i) {
+        bool hasFailed = false;
+        {
+            const test::FailingAllocation failing(static_cast<std::size_t>(i));
+            EXPECT_NO_THROW(attempt(static_cast<std::size_t>(i)));
+            hasFailed = failing.hasFailed();
+        }
+        if (!hasFailed) {
+            return i;
+        }
+    }
+    return kMany;
+}
+
+class MemoryFault : public testing::Test
+{
+protected:
+    MemoryFault()
+    {
+        mConsole.open();
+        mConsole.write(kLongText, Output);
+        type(mConsole, kLongText);
+    }
+
+    Console mConsole;
+};
+
+TEST_F(MemoryFault, LeavesASnapshotForTheNextTime)
+{
+    std::optional<ConsoleSnapshot> snapshot;
+    const int failures = failAtEachAllocation([&](std::size_t) {
+        if (!takeOrRefresh(snapshot, mConsole)) {
+            EXPECT_FALSE(snapshot);
+        }
+    });
+    EXPECT_GT(failures, 0);
+    ASSERT_TRUE(snapshot);
+    const std::size_t before = snapshot->lines().size();
+    mConsole.write(kLongText, Output);
+    failAtEachAllocation([&](std::size_t) {
+        if (!takeOrRefresh(snapshot, mConsole)) {
+            EXPECT_EQ(before, snapshot->lines().size());
+        }
+    });
+    EXPECT_EQ(before + 1, snapshot->lines().size());
+}
+
+TEST_F(MemoryFault, LeavesAChangeForTheNextLook)
+{
+    ChangeWatch watch;
+    int seen = 0;
+    const auto look = [&](std::size_t) { seen += watch.lookForChange(mConsole) ? 1 : 0; };
+    EXPECT_GT(failAtEachAllocation(look), 0);
+    EXPECT_EQ(1, seen);
+    mConsole.write(kLongText, Output);
+    EXPECT_GT(failAtEachAllocation(look), 0);
+    EXPECT_EQ(2, seen) << "once, and not again";
+}
+
+TEST_F(MemoryFault, LeavesTheLastAnswerWhereTheLogCouldNotBeCopied)
+{
+    LastAnswer answer;
+    const std::vector<LogEntry> log = {{U"line", Input, 0}, {U"said", Output, 0}, {{}, Output, 0}};
+    answer.find(log, 0);
+    answer.find({}, log.size());
+    EXPECT_EQ("said\n", answer.text(log));
+}
+
+TEST_F(MemoryFault, LeavesAFrameForTheNextTime)
+{
+    QImage expected(400, 200, QImage::Format_ARGB32_Premultiplied);
+    QImage image(expected.size(), expected.format());
+    expected.fill(Qt::white);
+    {
+        QPainter painter(&expected);
+        FramePainter().paint(mConsole, painter);
+    }
+    FramePainter frames;
+    QPainter painter(&image);
+    const int failures = failAtEachAllocation([&](std::size_t) {
+        image.fill(Qt::white);
+        frames.paint(mConsole, painter);
+        EXPECT_GT(frames.secondsToBlink(), 0.0);
+    });
+    EXPECT_GT(failures, 0);
+    EXPECT_EQ(expected, image);
+}
+
+TEST_F(MemoryFault, EndsNoKey)
+{
+    KeyDelivery keys([](const QString&) {});
+    const auto press = [&](int key, const std::u32string& text) {
+        return [&, key, text](std::size_t) { keys.press(mConsole, key, Qt::NoModifier, text); };
+    };
+    failAtEachAllocation(press(Qt::Key_Backspace, {}));
+    failAtEachAllocation(press(0, kLongText));
+    EXPECT_GT(failAtEachAllocation(press(Qt::Key_Return, {})), 0);
+    mConsole.open();
+    keys.press(mConsole, 0, Qt::NoModifier, U"x");
+    EXPECT_EQ(U"x", mConsole.activeInput());
+}
+
+} // namespace
+} // namespace zephyr::console::qt
