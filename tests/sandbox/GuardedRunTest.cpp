@@ -61,6 +61,17 @@ TEST_F(GuardedRun, WritesTheSameLinesAsTheHostForATypedLine)
     EXPECT_EQ(executed, driver.log(2 + executed.size()));
 }
 
+TEST_F(GuardedRun, AddsNothingToTheLineOfALoop)
+{
+    sandbox.console().setDepthLimit(1);
+    execute(U"alias loop loop");
+    execute(U"loop");
+    const Lines log = driver.log(5);
+    EXPECT_EQ(
+        Lines({"loop", "loop", "'loop' was not run: lines run inside of lines deeper than the limit of 1."}),
+        log);
+}
+
 TEST_F(GuardedRun, SkipsTheRestOfAFileThatThrew)
 {
     const TemporaryDirectory directory;

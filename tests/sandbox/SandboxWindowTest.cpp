@@ -183,6 +183,19 @@ TEST_F(SandboxWindow, GivesKeysToTheSimulationWhileTheConsoleIsClosed)
     EXPECT_EQ("", driver.input());
 }
 
+TEST_F(SandboxWindow, LeavesKeysAloneThatAreCommands)
+{
+    const double speed = sandbox.simulation().wind().speed;
+    for (const Qt::KeyboardModifier modifier : {Qt::ControlModifier, Qt::AltModifier, Qt::MetaModifier}) {
+        EXPECT_FALSE(press(Qt::Key_Up, {}, modifier));
+        sandbox.console().open();
+        EXPECT_FALSE(press(Qt::Key_Space, " ", modifier));
+        sandbox.console().close();
+    }
+    EXPECT_EQ(speed, sandbox.simulation().wind().speed);
+    EXPECT_FALSE(sandbox.clock().isPaused());
+}
+
 TEST_F(SandboxWindow, KeepsTheWindInItsLimitsWhenKeysChangeIt)
 {
     sandbox.simulation().setWind({59.5, 357.0});

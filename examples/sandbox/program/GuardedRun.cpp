@@ -2,6 +2,7 @@
 
 #include "sandbox/commands/QuitCommand.h"
 #include "sandbox/program/Sandbox.h"
+#include "zephyr/console/DepthLimitError.h"
 #include "zephyr/console/ExceptionLine.h"
 
 #include <exception>
@@ -17,6 +18,8 @@ void runGuarded(Sandbox& sandbox, const std::function<void(console::Console& con
         run(sandbox.console());
     } catch (const QuitRequest&) {
         return;
+    } catch (const console::DepthLimitError&) {
+        return; // the log says so already
     } catch (...) {
         sandbox.console().write(console::exceptionLine(std::current_exception()), console::Output);
     }

@@ -22,6 +22,8 @@ constexpr std::chrono::milliseconds kTickInterval(16);
 constexpr std::chrono::milliseconds kRecordingSlice(6); // of a tick
 constexpr double kMillisecondsPerSecond = 1e3;
 
+constexpr Qt::KeyboardModifiers kCommandModifiers = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+
 constexpr double kKeySpeed = 1.0; // metres a second
 constexpr double kKeyTurn = 5.0;  // degrees
 
@@ -103,7 +105,8 @@ void SandboxWindow::paintEvent(QPaintEvent*)
 
 void SandboxWindow::keyPressEvent(QKeyEvent* event)
 {
-    event->setAccepted(controlSimulation(event->key()));
+    const bool isPlain = (event->modifiers() & kCommandModifiers) == 0;
+    event->setAccepted(isPlain && controlSimulation(event->key()));
     update(); // keys change a paused simulation, too
 }
 

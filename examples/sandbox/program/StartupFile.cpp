@@ -19,7 +19,7 @@ constexpr char kUnreadable[] = "it can't be read";
 /// The startup file. If no directory of the runpath has it, a file that doesn't exist.
 std::filesystem::path startupFile(const StartupChoice& startup, const console::Console& console)
 {
-    const std::filesystem::path name(consoleFileName(startupName(startup).toStdU32String()));
+    std::filesystem::path name(consoleFileName(startupName(startup).toStdU32String()));
     for (const std::filesystem::path& directory : console.runPaths()) {
         if (QFileInfo(directory / name).exists()) {
             return directory / name;

@@ -73,7 +73,7 @@ int main(int argc, char** argv)
         complain(error->text);
         return kFailed;
     }
-    const auto& options = std::get<Options>(parsed);
+    const auto& options = *std::get_if<Options>(&parsed);
     if (options.wantsHelp || options.wantsVersion || options.batch) {
         return runWithoutWindow(options, argc, argv);
     }
