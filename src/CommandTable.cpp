@@ -7,7 +7,7 @@ namespace zephyr::console {
 void CommandTable::add(const std::u32string& name, std::unique_ptr<ConsoleCommand>&& command)
 {
     std::unique_ptr<ConsoleCommand>& entry = mCommands[name];
-    release(std::move(entry));
+    retire(std::move(entry));
     entry = std::move(command);
 }
 
@@ -32,6 +32,7 @@ void CommandTable::forEach(const std::function<void(const ConsoleCommand&)>& fn)
     // The next name is looked for anew at each step, as `fn` may change the table.
     for (auto next = mCommands.begin(); next != mCommands.end();) {
         const std::u32string name = next->first;
+        // Null while add() destroys the command that was there.
         if (const ConsoleCommand* const command = next->second.get(); command != nullptr) {
             const Call call(*this, *command);
             fn(*command);
@@ -44,12 +45,12 @@ void CommandTable::clear()
 {
     auto commands = std::exchange(mCommands, {});
     for (auto& [name, command] : commands) {
-        release(std::move(command));
+        retire(std::move(command));
     }
 }
 
 /// Destroys a command that left the table, or hands it to its outermost call.
-void CommandTable::release(std::unique_ptr<ConsoleCommand> command) const
+void CommandTable::retire(std::unique_ptr<ConsoleCommand> command)
 {
     Call* outermost = nullptr;
     for (Call* call = mInnermost; call != nullptr; call = call->mOuter) {

@@ -63,7 +63,7 @@ public:
     void clear();
 
 private:
-    void release(std::unique_ptr<ConsoleCommand> command) const;
+    void retire(std::unique_ptr<ConsoleCommand> command);
 
     std::map<std::u32string, std::unique_ptr<ConsoleCommand>> mCommands;
     Call* mInnermost = nullptr;

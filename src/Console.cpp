@@ -31,7 +31,7 @@ namespace {
 const std::u32string kTitle = U"Zephyr Console:";
 const std::u32string kUnknownCommandEnd =
     U"' is not a recognized command.  Type 'help' to list available commands.";
-const std::u32string kTooDeepMiddle = U"' was not run: lines run inside of lines deeper than the limit of ";
+const std::u32string kTooDeepMiddle = U"' was not run: lines are nested deeper than the limit of ";
 const std::u32string kCommandsHeading = U"Registered Commands:";
 const std::u32string kAliasesHeading = U"Aliases:";
 const std::u32string kEveryCommand = U"*";
@@ -138,13 +138,13 @@ private:
     }
 };
 
-template <typename Change>
-void Console::Private::change(const Change& change)
+template <typename Step>
+void Console::Private::change(const Step& step)
 {
     Observer::Call call;
     {
         const Access parts = lock();
-        change(mGuarded);
+        step(*parts);
         if (parts->observer.isSet()) {
             parts->observer.begin(call);
         }
@@ -163,12 +163,18 @@ Console::Private::Private(Console& console)
       mMeasuringFont(consoleFont())
 {}
 
-Console::Console() : mPrivate(new Private(*this), [](Private* parts) { delete parts; })
+Console::Console() : mPrivate(new Private(*this), &Private::destroy)
 {
     write(kTitle, Output);
     newline();
     registerCommand(std::make_unique<Private::HelpCommand>());
     registerCommand(std::make_unique<AliasConsoleCommand>(mPrivate->mAliases));
+}
+
+void Console::Private::destroy(Private* parts)
+{
+    parts->setObserver(nullptr); // while what it captured may still use the console
+    delete parts;
 }
 
 void Console::open()
@@ -544,12 +550,18 @@ void Console::Private::appendLine(std::u32string text, ConsoleMessageType type, 
 
 void Console::setObserver(std::function<void()> observer)
 {
-    auto next = observer ? std::make_shared<const Observer::Function>(std::move(observer)) : nullptr;
+    using Function = Observer::Function;
+    mPrivate->setObserver(observer ? std::make_shared<const Function>(std::move(observer)) : nullptr);
+}
+
+void Console::Private::setObserver(std::shared_ptr<const Observer::Function> observer)
+{
     std::shared_ptr<const Observer::Function> previous; // destroyed after the lock is released
-    Private::Access parts = mPrivate->lock();
-    previous = parts->observer.replace(std::move(next));
-    if (!parts->observer.isCalledHere()) { // and would wait for itself
-        mPrivate->mObserverCallEnded.wait(parts, [&] { return !parts->observer.isCalled(previous.get()); });
+    Access parts = lock();
+    previous = parts->observer.replace(std::move(observer));
+    if (!parts->observer.isCalledHere()) { // or it would wait for itself
+        const std::uint64_t begun = parts->observer.begunCalls();
+        mObserverCallEnded.wait(parts, [&] { return !parts->observer.isUnderWay(begun); });
     }
 }
 
@@ -557,8 +569,9 @@ void Console::Private::callObserver(Observer::Call& call)
 {
     const auto ended = qScopeGuard([&] {
         call.release();
-        lock()->observer.end(call);
-        mObserverCallEnded.notify_all();
+        const Access parts = lock();
+        parts->observer.end(call);
+        mObserverCallEnded.notify_all(); // under the lock, since whoever waits may destroy the console
     });
     try {
         (*call.function())();

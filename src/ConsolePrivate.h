@@ -47,6 +47,7 @@ public:
         Access(const Access&) = delete;
         Access& operator=(const Access&) = delete;
 
+        Guarded& operator*() const { return mParts; }
         Guarded* operator->() const { return &mParts; }
         void lock() { mMutex.lock(); }
         void unlock() { mMutex.unlock(); }
@@ -58,12 +59,18 @@ public:
 
     explicit Private(Console& console);
 
+    /// What the console's pointer deletes its parts with.
+    static void destroy(Private* parts);
+
     /// Waits for the mutex. Throws `std::system_error` (`resource_deadlock_would_occur`) if this thread holds it.
     Access lock() { return {mMutex, mGuarded}; }
 
-    /// Calls `change` with the guarded parts under the lock, and then the observer without it.
-    template <typename Change>
-    void change(const Change& change);
+    /// Calls `step` with the guarded parts under the lock, and then the observer without it.
+    template <typename Step>
+    void change(const Step& step);
+
+    /// Console::setObserver().
+    void setObserver(std::shared_ptr<const Observer::Function> observer);
 
     void insertText(const std::u32string& text);
     void paste();
@@ -82,6 +89,8 @@ public:
     ConsoleSnapshot takeSnapshot(const Access& parts) const;
 
 private:
+    // The members stand in the order of their construction: commands are destroyed after the aliases that one of them
+    // refers to, and the lock goes first.
     bool applyCompletion(bool backwards);
     void refuse(const std::u32string& line);
     void dispatch(ConsoleCommand* command, std::vector<std::u32string>&& words);

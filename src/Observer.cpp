@@ -15,7 +15,7 @@ void Observer::begin(Call& call)
         return;
     }
     call.mFunction = mFunction;
-    call.mIdentity = mFunction.get();
+    call.mNumber = ++mBegunCalls;
     call.mThread = std::this_thread::get_id();
     call.mNext = std::exchange(mCalls, &call);
 }
@@ -39,10 +39,10 @@ bool Observer::isCalledHere() const
     return call != nullptr;
 }
 
-bool Observer::isCalled(const Function* function) const
+bool Observer::isUnderWay(std::uint64_t count) const
 {
     const Call* call = mCalls;
-    while (call != nullptr && call->mIdentity != function) {
+    while (call != nullptr && call->mNumber > count) {
         call = call->mNext;
     }
     return call != nullptr;

@@ -1,6 +1,7 @@
 #ifndef ZEPHYR_CONSOLE_OBSERVER_H
 #define ZEPHYR_CONSOLE_OBSERVER_H
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <thread>
@@ -29,7 +30,7 @@ public:
         friend class Observer;
 
         std::shared_ptr<const Function> mFunction;
-        const Function* mIdentity = nullptr; // of the function, also after release()
+        std::uint64_t mNumber = 0;
         std::thread::id mThread;
         Call* mNext = nullptr;
     };
@@ -50,11 +51,15 @@ public:
     /// Whether this thread is in a call.
     bool isCalledHere() const;
 
-    /// Whether any thread is in a call of `function`.
-    bool isCalled(const Function* function) const;
+    /// The number of calls that have begun so far.
+    std::uint64_t begunCalls() const { return mBegunCalls; }
+
+    /// Whether one of the first `count` calls is still under way, on whatever thread.
+    bool isUnderWay(std::uint64_t count) const;
 
 private:
     std::shared_ptr<const Function> mFunction;
+    std::uint64_t mBegunCalls = 0;
     Call* mCalls = nullptr;
 };
 

@@ -8,6 +8,7 @@
 
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace zephyr::console {
 
@@ -66,7 +67,9 @@ RunConsoleFileCommand::RunConsoleFileCommand()
     registerArgHandler(
         kPathList,
         [](const ConsoleArgs&, Console& console) {
-            for (const fs::path& path : console.runPaths()) {
+            const std::vector<fs::path> paths =
+                console.runPaths(); // writing may run host code, which may change them
+            for (const fs::path& path : paths) {
                 writeLine(console, textOfPath(path));
             }
         },
@@ -111,7 +114,8 @@ void RunConsoleFileCommand::runFileNamed(std::u32string fileName, Console& conso
 
 void RunConsoleFileCommand::listConsoleFiles(const ConsoleArgs&, Console& console)
 {
-    for (const fs::path& directory : console.runPaths()) {
+    const std::vector<fs::path> directories = console.runPaths(); // as above
+    for (const fs::path& directory : directories) {
         try {
             listDirectory(directory, console);
         } catch (const fs::filesystem_error& error) {

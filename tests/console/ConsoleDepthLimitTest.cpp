@@ -24,7 +24,7 @@ using Lines = std::vector<test::LogLine>;
 
 test::LogLine notRun(const std::string& line, unsigned limit)
 {
-    return output("'" + line + "' was not run: lines run inside of lines deeper than the limit of " +
+    return output("'" + line + "' was not run: lines are nested deeper than the limit of " +
                   std::to_string(limit) + ".");
 }
 
@@ -99,6 +99,30 @@ TEST_F(ConsoleDepthLimit, CountsNoFurtherThanLinesAreRunning)
         EXPECT_NO_THROW(execute("both"));
         EXPECT_THROW(execute("do do say"), DepthLimitError);
     }
+}
+
+TEST_F(ConsoleDepthLimit, CountsNoLineThatAnExceptionHasEnded)
+{
+    addDo();
+    addFail();
+    addWriter(U"say", U"said");
+    mConsole.setDepthLimit(1);
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_THROW(execute("do fail"), std::runtime_error);
+    }
+    EXPECT_NO_THROW(execute("do say"));
+}
+
+TEST_F(ConsoleDepthLimit, HoldsFromTheNextLineOnWhereACommandSetsIt)
+{
+    add(U"limit", [](const ConsoleArgs&, Console& console) {
+        console.setDepthLimit(1);
+        EXPECT_NO_THROW(console.execute(U"say"));
+        EXPECT_THROW(console.execute(U"do say"), DepthLimitError);
+    });
+    addDo();
+    addWriter(U"say", U"said");
+    execute("limit");
 }
 
 TEST_F(ConsoleDepthLimit, TakesTheLinesOfAFileThatTheHostRunsAsOutermost)

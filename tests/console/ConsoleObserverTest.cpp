@@ -3,6 +3,7 @@
 #include "support/LogLine.h"
 #include "support/ScriptedCommand.h"
 #include "zephyr/console/Console.h"
+#include "zephyr/console/RunConsoleFileCommand.h"
 
 #include <Qt>
 
@@ -10,6 +11,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <semaphore>
@@ -24,6 +26,7 @@ namespace {
 
 using test::echo;
 using test::output;
+using test::partsOf;
 using Lines = std::vector<test::LogLine>;
 
 /// A console whose observer notes how long the log is.
@@ -282,23 +285,130 @@ TEST_F(ConsoleObserver, IsCalledForOneThreadWhileAnothersCallIsRunning)
 TEST_F(ConsoleObserver, HasEndedOnOtherThreadsWhenItsRemovalReturns)
 {
     std::binary_semaphore isInside(0);
+    std::atomic<bool> isRemoved = false;
     std::atomic<bool> isRunning = false;
     auto life = std::make_shared<int>();
     const std::weak_ptr<int> watched = life;
     mConsole.setObserver([&, life = std::move(life)] {
         isRunning = true;
         isInside.release();
-        for (int i = 0; i < 1000; ++i) {
+        while (partsOf(mConsole).lock()->observer.isSet()) { // until the removal has begun to wait
             std::this_thread::yield();
         }
+        EXPECT_FALSE(isRemoved);
         isRunning = false;
     });
     std::thread writer([this] { mConsole.write(U"a", Output); });
     isInside.acquire();
     mConsole.setObserver({});
+    isRemoved = true;
     EXPECT_FALSE(isRunning);
     EXPECT_TRUE(watched.expired());
     writer.join();
+}
+
+TEST_F(ConsoleObserver, HasEndedWhenASecondRemovalReturnsThoughItRemovedItselfFirst)
+{
+    std::binary_semaphore isInside(0);
+    std::binary_semaphore mayLeave(0);
+    std::atomic<bool> isRunning = true;
+    mConsole.setObserver([&] {
+        mConsole.setObserver({});
+        isInside.release();
+        mayLeave.acquire();
+        isRunning = false;
+    });
+    std::thread writer([this] { mConsole.write(U"a", Output); });
+    isInside.acquire();
+    std::thread owner([&] {
+        mConsole.setObserver({});
+        EXPECT_FALSE(isRunning);
+    });
+    mayLeave.release();
+    owner.join();
+    writer.join();
+}
+
+TEST_F(ConsoleObserver, WaitsForNoOtherThreadWhereItReplacesItself)
+{
+    std::binary_semaphore isInside(0);
+    std::binary_semaphore mayLeave(0);
+    std::atomic<int> count = 0;
+    mConsole.setObserver([&] {
+        if (count++ == 0) {
+            isInside.release();
+            mayLeave.acquire();
+        } else {
+            mConsole.setObserver({}); // would wait for the call above for ever
+        }
+    });
+    std::thread writer([this] { mConsole.write(U"a", Output); });
+    isInside.acquire();
+    mConsole.write(U"b", Output);
+    EXPECT_EQ(count, 2);
+    mayLeave.release();
+    writer.join();
+}
+
+/// Looks at a console when it is destroyed, as what an observer captured may.
+class LastLook
+{
+public:
+    explicit LastLook(Console& console) : mConsole(console) {}
+    ~LastLook() { mConsole.write(U"last look", Output); }
+    LastLook(const LastLook&) = delete;
+    LastLook& operator=(const LastLook&) = delete;
+
+private:
+    Console& mConsole;
+};
+
+TEST_F(ConsoleObserver, IsDestroyedWithoutALockWhereItIsReplaced)
+{
+    mConsole.setObserver([look = std::make_shared<LastLook>(mConsole)] {});
+    EXPECT_NO_THROW(mConsole.setObserver({}));
+    EXPECT_EQ(test::logLines(mConsole), Lines{output("last look")});
+}
+
+TEST_F(ConsoleObserver, IsDestroyedWithoutALockWhereItReplacedItself)
+{
+    mConsole.setObserver([this, look = std::make_shared<LastLook>(mConsole)] { mConsole.setObserver({}); });
+    EXPECT_NO_THROW(mConsole.write(U"a", Output));
+    EXPECT_EQ(test::logLines(mConsole), Lines({output("a"), output("last look")}));
+}
+
+TEST(ConsoleObserverAtTheEnd, IsDestroyedWhileTheConsoleCanStillBeUsed)
+{
+    std::size_t size = 0;
+    {
+        Console console;
+        const auto tell = [&](const LastLook* look) {
+            delete look;
+            size = console.logSize();
+        };
+        console.setObserver([look = std::shared_ptr<LastLook>(new LastLook(console), tell)] {});
+    }
+    EXPECT_EQ(size, 3U);
+}
+
+TEST_F(ConsoleObserver, CanBeSetByAnyThread)
+{
+    std::thread([this] { observe(); }).join();
+    mConsole.write(U"a", Output);
+    EXPECT_EQ(calls().size(), 1U);
+}
+
+TEST_F(ConsoleObserver, MayChangeTheRunpathThatIsListed)
+{
+    mConsole.registerCommand(std::make_unique<RunConsoleFileCommand>());
+    const std::vector<std::filesystem::path> paths = mConsole.runPaths();
+    int added = 0;
+    mConsole.setObserver([&] { mConsole.appendRunpath("/added" + std::to_string(++added)); });
+    const std::size_t before = mConsole.logSize();
+    mConsole.execute(U"run path_list");
+    const Lines lines = test::logLines(mConsole, before + 1);
+    EXPECT_EQ(lines.size(), paths.size() + 2)
+        << "those there were, the one that the echo added, and an empty line";
 }
 
 TEST_F(ConsoleObserver, CanBeRemovedWhileManyThreadsWrite)

@@ -1,5 +1,6 @@
 // The page of a console is counted in lines of the console's own font, whatever font the application has.
 
+#include "support/ConsoleInside.h"
 #include "zephyr/console/Console.h"
 
 #include <QFont>
@@ -44,6 +45,13 @@ TEST(ConsolePageFont, IsTheConsolesOwnWhateverTheApplicationsIsMadeFor)
     QGuiApplication::setFont(QFont(QGuiApplication::font(), &printer));
     Console console;
     EXPECT_EQ(pageOf(console), static_cast<unsigned>(kLinesOfPage));
+}
+
+TEST(ConsolePageFont, IsNotTheFontThatADrawingThreadMeasuresWith)
+{
+    Console console;
+    EXPECT_EQ(test::partsOf(console).mMeasuringFont, *test::sharedFont(console));
+    EXPECT_FALSE(test::partsOf(console).mMeasuringFont.isCopyOf(*test::sharedFont(console)));
 }
 
 } // namespace

@@ -16,7 +16,7 @@ namespace zephyr::console {
 namespace {
 
 /// Whether the thread with this number sleeps in the kernel.
-bool isAsleep(pid_t thread)
+bool isAsleepNow(pid_t thread)
 {
     std::ifstream stat("/proc/self/task/" + std::to_string(thread) + "/stat");
     std::string field;
@@ -24,6 +24,17 @@ bool isAsleep(pid_t thread)
         stat >> field;
     }
     return field == "S";
+}
+
+/// Whether it sleeps for longer than one that waits for a lock.
+bool isAsleep(pid_t thread)
+{
+    constexpr int kLooks = 100;
+    int looks = 0;
+    while (looks < kLooks && isAsleepNow(thread)) {
+        ++looks;
+    }
+    return looks == kLooks;
 }
 
 TEST(ConsoleRedirectPipe, LetsOtherThreadsWriteAndLookWhileNobodyReadsThePipe)

@@ -91,7 +91,7 @@ TEST_F(ConsoleHostFailure, ToRunALineTooDeepIsTheConsolesOwnLineAndOneSignal)
     host.setDepthLimit(2);
     const std::size_t before = log().size();
     type("on\n");
-    const std::string line = "'on' was not run: lines run inside of lines deeper than the limit of 2.";
+    const std::string line = "'on' was not run: lines are nested deeper than the limit of 2.";
     const Lines logged = log();
     EXPECT_EQ((Lines{"on", "on", "on", line}),
               Lines(logged.begin() + static_cast<std::ptrdiff_t>(before), logged.end()));

@@ -67,9 +67,8 @@ TEST_F(GuardedRun, AddsNothingToTheLineOfALoop)
     execute(U"alias loop loop");
     execute(U"loop");
     const Lines log = driver.log(5);
-    EXPECT_EQ(
-        Lines({"loop", "loop", "'loop' was not run: lines run inside of lines deeper than the limit of 1."}),
-        log);
+    EXPECT_EQ(Lines({"loop", "loop", "'loop' was not run: lines are nested deeper than the limit of 1."}),
+              log);
 }
 
 TEST_F(GuardedRun, SkipsTheRestOfAFileThatThrew)

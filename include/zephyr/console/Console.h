@@ -40,7 +40,8 @@ public:
     /// runpath of the executable's directory followed by the current directory, both as they are now.
     Console();
 
-    /// Destroys every command. A command's destructor must not use the console. No observer may be running.
+    /// Removes the observer as setObserver() does, and destroys every command. A command's destructor must not use the
+    /// console. No call of any thread may be under way but such as wait for the observer.
     ZEPHYR_CONSOLE_NO_EXPORT ~Console() override = default;
 
     Console(const Console&) = delete;
@@ -59,8 +60,8 @@ public:
     bool isOpen() const;
 
     /// Destroys every command, `help` and `alias` included; aliases, log, history and runpath are kept and
-    /// the console stays usable. A host calls it before it unloads the code that its commands live in. A command
-    /// of which a function is running is destroyed when that call returns; the others are gone when this returns.
+    /// the console stays usable. A host calls it before it unloads the code that its commands live in. What
+    /// registerCommand() says of a command that is replaced holds for each.
     void shutdown();
 
     /// Sets the size of the window, width then height, in logical pixels. The height decides how many lines a page has when
@@ -108,9 +109,10 @@ public:
     /// A copy of the input line as the user sees it.
     std::u32string activeInput() const;
 
-    /// Files `command` under its name and takes ownership. A command that has the name already is destroyed at
-    /// once; if one of its own functions is running, or forEachCommand() is calling with it, when the outermost
-    /// such call of it returns. Null reports the assertion `command` and registers nothing. Throws what
+    /// Files `command` under its name and takes ownership. A command that has the name already is destroyed at once;
+    /// if the console is calling one of its functions, or forEachCommand() is calling with it, when the outermost such
+    /// call returns. A call that the host makes itself, by the pointer of lookupCommand(), keeps nothing alive: run
+    /// commands with execute(). Null reports the assertion `command` and registers nothing. Throws what
     /// `command->name()` throws; `command` is then still the caller's.
     void registerCommand(std::unique_ptr<ConsoleCommand>&& command);
 
@@ -144,8 +146,9 @@ public:
     /// passes to execute(). With 1 a typed line may run others, which may run none. 0, the default, is no limit: an
     /// alias that leads back to itself then ends the program by using up the stack.
     ///
-    /// A line beyond the limit is not run. One line in the log says so and names it, and a DepthLimitError ends
-    /// everything that is running, unless a command catches it. Holds from the next line on.
+    /// A line beyond the limit is not run. One line in the log says so and names it, and a DepthLimitError leaves
+    /// execute(), runFile() or keyPressed(), so that everything ends that is running, unless a command catches it or the
+    /// observer ran the line. A new limit holds from the next line on.
     void setDepthLimit(unsigned depth);
 
     /// Runs each line of the file at `path` with execute(); empty lines and lines that begin with `//` after
@@ -156,8 +159,7 @@ public:
 
     /// Runs the first file called `name` in the directories of the runpath, with a warning when there are
     /// several. \return false when there is none, else what runFile() answers. Throws
-    /// `std::filesystem::filesystem_error`
-    ///         ("exists") when a path can't be tested, and what a line's command throws.
+    /// `std::filesystem::filesystem_error` ("exists") when a path can't be tested, and what a line's command throws.
     bool runFileWithName(const std::u32string& name);
 
     /// Adds `path` at the end of the runpath. \return false, with nothing added, when an equal path is there
@@ -167,7 +169,8 @@ public:
     /// Removes the first path equal to `path` from the runpath. \return false when there is none.
     bool removeRunpath(const std::filesystem::path& path);
 
-    /// The directories in which console files are searched, in order.
+    /// The directories in which console files are searched, in order. Copy them to write while walking over them: the
+    /// observer may change the runpath.
     const std::vector<std::filesystem::path>& runPaths() const;
 
     /// A copy of everything that drawing needs, taken in one step. From any thread. O(length of the log).
@@ -193,12 +196,13 @@ public:
     /// - No lock is held meanwhile: the observer may call whatever its thread may. Calls by several threads may
     ///   overlap, and an entry may be followed by others before the call for it begins.
     /// - The observer is not called for what it does itself, such as writing to this console.
-    /// - May be called from any thread, and from the observer itself. When it returns, the observer before is not
-    ///   called any more and is destroyed. It waits for calls of it that are running on other threads; but when
-    ///   called from inside an observer it waits for none, and a call that is running ends as it would have.
+    /// - May be called from any thread, and from the observer itself. It waits for all calls of observers that other
+    ///   threads have begun, so that none runs when it returns and what the observer before had captured is destroyed.
+    ///   The caller must hold nothing that a running observer waits for. From inside an observer it waits for none, and
+    ///   the calls that are running end as they would have.
     /// - An exception of the observer that derives from `std::exception` ends there and is reported as the
     ///   assertion `observer() throws nothing`: a writer never fails for it. Anything else leaves through the
-    ///   function that appended, opened or closed, after it has done its work.
+    ///   function that appended or opened, after the entry was appended; execute() ends where it was.
     void setObserver(std::function<void()> observer);
 
     /// The lines of the history as they were typed, oldest first. O(length of the history).
