@@ -55,10 +55,7 @@ private:
     std::unique_ptr<QPainter> mPainter;
 };
 
-int linesThatFit(const QFont& font)
-{
-    return kHeight / QFontMetrics(font).height();
-}
+int linesThatFit(const QFont& font) { return kHeight / QFontMetrics(font).height(); }
 
 /// A snapshot scrolled to the newest lines, or to the oldest ones.
 ConsoleSnapshot snapshotOf(std::size_t lines, View view)

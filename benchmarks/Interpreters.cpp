@@ -7,15 +7,9 @@ namespace zephyr::bench {
 
 namespace {
 
-int doNothingInTcl(ClientData, Tcl_Interp*, int, Tcl_Obj* const*)
-{
-    return TCL_OK;
-}
+int doNothingInTcl(ClientData, Tcl_Interp*, int, Tcl_Obj* const*) { return TCL_OK; }
 
-int doNothingInLua(lua_State*)
-{
-    return 0;
-}
+int doNothingInLua(lua_State*) { return 0; }
 
 } // namespace
 

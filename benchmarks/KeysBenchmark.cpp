@@ -26,10 +26,7 @@ void type(Console& console, std::u32string_view text)
     }
 }
 
-void press(Console& console, int key)
-{
-    console.keyPressed(key, Qt::NoModifier, std::u32string());
-}
+void press(Console& console, int key) { console.keyPressed(key, Qt::NoModifier, std::u32string()); }
 
 /// Offers many candidates. The console asks for them at the first Tab, so every later Tab measures only the console.
 class ManyCandidates : public console::ConsoleCommand

@@ -25,10 +25,7 @@ constexpr int kCommandInLine = 500;
 constexpr std::int64_t kLines = 20000;
 constexpr int kFileLines = 100000;
 
-std::string commandName(int number)
-{
-    return "command" + std::to_string(number);
-}
+std::string commandName(int number) { return "command" + std::to_string(number); }
 
 std::vector<std::string> commandNames()
 {

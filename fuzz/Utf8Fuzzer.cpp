@@ -17,10 +17,7 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-bool isScalarValue(char32_t value)
-{
-    return value < 0xD800 || (value > 0xDFFF && value <= 0x10FFFF);
-}
+bool isScalarValue(char32_t value) { return value < 0xD800 || (value > 0xDFFF && value <= 0x10FFFF); }
 
 bool isWellFormed(std::string_view bytes)
 {

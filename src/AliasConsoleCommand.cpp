@@ -29,10 +29,7 @@ std::vector<std::u32string> linesOf(std::u32string value)
 
 AliasConsoleCommand::AliasConsoleCommand(AliasTable& aliases) : mAliases(aliases) {}
 
-std::u32string AliasConsoleCommand::name() const
-{
-    return U"alias";
-}
+std::u32string AliasConsoleCommand::name() const { return U"alias"; }
 
 void AliasConsoleCommand::execute(const ConsoleArgs& args, Console& console)
 {

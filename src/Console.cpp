@@ -44,10 +44,7 @@ constexpr unsigned kLinesWithoutFont = 15;
 static_assert(kToggleKey == 0x60 && Qt::ControlModifier == 0x04000000,
               "Qt's key numbering is the interface's");
 
-bool isCtrl(int modifiers)
-{
-    return (static_cast<unsigned>(modifiers) & Qt::ControlModifier) != 0;
-}
+bool isCtrl(int modifiers) { return (static_cast<unsigned>(modifiers) & Qt::ControlModifier) != 0; }
 
 QFont consoleFont()
 {
@@ -154,8 +151,6 @@ void Console::Private::change(const Step& step)
     }
 }
 
-// Lifecycle and settings
-
 Console::Private::Private(Console& console)
     : mConsole(console),
       mRunPaths({pathOfText(executableDir()), pathOfText(currentDir())}),
@@ -190,52 +185,15 @@ void Console::close()
     }
 }
 
-bool Console::isOpen() const
-{
-    return mPrivate->mOpen;
-}
-
-void Console::shutdown()
-{
-    mPrivate->mCommands.clear();
-}
-
-void Console::setWindowSize(const glm::vec<2, unsigned int>& size)
-{
-    mPrivate->mWindowSize = size;
-}
-
-const Color& Console::textColor() const
-{
-    return mPrivate->mTextColor;
-}
-
-const Color& Console::backgroundColor() const
-{
-    return mPrivate->mBackgroundColor;
-}
-
-float Console::cursorBlinkRate() const
-{
-    return mPrivate->mCursorBlinkRate;
-}
-
-char32_t Console::cursorChar() const
-{
-    return mPrivate->mCursorChar;
-}
-
-unsigned Console::cursorPosition() const
-{
-    return mPrivate->lock()->line.cursorPosition();
-}
-
-std::u32string Console::activeInput() const
-{
-    return mPrivate->lock()->line.text();
-}
-
-// Keys
+bool Console::isOpen() const { return mPrivate->mOpen; }
+void Console::shutdown() { mPrivate->mCommands.clear(); }
+void Console::setWindowSize(const glm::vec<2, unsigned int>& size) { mPrivate->mWindowSize = size; }
+const Color& Console::textColor() const { return mPrivate->mTextColor; }
+const Color& Console::backgroundColor() const { return mPrivate->mBackgroundColor; }
+float Console::cursorBlinkRate() const { return mPrivate->mCursorBlinkRate; }
+char32_t Console::cursorChar() const { return mPrivate->mCursorChar; }
+unsigned Console::cursorPosition() const { return mPrivate->lock()->line.cursorPosition(); }
+std::u32string Console::activeInput() const { return mPrivate->lock()->line.text(); }
 
 bool Console::keyPressed(int key, int modifiers, const std::u32string& text)
 {
@@ -249,8 +207,8 @@ bool Console::keyPressed(int key, int modifiers, const std::u32string& text)
     case Qt::Key_Backtab: return parts.autoComplete(true);
     case Qt::Key_PageUp: parts.scrollLines(parts.visibleLineCount()); return true;
     case Qt::Key_PageDown: parts.scrollLines(-std::int64_t{parts.visibleLineCount()}); return true;
-    case Qt::Key_Backspace: parts.erasePrevious(modifiers); break;
-    case Qt::Key_Delete: parts.eraseNext(modifiers); break;
+    case Qt::Key_Backspace: parts.erase(&InputLine::erasePrevious, modifiers); break;
+    case Qt::Key_Delete: parts.erase(&InputLine::eraseNext, modifiers); break;
     case Qt::Key_Left: parts.lock()->line.moveLeft(isCtrl(modifiers)); break;
     case Qt::Key_Right: parts.lock()->line.moveRight(isCtrl(modifiers)); break;
     case Qt::Key_Home: parts.lock()->line.moveToStart(); break;
@@ -272,10 +230,7 @@ bool Console::keyPressed(int key, int modifiers, const std::u32string& text)
     return true;
 }
 
-bool Console::keyReleased(int, int, const std::u32string&)
-{
-    return mPrivate->mOpen;
-}
+bool Console::keyReleased(int, int, const std::u32string&) { return mPrivate->mOpen; }
 
 void Console::Private::paste()
 {
@@ -299,21 +254,12 @@ void Console::Private::insertText(const std::u32string& text)
     }
 }
 
-void Console::Private::erasePrevious(int modifiers)
+void Console::Private::erase(bool (InputLine::*edit)(bool wholeWord), int modifiers)
 {
-    if (lock()->line.erasePrevious(isCtrl(modifiers))) {
+    if (((*lock()).line.*edit)(isCtrl(modifiers))) {
         mCompletion.reset();
     }
 }
-
-void Console::Private::eraseNext(int modifiers)
-{
-    if (lock()->line.eraseNext(isCtrl(modifiers))) {
-        mCompletion.reset();
-    }
-}
-
-// History and completion
 
 void Console::Private::navigateHistory(int direction)
 {
@@ -322,10 +268,7 @@ void Console::Private::navigateHistory(int direction)
     }
 }
 
-std::vector<std::u32string> Console::history() const
-{
-    return mPrivate->mHistory.lines();
-}
+std::vector<std::u32string> Console::history() const { return mPrivate->mHistory.lines(); }
 
 void Console::addToHistory(const std::u32string& line)
 {
@@ -334,10 +277,7 @@ void Console::addToHistory(const std::u32string& line)
     }
 }
 
-void Console::Private::submitInput()
-{
-    execute(mConsole.activeInput(), true);
-}
+void Console::Private::submitInput() { execute(mConsole.activeInput(), true); }
 
 bool Console::Private::autoComplete(bool backwards)
 {
@@ -362,17 +302,8 @@ bool Console::Private::applyCompletion(bool backwards)
     return true;
 }
 
-// Dispatch
-
-void Console::execute(const std::u32string& line)
-{
-    mPrivate->execute(line, false);
-}
-
-void Console::setDepthLimit(unsigned depth)
-{
-    mPrivate->mDepthLimit = depth;
-}
+void Console::execute(const std::u32string& line) { mPrivate->execute(line, false); }
+void Console::setDepthLimit(unsigned depth) { mPrivate->mDepthLimit = depth; }
 
 void Console::Private::execute(std::u32string line, bool recordInHistory)
 {
@@ -456,8 +387,6 @@ void Console::Private::openRedirect(const std::u32string& target)
     lock()->log.redirectTo(std::move(file));
 }
 
-// Tables
-
 void Console::registerCommand(std::unique_ptr<ConsoleCommand>&& command)
 {
     if (!command) {
@@ -467,10 +396,7 @@ void Console::registerCommand(std::unique_ptr<ConsoleCommand>&& command)
     mPrivate->mCommands.add(command->name(), std::move(command));
 }
 
-ConsoleCommand* Console::lookupCommand(const std::u32string& name)
-{
-    return mPrivate->mCommands.find(name);
-}
+ConsoleCommand* Console::lookupCommand(const std::u32string& name) { return mPrivate->mCommands.find(name); }
 
 const std::vector<std::u32string>* Console::lookupAlias(const std::u32string& name) const
 {
@@ -493,8 +419,6 @@ void Console::forEachAlias(
         next = aliases.upper_bound(name);
     }
 }
-
-// Log
 
 void Console::write(const std::string& text, ConsoleMessageType type)
 {
@@ -526,15 +450,8 @@ void Console::writeIndented(const std::u32string& text, unsigned indent)
     writeIndented(text, Output, indent);
 }
 
-void Console::newline()
-{
-    mPrivate->appendLine(std::u32string(), Output, 0);
-}
-
-std::size_t Console::logSize() const
-{
-    return mPrivate->lock()->log.entries().size();
-}
+void Console::newline() { mPrivate->appendLine(std::u32string(), Output, 0); }
+std::size_t Console::logSize() const { return mPrivate->lock()->log.entries().size(); }
 
 void Console::readLog(std::size_t first, std::size_t count, std::vector<LogEntry>& entries) const
 {
@@ -545,8 +462,6 @@ void Console::Private::appendLine(std::u32string text, ConsoleMessageType type, 
 {
     change([&](Guarded& parts) { parts.log.append(std::move(text), type, indent); });
 }
-
-// The observer
 
 void Console::setObserver(std::function<void()> observer)
 {
@@ -607,8 +522,6 @@ unsigned Console::Private::visibleLineCount() const
     return mWindowSize.y / static_cast<unsigned>(std::max(1, QFontMetrics(mMeasuringFont).height()));
 }
 
-// Files
-
 bool Console::runFile(const std::filesystem::path& path)
 {
     ConsoleFile file(path);
@@ -639,22 +552,9 @@ bool Console::runFileWithName(const std::u32string& name)
     return runFile(found.front());
 }
 
-bool Console::appendRunpath(const std::filesystem::path& path)
-{
-    return mPrivate->mRunPaths.append(path);
-}
-
-bool Console::removeRunpath(const std::filesystem::path& path)
-{
-    return mPrivate->mRunPaths.remove(path);
-}
-
-const std::vector<std::filesystem::path>& Console::runPaths() const
-{
-    return mPrivate->mRunPaths.paths();
-}
-
-// Snapshot
+bool Console::appendRunpath(const std::filesystem::path& path) { return mPrivate->mRunPaths.append(path); }
+bool Console::removeRunpath(const std::filesystem::path& path) { return mPrivate->mRunPaths.remove(path); }
+const std::vector<std::filesystem::path>& Console::runPaths() const { return mPrivate->mRunPaths.paths(); }
 
 ConsoleSnapshot Console::snapshot() const
 {

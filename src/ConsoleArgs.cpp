@@ -14,10 +14,7 @@ constexpr std::u32string_view kRedirectOpen = U">!";
 
 const std::u32string kEmptyString;
 
-bool isRedirectToken(std::u32string_view word)
-{
-    return word == kRedirect || word == kRedirectOpen;
-}
+bool isRedirectToken(std::u32string_view word) { return word == kRedirect || word == kRedirectOpen; }
 
 } // namespace
 
@@ -43,34 +40,19 @@ const std::u32string& ConsoleArgs::cmd() const
     return mArgs[0];
 }
 
-const std::u32string& ConsoleArgs::subCmd() const
-{
-    return mArgs.size() >= 2 ? mArgs[1] : kEmptyString;
-}
+const std::u32string& ConsoleArgs::subCmd() const { return mArgs.size() >= 2 ? mArgs[1] : kEmptyString; }
 
-unsigned ConsoleArgs::argCount() const
-{
-    return static_cast<unsigned>(mArgs.size());
-}
+unsigned ConsoleArgs::argCount() const { return static_cast<unsigned>(mArgs.size()); }
 
 bool ConsoleArgs::isAnyArg(std::u32string_view word) const
 {
     return std::find(mArgs.begin(), mArgs.end(), word) != mArgs.end();
 }
 
-bool ConsoleArgs::hasRedirect() const
-{
-    return !mRedirectTarget.empty();
-}
+bool ConsoleArgs::hasRedirect() const { return !mRedirectTarget.empty(); }
 
-bool ConsoleArgs::hasRedirectOpen() const
-{
-    return mRedirectOpen;
-}
+bool ConsoleArgs::hasRedirectOpen() const { return mRedirectOpen; }
 
-std::u32string ConsoleArgs::redirectTarget() const
-{
-    return mRedirectTarget;
-}
+std::u32string ConsoleArgs::redirectTarget() const { return mRedirectTarget; }
 
 } // namespace zephyr::console

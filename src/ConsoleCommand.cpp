@@ -33,10 +33,7 @@ void ConsoleCommand::execute(const ConsoleArgs& args, Console& console)
     printArguments(console);
 }
 
-std::vector<std::u32string> ConsoleCommand::getAutoCompleteResults(const ConsoleArgs&)
-{
-    return {};
-}
+std::vector<std::u32string> ConsoleCommand::getAutoCompleteResults(const ConsoleArgs&) { return {}; }
 
 void ConsoleCommand::registerArgHandler(const std::u32string& name, const ArgHandlerFn& handler,
                                         const std::u32string& description, const std::u32string& helpText)
@@ -46,10 +43,7 @@ void ConsoleCommand::registerArgHandler(const std::u32string& name, const ArgHan
     }
 }
 
-unsigned ConsoleCommand::argHandlerCount() const
-{
-    return static_cast<unsigned>(mArgHandlers.size());
-}
+unsigned ConsoleCommand::argHandlerCount() const { return static_cast<unsigned>(mArgHandlers.size()); }
 
 void ConsoleCommand::forEachArg(const std::function<void(const std::u32string&)>& fn) const
 {

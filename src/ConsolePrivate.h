@@ -74,8 +74,7 @@ public:
 
     void insertText(const std::u32string& text);
     void paste();
-    void erasePrevious(int modifiers);
-    void eraseNext(int modifiers);
+    void erase(bool (InputLine::*edit)(bool wholeWord), int modifiers);
 
     void navigateHistory(int direction);
     void submitInput();

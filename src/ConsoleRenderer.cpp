@@ -28,10 +28,7 @@ using detail::LowerEdge;
 
 constexpr int kPromptLines = 2; // the prompt, and a line's height below it
 
-QColor toQColor(const Color& color)
-{
-    return {color.red(), color.green(), color.blue(), color.alpha()};
-}
+QColor toQColor(const Color& color) { return {color.red(), color.green(), color.blue(), color.alpha()}; }
 
 /// The device's size in logical pixels, truncated. A ratio that isn't positive counts as 1.
 QSize logicalSize(const QPaintDevice& device)

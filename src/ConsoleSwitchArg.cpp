@@ -41,14 +41,8 @@ ConsoleSwitchArg::ConsoleSwitchArg(const ConsoleArgs& args, unsigned whichArg)
     }
 }
 
-const std::u32string& ConsoleSwitchArg::switchArg() const
-{
-    return mSwitchArg;
-}
+const std::u32string& ConsoleSwitchArg::switchArg() const { return mSwitchArg; }
 
-const std::u32string& ConsoleSwitchArg::value() const
-{
-    return mValue;
-}
+const std::u32string& ConsoleSwitchArg::value() const { return mValue; }
 
 } // namespace zephyr::console

@@ -13,10 +13,7 @@ constexpr std::size_t kReserve = 2048; // entries
 
 } // namespace
 
-Log::Log()
-{
-    mLog.reserve(kReserve);
-}
+Log::Log() { mLog.reserve(kReserve); }
 
 void Log::append(std::u32string&& text, ConsoleMessageType type, unsigned indent)
 {

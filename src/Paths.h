@@ -16,10 +16,7 @@ inline std::u32string textOfPath(const std::filesystem::path& path)
 }
 
 /// The path that `text` names.
-inline std::filesystem::path pathOfText(const std::u32string& text)
-{
-    return StringUtil::toString(text);
-}
+inline std::filesystem::path pathOfText(const std::u32string& text) { return StringUtil::toString(text); }
 
 /// Whether there is a file or directory at `path`. Throws a `std::filesystem::filesystem_error` that names
 /// the operation "exists", the same on every platform, when the file system can't tell.

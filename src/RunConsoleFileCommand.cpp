@@ -28,15 +28,9 @@ const std::u32string kNotFound =
 const std::u32string kPathKnown = U"The provided path is already in the runpath.";
 const std::u32string kNoPath = U"No path provided.";
 
-std::u32string usageOf(const std::u32string& argument)
-{
-    return U"Usage: " + kName + U" " + argument;
-}
+std::u32string usageOf(const std::u32string& argument) { return U"Usage: " + kName + U" " + argument; }
 
-void writeLine(Console& console, const std::u32string& text)
-{
-    console.writeIndented(text, Output, kIndent);
-}
+void writeLine(Console& console, const std::u32string& text) { console.writeIndented(text, Output, kIndent); }
 
 bool endsWith(std::u32string_view text, std::u32string_view ending)
 {
@@ -85,10 +79,7 @@ RunConsoleFileCommand::RunConsoleFileCommand()
         usageOf(kPathAppend));
 }
 
-std::u32string RunConsoleFileCommand::name() const
-{
-    return kName;
-}
+std::u32string RunConsoleFileCommand::name() const { return kName; }
 
 void RunConsoleFileCommand::execute(const ConsoleArgs& args, Console& console)
 {
@@ -149,9 +140,6 @@ void RunConsoleFileCommand::runFileAtPath(const fs::path& file, Console& console
     console.runFile(file);
 }
 
-void RunConsoleFileCommand::printUsage(Console& console)
-{
-    writeLine(console, kUsage);
-}
+void RunConsoleFileCommand::printUsage(Console& console) { writeLine(console, kUsage); }
 
 } // namespace zephyr::console

@@ -65,24 +65,15 @@ std::vector<std::u32string> splitUnquoted(const std::u32string& text, char32_t d
     return words;
 }
 
-void maskQuoted(std::u32string& text, char32_t delimiter)
-{
-    replaceInsideQuotes(text, delimiter, kMask);
-}
+void maskQuoted(std::u32string& text, char32_t delimiter) { replaceInsideQuotes(text, delimiter, kMask); }
 
 void unmask(std::u32string& text, char32_t delimiter)
 {
     std::replace(text.begin(), text.end(), kMask, delimiter);
 }
 
-void unmaskQuoted(std::u32string& text, char32_t delimiter)
-{
-    replaceInsideQuotes(text, kMask, delimiter);
-}
+void unmaskQuoted(std::u32string& text, char32_t delimiter) { replaceInsideQuotes(text, kMask, delimiter); }
 
-void removeQuotes(std::u32string& text)
-{
-    std::erase(text, kQuote);
-}
+void removeQuotes(std::u32string& text) { std::erase(text, kQuote); }
 
 } // namespace zephyr::console

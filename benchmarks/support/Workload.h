@@ -42,10 +42,7 @@ inline std::u32string lineText(std::size_t index)
     return text;
 }
 
-inline console::LogEntry lineEntry(std::size_t index)
-{
-    return {lineText(index), console::Output, 0};
-}
+inline console::LogEntry lineEntry(std::size_t index) { return {lineText(index), console::Output, 0}; }
 
 /// A log of `count` lines that grew line by line, as a console's does.
 inline std::vector<console::LogEntry> grownLog(std::size_t count)

@@ -73,14 +73,8 @@ Assert::Handler Assert::setHandler(Handler handler)
     return exchanged ? *exchanged : Handler();
 }
 
-bool Assert::showQAVerify()
-{
-    return showQAVerifyFlag();
-}
+bool Assert::showQAVerify() { return showQAVerifyFlag(); }
 
-void Assert::setShowQAVerify(bool show)
-{
-    showQAVerifyFlag() = show;
-}
+void Assert::setShowQAVerify(bool show) { showQAVerifyFlag() = show; }
 
 } // namespace zephyr

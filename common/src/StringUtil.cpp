@@ -104,10 +104,7 @@ bool isScalarValue(char32_t value)
     return value <= QChar::LastValidCodePoint && !QChar::isSurrogate(value);
 }
 
-bool isAsciiWhiteSpace(char c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
+bool isAsciiWhiteSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 // The length in bytes of the blank that `text` starts with, 0 when there is none.
 std::size_t leadingBlank(std::string_view text)
@@ -127,10 +124,7 @@ std::size_t trailingBlank(std::string_view text)
     return text.ends_with(kUtf8ByteOrderMark) ? kUtf8ByteOrderMark.size() : 0;
 }
 
-bool isBlank(char32_t value)
-{
-    return value == QChar::ByteOrderMark || QChar::isSpace(value);
-}
+bool isBlank(char32_t value) { return value == QChar::ByteOrderMark || QChar::isSpace(value); }
 
 } // namespace
 

@@ -9,10 +9,7 @@ namespace zephyr::console::qt {
 
 namespace {
 
-qint64 now()
-{
-    return QDeadlineTimer::current(Qt::PreciseTimer).deadline();
-}
+qint64 now() { return QDeadlineTimer::current(Qt::PreciseTimer).deadline(); }
 
 } // namespace
 

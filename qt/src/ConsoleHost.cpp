@@ -33,10 +33,7 @@ ConsoleHost::ConsoleHost(const std::shared_ptr<Console>& console, QObject* event
     mPrivate->syncOpenState();
 }
 
-ConsoleHost::~ConsoleHost()
-{
-    mPrivate->services().end();
-}
+ConsoleHost::~ConsoleHost() { mPrivate->services().end(); }
 
 bool ConsoleHost::eventFilter(QObject* watched, QEvent* event)
 {
@@ -54,10 +51,7 @@ void ConsoleHost::paint(QPainter& painter)
     keep->paint(painter);
 }
 
-bool ConsoleHost::isOpen() const
-{
-    return mPrivate->isOpen();
-}
+bool ConsoleHost::isOpen() const { return mPrivate->isOpen(); }
 
 void ConsoleHost::setOpen(bool open)
 {
@@ -65,44 +59,20 @@ void ConsoleHost::setOpen(bool open)
     keep->setOpen(open);
 }
 
-void ConsoleHost::setToggleKeys(const ToggleKeys& keys)
-{
-    mPrivate->setToggleKeys(keys);
-}
+void ConsoleHost::setToggleKeys(const ToggleKeys& keys) { mPrivate->setToggleKeys(keys); }
 
-const ToggleKeys& ConsoleHost::toggleKeys() const
-{
-    return mPrivate->toggleKeys();
-}
+const ToggleKeys& ConsoleHost::toggleKeys() const { return mPrivate->toggleKeys(); }
 
-void ConsoleHost::setDepthLimit(unsigned depth)
-{
-    mPrivate->setDepthLimit(depth);
-}
+void ConsoleHost::setDepthLimit(unsigned depth) { mPrivate->setDepthLimit(depth); }
 
-void ConsoleHost::copyLog()
-{
-    mPrivate->services().copyLog();
-}
+void ConsoleHost::copyLog() { mPrivate->services().copyLog(); }
 
-void ConsoleHost::copyLastAnswer()
-{
-    mPrivate->services().copyLastAnswer();
-}
+void ConsoleHost::copyLastAnswer() { mPrivate->services().copyLastAnswer(); }
 
-bool ConsoleHost::mirrorLog(const QString& fileName)
-{
-    return mPrivate->services().mirrorLog(fileName);
-}
+bool ConsoleHost::mirrorLog(const QString& fileName) { return mPrivate->services().mirrorLog(fileName); }
 
-void ConsoleHost::captureQtMessages(bool capture)
-{
-    mPrivate->services().captureQtMessages(capture);
-}
+void ConsoleHost::captureQtMessages(bool capture) { mPrivate->services().captureQtMessages(capture); }
 
-void ConsoleHost::syncSize()
-{
-    mPrivate->syncSize();
-}
+void ConsoleHost::syncSize() { mPrivate->syncSize(); }
 
 } // namespace zephyr::console::qt

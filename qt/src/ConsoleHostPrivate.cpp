@@ -214,10 +214,7 @@ void ConsoleHost::Private::setDepthLimit(unsigned depth)
 
 // What the console does, and what follows from it
 
-void ConsoleHost::Private::toggle()
-{
-    deliverKey(kConsoleToggleKey, Qt::NoModifier, {});
-}
+void ConsoleHost::Private::toggle() { deliverKey(kConsoleToggleKey, Qt::NoModifier, {}); }
 
 void ConsoleHost::Private::deliverKey(int key, int modifiers, const std::u32string& text)
 {

@@ -42,10 +42,7 @@ bool actsWithControl(int key)
 
 /// Whether `key` means the line alone, though the console does nothing with it: an Escape that leaves the line must not
 /// end what lies below, and a dead key is the first half of a letter.
-bool isKeptFromHost(int key)
-{
-    return key == Qt::Key_Escape || isDeadKey(key);
-}
+bool isKeptFromHost(int key) { return key == Qt::Key_Escape || isDeadKey(key); }
 
 } // namespace
 

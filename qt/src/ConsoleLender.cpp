@@ -14,10 +14,7 @@ ConsoleLender::ConsoleLender(std::weak_ptr<Console> console)
     : mConsole(std::move(console)), mReturned(new ReturnedConsole)
 {}
 
-std::shared_ptr<Console> ConsoleLender::lend() const
-{
-    return mConsole.lock();
-}
+std::shared_ptr<Console> ConsoleLender::lend() const { return mConsole.lock(); }
 
 void ConsoleLender::giveBack(std::shared_ptr<Console> console)
 {
@@ -27,10 +24,7 @@ void ConsoleLender::giveBack(std::shared_ptr<Console> console)
     }
 }
 
-bool ConsoleLender::isGone() const
-{
-    return mConsole.expired();
-}
+bool ConsoleLender::isGone() const { return mConsole.expired(); }
 
 void ConsoleLender::DeleteThere::operator()(ReturnedConsole* returned) const
 {
@@ -45,9 +39,6 @@ BorrowedConsole::BorrowedConsole(const std::shared_ptr<ConsoleLender>& lender)
     : mLender(lender), mConsole(lender->lend())
 {}
 
-BorrowedConsole::~BorrowedConsole()
-{
-    mLender->giveBack(std::move(mConsole));
-}
+BorrowedConsole::~BorrowedConsole() { mLender->giveBack(std::move(mConsole)); }
 
 } // namespace zephyr::console::qt

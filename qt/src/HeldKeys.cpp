@@ -27,15 +27,9 @@ HeldKeys::Taker HeldKeys::takerOfPress(const QKeyEvent& event, Taker newTaker) c
     return event.isAutoRepeat() ? takerOf(event).value_or(newTaker) : newTaker;
 }
 
-void HeldKeys::press(const QKeyEvent& event, Taker taker)
-{
-    mTakers[identityOf(event)] = taker;
-}
+void HeldKeys::press(const QKeyEvent& event, Taker taker) { mTakers[identityOf(event)] = taker; }
 
-void HeldKeys::markAsToggle(const QKeyEvent& event)
-{
-    mToggle = identityOf(event);
-}
+void HeldKeys::markAsToggle(const QKeyEvent& event) { mToggle = identityOf(event); }
 
 void HeldKeys::release(const QKeyEvent& event)
 {

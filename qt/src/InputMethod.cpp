@@ -26,10 +26,7 @@ bool InputMethod::watches(const QObject* receiver) const
     return receiver != nullptr && (receiver == mEvents || receiver == mFocused);
 }
 
-bool InputMethod::isOn()
-{
-    return QInputMethod::queryFocusObject(Qt::ImEnabled, {}).toBool();
-}
+bool InputMethod::isOn() { return QInputMethod::queryFocusObject(Qt::ImEnabled, {}).toBool(); }
 
 void InputMethod::answer(QInputMethodQueryEvent& query, QObject& asked, bool isWanted)
 {

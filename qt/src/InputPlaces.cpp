@@ -18,15 +18,9 @@ bool inserts(int key, int modifiers, const std::u32string& text)
            (key == Qt::Key_V && (static_cast<unsigned>(modifiers) & Qt::ControlModifier) != 0);
 }
 
-bool erases(int key)
-{
-    return key == Qt::Key_Backspace || key == Qt::Key_Delete;
-}
+bool erases(int key) { return key == Qt::Key_Backspace || key == Qt::Key_Delete; }
 
-bool recalls(int key)
-{
-    return key == Qt::Key_Up || key == Qt::Key_Down;
-}
+bool recalls(int key) { return key == Qt::Key_Up || key == Qt::Key_Down; }
 
 } // namespace
 

@@ -20,9 +20,6 @@ void LastAnswer::find(const std::vector<LogEntry>& log, std::size_t sizeBefore)
     }
 }
 
-QString LastAnswer::text(const std::vector<LogEntry>& log) const
-{
-    return logText(log, mBegin, mEnd);
-}
+QString LastAnswer::text(const std::vector<LogEntry>& log) const { return logText(log, mBegin, mEnd); }
 
 } // namespace zephyr::console::qt

@@ -4,10 +4,7 @@
 
 namespace zephyr::console::qt {
 
-std::u32string logText(const LogEntry& entry)
-{
-    return shownText(entry) + U'\n';
-}
+std::u32string logText(const LogEntry& entry) { return shownText(entry) + U'\n'; }
 
 QString logText(const std::vector<LogEntry>& entries, std::size_t first, std::size_t last)
 {

@@ -17,10 +17,7 @@ ReturnedConsole::ReturnedConsole()
     connect(this, &ReturnedConsole::arrived, this, &ReturnedConsole::drop, Qt::QueuedConnection);
 }
 
-ReturnedConsole::~ReturnedConsole()
-{
-    drop();
-}
+ReturnedConsole::~ReturnedConsole() { drop(); }
 
 void ReturnedConsole::put(std::shared_ptr<Console> console)
 {

@@ -11,15 +11,9 @@ namespace {
 constexpr Qt::KeyboardModifiers kShortcutModifiers = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
 constexpr Qt::KeyboardModifiers kModifiers = Qt::ShiftModifier | kShortcutModifiers;
 
-bool isPlain(const QKeyEvent& event)
-{
-    return (event.modifiers() & kModifiers) == 0 && !hasAltGr(event);
-}
+bool isPlain(const QKeyEvent& event) { return (event.modifiers() & kModifiers) == 0 && !hasAltGr(event); }
 
-bool isShortcut(const QKeyEvent& event)
-{
-    return (event.modifiers() & kShortcutModifiers) != 0;
-}
+bool isShortcut(const QKeyEvent& event) { return (event.modifiers() & kShortcutModifiers) != 0; }
 
 bool isShiftEscape(const QKeyEvent& event)
 {

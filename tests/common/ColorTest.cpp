@@ -18,10 +18,7 @@ TEST(Color, KeepsItsFourChannelsApart)
     EXPECT_EQ(color.alpha(), 40);
 }
 
-TEST(Color, IsOpaqueUnlessToldOtherwise)
-{
-    EXPECT_EQ(Color(1, 2, 3).alpha(), 255);
-}
+TEST(Color, IsOpaqueUnlessToldOtherwise) { EXPECT_EQ(Color(1, 2, 3).alpha(), 255); }
 
 TEST(Color, DiffersWhenAnyOneChannelDiffers)
 {

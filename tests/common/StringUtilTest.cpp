@@ -25,15 +25,9 @@ std::string bytes(std::initializer_list<int> values)
     return text;
 }
 
-std::u32string replacements(std::size_t count)
-{
-    return std::u32string(count, U'\uFFFD');
-}
+std::u32string replacements(std::size_t count) { return std::u32string(count, U'\uFFFD'); }
 
-bool isSurrogate(char32_t value)
-{
-    return value >= kFirstSurrogate && value <= kLastSurrogate;
-}
+bool isSurrogate(char32_t value) { return value >= kFirstSurrogate && value <= kLastSurrogate; }
 
 /// Every scalar value once, in order.
 std::u32string everyScalarValue()

@@ -38,10 +38,7 @@ protected:
 
 const Lines kDone = {output("Done.", 4)};
 
-Lines notValid(const std::string& word)
-{
-    return {output("'" + word + "' is not a valid argument.", 4)};
-}
+Lines notValid(const std::string& word) { return {output("'" + word + "' is not a valid argument.", 4)}; }
 
 TEST_F(AliasCommand, IsRegisteredUnderItsNameWithoutArguments)
 {

@@ -46,10 +46,7 @@ TEST(BlinkClock, StartsAgainWhereTheCursorMoves)
     EXPECT_FALSE(clock.isCursorShown(4.0));
 }
 
-TEST(BlinkClock, ShowsTheCursorAllTheTimeAtRateZero)
-{
-    EXPECT_TRUE(clockAfter(1e12).isCursorShown(0.0));
-}
+TEST(BlinkClock, ShowsTheCursorAllTheTimeAtRateZero) { EXPECT_TRUE(clockAfter(1e12).isCursorShown(0.0)); }
 
 TEST(BlinkClock, ShowsTheCursorWhereNoPhaseCanBeCounted)
 {

@@ -224,15 +224,9 @@ TEST(ConsoleArgs, FindsAnyWordByItsWholeText)
     EXPECT_FALSE(args.isAnyArg(U"b"));
 }
 
-TEST(ConsoleArgs, FindsTheCommandWordToo)
-{
-    EXPECT_TRUE(ConsoleArgs({U"cmd", U"a"}).isAnyArg(U"cmd"));
-}
+TEST(ConsoleArgs, FindsTheCommandWordToo) { EXPECT_TRUE(ConsoleArgs({U"cmd", U"a"}).isAnyArg(U"cmd")); }
 
-TEST(ConsoleArgs, FindsNoWordInAnotherCase)
-{
-    EXPECT_FALSE(ConsoleArgs({U"cmd", U"a"}).isAnyArg(U"A"));
-}
+TEST(ConsoleArgs, FindsNoWordInAnotherCase) { EXPECT_FALSE(ConsoleArgs({U"cmd", U"a"}).isAnyArg(U"A")); }
 
 TEST(ConsoleArgs, FindsTheEmptyWordWhereThereIsOne)
 {

@@ -550,10 +550,7 @@ struct WordStarts
     std::vector<unsigned> previous;
 };
 
-void PrintTo(const WordStarts& words, std::ostream* out)
-{
-    *out << words.line;
-}
+void PrintTo(const WordStarts& words, std::ostream* out) { *out << words.line; }
 
 class ConsoleWords : public ConsoleKeys, public testing::WithParamInterface<WordStarts>
 {};

@@ -29,10 +29,7 @@ using namespace test;
 constexpr std::size_t kBufferSize = 2048;
 const std::u32string kClipboard = U"p q";
 
-void copyToClipboard()
-{
-    QGuiApplication::clipboard()->setText(QString::fromStdU32String(kClipboard));
-}
+void copyToClipboard() { QGuiApplication::clipboard()->setText(QString::fromStdU32String(kClipboard)); }
 
 /// A console whose buffer has been erased down to a few code points, so that lines of its history and
 /// completions are longer.
@@ -331,10 +328,7 @@ struct LongLine
     unsigned length;
 };
 
-void PrintTo(const LongLine& line, std::ostream* out)
-{
-    *out << line.way;
-}
+void PrintTo(const LongLine& line, std::ostream* out) { *out << line.way; }
 
 class ConsoleEveryLongLine : public testing::TestWithParam<LongLine>
 {

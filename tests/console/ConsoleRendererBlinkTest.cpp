@@ -47,10 +47,7 @@ private:
 };
 
 /// The cursor in a renderer's first frame. It is at 0, where a new renderer expects it.
-std::string firstFrame(double elapsed, double blinkRate)
-{
-    return BlinkingInput(blinkRate).next(elapsed, 0);
-}
+std::string firstFrame(double elapsed, double blinkRate) { return BlinkingInput(blinkRate).next(elapsed, 0); }
 
 TEST(ConsoleRendererBlinking, ShowsTheCursorInTheFirstOfEachTwoThirdsOfASecond)
 {

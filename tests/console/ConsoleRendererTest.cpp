@@ -376,10 +376,7 @@ TEST(ConsoleRenderer, DrawsEveryScrollOffsetAsThePlainRenderer)
 }
 
 /// "A" with `marks` grave accents, which DejaVu Sans stacks on top of each other.
-std::u32string towerOf(std::size_t marks)
-{
-    return U"A" + std::u32string(marks, U'\u0300');
-}
+std::u32string towerOf(std::size_t marks) { return U"A" + std::u32string(marks, U'\u0300'); }
 
 /// A log scrolled back so that its first four lines fill four lines, with towers far below them.
 ConsoleView viewOfTowers(std::size_t marks)

@@ -347,10 +347,7 @@ TEST(ConsoleSnapshotValue, IsBuiltFromItsFieldsInTheOrderOfItsAccessors)
     EXPECT_EQ(font.use_count(), 1);
 }
 
-TEST(ConsoleSnapshotValue, MayHaveNoFont)
-{
-    expectSomeSnapshot(someSnapshot(nullptr), nullptr);
-}
+TEST(ConsoleSnapshotValue, MayHaveNoFont) { expectSomeSnapshot(someSnapshot(nullptr), nullptr); }
 
 TEST(ConsoleSnapshotValue, IsCopiedWithTheFontShared)
 {

@@ -29,10 +29,7 @@ Parts partsAt(const ConsoleArgs& args, unsigned whichArg)
     return {arg.switchArg(), arg.value()};
 }
 
-Parts partsOf(const std::u32string& word)
-{
-    return partsAt(ConsoleArgs({U"cmd", word}), 1);
-}
+Parts partsOf(const std::u32string& word) { return partsAt(ConsoleArgs({U"cmd", word}), 1); }
 
 TEST(ConsoleSwitchArg, ReadsNameAndValue)
 {
@@ -56,10 +53,7 @@ TEST(ConsoleSwitchArg, TakesALoneSlashForASwitch)
     EXPECT_EQ(partsOf(U"/="), Parts(U"/", U""));
 }
 
-TEST(ConsoleSwitchArg, KeepsASecondSlash)
-{
-    EXPECT_EQ(partsOf(U"//a=/b"), Parts(U"//a", U"/b"));
-}
+TEST(ConsoleSwitchArg, KeepsASecondSlash) { EXPECT_EQ(partsOf(U"//a=/b"), Parts(U"//a", U"/b")); }
 
 TEST(ConsoleSwitchArg, DropsWhatFollowsASecondEqualsSign)
 {

@@ -15,10 +15,7 @@ constexpr int kHeight = 100; // pixels
 const std::u32string kPromptLine = U">> ";
 
 /// "a" with `count` marks on it.
-std::u32string marked(std::size_t count)
-{
-    return U"a" + std::u32string(count, U'\u0301');
-}
+std::u32string marked(std::size_t count) { return U"a" + std::u32string(count, U'\u0301'); }
 
 /// The edge on an image of kHeight pixels whose painter has been set up.
 std::int64_t edgeOf(LowerEdge& edge, const ConsoleView& view, const std::u32string& promptLine = kPromptLine,

@@ -55,10 +55,7 @@ protected:
     void expectUsage(const std::string& line) { EXPECT_EQ(logOf(line), around(line, {kRunUsage})); }
 };
 
-TEST(RunCommandAlone, IsCalledRun)
-{
-    EXPECT_EQ(RunConsoleFileCommand().name(), U"run");
-}
+TEST(RunCommandAlone, IsCalledRun) { EXPECT_EQ(RunConsoleFileCommand().name(), U"run"); }
 
 TEST(RunCommandAlone, HasThreeArgumentsInOrderOfTheirNames)
 {

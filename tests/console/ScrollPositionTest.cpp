@@ -11,10 +11,7 @@ namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr int kMostLines = std::numeric_limits<int>::max();
 
-TEST(ScrollPosition, StartsAtTheNewestEntry)
-{
-    EXPECT_EQ(ScrollPosition().offset(), 0U);
-}
+TEST(ScrollPosition, StartsAtTheNewestEntry) { EXPECT_EQ(ScrollPosition().offset(), 0U); }
 
 TEST(ScrollPosition, StopsAtTheOldestPageAndAtTheNewestEntry)
 {

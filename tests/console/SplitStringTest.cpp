@@ -34,20 +34,14 @@ std::u32string withoutQuotes(std::u32string text)
     return text;
 }
 
-TEST(SplitString, GivesNoPieceForAnEmptyText)
-{
-    EXPECT_EQ(splitString(U"", U' '), Pieces());
-}
+TEST(SplitString, GivesNoPieceForAnEmptyText) { EXPECT_EQ(splitString(U"", U' '), Pieces()); }
 
 TEST(SplitString, GivesTheWholeTextWhereThereIsNoDelimiter)
 {
     EXPECT_EQ(splitString(U"abc", U' '), Pieces({U"abc"}));
 }
 
-TEST(SplitString, CutsAtEachDelimiter)
-{
-    EXPECT_EQ(splitString(U"a b c", U' '), Pieces({U"a", U"b", U"c"}));
-}
+TEST(SplitString, CutsAtEachDelimiter) { EXPECT_EQ(splitString(U"a b c", U' '), Pieces({U"a", U"b", U"c"})); }
 
 TEST(SplitString, KeepsAnEmptyPieceBetweenTwoDelimiters)
 {
@@ -124,15 +118,9 @@ TEST(MaskQuoted, ReachesFromAnUnmatchedQuoteToTheEnd)
     EXPECT_EQ(masked(U"a b\" c d", U' '), U"a b\"\uFFFFc\uFFFFd");
 }
 
-TEST(MaskQuoted, ReplacesTheGivenDelimiterOnly)
-{
-    EXPECT_EQ(masked(U"\"a=b c\"", U'='), U"\"a\uFFFFb c\"");
-}
+TEST(MaskQuoted, ReplacesTheGivenDelimiterOnly) { EXPECT_EQ(masked(U"\"a=b c\"", U'='), U"\"a\uFFFFb c\""); }
 
-TEST(Unmask, ReplacesEveryMaskQuotesOrNot)
-{
-    EXPECT_EQ(unmasked(U"a\uFFFF\"b\uFFFF\"", U' '), U"a \"b \"");
-}
+TEST(Unmask, ReplacesEveryMaskQuotesOrNot) { EXPECT_EQ(unmasked(U"a\uFFFF\"b\uFFFF\"", U' '), U"a \"b \""); }
 
 TEST(UnmaskQuoted, ReplacesMasksInsideQuotesOnly)
 {

@@ -42,10 +42,7 @@ void turnWheel(PlainWindow& window, int eighthsOfDegree)
     QCoreApplication::sendEvent(&window, &event);
 }
 
-std::string inputOf(PlainWindow& window)
-{
-    return StringUtil::toString(window.console().activeInput());
-}
+std::string inputOf(PlainWindow& window) { return StringUtil::toString(window.console().activeInput()); }
 
 class CountedFrames : public PlainWindow
 {

@@ -58,10 +58,7 @@ std::vector<Lines> textBlocks(const std::filesystem::path& guide)
     return blocks;
 }
 
-bool isSession(const Lines& block)
-{
-    return !block.empty() && block.front().starts_with(kPrompt);
-}
+bool isSession(const Lines& block) { return !block.empty() && block.front().starts_with(kPrompt); }
 
 void expectSession(console::Console& console, const Lines& block)
 {

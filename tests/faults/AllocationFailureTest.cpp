@@ -187,10 +187,7 @@ TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereNothingIsCalledSo)
     failEverywhere(executing(U"nothing_that_is_registered at all"));
 }
 
-TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereAnAliasRuns)
-{
-    failEverywhere(executing(U"both"));
-}
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereAnAliasRuns) { failEverywhere(executing(U"both")); }
 
 TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereAnAliasIsDefined)
 {

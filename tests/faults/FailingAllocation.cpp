@@ -61,40 +61,22 @@ void* operator new(std::size_t size)
     return memory;
 }
 
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept
-{
-    return allocate(size);
-}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
 
-void* operator new[](std::size_t size)
-{
-    return operator new(size);
-}
+void* operator new[](std::size_t size) { return operator new(size); }
 
 void* operator new[](std::size_t size, const std::nothrow_t& nothrow) noexcept
 {
     return operator new(size, nothrow);
 }
 
-void operator delete(void* memory) noexcept
-{
-    release(memory);
-}
+void operator delete(void* memory) noexcept { release(memory); }
 
-void operator delete(void* memory, std::size_t) noexcept
-{
-    release(memory);
-}
+void operator delete(void* memory, std::size_t) noexcept { release(memory); }
 
-void operator delete[](void* memory) noexcept
-{
-    release(memory);
-}
+void operator delete[](void* memory) noexcept { release(memory); }
 
-void operator delete[](void* memory, std::size_t) noexcept
-{
-    release(memory);
-}
+void operator delete[](void* memory, std::size_t) noexcept { release(memory); }
 
 namespace zephyr::test {
 
@@ -105,19 +87,10 @@ FailingAllocation::FailingAllocation(std::size_t successes)
     allocations().hasFailed = false;
 }
 
-FailingAllocation::~FailingAllocation()
-{
-    allocations().isArmed = false;
-}
+FailingAllocation::~FailingAllocation() { allocations().isArmed = false; }
 
-bool FailingAllocation::hasFailed() const
-{
-    return allocations().hasFailed;
-}
+bool FailingAllocation::hasFailed() const { return allocations().hasFailed; }
 
-std::ptrdiff_t bytesInUse()
-{
-    return allocations().bytesInUse;
-}
+std::ptrdiff_t bytesInUse() { return allocations().bytesInUse; }
 
 } // namespace zephyr::test

@@ -21,15 +21,9 @@ using console::ConsoleSnapshot;
 
 constexpr int kMany = 100'000;
 
-std::string numbered(const std::string& name, int number)
-{
-    return name + std::to_string(number);
-}
+std::string numbered(const std::string& name, int number) { return name + std::to_string(number); }
 
-void execute(Console& console, const std::string& line)
-{
-    console.execute(StringUtil::toU32String(line));
-}
+void execute(Console& console, const std::string& line) { console.execute(StringUtil::toU32String(line)); }
 
 TEST(Sizes, ALineMayHaveTenMillionCodePoints)
 {

@@ -26,10 +26,7 @@ inline QImage consolePicture(const console::Console& console, const QColor& behi
 }
 
 /// How much of the console's green a pixel has, over any dark background.
-inline int ink(QRgb pixel)
-{
-    return std::max(0, qGreen(pixel) - 60);
-}
+inline int ink(QRgb pixel) { return std::max(0, qGreen(pixel) - 60); }
 
 /// Whether each line of text looks as expected. `tolerance` is the share of a line's ink that may differ: nearly none
 /// for images, 0.3 for OpenGL, which places and smooths letters differently. Letters that are enlarged from half the

@@ -26,10 +26,7 @@ struct Host
     bool isGreeting; // whether it has the command "greet"
 };
 
-void PrintTo(const Host& host, std::ostream* out)
-{
-    *out << host.name;
-}
+void PrintTo(const Host& host, std::ostream* out) { *out << host.name; }
 
 constexpr double kImageTolerance = 0.01;
 constexpr double kOpenGLTolerance = 0.3;

@@ -22,15 +22,9 @@ struct Keyboard
     const char* typed;
 };
 
-void PrintTo(const Keyboard& keyboard, std::ostream* stream)
-{
-    *stream << keyboard.name;
-}
+void PrintTo(const Keyboard& keyboard, std::ostream* stream) { *stream << keyboard.name; }
 
-QStringList press(const QStringList& keys)
-{
-    return QStringList("key") + keys;
-}
+QStringList press(const QStringList& keys) { return QStringList("key") + keys; }
 
 QStringList pressWith(const char* modifier, const char* key)
 {

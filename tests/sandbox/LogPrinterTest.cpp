@@ -13,10 +13,7 @@ namespace zephyr::test {
 namespace {
 
 /// The system's message, in the locale's language and encoding.
-std::string diskFull()
-{
-    return std::make_error_code(std::errc::no_space_on_device).message();
-}
+std::string diskFull() { return std::make_error_code(std::errc::no_space_on_device).message(); }
 
 struct Closer
 {
@@ -25,10 +22,7 @@ struct Closer
 
 using File = std::unique_ptr<std::FILE, Closer>;
 
-File opened(const std::string& path)
-{
-    return File(std::fopen(path.c_str(), "wb"));
-}
+File opened(const std::string& path) { return File(std::fopen(path.c_str(), "wb")); }
 
 TEST(LogPrinter, PrintsEachLineOnceWithThePromptBeforeWhatWasTyped)
 {

@@ -19,10 +19,7 @@ ParsedOptions parsed(std::initializer_list<const char*> words)
     return parseOptions(arguments);
 }
 
-Options optionsOf(std::initializer_list<const char*> words)
-{
-    return std::get<Options>(parsed(words));
-}
+Options optionsOf(std::initializer_list<const char*> words) { return std::get<Options>(parsed(words)); }
 
 std::string errorOf(std::initializer_list<const char*> words)
 {

@@ -335,10 +335,7 @@ TEST_F(SandboxWindow, DrawsParticlesWhereTheyAre)
               erased.copy(0, 28, 640, 304)); // without the texts at the top and the bottom
 }
 
-TEST_F(SandboxWindow, IsPaintedAtTheSimulationsRate)
-{
-    EXPECT_GT(paintingsInSomeTicks(), 2);
-}
+TEST_F(SandboxWindow, IsPaintedAtTheSimulationsRate) { EXPECT_GT(paintingsInSomeTicks(), 2); }
 
 TEST_F(SandboxWindow, IsPaintedOnlyWhenSomethingChangesWhileTheSimulationIsPaused)
 {

@@ -44,10 +44,7 @@ protected:
     }
 };
 
-TEST_F(Scenes, AreFour)
-{
-    EXPECT_EQ(4U, scenes().size());
-}
+TEST_F(Scenes, AreFour) { EXPECT_EQ(4U, scenes().size()); }
 
 TEST_F(Scenes, RunWithoutAMistakeAndSetWindObstaclesParticlesAndAliases)
 {

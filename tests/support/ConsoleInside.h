@@ -50,10 +50,7 @@ struct RecordsOf : PrivateMember<RecordsOf, std::vector<console::CommandRecord> 
 template struct Open<RecordsOf, &console::History::mCmdBuffer>;
 
 /// The parts of a console behind its interface.
-inline auto& partsOf(const console::Console& console)
-{
-    return *(console.*memberPointer(PartsOf()));
-}
+inline auto& partsOf(const console::Console& console) { return *(console.*memberPointer(PartsOf())); }
 
 /// The buffer that the input line is edited in; its size is what typing at the end is limited by.
 inline const std::u32string& inputBuffer(const console::Console& console)
@@ -77,10 +74,7 @@ inline const std::vector<console::CommandRecord>& records(const console::Console
     return partsOf(console).mHistory.*memberPointer(RecordsOf());
 }
 
-inline std::shared_ptr<QFont>& sharedFont(console::Console& console)
-{
-    return partsOf(console).mFont;
-}
+inline std::shared_ptr<QFont>& sharedFont(console::Console& console) { return partsOf(console).mFont; }
 
 /// Has the console draw and measure with `font`.
 inline void setFont(console::Console& console, const QFont& font)

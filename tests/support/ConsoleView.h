@@ -38,10 +38,7 @@ inline std::shared_ptr<QFont> consoleFont()
 }
 
 /// The height of a line in consoleFont(), in logical pixels.
-inline int lineHeight()
-{
-    return QFontMetrics(*consoleFont()).height();
-}
+inline int lineHeight() { return QFontMetrics(*consoleFont()).height(); }
 
 /// A cursor position or scroll offset beyond every line and log.
 constexpr std::uint32_t kFarAway = std::numeric_limits<std::uint32_t>::max();
@@ -100,10 +97,7 @@ inline QImage sceneOfLines(int lines, int extra = 0)
     return scene(QSize(240, lines * lineHeight() + extra));
 }
 
-inline ElapsedSimTime seconds(double value)
-{
-    return ElapsedSimTime(Time(value));
-}
+inline ElapsedSimTime seconds(double value) { return ElapsedSimTime(Time(value)); }
 
 /// The next frame of `renderer`, drawn over `canvas`.
 inline QImage drawnBy(console::ConsoleRenderer& renderer, const ConsoleView& view, QImage canvas,

@@ -31,10 +31,7 @@ struct LogLine
 };
 
 /// The echo of a line that is executed.
-inline LogLine echo(const std::string& text)
-{
-    return {text, console::Input, 0};
-}
+inline LogLine echo(const std::string& text) { return {text, console::Input, 0}; }
 
 /// A line of ordinary output: `indent` spaces, then `text`.
 inline LogLine output(const std::string& text, unsigned indent = 0)

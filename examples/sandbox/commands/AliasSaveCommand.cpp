@@ -72,10 +72,7 @@ AliasFile aliasFileOf(Console& console)
 
 AliasSaveCommand::AliasSaveCommand() : SaveCommand(kUsage, kDescription, kHelp) {}
 
-std::u32string AliasSaveCommand::name() const
-{
-    return U"alias_save";
-}
+std::u32string AliasSaveCommand::name() const { return U"alias_save"; }
 
 void AliasSaveCommand::save(const std::u32string& file, Console& console) const
 {

@@ -17,10 +17,7 @@ constexpr char32_t kHelp[] = U"Usage: log_save FILE.  Quote a FILE with spaces."
 
 LogSaveCommand::LogSaveCommand() : SaveCommand(kUsage, kDescription, kHelp) {}
 
-std::u32string LogSaveCommand::name() const
-{
-    return U"log_save";
-}
+std::u32string LogSaveCommand::name() const { return U"log_save"; }
 
 void LogSaveCommand::save(const std::u32string& file, Console& console) const
 {

@@ -64,10 +64,7 @@ ObstacleCommand::ObstacleCommand(Simulation& simulation) : mSimulation(simulatio
                   });
 }
 
-std::u32string ObstacleCommand::name() const
-{
-    return U"obstacle";
-}
+std::u32string ObstacleCommand::name() const { return U"obstacle"; }
 
 bool ObstacleCommand::add(const SubCommandWords& words, Console& console)
 {

@@ -31,10 +31,7 @@ ParticlesCommand::ParticlesCommand(Simulation& simulation) : mSimulation(simulat
                   });
 }
 
-std::u32string ParticlesCommand::name() const
-{
-    return U"particles";
-}
+std::u32string ParticlesCommand::name() const { return U"particles"; }
 
 bool ParticlesCommand::count(const SubCommandWords& words, Console& console)
 {

@@ -63,9 +63,6 @@ void PositionRecorder::write(const std::string& text)
     }
 }
 
-void PositionRecorder::noteError()
-{
-    mError = std::generic_category().message(errno);
-}
+void PositionRecorder::noteError() { mError = std::generic_category().message(errno); }
 
 } // namespace zephyr::sandbox

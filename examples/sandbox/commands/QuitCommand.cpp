@@ -20,10 +20,7 @@ QuitCommand::QuitCommand(const std::function<void()>& beforeThrow) : mBeforeThro
     registerArgHandler(kName, {}, kDescription, kHelp); // only so that help describes it
 }
 
-std::u32string QuitCommand::name() const
-{
-    return kName;
-}
+std::u32string QuitCommand::name() const { return kName; }
 
 void QuitCommand::execute(const ConsoleArgs& args, Console& console)
 {

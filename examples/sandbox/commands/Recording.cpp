@@ -108,10 +108,7 @@ void Recording::close(const std::string& success, Console& console)
     console.writeIndented(answer, kAnswerIndent);
 }
 
-std::string Recording::quotedPath() const
-{
-    return '\'' + mJob->path + '\'';
-}
+std::string Recording::quotedPath() const { return '\'' + mJob->path + '\''; }
 
 std::string Recording::progress() const
 {

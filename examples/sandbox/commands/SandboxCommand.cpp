@@ -25,10 +25,7 @@ bool knowsSwitch(const SubCommand& subCommand, const std::u32string& name)
 }
 
 /// The switch as it is typed before its value.
-std::u32string opened(const SubCommandSwitch& known)
-{
-    return known.name + U"=";
-}
+std::u32string opened(const SubCommandSwitch& known) { return known.name + U"="; }
 
 std::vector<std::u32string> beginningWith(std::u32string_view prefix, const std::vector<std::u32string>& all)
 {
@@ -90,10 +87,7 @@ std::vector<std::u32string> furtherWords(std::u32string_view prefix, const SubCo
 
 } // namespace
 
-bool hasOneForm(const SubCommandWords& words)
-{
-    return words.plain.empty() != words.switches.empty();
-}
+bool hasOneForm(const SubCommandWords& words) { return words.plain.empty() != words.switches.empty(); }
 
 std::optional<std::u32string> givenValue(const SubCommandWords& words, std::size_t index,
                                          const std::u32string& name)

@@ -40,10 +40,7 @@ constexpr char32_t kRecordDescription[] =
 constexpr char32_t kRecordHelp[] =
     U"Usage: sim record /path=FILE [/steps=N].  N is 1 to 10000, else 600; quote a FILE with spaces.";
 
-std::optional<unsigned> stepsFrom(const std::u32string& text)
-{
-    return countWithin(1, kMaxSteps, text);
-}
+std::optional<unsigned> stepsFrom(const std::u32string& text) { return countWithin(1, kMaxSteps, text); }
 
 } // namespace
 
@@ -77,10 +74,7 @@ SimCommand::SimCommand(Simulation& simulation, SimulationClock& clock, Recording
                   [this](const SubCommandWords& words, Console& console) { return record(words, console); });
 }
 
-std::u32string SimCommand::name() const
-{
-    return U"sim";
-}
+std::u32string SimCommand::name() const { return U"sim"; }
 
 void SimCommand::setPaused(bool paused, Console& console)
 {

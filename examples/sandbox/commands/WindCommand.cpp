@@ -26,10 +26,7 @@ constexpr char32_t kGustDescription[] = U"Lets the wind blow harder for a moment
 constexpr char32_t kGustHelp[] =
     U"Usage: wind gust [STRENGTH].  STRENGTH is above 0 to 60 m/s, 15 if left out.";
 
-std::optional<double> speedFrom(const std::u32string& text)
-{
-    return numberWithin(0.0, kMaxWindSpeed, text);
-}
+std::optional<double> speedFrom(const std::u32string& text) { return numberWithin(0.0, kMaxWindSpeed, text); }
 
 std::optional<double> headingFrom(const std::u32string& text)
 {
@@ -57,10 +54,7 @@ WindCommand::WindCommand(Simulation& simulation) : mSimulation(simulation)
         [this](const SubCommandWords& words, Console& console) { return startGust(words, console); });
 }
 
-std::u32string WindCommand::name() const
-{
-    return U"wind";
-}
+std::u32string WindCommand::name() const { return U"wind"; }
 
 bool WindCommand::set(const SubCommandWords& words, Console& console)
 {

@@ -56,10 +56,7 @@ constexpr int kUnitWidth = 60;    // pixels
 constexpr int kLegendWidth =
     kLabelWidth + static_cast<int>(SpeedPalette::kShades) * kSwatchWidth + kLabelWidth + kUnitWidth;
 
-QString numberText(double value)
-{
-    return QString::fromStdString(textOf(value));
-}
+QString numberText(double value) { return QString::fromStdString(textOf(value)); }
 
 double rounded(double value, int decimals)
 {
@@ -77,15 +74,9 @@ QString windText(const Simulation& simulation)
     return isGusty ? windOnly.arg(simulation.gust(), 0, 'f', kWindDecimals) : windOnly;
 }
 
-QRect inner(const QRect& strip)
-{
-    return strip.adjusted(kMargin, 0, -kMargin, 0);
-}
+QRect inner(const QRect& strip) { return strip.adjusted(kMargin, 0, -kMargin, 0); }
 
-QRect topStrip(int width)
-{
-    return {0, 0, width, Hud::kStripHeight};
-}
+QRect topStrip(int width) { return {0, 0, width, Hud::kStripHeight}; }
 
 /// As much of `text` as fits into `room`; nothing if not even an ellipsis fits.
 PlacedText fitted(const QString& text, const QRect& room, const QFontMetrics& metrics)

@@ -15,10 +15,7 @@ constexpr std::array kStops{QColor(78, 84, 200),  QColor(52, 128, 214), QColor(4
                             QColor(80, 200, 130), QColor(176, 220, 76), QColor(250, 226, 96),
                             QColor(255, 246, 214)};
 
-int between(int from, int to, double share)
-{
-    return from + qRound((to - from) * share);
-}
+int between(int from, int to, double share) { return from + qRound((to - from) * share); }
 
 /// The colour at `position`: 0 is the first stop, 1 the last.
 QColor colorAt(double position)

@@ -27,10 +27,7 @@ constexpr char kDoesNotToggle[] = "does not toggle the console";
 constexpr char kUnnamed[] = "without a name";
 constexpr char kNoModifiers[] = "none";
 
-QString hex(quint32 value, int digits)
-{
-    return QString::number(value, 16).rightJustified(digits, '0');
-}
+QString hex(quint32 value, int digits) { return QString::number(value, 16).rightJustified(digits, '0'); }
 
 QString escaped(char32_t c)
 {
@@ -84,10 +81,7 @@ QString keyReport(const QKeyEvent& event)
                              QString::number(event.nativeScanCode()));
 }
 
-const char* toggleReport(bool toggles)
-{
-    return toggles ? kToggles : kDoesNotToggle;
-}
+const char* toggleReport(bool toggles) { return toggles ? kToggles : kDoesNotToggle; }
 
 } // namespace
 
@@ -102,9 +96,6 @@ QString strayReleaseReport(const QKeyEvent& event)
     return QString(kStrayRelease).arg(keyReport(event), toggleReport(toggles));
 }
 
-QString commitReport(const QString& text)
-{
-    return QString(kCommit).arg(quoted(text));
-}
+QString commitReport(const QString& text) { return QString(kCommit).arg(quoted(text)); }
 
 } // namespace zephyr::sandbox

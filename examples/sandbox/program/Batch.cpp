@@ -21,10 +21,7 @@ constexpr char kStopped[] = "stopped in '%1': %2.";
 
 constexpr int kFailed = 2;
 
-std::filesystem::path pathOf(const QString& file)
-{
-    return QFile::encodeName(file).toStdString();
-}
+std::filesystem::path pathOf(const QString& file) { return QFile::encodeName(file).toStdString(); }
 
 /// Why one of the files can't be run, in one line for the user; nothing if both can.
 std::optional<QString> complaintAboutFiles(const QString& file, const StartupChoice& startup,

@@ -58,10 +58,7 @@ SandboxWindow::SandboxWindow(Sandbox& sandbox)
     mTimer.start(kTickInterval);
 }
 
-void SandboxWindow::whenShown(std::function<void()> callback)
-{
-    mWhenShown = std::move(callback);
-}
+void SandboxWindow::whenShown(std::function<void()> callback) { mWhenShown = std::move(callback); }
 
 void SandboxWindow::whenNotRecording(std::function<void()> callback)
 {

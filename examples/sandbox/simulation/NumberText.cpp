@@ -47,10 +47,7 @@ std::optional<double> numberWithin(double lowest, double highest, std::u32string
     return ifWithin(lowest, highest, numberFrom(text));
 }
 
-std::optional<unsigned> countFrom(std::u32string_view text)
-{
-    return wholeTextAs<unsigned>(text);
-}
+std::optional<unsigned> countFrom(std::u32string_view text) { return wholeTextAs<unsigned>(text); }
 
 std::optional<unsigned> countWithin(unsigned lowest, unsigned highest, std::u32string_view text)
 {

@@ -44,10 +44,7 @@ glm::dvec2 pushedOutOf(const Obstacle& obstacle, const glm::dvec2& position)
 
 } // namespace
 
-Simulation::Simulation()
-{
-    reset();
-}
+Simulation::Simulation() { reset(); }
 
 void Simulation::reset()
 {
@@ -143,10 +140,7 @@ void Simulation::removeObstacle(std::size_t index)
     mObstacles.erase(mObstacles.begin() + static_cast<std::ptrdiff_t>(index));
 }
 
-void Simulation::clearObstacles()
-{
-    mObstacles.clear();
-}
+void Simulation::clearObstacles() { mObstacles.clear(); }
 
 Particle Simulation::newParticle(const AirFlow& now)
 {
@@ -178,9 +172,6 @@ double Simulation::random(double below)
     return below * static_cast<double>(mRandom()) / (static_cast<double>(std::mt19937::max()) + 1.0);
 }
 
-bool Simulation::isFree(const glm::dvec2& position) const
-{
-    return !obstacleAt(position);
-}
+bool Simulation::isFree(const glm::dvec2& position) const { return !obstacleAt(position); }
 
 } // namespace zephyr::sandbox

@@ -8,17 +8,21 @@
 
 namespace zephyr::console {
 
-/// Thrown when a line is not run because it would run inside of more lines than Console::setDepthLimit() allows. The log
-/// then says so already: whoever catches this has nothing to add.
+/// Thrown when a line is not run because it is nested deeper than Console::setDepthLimit() allows. The log says so already:
+/// whoever catches this has nothing to add.
 class ZEPHYR_CONSOLE_EXPORT DepthLimitError : public std::runtime_error
 {
 public:
     /// `what` is the line that stands in the log, in UTF-8.
     explicit DepthLimitError(const std::string& what);
-    ~DepthLimitError() override;
 
+    /// Copies the error. Copying never throws, so that it can be thrown on.
     DepthLimitError(const DepthLimitError&) = default;
+
+    /// Copies the error.
     DepthLimitError& operator=(const DepthLimitError&) = default;
+
+    ~DepthLimitError() override;
 };
 
 } // namespace zephyr::console

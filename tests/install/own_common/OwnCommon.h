@@ -92,15 +92,9 @@ struct StringUtil
     }
 };
 
-inline std::u32string executableDir()
-{
-    return QCoreApplication::applicationDirPath().toStdU32String();
-}
+inline std::u32string executableDir() { return QCoreApplication::applicationDirPath().toStdU32String(); }
 
-inline std::u32string currentDir()
-{
-    return QDir::currentPath().toStdU32String();
-}
+inline std::u32string currentDir() { return QDir::currentPath().toStdU32String(); }
 
 struct ExternalProcess
 {

@@ -5,7 +5,8 @@
 
 #include <string>
 
-/// \file Directories of the running process, as code points.
+/// \file
+/// Directories of the running process, as code points.
 ///
 /// File names are bytes and are read as UTF-8. Each maximal ill-formed part becomes one U+FFFD, so an
 /// ill-formed name can be shown but not found again. Only the root directory ends with a slash. The functions
