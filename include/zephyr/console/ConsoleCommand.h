@@ -103,11 +103,17 @@ protected:
     /// A command without arguments.
     ConsoleCommand();
 
-    // For derived classes that are to be copied or moved. The handlers are copied as they are: one that holds a pointer
-    // to its command still calls the command that it was registered by.
+    /// Copies the argument handlers, for derived classes that are to be copied. A handler that holds a pointer to its
+    /// command still calls the command that registered it.
     ConsoleCommand(const ConsoleCommand&) = default;
+
+    /// Takes the argument handlers over, which go on calling the command that registered them.
     ConsoleCommand(ConsoleCommand&&) = default;
+
+    /// As the constructor that copies.
     ConsoleCommand& operator=(const ConsoleCommand&) = default;
+
+    /// As the constructor that moves.
     ConsoleCommand& operator=(ConsoleCommand&&) = default;
 
 private:
