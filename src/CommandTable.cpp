@@ -29,10 +29,10 @@ std::optional<std::vector<std::u32string>> CommandTable::candidates(std::vector<
 
 void CommandTable::forEach(const std::function<void(const ConsoleCommand&)>& fn)
 {
-    // The next name is looked for anew at each step, as `fn` may change the table.
+    // `fn` may change the table, so each step looks for the next name.
     for (auto next = mCommands.begin(); next != mCommands.end();) {
         const std::u32string name = next->first;
-        // Null while add() destroys the command that was there.
+        // The pointer is null while add() destroys the previous command.
         if (const ConsoleCommand* const command = next->second.get(); command != nullptr) {
             const Call call(*this, *command);
             fn(*command);
@@ -49,7 +49,7 @@ void CommandTable::clear()
     }
 }
 
-/// Destroys a command that left the table, or hands it to its outermost call.
+/// Destroys a command that left the table, or leaves that to its outermost call.
 void CommandTable::retire(std::unique_ptr<ConsoleCommand> command)
 {
     Call* outermost = nullptr;

@@ -15,13 +15,13 @@ namespace zephyr::console {
 
 /// The registered commands by name, and which of them are on the stack.
 ///
-/// A command that leaves the table is destroyed at once, unless a Call of it is under way: then when its outermost Call
-/// ends. Used by one thread.
+/// A command that leaves the table is destroyed at once. If a Call of it is under way, it is destroyed when its
+/// outermost Call ends. Only one thread may use a table.
 class CommandTable
 {
 public:
-    /// A call into a command, or with it, from the object's construction to its destruction. Calls end in the reverse
-    /// order in which they began, as objects on the stack do.
+    /// Keeps a command alive while one of its functions runs, or while a callback uses it. Calls are objects on the
+    /// stack, so they end in the reverse order of their beginning.
     class Call
     {
     public:
@@ -46,17 +46,18 @@ public:
     CommandTable(const CommandTable&) = delete;
     CommandTable& operator=(const CommandTable&) = delete;
 
-    /// Files `command` under `name` in place of what is there. Throws `std::bad_alloc`; `command` is then the caller's.
+    /// Files `command` under `name`, in place of a command that has the name. If it throws `std::bad_alloc`, the caller
+    /// keeps `command`.
     void add(const std::u32string& name, std::unique_ptr<ConsoleCommand>&& command);
 
     /// The command filed under exactly `name`, or null.
     ConsoleCommand* find(const std::u32string& name) const;
 
-    /// What the command that the first of `words` names completes their last with, asked as a Call of it; nothing if there
-    /// is no such command. Throws what the command throws.
+    /// Asks the command named by the first of `words` for candidates for the last of them, as a Call of the command.
+    /// Throws what the command throws. \return nothing if there is no such command.
     std::optional<std::vector<std::u32string>> candidates(std::vector<std::u32string>&& words);
 
-    /// Calls `fn` with each command in ascending order of name, as a Call of it. `fn` may change the table.
+    /// Calls `fn` with each command in ascending order of name, as a Call of the command. `fn` may change the table.
     void forEach(const std::function<void(const ConsoleCommand&)>& fn);
 
     /// Removes every command.

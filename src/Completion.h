@@ -7,23 +7,24 @@
 
 namespace zephyr::console {
 
-/// The candidates for the last word of a line, and which of them stands in the line now. In progress from begin() with
-/// at least one candidate to reset().
+/// The candidates for the last word of a line, and which of them is in the line now. A completion is in progress from a
+/// begin() with at least one candidate until reset().
 class Completion
 {
 public:
     /// Whether there are candidates to step through.
     bool isInProgress() const { return !mCompletions.empty(); }
 
-    /// Starts with `candidates` for the last word of `line`. Never throws.
+    /// Begins a completion of the last word of `line` with `candidates`.
     void begin(std::vector<std::u32string>&& candidates, std::u32string&& line) noexcept;
 
-    /// Steps to the next candidate, or to the one before, around both ends; the first step goes to the first or the last.
-    /// \return the line with the candidate in place of the last word, or after the line if it ends with a space. A line
-    ///     of one word becomes a space and the candidate (oddity 5). A completion must be in progress.
+    /// Steps to the next candidate, or to the previous one if `backwards`, and wraps around at both ends. The first
+    /// step goes to the first candidate, or backwards to the last. A completion must be in progress.
+    /// \return the line with the candidate in place of its last word, or appended if the line ends with a space. A line
+    ///     of one word becomes a space and the candidate (oddity 5).
     std::u32string step(bool backwards);
 
-    /// Forgets the candidates.
+    /// Ends the completion.
     void reset();
 
 private:

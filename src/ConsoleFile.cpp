@@ -16,7 +16,7 @@ constexpr std::string_view kComment = "//";
 ConsoleFile::ConsoleFile(const std::filesystem::path& path)
 {
     std::error_code error;
-    if (!std::filesystem::is_directory(path, error)) { // which an input stream would open on some platforms
+    if (!std::filesystem::is_directory(path, error)) { // some platforms open a directory
         mStream.open(path);
     }
 }

@@ -8,23 +8,23 @@
 
 namespace zephyr::console {
 
-/// A console file while it is read, line by line.
+/// Reads a console file, line by line.
 class ConsoleFile
 {
 public:
-    /// Opens the file at `path`. A directory is no console file.
+    /// Opens the file at `path`. A directory isn't opened.
     explicit ConsoleFile(const std::filesystem::path& path);
 
     /// Whether the file could be opened.
     bool isOpen() const { return mStream.is_open(); }
 
-    /// The next line to run, trimmed; nothing at the end. Empty lines and comments are passed over, but a line of blanks
-    /// is run as an empty one (oddity 16).
+    /// The next line to run, trimmed; nothing at the end of the file. Empty lines and comments are skipped, but a line
+    /// of blanks runs as an empty line (oddity 16).
     std::optional<std::u32string> nextLine();
 
 private:
     std::ifstream mStream;
-    std::string mLine; // its memory serves all lines
+    std::string mLine; // a member, so that all lines share its memory
 };
 
 } // namespace zephyr::console

@@ -19,16 +19,16 @@
 
 namespace zephyr::console {
 
-/// The parts of a console, and what joins them.
+/// The parts of a console, and the functions that connect them.
 ///
-/// Any thread may reach the Guarded parts, through lock() or change(). The others belong to the host's thread. No lock is
-/// held while host code runs, nor while a file is opened.
+/// Any thread may use the Guarded parts, through lock() or change(). All other parts belong to the host's thread. No
+/// lock is held while host code runs or a file is opened.
 class Console::Private
 {
 public:
     class HelpCommand;
 
-    /// What the mutex guards.
+    /// The parts that the mutex guards.
     struct Guarded
     {
         InputLine line;
@@ -37,7 +37,7 @@ public:
         Observer observer;
     };
 
-    /// The guarded parts, and the lock on them for as long as this lives. BasicLockable, to wait with.
+    /// Access to the guarded parts. It holds the lock as long as it lives. A condition variable can wait with it.
     class Access
     {
     public:
@@ -59,17 +59,17 @@ public:
 
     explicit Private(Console& console);
 
-    /// What the console's pointer deletes its parts with.
+    /// Deletes `parts`. It is the deleter of the console's pointer to them.
     static void destroy(Private* parts);
 
-    /// Waits for the mutex. Throws `std::system_error` (`resource_deadlock_would_occur`) if this thread holds it.
+    /// Locks the mutex. Throws `std::system_error` (`resource_deadlock_would_occur`) if this thread holds it already.
     Access lock() { return {mMutex, mGuarded}; }
 
-    /// Calls `step` with the guarded parts under the lock, and then the observer without it.
+    /// Calls `step` with the guarded parts under the lock, and then the observer without the lock.
     template <typename Step>
     void change(const Step& step);
 
-    /// Console::setObserver().
+    /// Does what Console::setObserver() describes.
     void setObserver(std::shared_ptr<const Observer::Function> observer);
 
     void insertText(const std::u32string& text);
@@ -88,8 +88,8 @@ public:
     ConsoleSnapshot takeSnapshot(const Access& parts) const;
 
 private:
-    // The members stand in the order of their construction: commands are destroyed after the aliases that one of them
-    // refers to, and the lock goes first.
+    // Members are destroyed from the last to the first: the mutex first, and the aliases before the commands, one of
+    // which refers to them.
     bool applyCompletion(bool backwards);
     void refuse(const std::u32string& line);
     void dispatch(ConsoleCommand* command, std::vector<std::u32string>&& words);
@@ -100,12 +100,12 @@ private:
     Console& mConsole;
     Guarded mGuarded;
     Completion mCompletion;
-    unsigned mRunningLines = 0; // each inside of the one before
+    unsigned mRunningLines = 0; // lines that run now, each inside the one before
 
 public:
     bool mOpen = false;
     History mHistory;
-    unsigned mDepthLimit = 0; // lines inside of a line; 0 is no limit
+    unsigned mDepthLimit = 0; // how deep lines may run inside lines; 0 is no limit
     Color mTextColor{0, 255, 0, 255};
     Color mBackgroundColor{0, 0, 0, 204};
     float mCursorBlinkRate = 3.0F;               // changes between shown and hidden a second
@@ -117,8 +117,8 @@ public:
     std::map<std::u32string, std::vector<std::u32string>> mAliases;
     std::shared_ptr<QFont> mFont;
 
-    // Made as mFont is and sharing nothing with it: measuring loads data into a font, and a drawing thread measures with
-    // mFont.
+    // Equal to mFont but not a copy, which would share its data: measuring loads data into a font, and a drawing thread
+    // measures with mFont at the same time.
     QFont mMeasuringFont;
 
     std::condition_variable_any mObserverCallEnded;

@@ -17,7 +17,7 @@ constexpr char32_t kWordDelimiter = U' ';
 
 void History::record(const ConsoleCommand* command, std::u32string line)
 {
-    maskQuoted(line, kWordDelimiter); // and recalled so: oddity 3
+    maskQuoted(line, kWordDelimiter); // Up recalls the masked line: oddity 3
     mHistoryIndex = kNoRecord;
     mCmdBuffer.push_back({command, std::move(line)});
 }

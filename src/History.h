@@ -14,20 +14,22 @@ class ConsoleCommand;
 /// A line in the history.
 struct CommandRecord
 {
-    const ConsoleCommand* command; ///< What the first word named, or null. It may be gone: never followed.
-    std::u32string line;           ///< The line, with U+FFFF for each space inside quotes (oddity 3).
+    const ConsoleCommand*
+        command;         ///< The command named by the first word, or null. Never followed, as it may be gone.
+    std::u32string line; ///< The line, with U+FFFF for each space inside quotes (oddity 3).
 };
 
-/// The lines that were typed, and which of them is recalled. Lines are never merged and never dropped.
+/// The lines that were typed, and which of them is recalled. Every line is kept, repeated ones too.
 class History
 {
 public:
-    /// Records `line`, whose first word names `command` or no command, and selects none.
+    /// Adds `line` as the newest. `command` is what its first word names, or null. No line is recalled afterwards.
     void record(const ConsoleCommand* command, std::u32string line);
 
-    /// Steps to an older line (`direction` 1), which stops at the oldest, or to a newer one (-1).
-    /// \return the line to show, valid until the next record: empty past the newest one; nothing if the input line is to
-    ///     stay. Another direction, and a cursor that is out of range, report an assertion.
+    /// Steps to an older line (`direction` 1), stopping at the oldest, or to a newer one (-1). Any other direction
+    /// reports an assertion, and so does a cursor that is out of range.
+    /// \return the line to show, valid until the next record(); an empty line past the newest; nothing if the input
+    ///     line is to stay as it is.
     std::optional<std::u32string_view> navigate(int direction);
 
     /// The lines as they were typed, oldest first.

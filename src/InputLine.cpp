@@ -43,13 +43,13 @@ bool InputLine::eraseNext(bool wholeWord)
     if (mCursorPos == mInputLength) {
         return false;
     }
-    // In a line that is longer than the buffer the next word may lie before the cursor: nothing is erased then.
+    // If the line is longer than the buffer, the next word may lie before the cursor. Nothing is erased then.
     const std::uint32_t next = wholeWord ? nextWordStart(visible(), mCursorPos) : mCursorPos + 1;
     erase(mCursorPos, next - std::min(next, mCursorPos));
     return true;
 }
 
-/// Takes `count` code points from `first` on out of the line; those past the buffer's end are only counted.
+/// Erases `count` code points, starting at `first`. Those past the buffer's end only shorten the line.
 void InputLine::erase(std::uint32_t first, std::uint32_t count)
 {
     if (first < mInput.size()) {

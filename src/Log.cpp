@@ -18,7 +18,7 @@ Log::Log() { mLog.reserve(kReserve); }
 void Log::append(std::u32string&& text, ConsoleMessageType type, unsigned indent)
 {
     mLog.push_back({std::move(text), type, indent});
-    // A stream that was never opened says that it is good.
+    // good() alone isn't enough: a stream that was never opened is good too.
     if (mRedirectStream.is_open() && mRedirectStream.good()) {
         const std::string line = StringUtil::toString(mLog.back().text);
         mRedirectStream.write(line.data(), static_cast<std::streamsize>(line.size())).put('\n');

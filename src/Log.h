@@ -11,32 +11,32 @@
 
 namespace zephyr::console {
 
-/// Everything that was written, oldest first, and the file that a redirected line writes it to as well. Entries never
-/// change and are never removed.
+/// Everything that was written, oldest first, and the redirect file, which gets a copy of what is written while it is
+/// open. Entries never change and are never removed.
 class Log
 {
 public:
     Log();
 
-    /// Appends an entry and writes its text, with a line feed behind, to the redirect file if there is one that takes it.
+    /// Appends an entry. If a redirect file is open and no write to it has failed, it gets the text and a line feed.
     void append(std::u32string&& text, ConsoleMessageType type, unsigned indent);
 
     /// The entries so far.
     const std::vector<LogEntry>& entries() const { return mLog; }
 
-    /// Copies up to `count` entries from index `first` on into `entries`, which held others.
+    /// Replaces the contents of `entries` by up to `count` entries of the log, from index `first` on.
     void read(std::size_t first, std::size_t count, std::vector<LogEntry>& entries) const;
 
-    /// Whether there is a redirect file, open.
+    /// Whether a redirect file is open.
     bool isRedirected() const { return mRedirectStream.is_open(); }
 
-    /// Writes entries from now on to `file` as well, if it could be opened. There must be no redirect file.
+    /// Makes `file` the redirect file if it could be opened. No redirect file may be open.
     void redirectTo(std::ofstream&& file) { mRedirectStream = std::move(file); }
 
-    /// Writes no more to the redirect file, which stays open: what a second redirection does (oddity 7).
+    /// Stops writing to the redirect file, but leaves it open. A second redirection does this to the first (oddity 7).
     void failRedirection() { mRedirectStream.setstate(std::ios::failbit); }
 
-    /// Closes the redirect file, if there is one.
+    /// Closes the redirect file if one is open.
     void endRedirection();
 
 private:

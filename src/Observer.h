@@ -8,9 +8,9 @@
 
 namespace zephyr::console {
 
-/// The function that a console calls when it has changed, and the calls of it that are under way, on whatever threads.
+/// The function that a console calls after a change, and the calls of that function that are running, on any thread.
 ///
-/// It takes no lock: its owner guards each call of a member, and calls the function itself without the guard.
+/// It has no lock of its own. The owner calls its members under a lock, and calls the function without the lock.
 class Observer
 {
 public:
@@ -20,10 +20,10 @@ public:
     class Call
     {
     public:
-        /// What is to be called, or null.
+        /// The function to call, or null if there is nothing to call.
         const Function* function() const { return mFunction.get(); }
 
-        /// Lets go of the function, which may destroy it. To be called before end(), without the guard.
+        /// Gives up the function, which may destroy it. Call this before end(), without the lock.
         void release() { mFunction.reset(); }
 
     private:
@@ -35,26 +35,26 @@ public:
         Call* mNext = nullptr;
     };
 
-    /// Puts `function`, which may be null, in place of the one before. \return that one, which calls under way still use.
+    /// Replaces the function by `function`, which may be null. \return the previous one, which running calls still use.
     std::shared_ptr<const Function> replace(std::shared_ptr<const Function> function);
 
     /// Whether there is a function.
     bool isSet() const { return mFunction != nullptr; }
 
-    /// Begins a call on this thread, unless there is no function or the thread is in a call already. The call must live
-    /// until end().
+    /// Begins a call on this thread. Does nothing if there is no function, or if a call is running on this thread
+    /// already. `call` must live until end().
     void begin(Call& call);
 
-    /// Ends a call that had a function and was released.
+    /// Ends a call that begin() began. release() must have been called.
     void end(const Call& call);
 
-    /// Whether this thread is in a call.
+    /// Whether a call is running on this thread.
     bool isCalledHere() const;
 
-    /// The number of calls that have begun so far.
+    /// The number of calls that have begun.
     std::uint64_t begunCalls() const { return mBegunCalls; }
 
-    /// Whether one of the first `count` calls is still under way, on whatever thread.
+    /// Whether any of the first `count` calls is still running, on any thread.
     bool isUnderWay(std::uint64_t count) const;
 
 private:

@@ -9,8 +9,8 @@ namespace zephyr::console {
 enum ConsoleMessageType : std::uint32_t
 {
     Input = 0,  ///< The echo of an executed line; the renderer draws the prompt in front of it.
-    Output = 1, ///< Ordinary output, and what a line is where no type is given.
-    Prompt = 2, ///< A question to the user, as ConsoleCommand::execute() asks it.
+    Output = 1, ///< Ordinary output, and the type of a line that is written without one.
+    Prompt = 2, ///< A question to the user, such as the one that ConsoleCommand::execute() asks.
 };
 
 } // namespace zephyr::console

@@ -20,29 +20,27 @@ class Console;
 /// One line of the log. It never changes once written.
 struct LogEntry
 {
-    std::u32string text;     ///< Code points, the indent included as leading spaces; may hold line feeds.
-    ConsoleMessageType type; ///< What wrote it; Input is drawn with the prompt in front.
-    std::uint32_t indent;    ///< The number of spaces that were put in front of the text.
+    std::u32string text;     ///< Code points. It begins with the indent's spaces and may contain line feeds.
+    ConsoleMessageType type; ///< The kind of entry. Input is drawn with the prompt in front.
+    std::uint32_t indent;    ///< The number of spaces at the start of the text that writing it added.
 };
 
-/// The entry's text as a user sees it: with the prompt in front if it is a line that was run.
+/// The entry's text as a user sees it. An entry of type Input has the prompt in front.
 inline std::u32string shownText(const LogEntry& entry)
 {
     return entry.type == Input ? kPrompt + entry.text : entry.text;
 }
 
-/// A self-contained copy of everything that drawing a console needs, as Console::snapshot() takes it.
+/// A copy of everything that drawing a console needs, made by Console::snapshot(). It is copied in one step, so its
+/// lines, input and cursor belong together. It doesn't say whether the console is open or how large the window is.
 ///
-/// - It is: a value, taken in one step, so that its lines, input and cursor belong together. It is not: a
-///   live view; it says neither whether the console is open nor how large the window is.
-/// - Threads: may be taken on one thread and drawn on another. Const members take no lock and may be called
-///   from any thread at once.
-/// - Ownership: it owns its lines and its input and shares the font, which nothing changes.
-/// - Failure: none; font() is null when the console has none.
+/// - Threads: a snapshot may be taken on one thread and drawn on another. Const members take no lock, and several
+///   threads may call them at once.
+/// - Ownership: it owns its lines and its input. It shares the font, which never changes.
 class ConsoleSnapshot
 {
 public:
-    /// The fields in the order of their accessors below.
+    /// Makes a snapshot of the given values, in the order of the accessors below.
     ConsoleSnapshot(const std::vector<LogEntry>& lines, const std::u32string& input, Color textColor,
                     Color backgroundColor, std::uint32_t cursorPosition, char32_t cursorChar,
                     double cursorBlinkRate, std::uint32_t scrollOffset, std::shared_ptr<QFont> font)
@@ -57,7 +55,7 @@ public:
           mFont(std::move(font))
     {}
 
-    /// The whole log, oldest line first. It lives in the snapshot: keep that while walking over it.
+    /// The whole log, oldest entry first. The reference is valid as long as the snapshot lives.
     const std::vector<LogEntry>& lines() const { return mLines; }
 
     /// The line being typed, in code points.
@@ -66,7 +64,7 @@ public:
     /// The colour of all text.
     const Color& textColor() const { return mTextColor; }
 
-    /// The colour behind the text; its alpha lets the simulation shine through.
+    /// The colour behind the text. Its alpha decides how much of the simulation shows through.
     const Color& backgroundColor() const { return mBackgroundColor; }
 
     /// The insertion point, in code points from the start of the input. It may lie past the input's end.
@@ -75,13 +73,13 @@ public:
     /// The code point that shows the cursor.
     char32_t cursorChar() const { return mCursorChar; }
 
-    /// How often a second the cursor changes between shown and hidden.
+    /// How many times a second the cursor changes between shown and hidden.
     double cursorBlinkRate() const { return mCursorBlinkRate; }
 
     /// How many log entries the view is scrolled back from the newest; 0 shows the newest at the bottom.
     std::uint32_t scrollOffset() const { return mScrollOffset; }
 
-    /// The font of all text, null when there is none. It lives at least as long as this snapshot.
+    /// The font of all text, or null if there is none. It lives at least as long as this snapshot.
     const QFont* font() const { return mFont.get(); }
 
 private:

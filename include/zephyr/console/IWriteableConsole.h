@@ -8,15 +8,13 @@
 
 namespace zephyr::console {
 
-/// What can be written to, line by line: the face of a Console that writers need and nothing more.
+/// The part of a Console that writers need: it appends lines to the log, and can neither read the log nor run lines.
 ///
-/// - It is: an abstract interface without data. It is not: a way to read the log, to run lines or to draw.
-/// - Threads: as the implementation says; Console takes these calls from any thread.
-/// - Ownership: texts are copied; the caller keeps what it passes.
-/// - Failure: nothing is reported; memory exhaustion leaves as `std::bad_alloc`.
+/// Any thread may call a Console's writers at any time; another implementation makes its own rule. Texts are copied.
+/// Every function may throw `std::bad_alloc`.
 ///
-/// 8-bit text is UTF-8; each ill-formed part of it becomes one U+FFFD. A text is one line of the log,
-/// whatever it holds: line feeds stay in it and are split only when it is drawn.
+/// 8-bit text is UTF-8, and each ill-formed part of it becomes one U+FFFD. Each text becomes one entry of the log, even
+/// if it contains line feeds: it is divided into lines only when it is drawn.
 class ZEPHYR_CONSOLE_EXPORT IWriteableConsole
 {
 public:

@@ -3,13 +3,13 @@
 
 namespace zephyr::console {
 
-// Texts of the console that programs around it show or look for as well.
+// Texts of the console that the programs around it use as well.
 
 /// The prompt in front of the input line and of each line that was run.
 inline constexpr char32_t kPrompt[] = U">> ";
 
-/// What the user is told when the input line is full. The console itself only throws then; see
-/// Console::keyPressed().
+/// The message for a user whose input line is full. The console itself doesn't show it: Console::keyPressed() throws,
+/// and the host may show the message.
 inline constexpr char32_t kInputFull[] = U"Maximum input length exceeded.";
 
 /// The extension of console files.
