@@ -14,9 +14,8 @@ class ConsoleCommand;
 /// A line in the history.
 struct CommandRecord
 {
-    const ConsoleCommand*
-        command;         ///< The command named by the first word, or null. Never followed, as it may be gone.
-    std::u32string line; ///< The line, with U+FFFF for each space inside quotes (oddity 3).
+    const ConsoleCommand* command; ///< What the first word named, or null. Never used: it may be gone.
+    std::u32string line;           ///< The line, with U+FFFF for each space inside quotes (oddity 3).
 };
 
 /// The lines that were typed, and which of them is recalled. Every line is kept, repeated ones too.
