@@ -1,5 +1,6 @@
 #include "GoCommand.h"
 #include "LampCommand.h"
+#include "LinePrinter.h"
 #include "Overlay.h"
 #include "PlainWindow.h"
 #include "RunLine.h"
@@ -22,6 +23,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <sstream>
 #include <stdexcept>
 
 namespace zephyr::test {
@@ -42,7 +47,21 @@ void turnWheel(PlainWindow& window, int eighthsOfDegree)
     QCoreApplication::sendEvent(&window, &event);
 }
 
+std::string contentsOf(const char* file)
+{
+    std::ifstream stream(file);
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
 std::string inputOf(PlainWindow& window) { return StringUtil::toString(window.console().activeInput()); }
+
+/// Loads the plugin and has it register its commands.
+void registerCommandsOf(QLibrary& plugin, Console& console)
+{
+    const auto registerCommands = reinterpret_cast<void (*)(Console&)>(plugin.resolve("registerCommands"));
+    ASSERT_NE(nullptr, registerCommands) << plugin.errorString().toStdString();
+    registerCommands(console);
+}
 
 class CountedFrames : public PlainWindow
 {
@@ -150,6 +169,56 @@ TEST(EmbeddingGuide, RunsTheStartupFile)
     EXPECT_EQ("    Usage: run list", ConsoleDriver(console).log().at(2));
 }
 
+TEST(EmbeddingGuide, PrintsEachLineAsItIsWritten)
+{
+    Console console;
+    std::ostringstream printed;
+    std::string printedMeanwhile;
+    addCommand(console, U"say").onExecute = [&](const console::ConsoleArgs&, Console& running) {
+        running.write(U"said", console::Output);
+        printedMeanwhile = printed.str();
+    };
+    {
+        const LinePrinter printer(console, printed);
+        console.execute(U"say");
+    }
+    console.write(U"said later", console::Output);
+    EXPECT_EQ(">> say\nsaid\n", printedMeanwhile);
+    EXPECT_EQ(">> say\nsaid\n\n", printed.str());
+}
+
+TEST(EmbeddingGuide, PrintsWhatSeveralThreadsWrite)
+{
+    Console console;
+    std::ostringstream printed;
+    {
+        const LinePrinter printer(console, printed);
+        const Survey first(console);
+        const Survey second(console);
+    }
+    std::string expected;
+    for (const std::string& line : ConsoleDriver(console).log()) {
+        expected += line + '\n';
+    }
+    EXPECT_EQ(6, std::count(expected.begin(), expected.end(), '\n'));
+    EXPECT_EQ(expected, printed.str());
+}
+
+TEST(EmbeddingGuide, QuotesTheLineThatEndsAnAliasThatRunsItself)
+{
+    const auto console = std::make_shared<Console>();
+    QWindow window;
+    ConsoleHost host(console, &window);
+    console->execute(U"alias x \"x\"");
+    host.setOpen(true);
+    QTest::keyClick(&window, 'x');
+    QTest::keyClick(&window, Qt::Key_Return);
+    const std::string quote = "`" + ConsoleDriver(*console).log().back() + "`";
+    EXPECT_NE(std::string::npos, contentsOf(EMBEDDING_GUIDE).find(quote)) << quote;
+    EXPECT_NE(std::string::npos, contentsOf(USING_GUIDE).find(quote)) << quote;
+    EXPECT_EQ(U"x", console->activeInput());
+}
+
 TEST(EmbeddingGuide, WritesFromAnotherThread)
 {
     Console console;
@@ -190,14 +259,29 @@ TEST(EmbeddingGuide, UnloadsAPlugin)
 {
     Console console;
     QLibrary plugin(PLUGIN);
-    const auto registerCommands = reinterpret_cast<void (*)(Console&)>(plugin.resolve("registerCommands"));
-    ASSERT_NE(nullptr, registerCommands) << plugin.errorString().toStdString();
-    registerCommands(console);
+    registerCommandsOf(plugin, console);
+    ASSERT_TRUE(plugin.isLoaded());
     console.execute(U"lamp on");
     EXPECT_TRUE(unload(plugin, console));
     console.execute(U"lamp on");
     EXPECT_EQ(Lines({"lamp on", "    The lamp is lit.", "", "lamp on", notRecognized("lamp"), ""}),
               ConsoleDriver(console).log());
+}
+
+TEST(EmbeddingGuide, UnloadsAPluginFromInsideAnotherCommand)
+{
+    Console console;
+    QLibrary plugin(PLUGIN);
+    registerCommandsOf(plugin, console);
+    ASSERT_TRUE(plugin.isLoaded());
+    bool isUnloaded = false;
+    addCommand(console, U"unload").onExecute = [&](const console::ConsoleArgs&, Console& running) {
+        isUnloaded = unload(plugin, running);
+    };
+    console.execute(U"unload");
+    EXPECT_TRUE(isUnloaded);
+    console.execute(U"lamp on");
+    EXPECT_EQ(Lines({"unload", "", "lamp on", notRecognized("lamp"), ""}), ConsoleDriver(console).log());
 }
 
 } // namespace
