@@ -160,8 +160,8 @@ Console::Private::Private(Console& console)
 
 Console::Console() : mPrivate(new Private(*this), &Private::destroy)
 {
-    write(kTitle, Output);
-    newline();
+    mPrivate->appendLine(kTitle, Output, 0);
+    mPrivate->appendLine(std::u32string(), Output, 0);
     registerCommand(std::make_unique<Private::HelpCommand>());
     registerCommand(std::make_unique<AliasConsoleCommand>(mPrivate->mAliases));
 }

@@ -14,6 +14,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <new>
 
 namespace zephyr::console::qt {
 
@@ -48,11 +49,13 @@ ConsoleHost::Private::Private(ConsoleHost& host, const std::shared_ptr<Console>&
 
 bool ConsoleHost::Private::filterEvent(QObject* watched, QEvent& event)
 {
-    syncOpenState(); // the host may have opened or closed the console itself
-    if (mInputMethod.watches(watched) && filterInputMethodEvent(*watched, event)) {
-        return true;
+    try {
+        syncOpenState(); // the host may have opened or closed the console itself
+        return (mInputMethod.watches(watched) && filterInputMethodEvent(*watched, event)) ||
+               (watched == mEvents && filterInputEvent(event));
+    } catch (const std::bad_alloc&) {
+        return mOpen; // what an open console has no memory for is dropped
     }
-    return watched == mEvents && filterInputEvent(event);
 }
 
 bool ConsoleHost::Private::filterInputMethodEvent(QObject& receiver, QEvent& event)
@@ -87,7 +90,7 @@ bool ConsoleHost::Private::filterKeyPress(const QKeyEvent& event)
     if (taker == Taker::Host) {
         return false;
     }
-    if (event.isAutoRepeat() && (toggles || !mOpen)) {
+    if (event.isAutoRepeat() && (toggles || mHeldKeys.isHeldToggle(event) || !mOpen)) {
         return true;
     }
     if (toggles) {

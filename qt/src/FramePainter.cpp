@@ -113,6 +113,9 @@ void FramePainter::renderOnLayer(double seconds, const Layer& layer, QPainter& p
     if (mLayer.size() != layer.pixels) {
         mLayer = QImage(layer.pixels, QImage::Format_ARGB32_Premultiplied);
     }
+    if (mLayer.isNull()) {
+        return; // for want of memory
+    }
     mLayer.setDevicePixelRatio(std::min(layer.scaleX, layer.scaleY));
     mLayer.fill(Qt::transparent);
     QPainter layerPainter(&mLayer);

@@ -18,8 +18,8 @@ quint64 identityOf(const QKeyEvent& event)
 
 std::optional<HeldKeys::Taker> HeldKeys::takerOf(const QKeyEvent& event) const
 {
-    const auto held = mTakers.constFind(identityOf(event));
-    return held != mTakers.constEnd() ? std::optional(*held) : std::nullopt;
+    const auto held = mTakers.find(identityOf(event));
+    return held != mTakers.end() ? std::optional(held->second) : std::nullopt;
 }
 
 HeldKeys::Taker HeldKeys::takerOfPress(const QKeyEvent& event, Taker newTaker) const
@@ -27,14 +27,19 @@ HeldKeys::Taker HeldKeys::takerOfPress(const QKeyEvent& event, Taker newTaker) c
     return event.isAutoRepeat() ? takerOf(event).value_or(newTaker) : newTaker;
 }
 
-void HeldKeys::press(const QKeyEvent& event, Taker taker) { mTakers[identityOf(event)] = taker; }
+void HeldKeys::press(const QKeyEvent& event, Taker taker)
+{
+    mTakers.insert_or_assign(identityOf(event), taker);
+}
+
+bool HeldKeys::isHeldToggle(const QKeyEvent& event) const { return mToggle == identityOf(event); }
 
 void HeldKeys::markAsToggle(const QKeyEvent& event) { mToggle = identityOf(event); }
 
 void HeldKeys::release(const QKeyEvent& event)
 {
     const quint64 identity = identityOf(event);
-    mTakers.remove(identity);
+    mTakers.erase(identity);
     if (mToggle == identity) {
         mToggle.reset();
     }

@@ -1,10 +1,9 @@
 #ifndef ZEPHYR_CONSOLE_QT_HELDKEYS_H
 #define ZEPHYR_CONSOLE_QT_HELDKEYS_H
 
-#include <QHash>
-
 #include <QtGlobal>
 
+#include <map>
 #include <optional>
 
 class QKeyEvent;
@@ -29,11 +28,14 @@ public:
     /// Who gets a press: `newTaker`, unless it is the repeat of a held key.
     Taker takerOfPress(const QKeyEvent& event, Taker newTaker) const;
 
-    /// Records that a key was pressed for `taker`.
+    /// Records that a key was pressed for `taker`. Throws `std::bad_alloc`.
     void press(const QKeyEvent& event, Taker taker);
 
     /// Records that a pressed key toggled the console.
     void markAsToggle(const QKeyEvent& event);
+
+    /// Whether the key that last toggled the console is this one, and still held. With Shift it may have another code.
+    bool isHeldToggle(const QKeyEvent& event) const;
 
     /// Whether the key that last toggled the console is still held.
     bool isToggleHeld() const { return mToggle.has_value(); }
@@ -45,7 +47,7 @@ public:
     void clear();
 
 private:
-    QHash<quint64, Taker> mTakers;
+    std::map<quint64, Taker> mTakers; // a QHash ends the program where memory runs out
     std::optional<quint64> mToggle;
 };
 

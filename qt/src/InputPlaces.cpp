@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <new>
 
 namespace zephyr::console::qt {
 
@@ -43,7 +44,28 @@ bool InputPlaces::prepare(Console& console, int key, int modifiers, const std::u
 
 void InputPlaces::follow(const Console& console, int key, int modifiers, const std::u32string& text)
 {
+    std::size_t size =
+        0; // without memory to look, as if all of the line had been erased: a place too many harms nothing
+    try {
+        size = console.activeInput().size();
+    } catch (const std::bad_alloc&) {
+        count(size, key, modifiers, text);
+        throw;
+    }
+    count(size, key, modifiers, text);
+}
+
+void InputPlaces::followRefusal(const Console& console)
+{
     const std::size_t size = console.activeInput().size();
+    if (console.cursorPosition() == size) {
+        mPlaces = size;
+    }
+}
+
+/// Counts what a key did that left a line of `size` code points.
+void InputPlaces::count(std::size_t size, int key, int modifiers, const std::u32string& text)
+{
     const bool isEdited = size != mSizeBefore && (erases(key) || inserts(key, modifiers, text));
     mMayComplete = completesLine(key) || (mMayComplete && !isEdited);
     if (erases(key)) {
@@ -83,6 +105,9 @@ bool InputPlaces::takesLastPlace(Console& console, int key, int modifiers) const
 /// that a frame painted at this moment shows nothing but the key's own cursor.
 void InputPlaces::restore(Console& console)
 {
+    if (!console.isOpen()) {
+        return; // an observer closed it
+    }
     const std::u32string space = U" ";
     try {
         console.keyPressed(0, Qt::NoModifier, space);

@@ -13,7 +13,8 @@ namespace zephyr::console::qt {
 /// The places of a console's input line. Each code point that is erased costs the line one, for good, and each that is
 /// inserted before others wins one. So this counts what keys do, and gives an empty line the places back that it lost.
 ///
-/// Only what is pressed between prepare() and follow() is counted. The console must be open.
+/// Only what is pressed between prepare() and follow() is counted; where other keys erased as well, a full line tells
+/// how many places there are. The console must be open.
 class InputPlaces
 {
 public:
@@ -24,7 +25,11 @@ public:
     /// Is called after the same key was pressed: counts the places that it cost or won.
     void follow(const Console& console, int key, int modifiers, const std::u32string& text);
 
+    /// Is called after the console refused to insert: a line that is full at its end has all the places that there are.
+    void followRefusal(const Console& console);
+
 private:
+    void count(std::size_t size, int key, int modifiers, const std::u32string& text);
     bool takesLastPlace(Console& console, int key, int modifiers) const;
     void restore(Console& console);
 

@@ -46,7 +46,11 @@ void KeyDelivery::pressAndCount(Console& console, int key, int modifiers, const 
     mIsFullLineReported = mIsFullLineReported && !console.activeInput().empty(); // another line
     if (!console.isOpen()) {
         tryPressOne(console, key, modifiers, text.substr(0, 1));
-    } else if (!mPlaces.prepare(console, key, modifiers, text)) {
+        return;
+    }
+    bool isDone = false;
+    const auto prepare = [&] { isDone = mPlaces.prepare(console, key, modifiers, text); };
+    if (tryToDo(prepare, console, key) && !isDone) {
         pressAll(console, key, modifiers, text);
         mPlaces.follow(console, key, modifiers, text);
     }
@@ -63,9 +67,17 @@ void KeyDelivery::pressAll(Console& console, int key, int modifiers, const std::
 /// \return whether the console took the key without throwing.
 bool KeyDelivery::tryPressOne(Console& console, int key, int modifiers, const std::u32string& text)
 {
+    const auto press = [&] { console.keyPressed(key, modifiers, text); };
+    const bool isTaken = tryToDo(press, console, key);
+    mIsFullLineReported = mIsFullLineReported && !(isTaken && !text.empty());
+    return isTaken;
+}
+
+/// Does what `key` asks for, and reports what that throws. \return whether it threw nothing.
+bool KeyDelivery::tryToDo(const std::function<void()>& action, Console& console, int key)
+{
     try {
-        console.keyPressed(key, modifiers, text);
-        mIsFullLineReported = mIsFullLineReported && text.empty();
+        action();
         return true;
     } catch (const DepthLimitError& error) {
         mCaught(QString::fromUtf8(error.what())); // which the console has written already
@@ -87,6 +99,7 @@ bool KeyDelivery::tryPressOne(Console& console, int key, int modifiers, const st
 
 void KeyDelivery::reportFullLine(Console& console)
 {
+    mPlaces.followRefusal(console);
     if (!std::exchange(mIsFullLineReported, true)) {
         report(console, kInputFull);
     }
@@ -94,7 +107,16 @@ void KeyDelivery::reportFullLine(Console& console)
 
 void KeyDelivery::report(Console& console, const std::u32string& line)
 {
-    console.write(line, Output);
+    try {
+        console.write(line, Output);
+    } catch (const std::bad_alloc&) {
+        throw;
+#ifdef ZEPHYR_HAS_FORCED_UNWINDING
+    } catch (const abi::__forced_unwind&) {
+        throw;
+#endif
+    } catch (...) { // the observer's; the line is written
+    }
     mCaught(QString::fromStdU32String(line));
 }
 

@@ -31,6 +31,7 @@ private:
     void pressAndCount(Console& console, int key, int modifiers, const std::u32string& text);
     void pressAll(Console& console, int key, int modifiers, const std::u32string& text);
     bool tryPressOne(Console& console, int key, int modifiers, const std::u32string& text);
+    bool tryToDo(const std::function<void()>& action, Console& console, int key);
     void reportFullLine(Console& console);
     void report(Console& console, const std::u32string& line);
 

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <mutex>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -120,9 +121,12 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
     QtMessageHandler previous = nullptr;
     {
         const std::lock_guard lock(listeners().mutex);
-        all = listeners().all;
         first = listeners().first;
         previous = listeners().previous;
+        try {
+            all = listeners().all;
+        } catch (const std::bad_alloc&) { // the handler before gets the message all the same
+        }
     }
     // A handler that was installed later calls this one. If this one was then installed again, that handler is the
     // previous one too, and would call this one back without end.

@@ -519,5 +519,15 @@ TEST_F(ConsoleHostKeys, OfOtherObjectsAreLeftAlone)
     EXPECT_EQ("", input());
 }
 
+TEST_F(ConsoleHostKeys, TypesNothingWithAHeldToggleKeyThatShiftJoins)
+{
+    sendKey(window, QEvent::KeyPress, Qt::Key_QuoteLeft, Qt::NoModifier, "`", 49);
+    ASSERT_TRUE(console->isOpen());
+    sendKey(window, QEvent::KeyPress, Qt::Key_Shift, Qt::ShiftModifier, {}, 50);
+    sendKey(window, QEvent::KeyPress, Qt::Key_AsciiTilde, Qt::ShiftModifier, "~", 49, 0, true);
+    EXPECT_EQ("", input());
+    EXPECT_TRUE(console->isOpen());
+}
+
 } // namespace
 } // namespace zephyr::test

@@ -56,6 +56,47 @@ TEST_F(InputPlaces, DoNotRunOutForWhoeverErases)
     EXPECT_TRUE(hasAllPlaces());
 }
 
+TEST_F(InputPlaces, AreCountedAnewInALineThatIsFullWhereAnotherHostErased)
+{
+    fill();
+    for (std::size_t i = 0; i < 1500; ++i) { // which this host sees nothing of
+        console->keyPressed(Qt::Key_Backspace, Qt::NoModifier, {});
+    }
+    fill(); // and is refused
+    EXPECT_LT(input().size(), kPlaces);
+    click(Qt::Key_Home);
+    click(Qt::Key_Delete, Qt::ControlModifier);
+    click(Qt::Key_End);
+    click(Qt::Key_Backspace, Qt::ControlModifier);
+    EXPECT_EQ("", input());
+    EXPECT_TRUE(hasAllPlaces());
+}
+
+TEST_F(InputPlaces, ComeBackThoughTheObserverThrows)
+{
+    type("ab");
+    erase(2);
+    console->setObserver([] { throw 42; });
+    EXPECT_NO_THROW(type("a"));
+    console->setObserver({});
+    click(Qt::Key_End);
+    type("b");
+    EXPECT_EQ('b', input().back());
+}
+
+TEST_F(InputPlaces, LeaveAConsoleClosedThatTheObserverCloses)
+{
+    fill();
+    console->setObserver([this] { console->close(); });
+    click(Qt::Key_Home);
+    click(Qt::Key_Delete, Qt::ControlModifier);
+    EXPECT_FALSE(console->isOpen());
+    console->setObserver({});
+    host.setOpen(true);
+    type("a");
+    EXPECT_EQ("a", input());
+}
+
 TEST_F(InputPlaces, AreBackInALineThatFollowsOneThatWasRun)
 {
     type("abcdef");

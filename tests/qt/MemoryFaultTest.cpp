@@ -5,14 +5,21 @@
 #include "SnapshotRefresh.h"
 #include "faults/FailingAllocation.h"
 #include "zephyr/console/Console.h"
+#include "zephyr/console/qt/ConsoleHost.h"
 
+#include <QCoreApplication>
 #include <QImage>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
 #include <QPainter>
+#include <QWindow>
 #include <Qt>
 
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
+#include <new>
 
 namespace zephyr::console::qt {
 namespace {
@@ -113,6 +120,7 @@ TEST_F(MemoryFault, LeavesAFrameForTheNextTime)
     QPainter painter(&image);
     const int failures = failAtEachAllocation([&](std::size_t) {
         image.fill(Qt::white);
+        frames.beginAnew(); // or the cursor would blink with the time that the attempts take
         frames.paint(mConsole, painter);
         EXPECT_GT(frames.secondsToBlink(), 0.0);
     });
@@ -132,6 +140,34 @@ TEST_F(MemoryFault, EndsNoKey)
     mConsole.open();
     keys.press(mConsole, 0, Qt::NoModifier, U"x");
     EXPECT_EQ(U"x", mConsole.activeInput());
+}
+
+TEST_F(MemoryFault, EndsNoEventOfAWindow)
+{
+    const auto console = std::make_shared<Console>();
+    QWindow window;
+    ConsoleHost host(console, &window);
+    host.setOpen(true);
+    const QString text(200, 'x');
+    const auto send = [&](QEvent& event) { EXPECT_NO_THROW(QCoreApplication::sendEvent(&window, &event)); };
+    for (const bool isCommit : {false, true}) {
+        const int failures = failAtEachAllocation([&](std::size_t i) {
+            try {
+                if (isCommit) {
+                    QInputMethodEvent event;
+                    event.setCommitString(text);
+                    send(event);
+                } else {
+                    const auto scanCode = static_cast<quint32>(100 + i); // a key that isn't held yet
+                    QKeyEvent event(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, scanCode, 0, 0, text);
+                    send(event);
+                }
+            } catch (const std::bad_alloc&) { // the event itself had no memory
+            }
+        });
+        EXPECT_GT(failures, 0);
+    }
+    EXPECT_FALSE(console->activeInput().empty());
 }
 
 } // namespace
