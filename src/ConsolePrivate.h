@@ -88,8 +88,6 @@ public:
     ConsoleSnapshot takeSnapshot(const Access& parts) const;
 
 private:
-    // Members are destroyed from the last to the first: the mutex first, and the aliases before the commands, one of
-    // which refers to them.
     bool applyCompletion(bool backwards);
     void refuse(const std::u32string& line);
     void dispatch(ConsoleCommand* command, std::vector<std::u32string>&& words);
@@ -97,6 +95,8 @@ private:
     void openRedirect(const std::u32string& target);
     void callObserver(Observer::Call& call);
 
+    // Members are destroyed from the last to the first: the mutex first, and the aliases before the commands, one of
+    // which refers to them.
     Console& mConsole;
     Guarded mGuarded;
     Completion mCompletion;
