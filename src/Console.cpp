@@ -21,7 +21,6 @@
 #include <Qt>
 
 #include <algorithm>
-#include <exception>
 #include <utility>
 
 namespace zephyr::console {
@@ -138,16 +137,10 @@ private:
 template <typename Step>
 void Console::Private::change(const Step& step)
 {
-    Observer::Call call;
-    {
-        const Access parts = lock();
-        step(*parts);
-        if (parts->observer.isSet()) {
-            parts->observer.begin(call);
-        }
-    }
-    if (call.function() != nullptr) {
-        callObserver(call);
+    Access parts = lock();
+    step(*parts);
+    if (!parts->observers.isEmpty()) {
+        callObservers(parts);
     }
 }
 
@@ -168,7 +161,7 @@ Console::Console() : mPrivate(new Private(*this), &Private::destroy)
 
 void Console::Private::destroy(Private* parts)
 {
-    parts->setObserver(nullptr); // while what it captured may still use the console
+    parts->removeObservers(); // while what they captured may still use the console
     delete parts;
 }
 
@@ -461,38 +454,6 @@ void Console::readLog(std::size_t first, std::size_t count, std::vector<LogEntry
 void Console::Private::appendLine(std::u32string text, ConsoleMessageType type, unsigned indent)
 {
     change([&](Guarded& parts) { parts.log.append(std::move(text), type, indent); });
-}
-
-void Console::setObserver(std::function<void()> observer)
-{
-    using Function = Observer::Function;
-    mPrivate->setObserver(observer ? std::make_shared<const Function>(std::move(observer)) : nullptr);
-}
-
-void Console::Private::setObserver(std::shared_ptr<const Observer::Function> observer)
-{
-    std::shared_ptr<const Observer::Function> previous; // destroyed after the lock is released
-    Access parts = lock();
-    previous = parts->observer.replace(std::move(observer));
-    if (!parts->observer.isCalledHere()) { // or it would wait for itself
-        const std::uint64_t begun = parts->observer.begunCalls();
-        mObserverCallEnded.wait(parts, [&] { return !parts->observer.isUnderWay(begun); });
-    }
-}
-
-void Console::Private::callObserver(Observer::Call& call)
-{
-    const auto ended = qScopeGuard([&] {
-        call.release();
-        const Access parts = lock();
-        parts->observer.end(call);
-        mObserverCallEnded.notify_all(); // under the lock, since whoever waits may destroy the console
-    });
-    try {
-        (*call.function())();
-    } catch (const std::exception&) {
-        reportVerification("Console", __LINE__, "observer() throws nothing");
-    }
 }
 
 bool Console::mouseWheel(Angle vertical, Angle)

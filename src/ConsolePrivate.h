@@ -7,7 +7,7 @@
 #include "History.h"
 #include "InputLine.h"
 #include "Log.h"
-#include "Observer.h"
+#include "Observers.h"
 #include "Runpath.h"
 #include "ScrollPosition.h"
 #include "zephyr/console/Console.h"
@@ -15,7 +15,10 @@
 #include <QFont>
 
 #include <condition_variable>
+#include <cstdint>
 #include <map>
+#include <memory>
+#include <optional>
 
 namespace zephyr::console {
 
@@ -34,7 +37,7 @@ public:
         InputLine line;
         Log log;
         ScrollPosition scroll;
-        Observer observer;
+        Observers observers;
     };
 
     /// Access to the guarded parts. It holds the lock as long as it lives. A condition variable can wait with it.
@@ -65,12 +68,18 @@ public:
     /// Locks the mutex. Throws `std::system_error` (`resource_deadlock_would_occur`) if this thread holds it already.
     Access lock() { return {mMutex, mGuarded}; }
 
-    /// Calls `step` with the guarded parts under the lock, and then the observer without the lock.
+    /// Calls `step` with the guarded parts under the lock, and then the observers without the lock.
     template <typename Step>
     void change(const Step& step);
 
-    /// Does what Console::setObserver() describes.
-    void setObserver(std::shared_ptr<const Observer::Function> observer);
+    /// Does what Console::addObserver() describes.
+    std::uint64_t addObserver(const std::shared_ptr<const Observers::Function>& observer);
+
+    /// Puts `observer` in the place of the observer `id`, as Console::setObserver() describes; null removes that.
+    void replaceObserver(std::uint64_t id, const std::shared_ptr<const Observers::Function>& observer);
+
+    /// Removes all observers as replaceObserver() does.
+    void removeObservers();
 
     void insertText(const std::u32string& text);
     void paste();
@@ -93,7 +102,9 @@ private:
     void dispatch(ConsoleCommand* command, std::vector<std::u32string>&& words);
     void runCommand(ConsoleCommand& command, std::vector<std::u32string>&& words);
     void openRedirect(const std::u32string& target);
-    void callObserver(Observer::Call& call);
+    void callObservers(Access& parts);
+    void callObserver(Access& parts, Observers::Round& round);
+    void waitForObservers(Access& parts, std::optional<std::uint64_t> id);
 
     // Members are destroyed from the last to the first: the mutex first, and the aliases before the commands, one of
     // which refers to them.
@@ -121,7 +132,7 @@ public:
     // measures with mFont at the same time.
     QFont mMeasuringFont;
 
-    std::condition_variable_any mObserverCallEnded;
+    std::condition_variable_any mObserverReturned;
 
 private:
     CheckedMutex mMutex;

@@ -292,7 +292,7 @@ TEST_F(ConsoleObserver, HasEndedOnOtherThreadsWhenItsRemovalReturns)
     mConsole.setObserver([&, life = std::move(life)] {
         isRunning = true;
         isInside.release();
-        while (partsOf(mConsole).lock()->observer.isSet()) { // until the removal has begun to wait
+        while (!partsOf(mConsole).lock()->observers.isEmpty()) { // until the removal has begun to wait
             std::this_thread::yield();
         }
         EXPECT_FALSE(isRemoved);

@@ -311,13 +311,18 @@ TEST_F(AllocationFailure, LeavesASnapshotAsItWasWhereItIsRefreshed)
     EXPECT_GT(successes, 5U);
 }
 
-TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereItsObserverIsSet)
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereItsObserversAreSet)
 {
     const std::u32string text(100, U'x');
     failEverywhere(
         [text](Console& console) { console.setObserver([text, &console] { console.logSize(); }); });
     failEverywhere([](Console& console) { console.write(U"a text that needs memory of its own", Output); },
                    [text](Console& console) { console.setObserver([text] {}); });
+    failEverywhere([text](Console& console) { console.addObserver([text, &console] { console.logSize(); }); },
+                   [text](Console& console) {
+                       console.setObserver([text] {});
+                       console.addObserver([text] {});
+                   });
 }
 
 TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereAPartOfItsLogIsReadOrItsHistoryGrows)

@@ -12,6 +12,7 @@
 #include <glm/vec2.hpp>
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -24,8 +25,9 @@ namespace zephyr::console {
 /// passes it key presses, wheel turns and sizes, and draws its snapshot() with a ConsoleRenderer.
 ///
 /// - Threads: the thread that constructs it, the host's, owns it and makes all calls, except that any thread may call
-///   the writers (write(), writeIndented(), newline()), snapshot(), refresh(), logSize(), readLog() and setObserver() at
-///   any time. The console holds no lock while a command, a completion, a callback or the observer runs.
+///   the writers (write(), writeIndented(), newline()), snapshot(), refresh(), logSize(), readLog(), setObserver(),
+///   addObserver() and removeObserver() at any time. The console holds no lock while a command, a completion, a callback
+///   or an observer runs.
 /// - Ownership: it owns its registered commands and its log. Pointers that it returns stay its own.
 /// - Failure: lines in the log answer what a user does wrong. Exceptions leave through the function that the host called,
 ///   and the console stays usable: whatever a command throws, `std::system_error` (`resource_deadlock_would_occur`) for a
@@ -40,8 +42,8 @@ public:
     /// runpath of the executable's directory followed by the current directory, both as they are now.
     Console();
 
-    /// Removes the observer as setObserver() does, and destroys every command. A command's destructor must not use the
-    /// console. No call of any thread may be under way but such as wait for the observer.
+    /// Removes the observers as setObserver() does, and destroys every command. A command's destructor must not use the
+    /// console. No call of any thread may be under way but such as wait for an observer.
     ZEPHYR_CONSOLE_NO_EXPORT ~Console() override = default;
 
     Console(const Console&) = delete;
@@ -147,7 +149,7 @@ public:
     /// alias that leads back to itself then ends the program by using up the stack.
     ///
     /// A line beyond the limit is not run. One line in the log says so and names it, and a DepthLimitError leaves
-    /// execute(), runFile() or keyPressed(), so that everything ends that is running, unless a command catches it or the
+    /// execute(), runFile() or keyPressed(), so that everything ends that is running, unless a command catches it or an
     /// observer ran the line. A new limit holds from the next line on.
     void setDepthLimit(unsigned depth);
 
@@ -169,7 +171,7 @@ public:
     /// Removes the first path equal to `path` from the runpath. \return false when there is none.
     bool removeRunpath(const std::filesystem::path& path);
 
-    /// The directories in which console files are searched, in order. Copy them to write while walking over them: the
+    /// The directories in which console files are searched, in order. Copy them to write while walking over them: an
     /// observer may change the runpath.
     const std::vector<std::filesystem::path>& runPaths() const;
 
@@ -191,19 +193,37 @@ public:
     void readLog(std::size_t first, std::size_t count, std::vector<LogEntry>& entries) const;
 
     /// Sets a function that is called after each entry that was appended to the log, by the thread that appended
-    /// it, and after the console was opened or closed; an empty one removes it. A console has one observer.
+    /// it, and after the console was opened or closed; an empty one removes it. This is the host program's own
+    /// observer; addObserver() adds others.
     ///
     /// - No lock is held meanwhile: the observer may call whatever its thread may. Calls by several threads may
     ///   overlap, and an entry may be followed by others before the call for it begins.
     /// - The observer is not called for what it does itself, such as writing to this console.
-    /// - May be called from any thread, and from the observer itself. It waits for all calls of observers that other
+    /// - May be called from any thread, and from an observer. It waits for all calls of the observer that other
     ///   threads have begun, so that none runs when it returns and what the observer before had captured is destroyed.
-    ///   The caller must hold nothing that a running observer waits for. From inside an observer it waits for none, and
-    ///   the calls that are running end as they would have.
+    ///   The caller must hold nothing that a running observer waits for. From inside any observer of this console it
+    ///   waits for none, and the calls that are running end as they would have.
     /// - An exception of the observer that derives from `std::exception` ends there and is reported as the
     ///   assertion `observer() throws nothing`: a writer never fails for it. Anything else leaves through the
     ///   function that appended or opened, after the entry was appended; execute() ends where it was.
     void setObserver(std::function<void()> observer);
+
+    /// Adds a function that is called as setObserver() describes, beside all others, so that code around a console can
+    /// follow it without a hold on the host program's own observer. \return the id that removeObserver() takes, which is
+    /// never 0 and isn't used again. An empty function has an id too, and is never called.
+    ///
+    /// - The host program's observer is called first, and the others in the order in which they were added, one after
+    ///   the other on the thread that made the change. None is called for a change from before it was added.
+    /// - An observer is called for what another one does: inside of that one's call, unless it is running further out on
+    ///   the same thread.
+    /// - The others are called although one throws what derives from `std::exception`. If anything else leaves one, those
+    ///   after it are not called for that change.
+    std::uint64_t addObserver(std::function<void()> observer);
+
+    /// Removes the observer that addObserver() added as `id`, with the waiting that setObserver() describes. No thread
+    /// calls it afterwards. Does nothing for an id that isn't in use, except that it waits for calls of an observer that
+    /// was removed from inside.
+    void removeObserver(std::uint64_t id);
 
     /// The lines of the history as they were typed, oldest first. O(length of the history).
     std::vector<std::u32string> history() const;

@@ -1,0 +1,102 @@
+#include "Observers.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace zephyr::console {
+
+std::vector<Observers::Entry>::iterator Observers::find(std::uint64_t id)
+{
+    return std::lower_bound(mEntries.begin(), mEntries.end(), id,
+                            [](const Entry& entry, std::uint64_t wanted) { return entry.id < wanted; });
+}
+
+void Observers::put(std::uint64_t id, const std::shared_ptr<const Function>& function)
+{
+    if (function) {
+        mEntries.insert(find(id), {id, function});
+    }
+}
+
+std::shared_ptr<const Observers::Function> Observers::take(std::uint64_t id)
+{
+    const auto entry = find(id);
+    if (entry == mEntries.end() || entry->id != id) {
+        return nullptr;
+    }
+    std::shared_ptr<const Function> function = std::move(entry->function);
+    mEntries.erase(entry);
+    return function;
+}
+
+std::vector<Observers::Entry> Observers::takeAll() { return std::exchange(mEntries, {}); }
+
+bool Observers::areCalledHere() const
+{
+    return hasRound([self = std::this_thread::get_id()](const Round& round) {
+        return round.mId && round.mThread == self;
+    });
+}
+
+bool Observers::isCalledHere(std::uint64_t id) const
+{
+    return hasRound([id, self = std::this_thread::get_id()](const Round& round) {
+        return round.mId == id && round.mThread == self;
+    });
+}
+
+bool Observers::isUnderWay(std::optional<std::uint64_t> id, std::uint64_t number) const
+{
+    return hasRound([id, number](const Round& round) {
+        return round.mNumber < number && round.mId && (!id || round.mId == id);
+    });
+}
+
+template <typename Predicate>
+bool Observers::hasRound(const Predicate& isWanted) const
+{
+    const Round* round = mRounds;
+    while (round != nullptr && !isWanted(*round)) {
+        round = round->mNext;
+    }
+    return round != nullptr;
+}
+
+Observers::Round::Round(Observers& observers)
+    : mObservers(observers), mNumber(observers.newNumber()), mThread(std::this_thread::get_id())
+{
+    callFrom(mObservers.mEntries.begin());
+    mNext = std::exchange(mObservers.mRounds, this);
+}
+
+Observers::Round::~Round()
+{
+    Round** link = &mObservers.mRounds;
+    while (*link != this) {
+        link = &(*link)->mNext;
+    }
+    *link = mNext;
+}
+
+void Observers::Round::goOn()
+{
+    if (mId) {
+        callFrom(mObservers.find(*mId + 1));
+    }
+}
+
+/// Takes the first observer from `entry` on that may be called. The round is over if there is none.
+void Observers::Round::callFrom(std::vector<Entry>::const_iterator entry)
+{
+    const auto end = mObservers.mEntries.cend();
+    while (entry != end && mObservers.isCalledHere(entry->id)) {
+        ++entry;
+    }
+    mId.reset();
+    if (entry != end && entry->id < mNumber) {
+        mId = entry->id;
+        mFunction = entry->function;
+    }
+}
+
+} // namespace zephyr::console
