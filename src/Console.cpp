@@ -297,6 +297,7 @@ bool Console::Private::applyCompletion(bool backwards)
 
 void Console::execute(const std::u32string& line) { mPrivate->execute(line, false); }
 void Console::setDepthLimit(unsigned depth) { mPrivate->mDepthLimit = depth; }
+bool Console::isRunning() const { return mPrivate->isRunning(); }
 
 void Console::Private::execute(std::u32string line, bool recordInHistory)
 {

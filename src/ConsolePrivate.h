@@ -90,6 +90,7 @@ public:
     bool autoComplete(bool backwards);
 
     void execute(std::u32string line, bool recordInHistory);
+    bool isRunning() const { return mRunningLines > 0; }
 
     void appendLine(std::u32string text, ConsoleMessageType type, unsigned indent);
     void scrollLines(std::int64_t lines);

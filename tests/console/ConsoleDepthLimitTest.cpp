@@ -52,6 +52,21 @@ protected:
     }
 };
 
+TEST_F(ConsoleDepthLimit, CountsLinesThatRun)
+{
+    addDo();
+    std::vector<bool> runs;
+    add(U"look", [&](const ConsoleArgs&, Console& console) { runs.push_back(console.isRunning()); });
+    add(U"fail", [](const ConsoleArgs&, Console&) { throw std::runtime_error("no"); });
+    EXPECT_FALSE(mConsole.isRunning());
+    execute("look");
+    execute("do look");
+    EXPECT_EQ((std::vector<bool>{true, true}), runs);
+    EXPECT_FALSE(mConsole.isRunning());
+    EXPECT_THROW(execute("do fail"), std::runtime_error);
+    EXPECT_FALSE(mConsole.isRunning());
+}
+
 TEST_F(ConsoleDepthLimit, IsNoneAtTheStart)
 {
     addDo();

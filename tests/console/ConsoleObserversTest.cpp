@@ -316,8 +316,7 @@ TEST_F(ConsoleObservers, ComeAndGoOnManyThreadsWhileManyWrite)
         hosts.emplace_back([&] {
             for (int round = 0; round < kRounds; ++round) {
                 auto isAlive = std::make_unique<std::atomic<bool>>(true);
-                const auto id =
-                    mConsole.addObserver([alive = isAlive.get()] { EXPECT_TRUE(*alive); });
+                const auto id = mConsole.addObserver([alive = isAlive.get()] { EXPECT_TRUE(*alive); });
                 mConsole.write(U"mine", Output);
                 mConsole.removeObserver(id);
                 *isAlive = false;

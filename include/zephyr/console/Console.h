@@ -153,6 +153,10 @@ public:
     /// observer ran the line. A new limit holds from the next line on.
     void setDepthLimit(unsigned depth);
 
+    /// Whether a line runs at the moment: one that was typed, one that execute() was called with, one of an alias or of
+    /// a console file. A host that processes events meanwhile can so keep keys back. For the host's thread.
+    bool isRunning() const;
+
     /// Runs each line of the file at `path` with execute(); empty lines and lines that begin with `//` after
     /// trimming are skipped. A file that can't be opened, or is a directory, reports the assertion
     /// `ifs.is_open()`. \return whether the file could be opened. Throws what a line's command throws; the
