@@ -13,28 +13,37 @@ qint64 now() { return QDeadlineTimer::current(Qt::PreciseTimer).deadline(); }
 
 } // namespace
 
-BlinkTimer::BlinkTimer(const QObject& context, const std::function<void()>& changes)
+BlinkTimer::BlinkTimer(const QObject& context, const std::function<void()>& changes) : mChanges(changes)
 {
     mTimer.setSingleShot(true);
     mTimer.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&mTimer, &QTimer::timeout, &context, changes);
+    QObject::connect(&mTimer, &QTimer::timeout, &context, [this] { onTimeout(); });
 }
 
-void BlinkTimer::setDue(double seconds)
+bool BlinkTimer::setDue(double seconds)
 {
     mDue = now() + static_cast<qint64>(std::ceil(seconds * 1000.0)) + 1;
+    return !mIsWaiting.exchange(true);
 }
 
 void BlinkTimer::start()
 {
-    if (const qint64 due = mDue.exchange(0); due != 0) {
+    if (const qint64 due = mDue; due != 0) {
         mTimer.start(static_cast<int>(std::max<qint64>(0, due - now())));
     }
+}
+
+void BlinkTimer::onTimeout()
+{
+    mDue = 0;
+    mIsWaiting = false;
+    mChanges();
 }
 
 void BlinkTimer::stop()
 {
     mDue = 0;
+    mIsWaiting = false;
     mTimer.stop();
 }
 

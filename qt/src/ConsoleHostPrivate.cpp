@@ -1,211 +1,68 @@
 #include "ConsoleHostPrivate.h"
 
+#include "ActedEvent.h"
 #include "ConsoleKeys.h"
-#include "KeyText.h"
 #include "zephyr/common/Angle.h"
 #include "zephyr/console/Console.h"
-#include "zephyr/console/qt/KeyTraits.h"
 
-#include <QInputMethodEvent>
-#include <QInputMethodQueryEvent>
-#include <QKeyEvent>
+#include <QCoreApplication>
 #include <QPainter>
 #include <QThread>
-#include <QWheelEvent>
 
 #include <algorithm>
+#include <cmath>
 #include <new>
+#include <utility>
 
 namespace zephyr::console::qt {
 
 namespace {
 
-using Taker = HeldKeys::Taker;
-
-constexpr int kTickMs = 30;
+constexpr int kLookMs = 10;                   // for the end of a line that another host or the program runs
 constexpr double kWheelDegreesPerLine = 10.0; // as the console counts them
 constexpr double kMaxLength = 1 << 30; // pixels; an item can be larger than any number that the console holds
 
 } // namespace
 
-ConsoleHost::Private::Private(ConsoleHost& host, const std::shared_ptr<Console>& console, QObject* events)
+ConsoleHost::Private::Private(ConsoleHost& host, const std::shared_ptr<Console>& console, QObject* object)
     : mConsole(std::make_shared<ConsoleLender>(console)),
-      mEvents(events),
+      mObject(object),
       mHost(&host),
-      mInputMethod(host, events),
       mKeys([this](const QString& line) {
           if (!mHost.isNull()) {
               emit mHost->exceptionCaught(line);
           }
       }),
+      mWatch(std::make_shared<ConsoleWatch>(host, [this] { onConsoleChanged(); })),
       mBlinkTimer(host, [this] { requestRepaint(); }),
+      mBlinkDue(host, [this] { mBlinkTimer.start(); }),
       mServices(mConsole)
 {
-    mTicks.setInterval(kTickMs);
-    QObject::connect(&mTicks, &QTimer::timeout, &host, [this] { tick(); });
+    mLineEnds.setInterval(kLookMs);
+    QObject::connect(&mLineEnds, &QTimer::timeout, &host, [this] { onWaitedForLine(); });
 }
 
-// Events
-
-bool ConsoleHost::Private::filterEvent(QObject* watched, QEvent& event)
-{
-    try {
-        syncOpenState(); // the host may have opened or closed the console itself
-        return (mInputMethod.watches(watched) && filterInputMethodEvent(*watched, event)) ||
-               (watched == mEvents && filterInputEvent(event));
-    } catch (const std::bad_alloc&) {
-        return mOpen; // what an open console has no memory for is dropped
-    }
-}
-
-bool ConsoleHost::Private::filterInputMethodEvent(QObject& receiver, QEvent& event)
-{
-    switch (event.type()) {
-    case QEvent::InputMethod: return filterCommit(static_cast<QInputMethodEvent&>(event));
-    case QEvent::InputMethodQuery: return filterQuery(static_cast<QInputMethodQueryEvent&>(event), receiver);
-    default: return false;
-    }
-}
-
-bool ConsoleHost::Private::filterInputEvent(QEvent& event)
-{
-    switch (event.type()) {
-    case QEvent::ShortcutOverride: return takerOfPress(static_cast<QKeyEvent&>(event)) == Taker::Console;
-    case QEvent::KeyPress: return filterKeyPress(static_cast<QKeyEvent&>(event));
-    case QEvent::KeyRelease: return filterKeyRelease(static_cast<QKeyEvent&>(event));
-    case QEvent::Wheel: return filterWheel(static_cast<QWheelEvent&>(event));
-    case QEvent::Resize: syncSize(); return false;
-    case QEvent::FocusOut:
-        releaseHeldKeys(); // another object gets their releases
-        return false;
-    default: return false;
-    }
-}
-
-bool ConsoleHost::Private::filterKeyPress(const QKeyEvent& event)
-{
-    const bool toggles = isToggle(event);
-    const Taker taker = takerOfPress(event);
-    mHeldKeys.press(event, taker);
-    if (taker == Taker::Host) {
-        return false;
-    }
-    if (event.isAutoRepeat() && (toggles || mHeldKeys.isHeldToggle(event) || !mOpen)) {
-        return true;
-    }
-    if (toggles) {
-        mHeldKeys.markAsToggle(event);
-        toggle();
-    } else {
-        // What types is text and nothing else: a back-quote that isn't a toggle key, or a V with an AltGr that is
-        // reported as Ctrl+Alt.
-        const std::u32string text = typedText(event);
-        const int key = text.empty() && event.key() != kConsoleToggleKey ? event.key() : 0;
-        deliverKey(key, static_cast<int>(event.modifiers()), text);
-    }
-    return true;
-}
-
-bool ConsoleHost::Private::filterKeyRelease(const QKeyEvent& event)
-{
-    const std::optional<Taker> taker = mHeldKeys.takerOf(event);
-    const bool isConsoles = taker == Taker::Console;
-    if (event.isAutoRepeat()) {
-        return isConsoles;
-    }
-    releaseHeldKey(event);
-    if (const BorrowedConsole console(mConsole); console && isConsoles) {
-        console->keyReleased(event.key(), static_cast<int>(event.modifiers()), typedText(event));
-    }
-    if (!taker && isUnheardToggle(event)) {
-        toggle();
-        return true;
-    }
-    return isConsoles;
-}
-
-bool ConsoleHost::Private::filterWheel(const QWheelEvent& event)
+void ConsoleHost::Private::start()
 {
     const BorrowedConsole console(mConsole);
-    if (!mOpen || !console) {
-        return false;
-    }
-    if (const double lines = mWheel.takeWholeLines(event); lines != 0.0) {
-        console->mouseWheel(Angle(lines * kWheelDegreesPerLine), Angle(0.0));
-        afterConsoleActed(mWatch.lookForChange(*console));
-    }
-    return true;
-}
-
-bool ConsoleHost::Private::filterCommit(const QInputMethodEvent& event)
-{
-    if (!mOpen) {
-        return false;
-    }
-    deliverKey(0, Qt::NoModifier, typedText(event.commitString()));
-    return true;
-}
-
-bool ConsoleHost::Private::filterQuery(QInputMethodQueryEvent& query, QObject& asked) const
-{
-    if (!mOpen) {
-        return false;
-    }
-    // A toggle key that is still held may repeat, and would compose with itself.
-    InputMethod::answer(query, asked, !mHeldKeys.isToggleHeld());
-    return true;
-}
-
-bool ConsoleHost::Private::isToggle(const QKeyEvent& event) const
-{
-    return !mConsole->isGone() && mToggleKeys.matches(event);
-}
-
-HeldKeys::Taker ConsoleHost::Private::takerOfPress(const QKeyEvent& event) const
-{
-    return mHeldKeys.takerOfPress(event, isForConsole(event) ? Taker::Console : Taker::Host);
-}
-
-bool ConsoleHost::Private::isForConsole(const QKeyEvent& event) const
-{
-    return isToggle(event) || (mOpen && isForOpenConsole(event));
-}
-
-/// An input method that is on keeps the press of a dead key to itself, so that only its release is heard.
-bool ConsoleHost::Private::isUnheardToggle(const QKeyEvent& event) const
-{
-    return isDeadKey(event.key()) && isToggle(event) && InputMethod::isOn();
-}
-
-void ConsoleHost::Private::releaseHeldKey(const QKeyEvent& event)
-{
-    const bool wasToggleHeld = mHeldKeys.isToggleHeld();
-    mHeldKeys.release(event);
-    if (wasToggleHeld && !mHeldKeys.isToggleHeld()) {
-        mInputMethod.restart();
-    }
-}
-
-void ConsoleHost::Private::releaseHeldKeys()
-{
-    const bool wasToggleHeld = mHeldKeys.isToggleHeld();
-    mHeldKeys.clear();
-    if (wasToggleHeld) {
-        mInputMethod.restart();
-    }
-}
-
-void ConsoleHost::Private::syncSize()
-{
-    const BorrowedConsole console(mConsole);
-    if (!console || mEvents.isNull()) {
+    if (!console) {
         return;
     }
-    const auto length = [this](const char* property) {
-        const double pixels = std::max(0.0, mEvents->property(property).toDouble()); // 0 for a NaN
-        return static_cast<unsigned>(std::min(kMaxLength, pixels));
-    };
-    console->setWindowSize({length("width"), length("height")});
+    mWatch->start(*console);
+    syncSize(*console);
+    console->setDepthLimit(kDefaultDepthLimit);
+    syncOpenState();
+}
+
+void ConsoleHost::Private::end()
+{
+    mServices.end();
+    if (const BorrowedConsole console(mConsole); console) {
+        mWatch->end(*console);
+    }
+    mWatch->endCalls();
+    mBlinkDue.end();
+    mWaiting.clear();
 }
 
 void ConsoleHost::Private::setDepthLimit(unsigned depth)
@@ -215,30 +72,133 @@ void ConsoleHost::Private::setDepthLimit(unsigned depth)
     }
 }
 
-// What the console does, and what follows from it
+/// The page is what is painted, which may be larger or smaller than the object.
+void ConsoleHost::Private::syncSize(Console& console) const
+{
+    const QSize painted = mPainter.painted().size;
+    const QSizeF size = painted.isEmpty() ? mObject.size() : QSizeF(painted);
+    const auto length = [](double pixels) { return static_cast<unsigned>(std::min(kMaxLength, pixels)); };
+    console.setWindowSize({length(size.width()), length(size.height())});
+}
 
-void ConsoleHost::Private::toggle() { deliverKey(kConsoleToggleKey, Qt::NoModifier, {}); }
+void ConsoleHost::Private::onResized()
+{
+    mPainter.forgetSize();
+    if (const BorrowedConsole console(mConsole); console) {
+        syncSize(*console);
+    }
+}
 
-void ConsoleHost::Private::deliverKey(int key, int modifiers, const std::u32string& text)
+// Keys and turns on their way to the console
+
+void ConsoleHost::Private::toggle() { deliver({kConsoleToggleKey, Qt::NoModifier, {}}); }
+
+/// Delivers a key press, at once or after those that wait for the end of the line that runs.
+void ConsoleHost::Private::deliver(const KeyPress& press)
 {
     const BorrowedConsole console(mConsole);
     if (!console) {
         return;
     }
+    if (press.key == kConsoleToggleKey || (mWaiting.empty() && !console->isRunning())) {
+        deliverNow(*console, press);
+    } else if (!(press.isRepeat && runsLine(press.key))) {
+        mWaiting.push_back(press);
+        mLineEnds.start();
+    }
+    deliverWaiting();
+}
+
+void ConsoleHost::Private::deliverWaiting()
+{
+    const BorrowedConsole console(mConsole);
+    while (console && !mWaiting.empty() && !console->isRunning()) {
+        const KeyPress press = std::move(mWaiting.front());
+        mWaiting.pop_front();
+        deliverNow(*console, press);
+    }
+    if (mWaiting.empty()) {
+        mLineEnds.stop();
+    }
+}
+
+void ConsoleHost::Private::onWaitedForLine()
+{
+    const std::shared_ptr<Private> keep = shared_from_this();
+    deliverWaiting();
+}
+
+void ConsoleHost::Private::deliverNow(Console& console, const KeyPress& press)
+{
+    syncSize(console);
     const bool wasOpen = mOpen;
-    bool changed = wasOpen && mWatch.lookForChange(*console);
-    const std::size_t sizeBefore = mWatch.lines().size();
-    if (runsLine(key)) {
+    bool changed = wasOpen && mChanges.lookForChange(console);
+    const std::size_t sizeBefore = mChanges.lines().size();
+    if (runsLine(press.key)) {
         mServices.catchUpMirror(); // the command may end the program
     }
-    mKeys.press(*console, key, modifiers, text);
+    replaceText(console, press);
+    mKeys.press(console, press.key, press.modifiers, press.text);
     if (wasOpen) {
-        changed = mWatch.lookForChange(*console) || changed;
+        changed = mChanges.lookForChange(console) || changed;
     }
-    if (wasOpen && runsLine(key)) {
-        mServices.lastAnswer().find(mWatch.lines(), sizeBefore);
+    if (wasOpen && runsLine(press.key)) {
+        mServices.lastAnswer().find(mChanges.lines(), sizeBefore);
     }
     afterConsoleActed(changed);
+}
+
+/// Erases what a commit of an input method replaces, by the keys that a person would press for it.
+void ConsoleHost::Private::replaceText(Console& console, const KeyPress& press)
+{
+    if (press.replaceStart == 0 && press.replaceLength == 0) {
+        return;
+    }
+    const std::size_t cursor = console.cursorPosition();
+    const ReplacedText replaced =
+        replacedText(console.activeInput(), cursor, press.replaceStart, press.replaceLength);
+    const auto pressTimes = [&](Qt::Key key, std::size_t times) {
+        for (std::size_t i = 0; i < times; ++i) {
+            mKeys.press(console, key, Qt::NoModifier, {});
+        }
+    };
+    if (replaced.first < cursor) {
+        pressTimes(Qt::Key_Left, cursor - replaced.first);
+    } else {
+        pressTimes(Qt::Key_Right, replaced.first - cursor);
+    }
+    pressTimes(Qt::Key_Delete, replaced.length);
+}
+
+/// Scrolls by whole lines, towards older ones where `lines` is positive.
+void ConsoleHost::Private::scroll(double lines)
+{
+    const BorrowedConsole console(mConsole);
+    if (!console || lines == 0.0) {
+        return;
+    }
+    syncSize(*console);
+    console->mouseWheel(Angle(lines * kWheelDegreesPerLine), Angle(0.0));
+    afterConsoleActed(mChanges.lookForChange(*console));
+}
+
+/// Shows what an input method composes.
+void ConsoleHost::Private::compose(const QString& text)
+{
+    if (mPainter.setComposition(text)) {
+        requestRepaint();
+    }
+}
+
+// The open state, and what follows from what the console did
+
+bool ConsoleHost::Private::isOpen() const
+{
+    if (!mHost.isNull() && QThread::currentThread() == mHost->thread()) {
+        const BorrowedConsole console(mConsole);
+        return console && console->isOpen();
+    }
+    return mOpen;
 }
 
 void ConsoleHost::Private::setOpen(bool open)
@@ -252,7 +212,7 @@ void ConsoleHost::Private::setOpen(bool open)
     } else {
         console->close();
     }
-    afterConsoleActed(mOpen && mWatch.lookForChange(*console));
+    afterConsoleActed(mOpen && mChanges.lookForChange(*console));
 }
 
 /// Follows up what the console did. `changed` says whether the open console looks different, as far as is known.
@@ -260,6 +220,27 @@ void ConsoleHost::Private::afterConsoleActed(bool changed)
 {
     mServices.catchUpMirror();
     if (!syncOpenState() && mOpen && changed) {
+        requestRepaint();
+        mInputMethod.update();
+        tellNeighbours();
+    }
+}
+
+void ConsoleHost::Private::tellNeighbours()
+{
+    const BorrowedConsole console(mConsole);
+    if (QCoreApplication* const application = QCoreApplication::instance();
+        application != nullptr && console) {
+        ActedEvent event(&*console, this);
+        QCoreApplication::sendEvent(application, &event);
+    }
+}
+
+void ConsoleHost::Private::followNeighbour(const ActedEvent& event)
+{
+    const BorrowedConsole console(mConsole);
+    if (mOpen && event.sender() != this && console && event.console() == &*console) {
+        mChanges.lookForChange(*console);
         requestRepaint();
     }
 }
@@ -274,12 +255,14 @@ bool ConsoleHost::Private::syncOpenState()
     mPainter.beginAnew();
     mBlinkTimer.stop();
     mOpen = open;
+    mWatch->setOpen(open);
+    forgetInput();
     if (open) {
-        mWatch.lookForChange(*console);
-        mTicks.start();
+        mChanges.lookForChange(*console);
+        mFocus.remember(mObject);
     } else {
-        mTicks.stop();
-        mWatch.forget();
+        mChanges.forget();
+        mFocus.giveBack(mObject);
     }
     mInputMethod.restart();
     if (!mHost.isNull()) {
@@ -289,19 +272,33 @@ bool ConsoleHost::Private::syncOpenState()
     return true;
 }
 
-/// While the console is open: looks for what no event tells, lines from other threads and frames that were painted.
-void ConsoleHost::Private::tick()
+/// Forgets what was begun to type when the console opened or closed.
+void ConsoleHost::Private::forgetInput()
+{
+    mPassed = {};
+    mDeadKeys.clear();
+    mPainter.setComposition({});
+    mWheel.clear();
+    if (!mOpen) {
+        mWaiting.clear();
+    }
+}
+
+/// Looks at what no event told: what other threads, other hosts and the program itself did with the console.
+void ConsoleHost::Private::onConsoleChanged()
 {
     const std::shared_ptr<Private> keep = shared_from_this();
-    mBlinkTimer.start();
-    const BorrowedConsole console(mConsole);
-    if (!syncOpenState() && console && mWatch.lookForChange(*console)) {
+    const std::size_t shown = std::max(mPainter.painted().logSize, mAskedSize);
+    if (!syncOpenState() && mOpen && mWatch->toldSize() > shown) {
         requestRepaint();
     }
 }
 
 void ConsoleHost::Private::requestRepaint()
 {
+    if (const BorrowedConsole console(mConsole); console) {
+        mAskedSize = console->logSize();
+    }
     if (!mHost.isNull()) {
         emit mHost->repaintNeeded();
     }
@@ -309,7 +306,8 @@ void ConsoleHost::Private::requestRepaint()
 
 void ConsoleHost::Private::paint(QPainter& painter)
 {
-    if (!mHost.isNull() && QThread::currentThread() == mHost->thread()) {
+    const bool isOnHostThread = !mHost.isNull() && QThread::currentThread() == mHost->thread();
+    if (isOnHostThread) {
         syncOpenState();
     }
     const BorrowedConsole console(mConsole);
@@ -317,9 +315,17 @@ void ConsoleHost::Private::paint(QPainter& painter)
         mPainter.rest();
         return;
     }
-    if (painter.isActive()) {
-        mPainter.paint(*console, painter);
-        mBlinkTimer.setDue(mPainter.secondsToBlink());
+    if (!painter.isActive()) {
+        return;
+    }
+    mPainter.paint(*console, painter);
+    mWatch->framePainted();
+    if (mBlinkTimer.setDue(mPainter.secondsToBlink())) {
+        if (isOnHostThread) {
+            mBlinkTimer.start();
+        } else {
+            mBlinkDue.post();
+        }
     }
 }
 

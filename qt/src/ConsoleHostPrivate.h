@@ -2,20 +2,31 @@
 #define ZEPHYR_CONSOLE_QT_CONSOLEHOSTPRIVATE_H
 
 #include "BlinkTimer.h"
+#include "ChangeNotice.h"
 #include "ChangeWatch.h"
 #include "ConsoleLender.h"
+#include "ConsoleWatch.h"
+#include "DeadKeys.h"
+#include "FocusReturn.h"
 #include "FramePainter.h"
 #include "HeldKeys.h"
+#include "HostedObject.h"
 #include "InputMethod.h"
 #include "KeyDelivery.h"
+#include "KeyPress.h"
 #include "LogServices.h"
+#include "PassedEvent.h"
+#include "PointerInput.h"
 #include "WheelTurns.h"
 #include "zephyr/console/qt/ConsoleHost.h"
 
+#include <QPointF>
 #include <QPointer>
 #include <QTimer>
 
 #include <atomic>
+#include <cstddef>
+#include <deque>
 #include <memory>
 #include <string>
 
@@ -24,33 +35,49 @@ class QInputMethodEvent;
 class QInputMethodQueryEvent;
 class QKeyEvent;
 class QPainter;
+class QTouchEvent;
 class QWheelEvent;
 
 namespace zephyr::console::qt {
+
+class ActedEvent;
 
 /// What joins the parts of a ConsoleHost: events, the open state, painting and services. A running event keeps this
 /// object alive, since the host may be destroyed during one.
 class ConsoleHost::Private : public std::enable_shared_from_this<ConsoleHost::Private>
 {
 public:
-    Private(ConsoleHost& host, const std::shared_ptr<Console>& console, QObject* events);
+    Private(ConsoleHost& host, const std::shared_ptr<Console>& console, QObject* object);
+
+    /// Keeps the console alive as long as this object.
+    void own(const std::shared_ptr<Console>& console) { mOwned = console; }
+
+    /// Starts to watch the console, and looks at it for the first time.
+    void start();
+
+    /// Ends all that goes on without an event or a call.
+    void end();
+
+    /// Whether an event of this kind may be meant for a console.
+    static bool isOfInterest(QEvent::Type type);
 
     /// Handles an event that `watched` is about to get. \return whether the console took it.
-    bool filterEvent(QObject* watched, QEvent& event);
+    bool filterEvent(QObject& watched, QEvent& event);
 
     /// Paints the console if it is open. From any thread, one at a time.
     void paint(QPainter& painter);
 
-    /// Whether the console was open when this object last looked. From any thread.
-    bool isOpen() const { return mOpen; }
+    /// Whether the console is open: on the host's thread as it is now, on others as it was when this object last
+    /// looked.
+    bool isOpen() const;
 
     void setOpen(bool open);
 
     /// Follows the console's own open flag, and announces a change. \return whether it changed.
     bool syncOpenState();
 
-    /// Passes the size of the object that gets the events to the console.
-    void syncSize();
+    /// Must be called when the size of the object changed: what was painted before tells no size any more.
+    void onResized();
 
     /// Tells the console how deep lines may run inside of lines.
     void setDepthLimit(unsigned depth);
@@ -58,46 +85,79 @@ public:
     void setToggleKeys(const ToggleKeys& keys) { mToggleKeys = keys; }
     const ToggleKeys& toggleKeys() const { return mToggleKeys; }
 
-    InputMethod& inputMethod() { return mInputMethod; }
+    void setMouse(Mouse mouse) { mMouse = mouse; }
+    Mouse mouse() const { return mMouse; }
+
+    std::shared_ptr<Console> console() const { return mConsole->lend(); }
     LogServices& services() { return mServices; }
 
 private:
     // Each of these handles one kind of event, and returns whether the console took it.
-    bool filterInputMethodEvent(QObject& receiver, QEvent& event);
-    bool filterInputEvent(QEvent& event);
+    bool filterInput(QObject& watched, QEvent& event);
+    bool matters(QEvent::Type type) const;
+    bool filterKey(const QKeyEvent& event);
+    bool takesKey(const QKeyEvent& event);
     bool filterKeyPress(const QKeyEvent& event);
     bool filterKeyRelease(const QKeyEvent& event);
-    bool filterWheel(const QWheelEvent& event);
+    bool filterPointer(const QObject& watched, QEvent& event);
+    bool filterWheel(const QObject& watched, const QWheelEvent& event);
+    bool filterTouch(const QObject& watched, const QTouchEvent& event);
     bool filterCommit(const QInputMethodEvent& event);
-    bool filterQuery(QInputMethodQueryEvent& query, QObject& asked) const;
+    bool filterQuery(QInputMethodQueryEvent& query) const;
 
     bool isToggle(const QKeyEvent& event) const;
-    HeldKeys::Taker takerOfPress(const QKeyEvent& event) const;
+    HeldKeys::Taker takerOfPress(const QKeyEvent& event);
     bool isForConsole(const QKeyEvent& event) const;
     bool isUnheardToggle(const QKeyEvent& event) const;
+    bool isOnConsole(const QObject& watched, QPointF onScreen) const;
     void releaseHeldKey(const QKeyEvent& event);
     void releaseHeldKeys();
+    QRectF cursorOnScreen() const;
+
     void toggle();
-    void deliverKey(int key, int modifiers, const std::u32string& text);
+    void deliver(const KeyPress& press);
+    void deliverWaiting();
+    void deliverNow(Console& console, const KeyPress& press);
+    void replaceText(Console& console, const KeyPress& press);
+    void scroll(double lines);
+    void compose(const QString& text);
+    void syncSize(Console& console) const;
     void afterConsoleActed(bool changed);
-    void tick();
+    void tellNeighbours();
+    void followNeighbour(const ActedEvent& event);
+    void onConsoleChanged();
+    void onWaitedForLine();
+    void forgetInput();
     void requestRepaint();
 
+    std::shared_ptr<Console> mOwned; // null if the console is the program's
     const std::shared_ptr<ConsoleLender> mConsole;
-    const QPointer<QObject> mEvents;
+    const HostedObject mObject;
     const QPointer<ConsoleHost> mHost;
     ToggleKeys mToggleKeys;
+    Mouse mMouse = Mouse::Console;
     std::atomic<bool> mOpen{false};
 
+    PassedEvent mPassed;
     HeldKeys mHeldKeys;
-    InputMethod mInputMethod;
+    DeadKeys mDeadKeys;
+    InputMethod mInputMethod{mObject};
     KeyDelivery mKeys;
+    PointerInput mPointer;
     WheelTurns mWheel;
+    WheelTurns mTouch;
+    bool mIsTouched = false; // by a finger whose moves scroll
+    FocusReturn mFocus;
 
-    ChangeWatch mWatch;
-    QTimer mTicks;
+    std::deque<KeyPress> mWaiting; // until the line has run that runs now
+    QTimer mLineEnds;
+
+    std::shared_ptr<ConsoleWatch> mWatch;
+    ChangeWatch mChanges;
+    std::size_t mAskedSize = 0; // of the log when a frame was last asked for
     BlinkTimer mBlinkTimer;
-    FramePainter mPainter; // on whatever thread paints
+    ChangeNotice mBlinkDue; // from the thread that paints
+    FramePainter mPainter;  // on whatever thread paints
 
     LogServices mServices;
 };

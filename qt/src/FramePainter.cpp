@@ -4,6 +4,8 @@
 #include "zephyr/common/ElapsedSimTime.h"
 #include "zephyr/common/Time.h"
 
+#include <QFont>
+#include <QFontMetrics>
 #include <QObject>
 #include <QPaintDevice>
 #include <QPainter>
@@ -12,13 +14,18 @@
 #include <QtMath>
 
 #include <algorithm>
+#include <cstdint>
 #include <new>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace zephyr::console::qt {
 
 namespace {
 
 constexpr double kSecondsToRetry = 0.1; // where memory ran out
+constexpr char32_t kFullBlock = 0x2588; // the cursor
 
 /// Saves a painter's state, and restores it at the end of the scope.
 class PainterState
@@ -54,6 +61,39 @@ bool countsLogicalPixels(const QPaintDevice& device)
 bool isScaled(const QTransform& transform)
 {
     return transform.type() == QTransform::TxScale && transform.m11() > 0 && transform.m22() > 0;
+}
+
+/// The rows of the window that an entry takes.
+std::int64_t rowsOf(const LogEntry& entry)
+{
+    return 1 + std::count(entry.text.begin(), entry.text.end(), U'\n');
+}
+
+/// Where the renderer shows the cursor: in the line below the log, which begins with the first entry of which all
+/// fits.
+QRect cursorRectangle(const ConsoleSnapshot& snapshot, const QFontMetrics& metrics, int height)
+{
+    const std::vector<LogEntry>& log = snapshot.lines();
+    const std::size_t scrolled = std::min<std::size_t>(snapshot.scrollOffset(), log.size());
+    std::int64_t used = scrolled == 0 ? 2 : 0; // rows: the prompt's and the one below it
+    std::int64_t rows = 0;
+    const auto newest = log.rbegin() + static_cast<std::ptrdiff_t>(scrolled);
+    for (auto entry = newest; entry != log.rend(); ++entry) {
+        used += rowsOf(*entry);
+        if (used * metrics.height() > height) {
+            break;
+        }
+        rows += rowsOf(*entry);
+    }
+    for (auto entry = log.rbegin(); entry != newest && rows * metrics.height() <= height; ++entry) {
+        rows += rowsOf(*entry); // below the view
+    }
+    const std::u32string before =
+        kPrompt + snapshot.activeInput().substr(
+                      0, std::min<std::size_t>(snapshot.cursorPosition(), snapshot.activeInput().size()));
+    const int x = metrics.horizontalAdvance(QString::fromStdU32String(before));
+    const int top = metrics.height() - metrics.ascent() + static_cast<int>(rows) * metrics.height();
+    return {x, top, metrics.horizontalAdvance(QString::fromUcs4(&kFullBlock, 1)), metrics.height()};
 }
 
 } // namespace
@@ -101,8 +141,59 @@ void FramePainter::render(double seconds, QPainter& painter)
     if (const std::optional<Layer> layer = layerFor(painter)) {
         renderOnLayer(seconds, *layer, painter);
     } else {
-        mRenderer.render(ElapsedSimTime(Time(seconds)), *mSnapshot, painter);
+        renderFrame(seconds, painter);
     }
+}
+
+void FramePainter::renderFrame(double seconds, QPainter& painter)
+{
+    mRenderer.render(ElapsedSimTime(Time(seconds)), *mSnapshot, painter);
+    const QFontMetrics metrics(*mSnapshot->font());
+    const double ratio = painter.device()->devicePixelRatioF();
+    const QSize size(static_cast<int>(painter.device()->width() / ratio),
+                     static_cast<int>(painter.device()->height() / ratio));
+    const QRect cursor = cursorRectangle(*mSnapshot, metrics, size.height());
+    paintComposition(painter, cursor);
+    const std::lock_guard lock(mMutex);
+    mPainted = {mSnapshot->lines().size(), size, metrics.height(), cursor};
+}
+
+/// Paints over the input from the cursor on, as the text that is composed is about to be inserted there.
+void FramePainter::paintComposition(QPainter& painter, const QRect& cursor) const
+{
+    QString text;
+    {
+        const std::lock_guard lock(mMutex);
+        text = mComposition;
+    }
+    if (text.isEmpty()) {
+        return;
+    }
+    QFont font(*mSnapshot->font());
+    font.setUnderline(true);
+    painter.setFont(font);
+    const QRect place(cursor.topLeft(),
+                      QSize(painter.fontMetrics().horizontalAdvance(text), cursor.height()));
+    painter.fillRect(place, Qt::black);
+    painter.drawText(place.left(), place.top() + painter.fontMetrics().ascent(), text);
+}
+
+FramePainter::Painted FramePainter::painted() const
+{
+    const std::lock_guard lock(mMutex);
+    return mPainted;
+}
+
+void FramePainter::forgetSize()
+{
+    const std::lock_guard lock(mMutex);
+    mPainted.size = {};
+}
+
+bool FramePainter::setComposition(const QString& text)
+{
+    const std::lock_guard lock(mMutex);
+    return std::exchange(mComposition, text) != text;
 }
 
 void FramePainter::renderOnLayer(double seconds, const Layer& layer, QPainter& painter)
@@ -119,7 +210,7 @@ void FramePainter::renderOnLayer(double seconds, const Layer& layer, QPainter& p
     mLayer.setDevicePixelRatio(std::min(layer.scaleX, layer.scaleY));
     mLayer.fill(Qt::transparent);
     QPainter layerPainter(&mLayer);
-    mRenderer.render(ElapsedSimTime(Time(seconds)), *mSnapshot, layerPainter);
+    renderFrame(seconds, layerPainter);
     layerPainter.end();
     painter.drawImage(
         QRectF(0.0, 0.0, layer.pixels.width() / layer.scaleX, layer.pixels.height() / layer.scaleY), mLayer);

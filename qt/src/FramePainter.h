@@ -7,9 +7,13 @@
 
 #include <QElapsedTimer>
 #include <QImage>
+#include <QRect>
 #include <QSize>
+#include <QString>
 
 #include <atomic>
+#include <cstddef>
+#include <mutex>
 #include <optional>
 
 class QPainter;
@@ -33,6 +37,23 @@ public:
     /// memory ran out before there was a frame.
     double secondsToBlink() const;
 
+    /// What was painted last, as the host's thread needs it. From any thread.
+    struct Painted
+    {
+        std::size_t logSize = 0; ///< Number of entries in the log then.
+        QSize size;              ///< Of what was painted on, in logical pixels; empty before the first frame.
+        int lineHeight = 0;      ///< In logical pixels.
+        QRect cursor;            ///< In logical pixels; beyond the size where the prompt is out of view.
+    };
+    Painted painted() const;
+
+    /// Forgets the size of what was painted on until the next frame. From any thread.
+    void forgetSize();
+
+    /// Sets what an input method composes at the cursor, which is painted there and is no part of the line. From any
+    /// thread. \return whether that changes what is painted.
+    bool setComposition(const QString& text);
+
     /// Frees what only an open console needs.
     void rest();
 
@@ -53,6 +74,8 @@ private:
     void render(double seconds, QPainter& painter);
     double restartFrameClock(bool isFirst);
     void renderOnLayer(double seconds, const Layer& layer, QPainter& painter);
+    void renderFrame(double seconds, QPainter& painter);
+    void paintComposition(QPainter& painter, const QRect& cursor) const;
 
     std::optional<ConsoleSnapshot> mSnapshot;
     ConsoleRenderer mRenderer;
@@ -60,6 +83,10 @@ private:
     QElapsedTimer mFrameClock;      // since the last frame
     detail::BlinkClock mBlinkClock; // in step with the renderer's
     QImage mLayer;
+
+    mutable std::mutex mMutex; // guards what follows
+    Painted mPainted;
+    QString mComposition;
 };
 
 } // namespace zephyr::console::qt

@@ -22,9 +22,28 @@ std::optional<HeldKeys::Taker> HeldKeys::takerOf(const QKeyEvent& event) const
     return held != mTakers.end() ? std::optional(held->second) : std::nullopt;
 }
 
-HeldKeys::Taker HeldKeys::takerOfPress(const QKeyEvent& event, Taker newTaker) const
+bool HeldKeys::isRepeat(const QKeyEvent& press)
 {
-    return event.isAutoRepeat() ? takerOf(event).value_or(newTaker) : newTaker;
+    if (press.isAutoRepeat()) {
+        return true;
+    }
+    const quint64 identity = identityOf(press);
+    // A program that makes up events may press a key twice in a millisecond, but its keys have no place or no time.
+    const bool isMadeUp = press.nativeScanCode() == 0 || press.timestamp() == 0;
+    if (isMadeUp || !mLastReleased || mLastReleased->identity != identity ||
+        mLastReleased->time != press.timestamp()) {
+        return false;
+    }
+    mTakers.insert_or_assign(identity, mLastReleased->taker);
+    if (mLastReleased->isToggle) {
+        mToggle = identity;
+    }
+    return true;
+}
+
+HeldKeys::Taker HeldKeys::takerOfPress(const QKeyEvent& event, Taker newTaker)
+{
+    return isRepeat(event) ? takerOf(event).value_or(newTaker) : newTaker;
 }
 
 void HeldKeys::press(const QKeyEvent& event, Taker taker)
@@ -39,6 +58,9 @@ void HeldKeys::markAsToggle(const QKeyEvent& event) { mToggle = identityOf(event
 void HeldKeys::release(const QKeyEvent& event)
 {
     const quint64 identity = identityOf(event);
+    if (const std::optional<Taker> taker = takerOf(event)) {
+        mLastReleased = Released{identity, event.timestamp(), *taker, mToggle == identity};
+    }
     mTakers.erase(identity);
     if (mToggle == identity) {
         mToggle.reset();
@@ -49,6 +71,7 @@ void HeldKeys::clear()
 {
     mTakers.clear();
     mToggle.reset();
+    mLastReleased.reset();
 }
 
 } // namespace zephyr::console::qt

@@ -25,8 +25,13 @@ public:
     /// Whom a held key was pressed for, or nothing if the key isn't held.
     std::optional<Taker> takerOf(const QKeyEvent& event) const;
 
+    /// Whether a press is a repeat. X11 repeats a key by a release and a press of the same time, and Qt doesn't mark
+    /// them as a repeat where it reads the two one after the other; such a key counts as held all along. Throws
+    /// `std::bad_alloc`.
+    bool isRepeat(const QKeyEvent& press);
+
     /// Who gets a press: `newTaker`, unless it is the repeat of a held key.
-    Taker takerOfPress(const QKeyEvent& event, Taker newTaker) const;
+    Taker takerOfPress(const QKeyEvent& event, Taker newTaker);
 
     /// Records that a key was pressed for `taker`. Throws `std::bad_alloc`.
     void press(const QKeyEvent& event, Taker taker);
@@ -47,8 +52,18 @@ public:
     void clear();
 
 private:
+    /// A key that was released last.
+    struct Released
+    {
+        quint64 identity;
+        quint64 time; // milliseconds of the window system's clock
+        Taker taker;
+        bool isToggle;
+    };
+
     std::map<quint64, Taker> mTakers; // a QHash ends the program where memory runs out
     std::optional<quint64> mToggle;
+    std::optional<Released> mLastReleased;
 };
 
 } // namespace zephyr::console::qt

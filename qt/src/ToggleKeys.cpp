@@ -28,6 +28,18 @@ ToggleKeys::ToggleKeys(const QSet<int>& keys, const QSet<quint32>& scanCodes)
     : mKeys(keys), mScanCodes(scanCodes)
 {}
 
+bool ToggleKeys::typesWhileOpen(const QKeyEvent& event) const
+{
+    if (isShiftEscape(event) || mKeys.contains(event.key())) {
+        return false;
+    }
+    const QString text = event.text();
+    const QChar typed = text.isEmpty() ? QChar() : text.front();
+    const bool isPlain = typed.decompositionTag() == QChar::NoDecomposition ||
+                         typed.decompositionTag() == QChar::Canonical; // and not raised, nor a fraction
+    return (typed.isLetterOrNumber() && isPlain) || typed == u';';
+}
+
 bool ToggleKeys::matches(const QKeyEvent& event) const
 {
     return isShiftEscape(event) || (mKeys.contains(event.key()) && !isShortcut(event)) ||

@@ -13,11 +13,26 @@ constexpr double kDegreesPerLine = 7.5;
 
 } // namespace
 
-double WheelTurns::takeWholeLines(const QWheelEvent& event)
+double WheelTurns::takeWholeLines(const QWheelEvent& event, double lineHeight)
 {
-    const double degrees = event.angleDelta().y() / kEighthsPerDegree;
-    if (event.phase() == Qt::ScrollBegin || degrees * mDegrees < 0) {
-        mDegrees = 0.0;
+    if (event.phase() == Qt::ScrollBegin) {
+        clear();
+    }
+    if (event.angleDelta().isNull() && !event.pixelDelta().isNull()) {
+        return takeWholeLines(event.pixelDelta().y(), lineHeight);
+    }
+    return takeTurned(event.angleDelta().y() / kEighthsPerDegree);
+}
+
+double WheelTurns::takeWholeLines(double pixels, double lineHeight)
+{
+    return lineHeight > 0.0 ? takeTurned(pixels / lineHeight * kDegreesPerLine) : 0.0;
+}
+
+double WheelTurns::takeTurned(double degrees)
+{
+    if (degrees * mDegrees < 0) {
+        clear();
     }
     mDegrees += degrees;
     const double lines = std::trunc(mDegrees / kDegreesPerLine);

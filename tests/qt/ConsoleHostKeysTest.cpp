@@ -339,6 +339,7 @@ TEST_F(ConsoleHostKeys, AreForgottenWhenTheFocusGoes)
     sendKey(window, QEvent::KeyPress, Qt::Key_X, {}, "x");
     QFocusEvent out(QEvent::FocusOut);
     QCoreApplication::sendEvent(&window, &out);
+    host.setOpen(false);
     sendKey(window, QEvent::KeyRelease, Qt::Key_X, {}, "x");
     EXPECT_EQ((Received{"release X"}), window.received);
 }

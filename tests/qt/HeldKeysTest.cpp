@@ -49,6 +49,50 @@ TEST(HeldKeys, DoNotConfuseCodesWithPlaces)
     EXPECT_EQ(std::nullopt, keys.takerOf(pressed(Qt::Key_Slash, kSlashPlace)));
 }
 
+/// An event of the window system at a time in milliseconds.
+class At : public QKeyEvent
+{
+public:
+    At(quint64 time, QEvent::Type type, quint32 scanCode)
+        : QKeyEvent(type, Qt::Key_A, Qt::NoModifier, scanCode, 0, 0)
+    {
+        setTimestamp(time);
+    }
+};
+
+TEST(HeldKeys, TakeAReleaseAndAPressOfTheSameTimeForARepeat)
+{
+    HeldKeys keys;
+    keys.press(At(10, QEvent::KeyPress, kSlashPlace), Taker::Console);
+    keys.markAsToggle(At(10, QEvent::KeyPress, kSlashPlace));
+    for (quint64 time = 20; time < 30; ++time) {
+        keys.release(At(time, QEvent::KeyRelease, kSlashPlace));
+        const At again(time, QEvent::KeyPress, kSlashPlace);
+        EXPECT_TRUE(keys.isRepeat(again));
+        EXPECT_TRUE(keys.isRepeat(again)) << "asked twice, for a shortcut and for the press";
+        EXPECT_EQ(Taker::Console, keys.takerOfPress(again, Taker::Host));
+        EXPECT_TRUE(keys.isHeldToggle(again));
+        keys.press(again, Taker::Console);
+    }
+    keys.release(At(40, QEvent::KeyRelease, kSlashPlace));
+    EXPECT_FALSE(keys.isRepeat(At(41, QEvent::KeyPress, kSlashPlace)));
+    EXPECT_FALSE(keys.isToggleHeld());
+}
+
+TEST(HeldKeys, TakeNoOtherPressForARepeat)
+{
+    HeldKeys keys;
+    EXPECT_FALSE(keys.isRepeat(At(10, QEvent::KeyPress, kSlashPlace)));
+    keys.press(At(10, QEvent::KeyPress, kSlashPlace), Taker::Console);
+    keys.release(At(20, QEvent::KeyRelease, kSlashPlace));
+    EXPECT_FALSE(keys.isRepeat(At(20, QEvent::KeyPress, kOtherPlace)));
+    keys.clear();
+    EXPECT_FALSE(keys.isRepeat(At(20, QEvent::KeyPress, kSlashPlace)));
+    keys.press(At(30, QEvent::KeyPress, 0), Taker::Console);
+    keys.release(At(30, QEvent::KeyRelease, 0));
+    EXPECT_FALSE(keys.isRepeat(At(30, QEvent::KeyPress, 0))) << "made up by a program";
+}
+
 TEST(HeldKeys, SendARepeatWhereThePressWent)
 {
     HeldKeys keys;

@@ -20,6 +20,7 @@ struct Keyboard
     QStringList layout; // for setxkbmap
     QStringList accent; // for xdotool
     const char* typed;
+    std::string s = "s"; // what the key s types
 };
 
 void PrintTo(const Keyboard& keyboard, std::ostream* stream) { *stream << keyboard.name; }
@@ -45,7 +46,7 @@ TEST_P(AKeyboard, OpensAndClosesWithTheKeyLeftOfOneAndTypesAccents)
         SCOPED_TRACE(place);
         KeyboardHost host(keyboard, place);
         keyboard.send(press({kS}));
-        host.awaitLine("host got s");
+        host.awaitLine("host got " + GetParam().s);
         keyboard.send(press({kLeftOfOne}));
         host.awaitLine("open: ");
         keyboard.send(GetParam().accent);
@@ -53,11 +54,11 @@ TEST_P(AKeyboard, OpensAndClosesWithTheKeyLeftOfOneAndTypesAccents)
         keyboard.send(press({kLeftOfOne}));
         host.awaitLine("closed");
         keyboard.send(press({kS}));
-        host.awaitLine("host got s");
+        host.awaitLine("host got " + GetParam().s);
         keyboard.send(press({kLeftOfOne}));
         host.awaitLine("open: ");
         keyboard.send(press({kS}));
-        host.awaitLine("open: s");
+        host.awaitLine("open: " + GetParam().s);
         keyboard.send(press({"shift+Escape"}));
         host.awaitLine("closed");
         keyboard.send(press({"shift+Escape"}));
@@ -76,8 +77,82 @@ INSTANTIATE_TEST_SUITE_P(
         Keyboard{"es", {"-layout", "es"}, press({"48", "26"}), "é"},
         Keyboard{"br", {"-layout", "br"}, press({"34", "26"}), "é"},
         Keyboard{"se", {"-layout", "se"}, press({"21", "26"}), "é"},
+        Keyboard{"gr", {"-layout", "gr"}, press({"47", "38"}), "ά", "σ"},
+        Keyboard{"jp", {"-layout", "jp"}, press({"26"}), "e"}, // the key left of 1 types nothing
+
         Keyboard{"us_intl", {"-layout", "us", "-variant", "intl"}, press({"48", "26"}), "é"}),
     [](const testing::TestParamInfo<Keyboard>& tested) { return std::string(tested.param.name); });
+
+/// A layout, what the key left of 1 types on it, and what the key s types.
+struct TypingKeyboard
+{
+    const char* name;
+    QStringList layout;
+    const char* leftOfOne;
+    const char* s;
+};
+
+void PrintTo(const TypingKeyboard& keyboard, std::ostream* stream) { *stream << keyboard.name; }
+
+class ATypingKeyboard : public testing::TestWithParam<TypingKeyboard>
+{};
+
+/// Where the key left of 1 types what a line needs, it opens the console and then types.
+TEST_P(ATypingKeyboard, OpensWithTheKeyLeftOfOneAndClosesWithShiftAndEscape)
+{
+    VirtualKeyboard keyboard;
+    keyboard.setLayout(GetParam().layout);
+    for (const char* const place : {"window", "widget", "item"}) {
+        SCOPED_TRACE(place);
+        const std::string typed = GetParam().leftOfOne;
+        const std::string s = GetParam().s;
+        KeyboardHost host(keyboard, place);
+        keyboard.send(press({kLeftOfOne}));
+        host.awaitLine("open: ");
+        keyboard.send(press({kS}));
+        host.awaitLine("open: " + s);
+        keyboard.send(press({kLeftOfOne}));
+        host.awaitLine("open: " + s + typed);
+        keyboard.send(press({"shift+Escape"}));
+        host.awaitLine("closed");
+        keyboard.send(press({kS}));
+        host.awaitLine("host got " + s);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Layouts, ATypingKeyboard,
+                         testing::Values(TypingKeyboard{"hu", {"-layout", "hu"}, "0", "s"},
+                                         TypingKeyboard{"cz", {"-layout", "cz"}, ";", "s"},
+                                         TypingKeyboard{"ru", {"-layout", "ru"}, "ё", "ы"}),
+                         [](const testing::TestParamInfo<TypingKeyboard>& tested) {
+                             return std::string(tested.param.name);
+                         });
+
+/// The X server repeats a held key by releases and presses, which Qt may not mark as repeats.
+TEST(AHeldToggleKey, OpensOnce)
+{
+    VirtualKeyboard keyboard;
+    keyboard.setLayout({"-layout", "us"});
+    KeyboardHost host(keyboard, "window");
+    keyboard.send({"keydown", kLeftOfOne, "sleep", "1.5", "keyup", kLeftOfOne});
+    host.awaitLine("open: ");
+    keyboard.send(press({kS}));
+    host.awaitLine("open: s");
+}
+
+/// Keys that the program reads before it has opened the console are composed all the same.
+TEST(AnAccent, IsNotLostInTheMomentOfOpening)
+{
+    VirtualKeyboard keyboard;
+    keyboard.setLayout({"-layout", "de"});
+    for (const char* const place : {"window", "widget", "item"}) {
+        SCOPED_TRACE(place);
+        KeyboardHost host(keyboard, place);
+        keyboard.send({"key", "--delay", "0", kLeftOfOne, "21", "26"}); // the dead acute, and e
+        host.awaitLine("open: ");
+        host.awaitLine("open: é");
+    }
+}
 
 TEST(GermanKeyboard, TypesWhatTheKeyLeftOfOneTypesWithShift)
 {

@@ -7,7 +7,7 @@
 namespace zephyr::console::qt {
 namespace {
 
-constexpr quint32 kKeyLeftOfOne = 49;
+constexpr quint32 kKeyLeftOfOne = ToggleKeys::kKeyLeftOfOne;
 constexpr quint32 kAnotherKey = 24;
 constexpr quint32 kAltGr = 0x80; // Mod5, in X11's state
 
@@ -39,7 +39,6 @@ TEST(ToggleKeys, LeaveShortcutsWithTheSameKeyToTheHost)
 
 TEST(ToggleKeys, TakeWhateverTheKeyLeftOfOneSendsByDefault)
 {
-    EXPECT_EQ(kKeyLeftOfOne, ToggleKeys::kKeyLeftOfOne);
     for (const int key : {0x005E, int(Qt::Key_Dead_Circumflex), 0x00B2, 0x00BA, 0x0027, 0x00A7, 0}) {
         EXPECT_TRUE(ToggleKeys().matches(press(key, Qt::NoModifier, kKeyLeftOfOne))) << key;
     }
@@ -57,6 +56,27 @@ TEST(ToggleKeys, TakeADeadKeyElsewhereForAnAccent)
 {
     EXPECT_FALSE(ToggleKeys().matches(press(Qt::Key_Dead_Circumflex)));
     EXPECT_FALSE(ToggleKeys().matches(press(Qt::Key_Dead_Grave)));
+}
+
+TEST(ToggleKeys, TypeWhileOpenWhatALineNeeds)
+{
+    const auto types = [](const QString& text, int key = 0) {
+        return ToggleKeys().typesWhileOpen(
+            QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, kKeyLeftOfOne, 0, 0, text));
+    };
+    for (const char* const needed : {"0", ";", "ё", "a", "ϊ"}) {
+        EXPECT_TRUE(types(QString::fromUtf8(needed))) << needed;
+    }
+    for (const char* const other : {"", "^", "²", "º", "'", "§", "½", "\x1b"}) {
+        EXPECT_FALSE(types(QString::fromUtf8(other))) << other;
+    }
+    EXPECT_FALSE(types("`", Qt::Key_QuoteLeft));
+    EXPECT_FALSE(
+        ToggleKeys({Qt::Key_A}, {})
+            .typesWhileOpen(QKeyEvent(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, kKeyLeftOfOne, 0, 0, "a")))
+        << "a key that the host chose";
+    EXPECT_FALSE(ToggleKeys().typesWhileOpen(
+        QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, Qt::ShiftModifier, kKeyLeftOfOne, 0, 0, "0")));
 }
 
 TEST(ToggleKeys, AreTheHostsToChoose)

@@ -47,7 +47,6 @@ SandboxWindow::SandboxWindow(Sandbox& sandbox)
     setTitle(kTitle);
     mSandbox.recording().moveToBackground();
     using console::qt::ConsoleHost;
-    QObject::connect(mConsoleHost.get(), &ConsoleHost::repaintNeeded, this, [this] { update(); });
     QObject::connect(mConsoleHost.get(), &ConsoleHost::exceptionCaught, this, [this] {
         if (mSandbox.isQuitting()) {
             mConsoleHost.reset(); // so that no key after a typed quit reaches the console

@@ -14,48 +14,70 @@ class QPainter;
 
 namespace zephyr::console::qt {
 
-/// A console in a Qt window, widget or item: forwards its input to a Console and paints the console over its frame.
+/// A console in a Qt window, widget or item: forwards the input of the window to a Console and paints the console over a
+/// frame.
 ///
-///     auto console = std::make_shared<Console>();
-///     ConsoleHost host(console, &window);
-///     QObject::connect(&host, &ConsoleHost::repaintNeeded, &window, [&] { window.update(); });
-///     // at the end of the window's paint function
-///     host.paint(painter);
+///     zephyr::console::qt::ConsoleHost host(this); // a member of the window, widget or item
+///     host.setOpen(true);                          // for once without a key
+///     host.paint(painter);                         // at the end of each frame
 ///
 /// - It is: the event filter, the frame clock and the painting code that every host would otherwise write. It is not: a
 ///   window. It doesn't decide when a frame is painted, nor where the keys go that the console leaves alone.
 /// - Threads: it lives on the thread of the window and the console; call every function there. Two are exceptions:
 ///   paint() may be called on a render thread while input arrives, by one thread at a time, and isOpen() on any thread.
-/// - Ownership: it owns neither the console nor the window, and the three may be destroyed in any order. Before you
-///   destroy this object, make sure that no render thread is inside paint().
+/// - Ownership: it doesn't own the object, nor a console that it was given. Object, console and host may be destroyed in
+///   any order. Before you destroy this object, make sure that no render thread is inside paint().
 /// - Failure: no exception that a key causes gets out. It becomes one line in the log and an exceptionCaught() signal.
 ///
-/// An open console takes the wheel turns and input-method commits that the object gets, and of the key presses those
-/// that it has a use for:
+/// The host looks after the whole window that the object is in: it filters the application's events for that. A toggle
+/// key opens the console whatever in the window has the focus, and an open console gets the keys without taking the
+/// focus from anybody. Should the focus have moved by the time that the console closes, it returns to who had it. Other
+/// windows, dialogs and open menus keep their keys, also a dialog that a command opens. The object may be shown, hidden,
+/// docked, undocked and put elsewhere; it needs no focus and no attribute.
+///
+/// Of the key presses an open console takes those that it has a use for:
 /// - keys that type text;
 /// - Backspace, Delete, Left, Right, Up, Down, Home, End, Page Up, Page Down, Tab, Backtab, Return and Enter, also with
-///   Shift; Backspace, Delete, Left and Right with Ctrl too; and Ctrl+V;
+///   Shift; Backspace, Delete, Left and Right with Ctrl too; and Ctrl+V, also with Shift;
 /// - Escape and dead keys, also with Shift, which belong to whoever types even where they do nothing.
 ///
 /// These then act nowhere else, not as a shortcut either. All other keys reach the host as if the console were closed:
 /// function keys, modifier keys, and shortcuts with Ctrl, Alt or Meta. Alt and a letter opens the host's menus; on
-/// macOS, where Alt is the Option key, it types.
+/// macOS, where Alt is the Option key, it types. A key's repeats and release go where its press went.
 ///
-/// A key's repeats and release go where its press went. The input method is on while the console is open, so that dead
-/// keys and CJK input compose, even if another object in a window has the focus; a widget needs no attribute for that.
-/// Text is shown once it is committed, not while it is composed.
+/// While a line runs, the keys that arrive wait until it has ended, and then act in their order; repeats of Return are
+/// dropped. Only the keys that open and close the console act at once. So a command may process events.
 ///
-/// Several hosts may show one console if one thread paints them all. The host that was resized last sets the length of
-/// the console's page.
+/// The input method is on while the console is open, whoever has the focus, and hears of the console's line and cursor
+/// only. What is being composed is shown at the cursor.
+///
+/// Inside the object's rectangle the wheel, touchpads and fingers scroll an open console, and the mouse is the console's
+/// too unless setMouse() says otherwise.
+///
+/// Several hosts may show one console if one thread paints them all.
 class ZEPHYR_CONSOLE_QT_EXPORT ConsoleHost : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Puts `console` on `events`, the QWindow, QWidget or QQuickItem that gets the key events, and tells the console
-    /// how large that is and how deep lines may run. Neither may be null. Qt asks the event filter that was installed
-    /// last on `events` first.
-    ConsoleHost(const std::shared_ptr<Console>& console, QObject* events, QObject* parent = nullptr);
+    /// Whom the mouse belongs to inside the object while the console is open.
+    enum class Mouse
+    {
+        Console, ///< To the console, which keeps it from what lies below.
+        Host ///< To the host: mouse, pen and fingers act as if the console were closed. The wheel still scrolls.
+    };
+
+    /// Puts `console` on `object`, a QWindow, QWidget or QQuickItem, shown or not: tells the console how large that is
+    /// and how deep lines may run. Where `object` has a slot `update()` or else `requestUpdate()`, each repaintNeeded()
+    /// calls it. If either is null, the assertion `console` or `object` is reported, and nothing is ever opened or
+    /// taken.
+    ///
+    /// Qt asks the event filters of the application before those of an object, and the one that was installed last
+    /// first.
+    ConsoleHost(const std::shared_ptr<Console>& console, QObject* object, QObject* parent = nullptr);
+
+    /// The same with a console of its own, which is destroyed with this object.
+    explicit ConsoleHost(QObject* object);
 
     /// Ends the mirror of the log and the capture of Qt's messages. A command that a key runs may destroy this object.
     ~ConsoleHost() override;
@@ -65,7 +87,11 @@ public:
     /// cursor blink.
     void paint(QPainter& painter);
 
-    /// Whether the console was open after the last event or call that reached this object. From any thread.
+    /// The console, or null if it is gone.
+    std::shared_ptr<Console> console() const;
+
+    /// Whether the console is open. From any thread; on another thread than the host's, how it was when the host's
+    /// thread last looked.
     bool isOpen() const;
 
     /// Opens the console with an empty input line, or closes it.
@@ -76,6 +102,12 @@ public:
 
     /// The keys that open and close the console.
     const ToggleKeys& toggleKeys() const;
+
+    /// Sets whom the mouse belongs to inside the object while the console is open; at first the console.
+    void setMouse(Mouse mouse);
+
+    /// Whom the mouse belongs to inside the object while the console is open.
+    Mouse mouse() const;
 
     /// How deep lines may run inside of lines, unless setDepthLimit() says otherwise. A console file that runs itself
     /// takes about 2 kB of stack a level, so that all levels take a quarter of a stack of 512 kB.
@@ -112,7 +144,8 @@ public:
 
 signals:
     /// The console no longer looks as it was painted: a key acted, the log grew, or the cursor blinked. Emitted at each
-    /// such change, once when the console closes, and never while it stays closed.
+    /// such change, once when the console closes, and never while it stays closed. What is logged while a frame is
+    /// painted asks for no frame: a later one shows it, at the latest when the cursor blinks.
     void repaintNeeded();
 
     /// The console was opened or closed.
@@ -129,7 +162,9 @@ protected:
 private:
     class ZEPHYR_CONSOLE_QT_NO_EXPORT Private;
 
-    Q_SLOT ZEPHYR_CONSOLE_QT_NO_EXPORT void syncSize();
+    ZEPHYR_CONSOLE_QT_NO_EXPORT void begin(QObject* object);
+    ZEPHYR_CONSOLE_QT_NO_EXPORT void watch(QObject& object);
+    Q_SLOT ZEPHYR_CONSOLE_QT_NO_EXPORT void onResized();
 
     // A running event shares it, since this object may be destroyed during the event.
     std::shared_ptr<Private> mPrivate;

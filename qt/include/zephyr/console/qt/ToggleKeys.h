@@ -20,6 +20,9 @@ namespace zephyr::console::qt {
 ///   Spanish, `'` on a Brazilian, `§` on a Swedish one), without a modifier: what it types with Shift or AltGr can
 ///   still be typed.
 ///
+/// Where the key left of 1 types a letter, a digit or a semicolon (`0` on a Hungarian layout, `;` on a Czech one, `ё` on a
+/// Russian one), it opens the console, and types while the console is open; Shift+Escape closes it there.
+///
 /// Shift+Escape always toggles. With Ctrl, Alt or Meta no key does: that is a shortcut of the host's, or AltGr on a
 /// platform that reports it as Ctrl+Alt.
 class ToggleKeys
@@ -34,6 +37,10 @@ public:
 
     /// Whether `event` is the press or the release of one of these keys.
     ZEPHYR_CONSOLE_QT_EXPORT bool matches(const QKeyEvent& event) const;
+
+    /// Whether `event`, which matches() by its place on the keyboard alone, types what an open console needs: a letter, a
+    /// digit or a semicolon. Raised letters and digits and fractions (`²`, `º`, `½`) don't count.
+    ZEPHYR_CONSOLE_QT_EXPORT bool typesWhileOpen(const QKeyEvent& event) const;
 
     /// The platform's scan code of the key left of 1. Windows uses the keyboard's own code, 41; X11, Wayland and Linux
     /// input devices add 8 to it.

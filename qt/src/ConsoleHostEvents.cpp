@@ -1,0 +1,319 @@
+// The events that a ConsoleHost filters.
+
+#include "ActedEvent.h"
+#include "ConsoleHostPrivate.h"
+#include "ConsoleKeys.h"
+#include "KeyText.h"
+#include "zephyr/console/Console.h"
+#include "zephyr/console/qt/KeyTraits.h"
+
+#include <QContextMenuEvent>
+#include <QInputMethodEvent>
+#include <QInputMethodQueryEvent>
+#include <QKeyEvent>
+#include <QSinglePointEvent>
+#include <QTouchEvent>
+#include <QWheelEvent>
+#include <QWindow>
+
+#include <new>
+#include <utility>
+
+namespace zephyr::console::qt {
+
+namespace {
+
+using Taker = HeldKeys::Taker;
+
+/// What tests at hand and programs without a window system send has no place on the screen, but goes to the object.
+bool hasNoPlace(const QPointF& onScreen) { return onScreen.isNull(); }
+
+} // namespace
+
+bool ConsoleHost::Private::isOfInterest(QEvent::Type type)
+{
+    switch (type) {
+    case QEvent::ShortcutOverride:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::InputMethod:
+    case QEvent::InputMethodQuery:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseMove:
+    case QEvent::TabletPress:
+    case QEvent::TabletRelease:
+    case QEvent::TabletMove:
+    case QEvent::ContextMenu:
+    case QEvent::Wheel:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TouchCancel:
+    case QEvent::Resize:
+    case QEvent::FocusOut: return true;
+    default: return type == ActedEvent::kind();
+    }
+}
+
+bool ConsoleHost::Private::filterEvent(QObject& watched, QEvent& event)
+{
+    if (event.type() == QEvent::Resize) {
+        if (&watched == mObject.get()) {
+            onResized();
+        }
+        return false;
+    }
+    try {
+        syncOpenState(); // the console may have been opened or closed without the kit
+        if (event.type() == ActedEvent::kind()) {
+            followNeighbour(static_cast<ActedEvent&>(event));
+            return false;
+        }
+        if (mConsole->isGone() || !matters(event.type()) || !mObject.sharesWindowWith(watched)) {
+            return false;
+        }
+        return filterInput(watched, event);
+    } catch (const std::bad_alloc&) {
+        return mOpen; // what an open console has no memory for is dropped
+    }
+}
+
+/// Whether an event of this kind needs a closer look. While the console is closed, few do.
+bool ConsoleHost::Private::matters(QEvent::Type type) const
+{
+    switch (type) {
+    case QEvent::MouseMove:
+    case QEvent::TabletMove: return mOpen || mPointer.isConsoles();
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TouchCancel: return mOpen || mIsTouched;
+    case QEvent::InputMethod:
+    case QEvent::InputMethodQuery:
+    case QEvent::ContextMenu:
+    case QEvent::Wheel: return mOpen;
+    default: return true;
+    }
+}
+
+bool ConsoleHost::Private::filterInput(QObject& watched, QEvent& event)
+{
+    switch (event.type()) {
+    case QEvent::ShortcutOverride:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease: return filterKey(static_cast<QKeyEvent&>(event));
+    case QEvent::InputMethod: return filterCommit(static_cast<QInputMethodEvent&>(event));
+    case QEvent::InputMethodQuery: return filterQuery(static_cast<QInputMethodQueryEvent&>(event));
+    case QEvent::Wheel: return filterWheel(watched, static_cast<QWheelEvent&>(event));
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TouchCancel: return filterTouch(watched, static_cast<QTouchEvent&>(event));
+    case QEvent::FocusOut:
+        if (watched.isWindowType() || &watched == mObject.get()) {
+            releaseHeldKeys(); // another window gets their releases
+        }
+        return false;
+    default: return filterPointer(watched, event);
+    }
+}
+
+// Keys
+
+bool ConsoleHost::Private::filterKey(const QKeyEvent& event)
+{
+    const bool isRelease = event.type() == QEvent::KeyRelease;
+    if (mPassed.is(event) || (!isRelease && mObject.isBehindPopupOrDialog())) {
+        return false;
+    }
+    const bool isTaken = takesKey(event);
+    if (!isTaken) {
+        mPassed.record(event);
+    }
+    return isTaken;
+}
+
+bool ConsoleHost::Private::takesKey(const QKeyEvent& event)
+{
+    switch (event.type()) {
+    case QEvent::KeyPress: return filterKeyPress(event);
+    case QEvent::KeyRelease: return filterKeyRelease(event);
+    default: return takerOfPress(event) == Taker::Console; // a shortcut that the press may be
+    }
+}
+
+bool ConsoleHost::Private::filterKeyPress(const QKeyEvent& event)
+{
+    const bool toggles = isToggle(event);
+    const bool isRepeat = mHeldKeys.isRepeat(event);
+    const Taker taker = takerOfPress(event);
+    mHeldKeys.press(event, taker);
+    if (taker == Taker::Host) {
+        return false;
+    }
+    if (isRepeat && (toggles || mHeldKeys.isHeldToggle(event) || !mOpen)) {
+        return true;
+    }
+    if (toggles) {
+        mHeldKeys.markAsToggle(event);
+        toggle();
+    } else if (isDeadKey(event.key())) {
+        mDeadKeys.press(event.key());
+    } else {
+        // What types is text and nothing else: a back-quote that isn't a toggle key, or a V with an AltGr that is
+        // reported as Ctrl+Alt.
+        const std::u32string text = mDeadKeys.compose(typedText(event));
+        const int key = text.empty() && event.key() != kConsoleToggleKey ? event.key() : 0;
+        deliver({key, static_cast<int>(event.modifiers()), text, isRepeat});
+    }
+    return true;
+}
+
+bool ConsoleHost::Private::filterKeyRelease(const QKeyEvent& event)
+{
+    const std::optional<Taker> taker = mHeldKeys.takerOf(event);
+    // A release whose press nobody saw: an input method kept the press.
+    const bool isConsoles = taker == Taker::Console || (!taker && mOpen);
+    if (event.isAutoRepeat()) {
+        return isConsoles;
+    }
+    releaseHeldKey(event);
+    if (const BorrowedConsole console(mConsole); console && isConsoles) {
+        console->keyReleased(event.key(), static_cast<int>(event.modifiers()), typedText(event));
+    }
+    if (!taker && isUnheardToggle(event)) {
+        toggle();
+        return true;
+    }
+    return isConsoles;
+}
+
+/// Where the key left of 1 types a letter, a digit or a semicolon, it types while the console is open.
+bool ConsoleHost::Private::isToggle(const QKeyEvent& event) const
+{
+    return mToggleKeys.matches(event) && !(mOpen && mToggleKeys.typesWhileOpen(event));
+}
+
+Taker ConsoleHost::Private::takerOfPress(const QKeyEvent& event)
+{
+    return mHeldKeys.takerOfPress(event, isForConsole(event) ? Taker::Console : Taker::Host);
+}
+
+bool ConsoleHost::Private::isForConsole(const QKeyEvent& event) const
+{
+    return isToggle(event) || (mOpen && isForOpenConsole(event));
+}
+
+/// An input method that is on keeps the press of a dead key to itself, so that only its release is heard.
+bool ConsoleHost::Private::isUnheardToggle(const QKeyEvent& event) const
+{
+    return isDeadKey(event.key()) && isToggle(event) && InputMethod::isOn();
+}
+
+void ConsoleHost::Private::releaseHeldKey(const QKeyEvent& event)
+{
+    const bool wasToggleHeld = mHeldKeys.isToggleHeld();
+    mHeldKeys.release(event);
+    if (wasToggleHeld && !mHeldKeys.isToggleHeld()) {
+        mInputMethod.restart();
+    }
+}
+
+void ConsoleHost::Private::releaseHeldKeys()
+{
+    const bool wasToggleHeld = mHeldKeys.isToggleHeld();
+    mHeldKeys.clear();
+    if (wasToggleHeld) {
+        mInputMethod.restart();
+    }
+}
+
+// Input methods
+
+bool ConsoleHost::Private::filterCommit(const QInputMethodEvent& event)
+{
+    if (!mOpen) {
+        return false;
+    }
+    compose(event.preeditString());
+    const std::u32string text = typedText(event.commitString());
+    if (!text.empty() || event.replacementLength() > 0) {
+        deliver({0, Qt::NoModifier, text, false, event.replacementStart(), event.replacementLength()});
+    }
+    return true;
+}
+
+bool ConsoleHost::Private::filterQuery(QInputMethodQueryEvent& query) const
+{
+    const BorrowedConsole console(mConsole);
+    if (!mOpen || !console) {
+        return false;
+    }
+    // A toggle key that is still held may repeat, and would compose with itself.
+    mInputMethod.answer(query, {!mHeldKeys.isToggleHeld(), console->activeInput(), console->cursorPosition(),
+                                cursorOnScreen(), mObject.area()});
+    return true;
+}
+
+QRectF ConsoleHost::Private::cursorOnScreen() const
+{
+    return QRectF(mPainter.painted().cursor).translated(mObject.area().topLeft());
+}
+
+// Mouse, pen, wheel and fingers
+
+/// Whether what happens at a place on the screen happens on the open console.
+bool ConsoleHost::Private::isOnConsole(const QObject& watched, QPointF onScreen) const
+{
+    if (!mOpen || mObject.isBehindPopupOrDialog()) {
+        return false;
+    }
+    return mObject.area().contains(onScreen) || (&watched == mObject.get() && hasNoPlace(onScreen));
+}
+
+bool ConsoleHost::Private::filterPointer(const QObject& watched, QEvent& event)
+{
+    if (event.type() == QEvent::ContextMenu) {
+        const auto& menu = static_cast<QContextMenuEvent&>(event);
+        return mMouse == Mouse::Console && menu.reason() == QContextMenuEvent::Mouse &&
+               isOnConsole(watched, menu.globalPos());
+    }
+    const auto& pointer = static_cast<QSinglePointEvent&>(event);
+    return mPointer.takes(pointer,
+                          mMouse == Mouse::Console && isOnConsole(watched, pointer.globalPosition()));
+}
+
+bool ConsoleHost::Private::filterWheel(const QObject& watched, const QWheelEvent& event)
+{
+    if (!isOnConsole(watched, event.globalPosition())) {
+        return false;
+    }
+    scroll(mWheel.takeWholeLines(event, mPainter.painted().lineHeight));
+    return true;
+}
+
+/// A finger moves the log, one finger at a time.
+bool ConsoleHost::Private::filterTouch(const QObject& watched, const QTouchEvent& event)
+{
+    if (event.points().isEmpty()) {
+        return std::exchange(mIsTouched, false);
+    }
+    const QEventPoint& finger = event.points().front();
+    if (event.type() == QEvent::TouchBegin) {
+        mTouch.clear();
+        mIsTouched = mMouse == Mouse::Console && isOnConsole(watched, finger.globalPosition());
+    }
+    const bool isTaken = mIsTouched;
+    if (isTaken && event.type() == QEvent::TouchUpdate) {
+        const double moved = finger.position().y() - finger.lastPosition().y();
+        scroll(mTouch.takeWholeLines(moved, mPainter.painted().lineHeight));
+    }
+    if (event.type() == QEvent::TouchEnd || event.type() == QEvent::TouchCancel) {
+        mIsTouched = false;
+    }
+    return isTaken;
+}
+
+} // namespace zephyr::console::qt
