@@ -228,9 +228,6 @@ void ConsoleHost::Private::deliverKey(int key, int modifiers, const std::u32stri
     const bool wasOpen = mOpen;
     bool changed = wasOpen && mWatch.lookForChange(*console);
     const std::size_t sizeBefore = mWatch.lines().size();
-    if (runsLine(key)) {
-        mServices.catchUpMirror(); // the command may end the program
-    }
     mKeys.press(*console, key, modifiers, text);
     if (wasOpen) {
         changed = mWatch.lookForChange(*console) || changed;
@@ -258,7 +255,6 @@ void ConsoleHost::Private::setOpen(bool open)
 /// Follows up what the console did. `changed` says whether the open console looks different, as far as is known.
 void ConsoleHost::Private::afterConsoleActed(bool changed)
 {
-    mServices.catchUpMirror();
     if (!syncOpenState() && mOpen && changed) {
         requestRepaint();
     }

@@ -1,7 +1,6 @@
 #include "QtMessageLog.h"
 
 #include "ConsoleLender.h"
-#include "LogMirror.h"
 #include "zephyr/console/Console.h"
 
 #include <QScopeGuard>
@@ -30,7 +29,6 @@ const char* const kFatal = "fatal";
 struct Listener
 {
     std::shared_ptr<ConsoleLender> console;
-    std::weak_ptr<LogMirror> mirror;
 };
 
 /// What Qt's message handler writes to. The handler is one function for the whole program, so this can't be a member.
@@ -104,16 +102,6 @@ void writeToConsoles(const std::vector<Listener>& all, QtMsgType type, const QSt
     }
 }
 
-/// Brings the mirrors up to date before the program ends, as it does once a fatal message has been handled.
-void catchUpMirrors(const std::vector<Listener>& all)
-{
-    for (const Listener& listener : all) {
-        if (const std::shared_ptr<LogMirror> mirror = listener.mirror.lock()) {
-            mirror->catchUpBeforeTheEnd();
-        }
-    }
-}
-
 void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     std::vector<Listener> all;
@@ -138,9 +126,6 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
     isHandling = true;
     const auto handled = qScopeGuard([] { isHandling = false; });
     writeToConsoles(all, type, message);
-    if (type == QtFatalMsg) {
-        catchUpMirrors(all);
-    }
     previous(type, context, message);
 }
 
@@ -173,7 +158,7 @@ void handBack()
 QtMessageLog::QtMessageLog(std::shared_ptr<ConsoleLender> console) : mConsole(std::move(console))
 {
     const std::lock_guard lock(listeners().mutex);
-    listeners().all.push_back({mConsole, {}});
+    listeners().all.push_back({mConsole});
     if (listeners().all.size() == 1) {
         takeOver();
     }
@@ -186,12 +171,6 @@ QtMessageLog::~QtMessageLog()
     if (listeners().all.empty()) {
         handBack();
     }
-}
-
-void QtMessageLog::setMirror(const std::weak_ptr<LogMirror>& mirror)
-{
-    const std::lock_guard lock(listeners().mutex);
-    listenerFor(*mConsole)->mirror = mirror;
 }
 
 } // namespace zephyr::console::qt

@@ -6,7 +6,6 @@
 namespace zephyr::console::qt {
 
 class ConsoleLender;
-class LogMirror;
 
 /// Writes Qt's own messages into a console's log while it lives, whatever thread they come from. The message handler
 /// that was installed before is still called.
@@ -18,9 +17,6 @@ public:
 
     QtMessageLog(const QtMessageLog&) = delete;
     QtMessageLog& operator=(const QtMessageLog&) = delete;
-
-    /// Sets the mirror that is brought up to date before a fatal message ends the program; null for none.
-    void setMirror(const std::weak_ptr<LogMirror>& mirror);
 
 private:
     const std::shared_ptr<ConsoleLender> mConsole;
