@@ -73,8 +73,12 @@ bool LogServices::mirrorLog(const QString& fileName)
 
 void LogServices::captureQtMessages(bool capture)
 {
-    if (capture != (mMessages != nullptr)) {
-        mMessages = capture ? std::make_unique<QtMessageLog>(mConsole) : nullptr;
+    if (!capture) {
+        mMessages.reset();
+    } else if (mMessages) {
+        mMessages->begin();
+    } else {
+        mMessages = std::make_unique<QtMessageLog>(mConsole);
     }
 }
 

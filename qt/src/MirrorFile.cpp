@@ -24,8 +24,7 @@ bool MirrorFile::open()
         return false;
     }
     ::fcntl(descriptor, F_SETFL, 0);
-    return mFile.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered,
-                      QFileDevice::AutoCloseHandle);
+    return mFile.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
 }
 #else
 bool MirrorFile::open()

@@ -85,7 +85,7 @@ private:
     std::thread::id mThread;
     State mState = State::Opening;
     bool mStops = false;
-    bool mIsIdle = false; // whether the thread waits for work
+    bool mIsIdle = false;     // whether the thread waits for work
     std::size_t mWanted = 0;  // entries to write
     std::size_t mWritten = 0; // entries
     QString mError;

@@ -18,6 +18,10 @@ public:
     QtMessageLog(const QtMessageLog&) = delete;
     QtMessageLog& operator=(const QtMessageLog&) = delete;
 
+    /// Begins anew in a process that fork() made, where messages aren't written otherwise, and after another message
+    /// handler was installed, which needn't call this object's.
+    void begin();
+
 private:
     const std::shared_ptr<ConsoleLender> mConsole;
 };
