@@ -179,13 +179,14 @@ void handBack(Capture& capture)
         qInstallMessageHandler(installed);
         return;
     }
-    if (others[1] !=
-        nullptr) { // a handler that is back in place may call handleMessage(), and must not be called back
-        for (std::size_t i = 0; i + 1 < others.size(); ++i) {
-            others[i] = others[i + 1].load();
-        }
-        others.back() = nullptr;
+    if (others[1] == nullptr) {
+        return; // the last one stays, for a handler that still calls this one
     }
+    // The handler that is in place again may call handleMessage(), which must not call it back.
+    for (std::size_t i = 0; i + 1 < others.size(); ++i) {
+        others[i] = others[i + 1].load();
+    }
+    others.back() = nullptr;
 }
 
 } // namespace
