@@ -65,7 +65,7 @@ bool Observers::hasRound(const Predicate& isWanted) const
 Observers::Round::Round(Observers& observers)
     : mObservers(observers), mNumber(observers.newNumber()), mThread(std::this_thread::get_id())
 {
-    callFrom(mObservers.mEntries.begin());
+    callBefore(mObservers.mEntries.end());
     mNext = std::exchange(mObservers.mRounds, this);
 }
 
@@ -81,21 +81,20 @@ Observers::Round::~Round()
 void Observers::Round::goOn()
 {
     if (mId) {
-        callFrom(mObservers.find(*mId + 1));
+        callBefore(mObservers.find(*mId));
     }
 }
 
-/// Takes the first observer from `entry` on that may be called. The round is over if there is none.
-void Observers::Round::callFrom(std::vector<Entry>::const_iterator entry)
+/// Takes the last observer before `entry` that may be called. The round is over if there is none.
+void Observers::Round::callBefore(std::vector<Entry>::const_iterator entry)
 {
-    const auto end = mObservers.mEntries.cend();
-    while (entry != end && mObservers.isCalledHere(entry->id)) {
-        ++entry;
-    }
     mId.reset();
-    if (entry != end && entry->id < mNumber) {
-        mId = entry->id;
-        mFunction = entry->function;
+    while (!mId && entry != mObservers.mEntries.cbegin()) {
+        --entry;
+        if (!mObservers.isCalledHere(entry->id)) {
+            mId = entry->id;
+            mFunction = entry->function;
+        }
     }
 }
 

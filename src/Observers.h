@@ -25,11 +25,11 @@ public:
         std::shared_ptr<const Function> function;
     };
 
-    /// The calls that follow one change, one after the other. It stands on the stack of the thread that makes them.
+    /// The calls that follow one change, one after the other, from the newest observer to the oldest. It stands on the stack of the thread that makes them.
     class Round
     {
     public:
-        /// Begins with the first observer that this thread isn't calling already.
+        /// Begins with the newest observer that this thread isn't calling already.
         explicit Round(Observers& observers);
 
         /// Ends the round, without calling the observers that are left.
@@ -44,13 +44,13 @@ public:
         /// Gives up the function, which may destroy it. Call this without the lock, before the next goOn() or the end.
         void release() { mFunction.reset(); }
 
-        /// Goes on to the next observer that was there when the round began and that this thread isn't calling already.
+        /// Goes on to the next older observer that this thread isn't calling already.
         void goOn();
 
     private:
         friend class Observers;
 
-        void callFrom(std::vector<Entry>::const_iterator entry);
+        void callBefore(std::vector<Entry>::const_iterator entry);
 
         Observers& mObservers;
         std::shared_ptr<const Function> mFunction;
@@ -60,7 +60,7 @@ public:
         Round* mNext = nullptr;
     };
 
-    /// The id of the host program's own observer.
+    /// The id of the host program's own observer, the oldest of all.
     static constexpr std::uint64_t kHosts = 0;
 
     /// A number above all before it. Ids of observers and numbers of rounds are such, and tell which came first.

@@ -134,9 +134,6 @@ void ConsoleHost::Private::deliverNow(Console& console, const KeyPress& press)
     const bool wasOpen = mOpen;
     bool changed = wasOpen && mChanges.lookForChange(console);
     const std::size_t sizeBefore = mChanges.lines().size();
-    if (runsLine(press.key)) {
-        mServices.catchUpMirror(); // the command may end the program
-    }
     replaceText(console, press);
     mKeys.press(console, press.key, press.modifiers, press.text);
     if (wasOpen) {
@@ -218,7 +215,6 @@ void ConsoleHost::Private::setOpen(bool open)
 /// Follows up what the console did. `changed` says whether the open console looks different, as far as is known.
 void ConsoleHost::Private::afterConsoleActed(bool changed)
 {
-    mServices.catchUpMirror();
     if (!syncOpenState() && mOpen && changed) {
         requestRepaint();
         mInputMethod.update();

@@ -1,14 +1,10 @@
 #include "LogMirror.h"
 
 #include "ConsoleLender.h"
-#include "LogText.h"
-#include "SnapshotRefresh.h"
-#include "zephyr/common/StringUtil.h"
+#include "MirrorFile.h"
+#include "MirrorWriter.h"
 #include "zephyr/console/Console.h"
 
-#include <QScopeGuard>
-
-#include <chrono>
 #include <new>
 #include <utility>
 
@@ -16,107 +12,102 @@ namespace zephyr::console::qt {
 
 namespace {
 
-constexpr std::chrono::milliseconds kInterval{10};
-constexpr std::chrono::seconds kLongestWait{1}; // before a program ends
-
 const char* const kWriteError = "The log is no longer written to '%1': %2";
 
 } // namespace
 
-LogMirror::LogMirror(std::shared_ptr<ConsoleLender> console, const QString& fileName)
-    : mConsole(std::move(console)), mFile(fileName)
+/// The console's observer: tells the writer that the log has grown, as long as there is the console.
+class LogMirror::Follower
 {
-    if (mFile.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        tryCatchUp();
-        mThread = std::jthread([this](const std::stop_token& stop) { follow(stop); });
+public:
+    Follower(Console& console, std::shared_ptr<MirrorWriter> writer, QString name)
+        : mConsole(console), mWriter(std::move(writer)), mName(std::move(name))
+    {}
+
+    ~Follower()
+    {
+        if (mWriter->isInItsProcess()) {
+            mWriter->forgetConsole();
+        }
     }
-}
+
+    Follower(const Follower&) = delete;
+    Follower& operator=(const Follower&) = delete;
+
+    /// Has the writer write what is new in the log. The caller must hold no lock, as other observers hear of an error.
+    void writeNew()
+    {
+        if (!mWriter->isInItsProcess()) {
+            return;
+        }
+        mWriter->writeUpTo(mConsole.logSize());
+        if (const QString error = mWriter->takeError(); !error.isNull()) {
+            tryReport(error);
+        }
+    }
+
+private:
+    void tryReport(const QString& error)
+    {
+        try {
+            mConsole.write(QString(kWriteError).arg(mName, error).toStdU32String(), Output);
+        } catch (const std::bad_alloc&) {
+            return; // the mirror ends without a word
+        }
+    }
+
+    Console& mConsole;
+    const std::shared_ptr<MirrorWriter> mWriter;
+    const QString mName;
+};
+
+LogMirror::LogMirror(std::shared_ptr<ConsoleLender> console) : mConsole(std::move(console)) {}
 
 LogMirror::~LogMirror()
 {
-    mThread.request_stop();
-    if (mThread.joinable()) {
-        mThread.join();
-    }
-    tryCatchUp();
-}
-
-bool LogMirror::isOpen() const
-{
-    const std::lock_guard lock(mMutex);
-    return mFile.isOpen();
-}
-
-void LogMirror::follow(const std::stop_token& stop)
-{
-    while (tryCatchUp()) {
-        std::unique_lock lock(mMutex);
-        mStopped.wait_for(lock, stop, kInterval, [] { return false; });
-        if (stop.stop_requested()) {
-            return;
-        }
-    }
-}
-
-bool LogMirror::tryCatchUp()
-{
-    const BorrowedConsole console(mConsole); // may destroy the console at its end, so outside the lock
-    const std::lock_guard lock(mMutex);
-    return tryWriteNew(console);
-}
-
-void LogMirror::catchUpBeforeTheEnd()
-{
-    if (mWriter == std::this_thread::get_id()) {
+    if (!mThread) {
         return;
     }
-    const BorrowedConsole console(mConsole);
-    const auto deadline = std::chrono::steady_clock::now() + kLongestWait;
-    std::unique_lock lock(mMutex, std::try_to_lock);
-    while (!lock && std::chrono::steady_clock::now() < deadline) {
-        std::this_thread::yield();
-        lock.try_lock();
+    if (!mWriter->isInItsProcess()) {
+        static_cast<void>(
+            mThread.release()); // a thread of another process can be neither joined nor detached
+        return;
     }
-    if (lock) {
-        tryWriteNew(console);
+    endFollowing();
+    if (mWriter->stop()) {
+        mThread->join();
+    } else {
+        mThread->detach();
     }
 }
 
-bool LogMirror::tryWriteNew(const BorrowedConsole& console)
+bool LogMirror::start(const QString& name, std::unique_ptr<MirrorFile> file)
 {
-    mWriter = std::this_thread::get_id();
-    const auto written = qScopeGuard([this] { mWriter = std::thread::id(); });
-    if (!console || !mFile.isOpen()) {
+    const BorrowedConsole console(mConsole);
+    if (!console) {
         return false;
     }
-    if (!takeOrRefresh(mSnapshot, *console)) {
-        return true; // what is missing is written the next time
-    }
-    try {
-        for (; mWritten < mSnapshot->lines().size(); ++mWritten) {
-            if (!tryWriteEntry(mSnapshot->lines()[mWritten])) {
-                giveUp(*console);
-                return false;
-            }
-        }
-    } catch (const std::bad_alloc&) {
-        return true; // as above
-    }
-    return true;
+    const auto writer = std::make_shared<MirrorWriter>(*console);
+    const auto follower = std::make_shared<Follower>(*console, writer, name);
+    mWriter = writer;
+    mThread = std::make_unique<std::thread>(
+        [writer, file = std::move(file)]() mutable { writer->run(std::move(file)); });
+    mFollower = follower;
+    mObserver = console->addObserver([follower] { follower->writeNew(); });
+    follower->writeNew(); // which may destroy this object
+    return writer->isOpen();
 }
 
-bool LogMirror::tryWriteEntry(const LogEntry& entry)
+void LogMirror::endFollowing()
 {
-    const std::string line = StringUtil::toString(logText(entry));
-    const auto size = static_cast<qint64>(line.size());
-    return mFile.write(line.data(), size) == size && mFile.flush();
-}
-
-void LogMirror::giveUp(Console& console)
-{
-    const QString message = QString(kWriteError).arg(mFile.fileName(), mFile.errorString());
-    mFile.close();
-    console.write(message.toStdU32String(), Output);
+    const BorrowedConsole console(mConsole);
+    if (!console) {
+        return;
+    }
+    if (const std::shared_ptr<Follower> follower = mFollower.lock()) {
+        follower->writeNew();
+    }
+    console->removeObserver(mObserver);
 }
 
 } // namespace zephyr::console::qt

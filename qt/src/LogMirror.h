@@ -1,36 +1,26 @@
 #ifndef ZEPHYR_CONSOLE_QT_LOGMIRROR_H
 #define ZEPHYR_CONSOLE_QT_LOGMIRROR_H
 
-#include "zephyr/console/ConsoleSnapshot.h"
-
-#include <QFile>
 #include <QString>
 
-#include <atomic>
-#include <condition_variable>
+#include <cstdint>
 #include <memory>
-#include <mutex>
-#include <optional>
 #include <thread>
-
-namespace zephyr::console {
-class Console;
-}
 
 namespace zephyr::console::qt {
 
-class BorrowedConsole;
 class ConsoleLender;
+class MirrorFile;
+class MirrorWriter;
 
-/// Writes a console's log to a file as it grows. A thread of its own looks for new entries every few milliseconds, so
-/// that they are written even while a command keeps the console's thread busy.
+/// Writes a console's log to a file as it grows. As an observer of the console it hears of each entry on the thread
+/// that appended it, and has it written before that thread goes on.
 ///
-/// The file is flushed after each entry. A write error ends the mirror with one line in the log.
+/// A write error ends the mirror with one line in the log. In a process that fork() made, it does nothing.
 class LogMirror
 {
 public:
-    /// Truncates the file and starts writing the log, from its beginning.
-    LogMirror(std::shared_ptr<ConsoleLender> console, const QString& fileName);
+    explicit LogMirror(std::shared_ptr<ConsoleLender> console);
 
     /// Writes what is still missing.
     ~LogMirror();
@@ -38,31 +28,22 @@ public:
     LogMirror(const LogMirror&) = delete;
     LogMirror& operator=(const LogMirror&) = delete;
 
-    /// Whether the file was opened and no write has failed.
-    bool isOpen() const;
-
-    /// Writes the entries that are missing. From any thread. \return whether more can follow: false once the console is
-    /// gone or writing has failed.
-    bool tryCatchUp();
-
-    /// tryCatchUp() for a program that is about to end. The calling thread may be writing the file already; nothing
-    /// happens then. It gives up if another thread keeps writing for a second.
-    void catchUpBeforeTheEnd();
+    /// Empties `file`, which is called `name`, and starts writing the log, from its beginning. Once only; throws
+    /// `std::bad_alloc`, or `std::system_error` if there can be no thread. An observer may destroy this object
+    /// meanwhile, because of the line that a write error leaves in the log. \return whether the log could be written so
+    /// far.
+    bool start(const QString& name, std::unique_ptr<MirrorFile> file);
 
 private:
-    void follow(const std::stop_token& stop);
-    bool tryWriteNew(const BorrowedConsole& console);
-    bool tryWriteEntry(const LogEntry& entry);
-    void giveUp(Console& console);
+    class Follower;
+
+    void endFollowing();
 
     const std::shared_ptr<ConsoleLender> mConsole;
-    std::atomic<std::thread::id> mWriter; // the thread that is writing, under the mutex
-    mutable std::mutex mMutex;            // guards what follows
-    QFile mFile;
-    std::optional<ConsoleSnapshot> mSnapshot;
-    std::size_t mWritten = 0; // number of entries
-    std::condition_variable_any mStopped;
-    std::jthread mThread;
+    std::shared_ptr<MirrorWriter> mWriter;
+    std::unique_ptr<std::thread> mThread;
+    std::weak_ptr<Follower> mFollower; // the observer owns it, so that it doesn't outlive the console
+    std::uint64_t mObserver = 0;
 };
 
 } // namespace zephyr::console::qt

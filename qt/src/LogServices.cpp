@@ -4,12 +4,14 @@
 #include "Gui.h"
 #include "LogMirror.h"
 #include "LogText.h"
+#include "MirrorFile.h"
 #include "QtMessageLog.h"
 #include "zephyr/console/Console.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 
+#include <exception>
 #include <new>
 #include <utility>
 
@@ -56,28 +58,27 @@ void LogServices::copyLastAnswer() const
 
 bool LogServices::mirrorLog(const QString& fileName)
 {
-    mMirror = fileName.isEmpty() ? nullptr : std::make_shared<LogMirror>(mConsole, fileName);
-    if (mMessages) {
-        mMessages->setMirror(mMirror);
+    mMirror.reset();
+    if (fileName.isEmpty()) {
+        return false;
     }
-    return mMirror && mMirror->isOpen();
-}
-
-void LogServices::catchUpMirror()
-{
-    if (mMirror) {
-        mMirror->tryCatchUp();
+    try {
+        mMirror = std::make_unique<LogMirror>(mConsole);
+        return mMirror->start(fileName, std::make_unique<MirrorFile>(fileName));
+    } catch (const std::exception&) { // no memory, or no thread
+        mMirror.reset();
+        return false;
     }
 }
 
 void LogServices::captureQtMessages(bool capture)
 {
-    if (capture == (mMessages != nullptr)) {
-        return;
-    }
-    mMessages = capture ? std::make_unique<QtMessageLog>(mConsole) : nullptr;
-    if (mMessages) {
-        mMessages->setMirror(mMirror);
+    if (!capture) {
+        mMessages.reset();
+    } else if (mMessages) {
+        mMessages->begin();
+    } else {
+        mMessages = std::make_unique<QtMessageLog>(mConsole);
     }
 }
 

@@ -38,11 +38,9 @@ public:
     /// The answer that copyLastAnswer() copies.
     LastAnswer& lastAnswer() { return mLastAnswer; }
 
-    /// Ends the mirror, and starts one in the file `fileName` unless that is empty. \return whether a mirror is kept.
+    /// Ends the mirror, and starts one in the file `fileName` unless that is empty. \return whether the log could be
+    /// written so far.
     bool mirrorLog(const QString& fileName);
-
-    /// Writes to the mirror, if there is one, what is missing in it.
-    void catchUpMirror();
 
     /// Starts or ends writing Qt's messages into the log.
     void captureQtMessages(bool capture);
@@ -53,7 +51,7 @@ public:
 private:
     const std::shared_ptr<ConsoleLender> mConsole;
     LastAnswer mLastAnswer;
-    std::shared_ptr<LogMirror> mMirror;
+    std::unique_ptr<LogMirror> mMirror;
     std::unique_ptr<QtMessageLog> mMessages;
 };
 

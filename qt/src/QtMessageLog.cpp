@@ -1,15 +1,20 @@
 #include "QtMessageLog.h"
 
 #include "ConsoleLender.h"
-#include "LogMirror.h"
 #include "zephyr/console/Console.h"
 
+#include <QCoreApplication>
 #include <QScopeGuard>
 #include <QString>
 #include <QStringList>
 #include <QtGlobal>
 
 #include <algorithm>
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <exception>
+#include <memory>
 #include <mutex>
 #include <new>
 #include <utility>
@@ -26,35 +31,47 @@ const char* const kWarning = "warning";
 const char* const kCritical = "critical";
 const char* const kFatal = "fatal";
 
-/// A console that gets messages. Several hosts of one console make several listeners.
-struct Listener
-{
-    std::shared_ptr<ConsoleLender> console;
-    std::weak_ptr<LogMirror> mirror;
-};
+using Consoles = std::vector<std::shared_ptr<ConsoleLender>>;
 
-/// What Qt's message handler writes to. The handler is one function for the whole program, so this can't be a member.
-struct Listeners
+constexpr std::size_t kMostHandlers = 8;
+
+/// What Qt's message handler writes to, and the handlers that it was installed over. The handler is one function for
+/// the whole program, so this can't be a member.
+struct Capture
 {
+    const qint64 process = QCoreApplication::applicationPid();
     std::mutex mutex;
-    std::vector<Listener> all;
-    QtMessageHandler first = nullptr;    // installed when handleMessage() took over for the first time
-    QtMessageHandler previous = nullptr; // installed when handleMessage() took over for the last time
+    Consoles consoles; // one for each host; several hosts may have the same console
+
+    // The newest first; null where there are no more. Forked children read them too, where the mutex may be locked for
+    // ever.
+    std::array<std::atomic<QtMessageHandler>, kMostHandlers> others{};
 };
 
-Listeners& listeners()
+/// The capture of the process, or its parent's if there is none yet; null if that has none either. It is never
+/// destroyed, since messages may come until the very end of the program.
+std::atomic<Capture*>& currentCapture()
 {
-    // Never destroyed, since messages may come until the very end of the program.
-    static auto* const instance = new Listeners;
-    return *instance;
+    static std::atomic<Capture*> current{nullptr};
+    return current;
 }
 
-/// The listener for `console`. There must be one.
-std::vector<Listener>::iterator listenerFor(const ConsoleLender& console)
+bool isOfThisProcess(const Capture& capture) { return capture.process == QCoreApplication::applicationPid(); }
+
+/// The capture of this process, which is made if there is none. For the host's thread.
+Capture& ownCapture()
 {
-    std::vector<Listener>& all = listeners().all;
-    return std::find_if(all.begin(), all.end(),
-                        [&](const Listener& listener) { return listener.console.get() == &console; });
+    Capture* const current = currentCapture();
+    if (current != nullptr && isOfThisProcess(*current)) {
+        return *current;
+    }
+    auto own = std::make_unique<Capture>();
+    if (current != nullptr) { // the parent's, which installed what this process has inherited
+        std::transform(current->others.begin(), current->others.end(), own->others.begin(),
+                       [](const auto& other) { return other.load(); });
+    }
+    currentCapture() = own.get();
+    return *own.release();
 }
 
 const char* nameOf(QtMsgType type)
@@ -84,114 +101,120 @@ QStringList linesOf(QtMsgType type, const QString& message)
     return lines;
 }
 
-/// Writes to each console once, even if it has several listeners.
-void writeToConsoles(const std::vector<Listener>& all, QtMsgType type, const QString& message) noexcept
+/// Writes to each console once, even if it has several hosts.
+void writeToConsoles(const Consoles& all, QtMsgType type, const QString& message)
 {
     std::vector<const Console*> told;
-    for (const Listener& listener : all) {
+    for (const std::shared_ptr<ConsoleLender>& lender : all) {
         try {
-            const BorrowedConsole console(listener.console);
+            const BorrowedConsole console(lender);
             if (console && std::find(told.begin(), told.end(), &*console) == told.end()) {
                 told.push_back(&*console);
                 for (const QString& line : linesOf(type, message)) {
                     console->write(line.toStdU32String(), Output);
                 }
             }
-        } catch (...) {
+        } catch (const std::exception&) {
             // Memory ran out, or the message came from under the console's lock. The previous handler still gets it.
             continue;
         }
     }
 }
 
-/// Brings the mirrors up to date before the program ends, as it does once a fatal message has been handled.
-void catchUpMirrors(const std::vector<Listener>& all)
+/// The consoles that get messages: none in a forked child that didn't ask for them, nor where memory ran out.
+Consoles consolesOf(Capture& capture)
 {
-    for (const Listener& listener : all) {
-        if (const std::shared_ptr<LogMirror> mirror = listener.mirror.lock()) {
-            mirror->catchUpBeforeTheEnd();
-        }
+    if (!isOfThisProcess(capture)) {
+        return {};
+    }
+    const std::lock_guard lock(capture.mutex);
+    try {
+        return capture.consoles;
+    } catch (const std::bad_alloc&) {
+        return {};
     }
 }
 
 void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
-    std::vector<Listener> all;
-    QtMessageHandler first = nullptr;
-    QtMessageHandler previous = nullptr;
-    {
-        const std::lock_guard lock(listeners().mutex);
-        first = listeners().first;
-        previous = listeners().previous;
-        try {
-            all = listeners().all;
-        } catch (const std::bad_alloc&) { // the handler before gets the message all the same
-        }
+    Capture& capture = *currentCapture();
+    const Consoles consoles = consolesOf(capture); // first, as it waits for a takeOver() on another thread
+    // A handler that was installed over this one may call it. If this one was then installed again, the two would call
+    // each other without end. So a message that comes back goes to the handler that was there before those two.
+    static thread_local std::size_t depth = 0; // calls of this function that the thread is in
+    const QtMessageHandler other = depth < kMostHandlers ? capture.others[depth].load() : nullptr;
+    ++depth;
+    const auto handled = qScopeGuard([] { --depth; });
+    if (depth == 1) {
+        writeToConsoles(consoles, type, message);
     }
-    // A handler that was installed later calls this one. If this one was then installed again, that handler is the
-    // previous one too, and would call this one back without end.
-    static thread_local bool isHandling = false;
-    if (isHandling) {
-        first(type, context, message);
-        return;
+    if (other != nullptr) {
+        other(type, context, message);
     }
-    isHandling = true;
-    const auto handled = qScopeGuard([] { isHandling = false; });
-    writeToConsoles(all, type, message);
-    if (type == QtFatalMsg) {
-        catchUpMirrors(all);
-    }
-    previous(type, context, message);
 }
 
-void takeOver()
+/// Has Qt call handleMessage() before all other handlers.
+void takeOver(Capture& capture)
 {
     const QtMessageHandler installed = qInstallMessageHandler(handleMessage);
     if (installed == handleMessage) {
         return;
     }
-    listeners().previous = installed;
-    if (listeners().first == nullptr) {
-        listeners().first = installed;
+    QtMessageHandler next = installed;
+    for (std::atomic<QtMessageHandler>& other : capture.others) {
+        next = other.exchange(next);
+        if (next == nullptr || next == installed) {
+            return; // each of them is there once
+        }
     }
 }
 
-/// A handler that was installed later stays in place, and may still call this one.
-void handBack()
+/// Has Qt call the handler again that was there before. A handler that was installed later stays in place, and may
+/// still call handleMessage().
+void handBack(Capture& capture)
 {
-    const QtMessageHandler installed = qInstallMessageHandler(listeners().previous);
-    if (installed == handleMessage) {
-        // The previous handler is in place again. If it calls this one, it must not be called back.
-        listeners().previous = listeners().first;
-    } else {
+    auto& others = capture.others;
+    const QtMessageHandler installed = qInstallMessageHandler(others.front());
+    if (installed != handleMessage) {
         qInstallMessageHandler(installed);
+        return;
     }
+    if (others[1] == nullptr) {
+        return; // the last one stays, for a handler that still calls this one
+    }
+    // The handler that is in place again may call handleMessage(), which must not call it back.
+    for (std::size_t i = 0; i + 1 < others.size(); ++i) {
+        others[i] = others[i + 1].load();
+    }
+    others.back() = nullptr;
 }
 
 } // namespace
 
-QtMessageLog::QtMessageLog(std::shared_ptr<ConsoleLender> console) : mConsole(std::move(console))
-{
-    const std::lock_guard lock(listeners().mutex);
-    listeners().all.push_back({mConsole, {}});
-    if (listeners().all.size() == 1) {
-        takeOver();
-    }
-}
+QtMessageLog::QtMessageLog(std::shared_ptr<ConsoleLender> console) : mConsole(std::move(console)) { begin(); }
 
 QtMessageLog::~QtMessageLog()
 {
-    const std::lock_guard lock(listeners().mutex);
-    listeners().all.erase(listenerFor(*mConsole));
-    if (listeners().all.empty()) {
-        handBack();
+    Capture& capture = ownCapture();
+    const std::lock_guard lock(capture.mutex);
+    const auto mine = std::find(capture.consoles.begin(), capture.consoles.end(), mConsole);
+    if (mine == capture.consoles.end()) {
+        return; // a forked child that didn't ask for messages
+    }
+    capture.consoles.erase(mine);
+    if (capture.consoles.empty()) {
+        handBack(capture);
     }
 }
 
-void QtMessageLog::setMirror(const std::weak_ptr<LogMirror>& mirror)
+void QtMessageLog::begin()
 {
-    const std::lock_guard lock(listeners().mutex);
-    listenerFor(*mConsole)->mirror = mirror;
+    Capture& capture = ownCapture();
+    const std::lock_guard lock(capture.mutex);
+    if (std::find(capture.consoles.begin(), capture.consoles.end(), mConsole) == capture.consoles.end()) {
+        capture.consoles.push_back(mConsole);
+    }
+    takeOver(capture);
 }
 
 } // namespace zephyr::console::qt

@@ -6,7 +6,6 @@
 namespace zephyr::console::qt {
 
 class ConsoleLender;
-class LogMirror;
 
 /// Writes Qt's own messages into a console's log while it lives, whatever thread they come from. The message handler
 /// that was installed before is still called.
@@ -19,8 +18,9 @@ public:
     QtMessageLog(const QtMessageLog&) = delete;
     QtMessageLog& operator=(const QtMessageLog&) = delete;
 
-    /// Sets the mirror that is brought up to date before a fatal message ends the program; null for none.
-    void setMirror(const std::weak_ptr<LogMirror>& mirror);
+    /// Begins anew in a process that fork() made, where messages aren't written otherwise, and after another message
+    /// handler was installed, which needn't call this object's.
+    void begin();
 
 private:
     const std::shared_ptr<ConsoleLender> mConsole;

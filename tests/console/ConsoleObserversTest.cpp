@@ -48,17 +48,17 @@ protected:
     Names mCalled;
 };
 
-TEST_F(ConsoleObservers, AreCalledTheHostsFirstAndTheOthersAsTheyWereAdded)
+TEST_F(ConsoleObservers, AreCalledTheNewestFirstAndTheHostsLast)
 {
     mConsole.addObserver(noting("a"));
     mConsole.addObserver(noting("b"));
     mConsole.setObserver(noting("host"));
     mConsole.write(U"x", Output);
-    EXPECT_EQ(called(), (Names{"host", "a", "b"}));
+    EXPECT_EQ(called(), (Names{"b", "a", "host"}));
     mConsole.open();
-    EXPECT_EQ(called(), (Names{"host", "a", "b"}));
+    EXPECT_EQ(called(), (Names{"b", "a", "host"}));
     mConsole.close();
-    EXPECT_EQ(called(), (Names{"host", "a", "b"}));
+    EXPECT_EQ(called(), (Names{"b", "a", "host"}));
 }
 
 TEST_F(ConsoleObservers, HaveIdsOfTheirOwnWhichAreNeverZeroNorUsedAgain)
@@ -81,7 +81,7 @@ TEST_F(ConsoleObservers, AreRemovedOneByOne)
     mConsole.setObserver(noting("host"));
     mConsole.removeObserver(first);
     mConsole.write(U"x", Output);
-    EXPECT_EQ(called(), (Names{"host", "b"}));
+    EXPECT_EQ(called(), (Names{"b", "host"}));
     mConsole.setObserver({});
     mConsole.write(U"x", Output);
     EXPECT_EQ(called(), (Names{"b"}));
@@ -97,7 +97,7 @@ TEST_F(ConsoleObservers, StayWhereAnUnknownIdIsRemoved)
     mConsole.removeObserver(0);
     mConsole.removeObserver(id + 1000);
     mConsole.write(U"x", Output);
-    EXPECT_EQ(called(), (Names{"host", "a"}));
+    EXPECT_EQ(called(), (Names{"a", "host"}));
 }
 
 TEST_F(ConsoleObservers, MayBeEmptyFunctionsWhichAreNeverCalled)
@@ -119,7 +119,7 @@ TEST_F(ConsoleObservers, AreCalledForWhatAnotherDoesButNotForWhatTheyDo)
     }));
     mConsole.addObserver(noting("c"));
     mConsole.write(U"x", Output);
-    EXPECT_EQ(called(), (Names{"a", "b", "a", "c", "c"}));
+    EXPECT_EQ(called(), (Names{"c", "b", "c", "a", "a"}));
     EXPECT_EQ(test::logLines(mConsole), Lines({output("x"), output("from b")}));
 }
 
@@ -128,7 +128,7 @@ TEST_F(ConsoleObservers, ThatAnswerEachOtherComeToAnEnd)
     mConsole.addObserver(noting("a", [this] { mConsole.write(U"from a", Output); }));
     mConsole.addObserver(noting("b", [this] { mConsole.write(U"from b", Output); }));
     mConsole.write(U"x", Output);
-    EXPECT_EQ(called(), (Names{"a", "b", "b", "a"}));
+    EXPECT_EQ(called(), (Names{"b", "a", "a", "b"}));
 }
 
 TEST_F(ConsoleObservers, AreNotCalledForWhatWasAppendedBeforeTheyWereAdded)
@@ -142,38 +142,36 @@ TEST_F(ConsoleObservers, AreNotCalledForWhatWasAppendedBeforeTheyWereAdded)
     mConsole.write(U"x", Output);
     EXPECT_EQ(called(), Names{"a"});
     mConsole.write(U"x", Output);
-    EXPECT_EQ(called(), (Names{"a", "new"}));
+    EXPECT_EQ(called(), (Names{"new", "a"}));
 }
 
 TEST_F(ConsoleObservers, ThatAnotherRemovesAreNotCalledAnyMore)
 {
     auto life = std::make_shared<int>();
     const std::weak_ptr<int> watched = life;
-    std::uint64_t second = 0;
-    mConsole.addObserver(noting("a", [&] {
-        mConsole.removeObserver(second);
+    const std::uint64_t first = mConsole.addObserver(noting("a", [life = std::move(life)] {}));
+    mConsole.addObserver(noting("b", [&] {
+        mConsole.removeObserver(first);
         EXPECT_TRUE(watched.expired());
     }));
-    second = mConsole.addObserver(noting("b", [life = std::move(life)] {}));
     mConsole.write(U"x", Output);
-    EXPECT_EQ(called(), Names{"a"});
+    EXPECT_EQ(called(), Names{"b"});
 }
 
 TEST_F(ConsoleObservers, MayRemoveThemselvesAndTheOthersAreStillCalled)
 {
     auto life = std::make_shared<int>();
     const std::weak_ptr<int> watched = life;
-    std::uint64_t first = 0;
-    // Only the observer itself holds its life and keeps it until it has returned.
-    first = mConsole.addObserver([&, life = std::move(life)] {
-        mCalled.emplace_back("a");
-        mConsole.removeObserver(first);
-        EXPECT_FALSE(watched.expired());
+    mConsole.addObserver(noting("a", [&] { EXPECT_TRUE(watched.expired()); }));
+    std::uint64_t second = 0;
+    second = mConsole.addObserver([&, life = std::move(life)] {
+        mCalled.emplace_back("b");
+        mConsole.removeObserver(second);
+        EXPECT_FALSE(watched.expired()) << "it lives until it has returned";
     });
-    mConsole.addObserver(noting("b", [&] { EXPECT_TRUE(watched.expired()); }));
     mConsole.write(U"x", Output);
     mConsole.write(U"y", Output);
-    EXPECT_EQ(called(), (Names{"a", "b", "b"}));
+    EXPECT_EQ(called(), (Names{"b", "a", "a"}));
 }
 
 TEST_F(ConsoleObservers, AreStillCalledWhereOneThrowsAStandardException)
@@ -183,19 +181,19 @@ TEST_F(ConsoleObservers, AreStillCalledWhereOneThrowsAStandardException)
     mConsole.addObserver(noting("b"));
     const test::AssertRecorder recorder;
     EXPECT_NO_THROW(mConsole.write(U"x", Output));
-    EXPECT_EQ(called(), (Names{"host", "a", "b"}));
+    EXPECT_EQ(called(), (Names{"b", "a", "host"}));
     EXPECT_EQ(recorder.failures().size(), 2U);
 }
 
 TEST_F(ConsoleObservers, AreLeftByWhatIsNoStandardException)
 {
-    mConsole.addObserver(noting("a", [] { throw 42; }));
-    mConsole.addObserver(noting("b"));
+    mConsole.addObserver(noting("a"));
+    mConsole.addObserver(noting("b", [] { throw 42; }));
     EXPECT_THROW(mConsole.write(U"x", Output), int);
     EXPECT_EQ(test::logLines(mConsole), Lines({output("x")}));
     called();
     EXPECT_THROW(mConsole.write(U"y", Output), int);
-    EXPECT_EQ(called(), Names{"a"}) << "the call that was left has ended";
+    EXPECT_EQ(called(), Names{"b"}) << "the call that was left has ended";
 }
 
 TEST_F(ConsoleObservers, HaveReturnedOnOtherThreadsWhenTheirRemovalReturns)
@@ -224,12 +222,12 @@ TEST_F(ConsoleObservers, AreRemovedWithoutAWaitForTheOthers)
 {
     std::binary_semaphore isInside(0);
     std::binary_semaphore mayLeave(0);
-    const std::uint64_t first = mConsole.addObserver([] {});
+    const std::uint64_t first = mConsole.addObserver([] { ADD_FAILURE() << "was removed"; });
     mConsole.addObserver([&] {
         isInside.release();
         mayLeave.acquire();
     });
-    const std::uint64_t last = mConsole.addObserver([] { ADD_FAILURE() << "was removed"; });
+    const std::uint64_t last = mConsole.addObserver([] {});
     std::thread writer([this] { mConsole.write(U"x", Output); });
     isInside.acquire();
     mConsole.removeObserver(first);

@@ -26,7 +26,7 @@ TEST(Observers, BeginNoRoundWhereThereAreNone)
     EXPECT_FALSE(observers.areCalledHere());
 }
 
-TEST(Observers, AreCalledOneAfterTheOtherTheHostsFirst)
+TEST(Observers, AreCalledOneAfterTheOtherTheNewestFirst)
 {
     Observers observers;
     const auto first = aFunction();
@@ -36,13 +36,13 @@ TEST(Observers, AreCalledOneAfterTheOtherTheHostsFirst)
     observers.put(observers.newNumber(), second);
     observers.put(Observers::kHosts, hosts);
     Observers::Round round(observers);
-    EXPECT_EQ(round.function(), hosts.get());
+    EXPECT_EQ(round.function(), second.get());
     round.release();
     round.goOn();
     EXPECT_EQ(round.function(), first.get());
     round.release();
     round.goOn();
-    EXPECT_EQ(round.function(), second.get());
+    EXPECT_EQ(round.function(), hosts.get());
     EXPECT_TRUE(observers.areCalledHere());
     round.release();
     round.goOn();
@@ -64,12 +64,12 @@ TEST(Observers, AreLeftOutOfARoundThatBeganBeforeThem)
 TEST(Observers, AreLeftOutOfARoundOnceTheyAreTaken)
 {
     Observers observers;
-    const auto second = aFunction();
-    observers.put(observers.newNumber(), aFunction());
+    const auto older = aFunction();
     const std::uint64_t id = observers.newNumber();
-    observers.put(id, second);
+    observers.put(id, older);
+    observers.put(observers.newNumber(), aFunction());
     Observers::Round round(observers);
-    EXPECT_EQ(observers.take(id), second);
+    EXPECT_EQ(observers.take(id), older);
     EXPECT_EQ(observers.take(id), nullptr);
     round.release();
     round.goOn();
@@ -86,15 +86,15 @@ TEST(Observers, AreNotCalledInsideOfTheirOwnCallButTheOthersAre)
     Observers::Round outer(observers);
     Observers::Round inner(observers);
     Observers::Round innermost(observers);
-    EXPECT_EQ(outer.function(), first.get());
-    EXPECT_EQ(inner.function(), second.get());
+    EXPECT_EQ(outer.function(), second.get());
+    EXPECT_EQ(inner.function(), first.get());
     EXPECT_EQ(innermost.function(), nullptr);
     inner.release();
     inner.goOn();
     EXPECT_EQ(inner.function(), nullptr);
     outer.release();
     outer.goOn();
-    EXPECT_EQ(outer.function(), second.get());
+    EXPECT_EQ(outer.function(), first.get());
     EXPECT_TRUE(observers.areCalledHere());
     outer.release();
     outer.goOn();
@@ -127,12 +127,12 @@ TEST(Observers, KnowWhichOfThemIsCalled)
     observers.put(first, aFunction());
     observers.put(second, aFunction());
     Observers::Round round(observers);
-    EXPECT_TRUE(observers.isUnderWay(first, observers.newNumber()));
-    EXPECT_FALSE(observers.isUnderWay(second, observers.newNumber()));
-    round.release();
-    round.goOn();
     EXPECT_FALSE(observers.isUnderWay(first, observers.newNumber()));
     EXPECT_TRUE(observers.isUnderWay(second, observers.newNumber()));
+    round.release();
+    round.goOn();
+    EXPECT_TRUE(observers.isUnderWay(first, observers.newNumber()));
+    EXPECT_FALSE(observers.isUnderWay(second, observers.newNumber()));
     EXPECT_TRUE(observers.isUnderWay(std::nullopt, observers.newNumber()));
     round.release();
     round.goOn();

@@ -1,9 +1,14 @@
 #include "ChangeWatch.h"
+#include "ConsoleLender.h"
 #include "FramePainter.h"
 #include "KeyDelivery.h"
 #include "LastAnswer.h"
+#include "LogMirror.h"
+#include "MirrorFile.h"
 #include "SnapshotRefresh.h"
 #include "faults/FailingAllocation.h"
+#include "support/TemporaryDirectory.h"
+#include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 #include "zephyr/console/qt/ConsoleHost.h"
 
@@ -20,6 +25,8 @@
 #include <functional>
 #include <memory>
 #include <new>
+#include <optional>
+#include <string_view>
 
 namespace zephyr::console::qt {
 namespace {
@@ -140,6 +147,52 @@ TEST_F(MemoryFault, EndsNoKey)
     mConsole.open();
     keys.press(mConsole, 0, Qt::NoModifier, U"x");
     EXPECT_EQ(U"x", mConsole.activeInput());
+}
+
+TEST_F(MemoryFault, EndsNoStartOfAMirror)
+{
+    const test::TemporaryDirectory directory;
+    const auto console = std::make_shared<Console>();
+    QWindow window;
+    ConsoleHost host(console, &window);
+    const QString file = QString::fromStdString((directory.path() / "log").string());
+    bool isMirrored = false;
+    EXPECT_GT(failAtEachAllocation([&](std::size_t) { isMirrored = host.mirrorLog(file); }), 0);
+    EXPECT_TRUE(isMirrored);
+    console->write(kLongText, Output);
+    EXPECT_EQ("Zephyr Console:\n\n" + StringUtil::toString(kLongText) + "\n", directory.read("log"));
+}
+
+/// A file whose thread has no memory for a while after each write: the allocation after the next `successes` fails.
+class FileWithoutMemory : public MirrorFile
+{
+public:
+    FileWithoutMemory(const QString& name, std::size_t successes) : MirrorFile(name), mSuccesses(successes) {}
+
+    bool write(std::string_view text) override
+    {
+        mFailing.reset();
+        const bool isWritten = MirrorFile::write(text);
+        mFailing.emplace(mSuccesses);
+        return isWritten;
+    }
+
+private:
+    const std::size_t mSuccesses;
+    std::optional<test::FailingAllocation> mFailing;
+};
+
+TEST_F(MemoryFault, LeavesEntriesOfAMirrorForTheNextTime)
+{
+    const test::TemporaryDirectory directory;
+    const QString name = QString::fromStdString((directory.path() / "log").string());
+    for (const std::size_t successes : {0U, 1U, 2U, 3U}) {
+        const auto console = std::make_shared<Console>();
+        LogMirror mirror(std::make_shared<ConsoleLender>(console));
+        ASSERT_TRUE(mirror.start(name, std::make_unique<FileWithoutMemory>(name, successes)));
+        console->write(kLongText, Output);
+        EXPECT_EQ("Zephyr Console:\n\n" + StringUtil::toString(kLongText) + "\n", directory.read("log"));
+    }
 }
 
 TEST_F(MemoryFault, EndsNoEventOfAWindow)

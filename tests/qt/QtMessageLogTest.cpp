@@ -4,8 +4,13 @@
 
 #include <QSemaphore>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <atomic>
+#include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <mutex>
 #include <string>
@@ -29,6 +34,13 @@ void hear(QtMsgType, const QMessageLogContext&, const QString& message)
 void hearLater(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     laterNext(type, context, "later " + message);
+}
+
+/// A handler that calls no other.
+void hearAlone(QtMsgType, const QMessageLogContext&, const QString& message)
+{
+    const std::lock_guard lock(heardMutex);
+    heard.push_back("alone " + message.toStdString());
 }
 
 using Lines = std::vector<std::string>;
@@ -270,12 +282,170 @@ TEST_F(QtMessageLog, CallsALaterHandlerOnceHoweverOftenItWasTurnedOnAndOff)
     EXPECT_EQ(&hearLater, qInstallMessageHandler(hear));
 }
 
-TEST_F(QtMessageLog, LeavesALaterHandlerInPlaceWhenAskedForAgain)
+TEST_F(QtMessageLog, GoesOnWhenAskedForAgainAfterALaterHandlerTookItsPlace)
+{
+    host.captureQtMessages(true);
+    qInstallMessageHandler(hearAlone);
+    qInfo("one");
+    host.captureQtMessages(true);
+    qInfo("two");
+    EXPECT_EQ((Lines{"Qt info: two"}), log());
+    EXPECT_EQ((Lines{"alone one", "alone two"}), heard);
+    host.captureQtMessages(false);
+    EXPECT_EQ(&hearAlone, qInstallMessageHandler(hear));
+}
+
+TEST_F(QtMessageLog, BeginsAgainAfterALaterHandlerTookItsPlace)
+{
+    host.captureQtMessages(true);
+    qInstallMessageHandler(hearAlone);
+    host.captureQtMessages(false);
+    qInfo("one");
+    host.captureQtMessages(true);
+    qInfo("two");
+    EXPECT_EQ((Lines{"Qt info: two"}), log());
+    EXPECT_EQ((Lines{"alone one", "alone two"}), heard);
+}
+
+TEST_F(QtMessageLog, GoesOnForAllWhenAnotherConsoleAsksForIt)
+{
+    const auto other = std::make_shared<Console>();
+    ConsoleHost otherHost(other, &window);
+    host.captureQtMessages(true);
+    qInstallMessageHandler(hearAlone);
+    otherHost.captureQtMessages(true);
+    qInfo("to both");
+    EXPECT_EQ((Lines{"Qt info: to both"}), log());
+    EXPECT_EQ((Lines{"Qt info: to both"}), ConsoleDriver(*other).log());
+}
+
+TEST_F(QtMessageLog, WritesEachMessageOnceWhenAskedForAgainAboveAHandlerThatCallsIt)
 {
     host.captureQtMessages(true);
     laterNext = qInstallMessageHandler(hearLater);
     host.captureQtMessages(true);
-    EXPECT_EQ(&hearLater, qInstallMessageHandler(hear));
+    qInfo("once");
+    EXPECT_EQ((Lines{"Qt info: once"}), log());
+    EXPECT_EQ((Lines{"later once"}), heard);
+}
+
+TEST_F(QtMessageLog, CallsTheHandlerThatWasInPlaceWhenItTookOverAnew)
+{
+    host.captureQtMessages(true);
+    host.captureQtMessages(false);
+    qInstallMessageHandler(hearAlone);
+    host.captureQtMessages(true);
+    laterNext = qInstallMessageHandler(hearLater);
+    host.captureQtMessages(true);
+    qInfo("once");
+    EXPECT_EQ((Lines{"alone later once"}), heard);
+}
+
+QtMessageHandler latestNext = nullptr;
+
+/// A handler that is installed later still.
+void hearLatest(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    latestNext(type, context, "latest " + message);
+}
+
+TEST_F(QtMessageLog, CallsEachOfSeveralLaterHandlersOnce)
+{
+    host.captureQtMessages(true);
+    laterNext = qInstallMessageHandler(hearLater);
+    host.captureQtMessages(true);
+    latestNext = qInstallMessageHandler(hearLatest);
+    host.captureQtMessages(true);
+    qInfo("one");
+    host.captureQtMessages(false);
+    qInfo("two");
+    EXPECT_EQ((Lines{"Qt info: one"}), log());
+    EXPECT_EQ((Lines{"later latest one", "later latest two"}), heard);
+    EXPECT_EQ(&hearLatest, qInstallMessageHandler(hear));
+}
+
+TEST_F(QtMessageLog, ComesToAnEndWhereTheHandlerBeforeItWasInstalledAgain)
+{
+    laterNext = qInstallMessageHandler(hearLater);
+    host.captureQtMessages(true);
+    const QtMessageHandler first = laterNext;
+    laterNext = qInstallMessageHandler(hearLater); // which now calls the one that calls it
+    qInfo("x");
+    EXPECT_EQ((Lines{"Qt info: later x"}), log());
+    qInstallMessageHandler(first);
+}
+
+TEST_F(QtMessageLog, LetsAnObserverOfTheConsoleLog)
+{
+    console->setObserver([] { qInfo("seen"); });
+    host.captureQtMessages(true);
+    qInfo("one");
+    console->write(U"two", console::Output);
+    console->setObserver({});
+    // Qt passes no message to a handler that comes from inside of one.
+    EXPECT_EQ((Lines{"Qt info: one", "two", "Qt info: seen"}), log());
+}
+
+/// Forks. \return the exit code of the child, which logs `message` after `begin` has been called, or -1 if a signal
+/// ended it.
+int exitCodeOfAChildThatLogs(const char* message, const std::function<void()>& begin = {})
+{
+    constexpr unsigned kTooLong = 20; // seconds
+    const pid_t child = fork();
+    if (child == 0) {
+        alarm(kTooLong);
+        if (begin) {
+            begin();
+        }
+        qInfo("%s", message);
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST_F(QtMessageLog, HoldsUpNoForkedChildThatLogs)
+{
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}); // without a lock
+    host.captureQtMessages(true);
+    std::jthread talker([](const std::stop_token& stop) {
+        while (!stop.stop_requested()) {
+            qInfo("talk");
+        }
+    });
+    for (int i = 0; i < 200; ++i) {
+        ASSERT_EQ(0, exitCodeOfAChildThatLogs("in the child"));
+    }
+}
+
+std::atomic<int> heardHere = 0;
+
+TEST_F(QtMessageLog, LeavesMessagesOfAForkedChildToTheHandlerBefore)
+{
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) { ++heardHere; });
+    host.captureQtMessages(true);
+    const int code = exitCodeOfAChildThatLogs("in the child", [this] {
+        qInfo("one");
+        _exit(heardHere == 1 && log().empty() ? 0 : 1);
+    });
+    EXPECT_EQ(0, code);
+}
+
+TEST_F(QtMessageLog, BeginsInAForkedChildWhenAskedForThere)
+{
+    host.captureQtMessages(true);
+    const int code = exitCodeOfAChildThatLogs("in the child", [this] {
+        host.captureQtMessages(true);
+        qInfo("one");
+        const bool isWritten = log() == Lines{"Qt info: one"};
+        host.captureQtMessages(false);
+        qInfo("two");
+        _exit(isWritten && log().size() == 1 ? 0 : 1);
+    });
+    EXPECT_EQ(0, code);
+    qInfo("three");
+    EXPECT_EQ(Lines{"Qt info: three"}, log());
 }
 
 TEST_F(QtMessageLog, WritesEachMessageOnceWhenItsHandlerWasPutBackByHand)
@@ -342,6 +512,37 @@ TEST(QtMessageLogDeathTest, KeepsTheMessageThatEndsTheProgramInTheMirror)
     for (int i = 0; i < 5; ++i) {
         EXPECT_DEATH(dieOfAMessage(), "Zephyr Console:\n\nQt fatal: the reason\n");
     }
+}
+
+/// Logs at the very end of a program.
+class LastMessage
+{
+public:
+    LastMessage() = default;
+    ~LastMessage() { qInfo("the last message"); }
+    LastMessage(const LastMessage&) = delete;
+    LastMessage& operator=(const LastMessage&) = delete;
+};
+
+[[noreturn]] void logWhileStaticObjectsAreDestroyed()
+{
+    static const LastMessage message;
+    const TemporaryDirectory directory;
+    mirrorFile = (directory.path() / "log").string();
+    qInstallMessageHandler(showMirror);
+    const auto console = std::make_shared<Console>();
+    QWindow window;
+    ConsoleHost host(console, &window);
+    host.captureQtMessages(true);
+    host.mirrorLog(QString::fromStdString(mirrorFile));
+    std::exit(0);
+}
+
+TEST(QtMessageLogDeathTest, WritesMessagesWhileStaticObjectsAreDestroyed)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // the program has threads
+    EXPECT_EXIT(logWhileStaticObjectsAreDestroyed(), testing::ExitedWithCode(0),
+                "Zephyr Console:\n\nQt info: the last message\n");
 }
 
 } // namespace

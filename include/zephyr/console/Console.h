@@ -216,12 +216,12 @@ public:
     /// follow it without a hold on the host program's own observer. \return the id that removeObserver() takes, which is
     /// never 0 and isn't used again. An empty function has an id too, and is never called.
     ///
-    /// - The host program's observer is called first, and the others in the order in which they were added, one after
-    ///   the other on the thread that made the change. None is called for a change from before it was added.
+    /// - The observer that was added last is called first, and the host program's own last, one after the other on the
+    ///   thread that made the change. None is called for a change from before it was added.
     /// - An observer is called for what another one does: inside of that one's call, unless it is running further out on
     ///   the same thread.
-    /// - The others are called although one throws what derives from `std::exception`. If anything else leaves one, those
-    ///   after it are not called for that change.
+    /// - The others are called although one throws what derives from `std::exception`. If anything else leaves one, the
+    ///   older ones are not called for that change.
     std::uint64_t addObserver(std::function<void()> observer);
 
     /// Removes the observer that addObserver() added as `id`, with the waiting that setObserver() describes. No thread

@@ -130,11 +130,17 @@ public:
     /// Mirrors the log in a file: truncates the file, writes the log to it as copyLog() copies it, and adds each entry
     /// as the log grows. Ends an earlier mirror; an empty name only does that.
     ///
-    /// An entry is written and flushed a few milliseconds after it was logged, and in any case before the key that
-    /// logged it has been handled. So a crash, or a console that is destroyed before this object, costs the entries of
-    /// the last milliseconds at most. A message of Qt's that ends the program is kept if captureQtMessages() is on. A
-    /// write error ends the mirror with one line in the log. A mirror costs a look at the log every 10 ms and a copy of
-    /// it in memory. \return whether the log could be written so far; false for an empty name.
+    /// - Before the call that logged an entry returns, on whatever thread, the system has the entry. So the file is
+    ///   complete when the program exits, aborts or crashes, in a command or anywhere else.
+    /// - A file that hangs, as a network's disk or a pipe that nobody reads may, delays the program by about a second,
+    ///   all told. The mirror then catches up by itself once the file answers. What is still missing at the program's
+    ///   end is lost.
+    /// - A write error ends the mirror with one line in the log. A named pipe must have a reader already.
+    /// - A process that fork() makes leaves the file alone. It may mirror its log in another one.
+    /// - A mirror costs a thread, and some 20 microseconds an entry.
+    ///
+    /// \return whether the log could be written so far: false for an empty name too, and for a file that hangs from the
+    /// start.
     bool mirrorLog(const QString& fileName);
 
     /// Starts or stops writing Qt's own messages (qDebug(), qWarning() and so on, from any thread) into the log. Each
