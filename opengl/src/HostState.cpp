@@ -35,8 +35,7 @@ PictureBlending::PictureBlending(GlFunctions& gl)
                  static_cast<GLenum>(gl.integer(GL_BLEND_SRC_ALPHA)),
                  static_cast<GLenum>(gl.integer(GL_BLEND_DST_ALPHA))},
       mEquations{static_cast<GLenum>(gl.integer(GL_BLEND_EQUATION_RGB)),
-                 static_cast<GLenum>(gl.integer(GL_BLEND_EQUATION_ALPHA))},
-      mMask{}
+                 static_cast<GLenum>(gl.integer(GL_BLEND_EQUATION_ALPHA))}
 {
     gl.glGetBooleanv(GL_COLOR_WRITEMASK, mMask.data());
     gl.setEnabledFirst(GL_BLEND, true, mHasIndexedMasks);
@@ -84,7 +83,7 @@ void PictureBlending::setMask(const std::array<GLboolean, 4>& mask)
 // Viewport
 
 PictureViewport::PictureViewport(GlFunctions& gl, const QRect& viewport)
-    : mGl(gl), mIsScissored(gl.glIsEnabled(GL_SCISSOR_TEST) == GL_TRUE), mViewport{}
+    : mGl(gl), mIsScissored(gl.glIsEnabled(GL_SCISSOR_TEST) == GL_TRUE)
 {
     gl.glGetFloatv(GL_VIEWPORT, mViewport.data());
     setViewport({static_cast<GLfloat>(viewport.x()), static_cast<GLfloat>(viewport.y()),

@@ -47,7 +47,7 @@ private:
     const bool mIsEnabled;
     std::array<GLenum, 4> mFunctions;
     std::array<GLenum, 2> mEquations;
-    std::array<GLboolean, 4> mMask;
+    std::array<GLboolean, 4> mMask{};
 };
 
 /// Sets the first viewport, without a scissor, and maps the lower end of the clip volume to the lower edge.
@@ -64,7 +64,7 @@ private:
 
     GlFunctions& mGl;
     const bool mIsScissored;
-    std::array<GLfloat, 4> mViewport; // which need not be whole numbers
+    std::array<GLfloat, 4> mViewport{}; // which need not be whole numbers
     GLenum mClipOrigin = 0;
     GLenum mClipDepthMode = 0;
 };

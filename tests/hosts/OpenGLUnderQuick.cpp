@@ -15,7 +15,8 @@ class Window : public QQuickWindow
 public:
     Window()
     {
-        setPersistentGraphics(false); // so that the triangle ends on the render thread when the window is closed
+        // The triangle ends on the render thread when the window is closed.
+        setPersistentGraphics(false);
         setPersistentSceneGraph(false);
         connect(
             this, &QQuickWindow::sceneGraphInitialized, this, [this] { setUp(); }, Qt::DirectConnection);

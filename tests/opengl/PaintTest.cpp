@@ -3,6 +3,7 @@
 #include "opengl/StateRecord.h"
 #include "opengl/WarningLog.h"
 
+#include <QOpenGLPaintDevice>
 #include <QPainter>
 #include <QThread>
 
@@ -120,6 +121,29 @@ TEST_P(OpenGLPaint, ShowsAConsoleThatTheHostOpenedAtTheConsoleItself)
     context.fill(DrawnConsole::kBehind);
     drawn.console->paint();
     EXPECT_EQ(DrawnConsole::kBehind.rgb(), context.picture().pixel(0, 0));
+}
+
+TEST_P(OpenGLPaint, IsDrawnInThePlaceOfAPaintersNativePainting)
+{
+    const auto paintAround = [](QPaintDevice& device, const std::function<void(QPainter&)>& native) {
+        QPainter painter(&device);
+        painter.fillRect(0, 0, 100, 100, Qt::darkRed);
+        native(painter);
+        painter.fillRect(100, 100, 100, 100, Qt::darkYellow);
+    };
+    DrawnConsole plain;
+    QImage expected(DrawnConsole::kSize, QImage::Format_RGB32);
+    expected.fill(DrawnConsole::kBehind);
+    paintAround(expected, [&](QPainter& painter) { plain.console->paint(painter); });
+
+    context.bindFrame(DrawnConsole::kSize, DrawnConsole::kBehind);
+    QOpenGLPaintDevice device(DrawnConsole::kSize);
+    paintAround(device, [&](QPainter& painter) {
+        painter.beginNativePainting();
+        drawn.console->paint();
+        painter.endNativePainting();
+    });
+    EXPECT_TRUE(nearPixels(expected, context.picture()));
 }
 
 /// Draws as a host that sets its state once: a triangle whose program, buffer, culling and depth test stay as they are.
