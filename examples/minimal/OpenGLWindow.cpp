@@ -1,12 +1,10 @@
-// A console in a QOpenGLWindow, on top of what OpenGL draws.
+// A console in a QOpenGLWindow, on top of what OpenGL draws by hand.
 
-#include "zephyr/console/qt/ConsoleHost.h"
+#include "zephyr/console/opengl/OpenGLConsole.h"
 
 #include <QGuiApplication>
 #include <QOpenGLFunctions>
-#include <QOpenGLPaintDevice>
 #include <QOpenGLWindow>
-#include <QPainter>
 
 #include <memory>
 #include <string>
@@ -38,15 +36,12 @@ protected:
     {
         context()->functions()->glClearColor(0.16f, 0.31f, 0.47f, 1.0f);
         context()->functions()->glClear(GL_COLOR_BUFFER_BIT);
-        QOpenGLPaintDevice device(size() * devicePixelRatio()); // in the display's pixels
-        device.setDevicePixelRatio(devicePixelRatio());
-        QPainter painter(&device);
-        mHost.paint(painter);
+        mHost.paint();
     }
 
 private:
     std::shared_ptr<Console> mConsole = std::make_shared<Console>();
-    qt::ConsoleHost mHost{mConsole, this};
+    opengl::OpenGLConsole mHost{mConsole, this};
 };
 
 int main(int argc, char** argv)

@@ -14,3 +14,8 @@ cd "$directory"
 "${compiler[@]}" -fPIC -shared -o plugin.so "$sources/plugin.cpp" "${flags[@]}"
 "${compiler[@]}" -fPIC -o consumer "$sources/main.cpp" "${flags[@]}"
 ./consumer ./plugin.so
+
+quoted=$(pkg-config --cflags --libs ZephyrConsoleOpenGL)
+eval "flags=($quoted)"
+"${compiler[@]}" -fPIC -o opengl_consumer "$sources/opengl.cpp" "${flags[@]}"
+QT_QPA_PLATFORM=offscreen ./opengl_consumer
