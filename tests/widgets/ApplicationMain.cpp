@@ -18,7 +18,8 @@ int main(int argc, char** argv)
         qputenv("DISPLAY", display->environment().value("DISPLAY").toLatin1());
         windowManager.setProcessEnvironment(display->environment());
         windowManager.start(OPENBOX_PROGRAM, {});
-        while (display->answerOf(XDOTOOL_PROGRAM, {"get_num_desktops"}).isEmpty()) { // it isn't ready yet
+        while (display->answerOf(XDOTOOL_PROGRAM, {"get_num_desktops"}).toInt() == 0) {
+            // the window manager isn't ready yet
         }
     }
     const QApplication application(argc, argv);
