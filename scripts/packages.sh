@@ -2,7 +2,7 @@
 # shellcheck shell=bash disable=SC2034
 build_packages=(cmake ninja-build g++ qt6-base-dev libglm-dev libgl-dev fonts-dejavu-core)
 test_packages=("${build_packages[@]}" libqt6opengl6-dev qt6-declarative-dev libxcb1-dev libgtest-dev librapidcheck-dev
-  xvfb xdotool x11-utils x11-xkb-utils imagemagick binutils clang pkg-config)
+  xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick binutils clang pkg-config)
 check_packages=("${test_packages[@]}" clang-format clang-tidy clang-tools cppcheck)
 coverage_packages=("${test_packages[@]}" llvm libclang-rt-14-dev)
 docs_packages=(doxygen graphviz fonts-dejavu-core python3-markdown-it python3-mdit-py-plugins)

@@ -1,6 +1,6 @@
-// A console in a QWidget.
+// A console over a QWidget.
 
-#include "zephyr/console/qt/ConsoleHost.h"
+#include "zephyr/console/widgets/ConsoleOverlay.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -27,9 +27,8 @@ class Widget : public QWidget
 public:
     Widget()
     {
-        setFocusPolicy(Qt::StrongFocus); // a child widget gets no keys without it
-        mConsole->registerCommand(std::make_unique<GreetCommand>());
-        connect(&mHost, &qt::ConsoleHost::repaintNeeded, this, qOverload<>(&QWidget::update));
+        setWindowTitle("Widget");
+        mOverlay.console()->registerCommand(std::make_unique<GreetCommand>());
     }
 
 protected:
@@ -38,12 +37,10 @@ protected:
         QPainter painter(this);
         painter.fillRect(rect(), QColor(40, 80, 120));
         painter.drawText(rect(), Qt::AlignCenter, "Press the key left of 1.");
-        mHost.paint(painter);
     }
 
 private:
-    std::shared_ptr<Console> mConsole = std::make_shared<Console>();
-    qt::ConsoleHost mHost{mConsole, this};
+    widgets::ConsoleOverlay mOverlay{this};
 };
 
 int main(int argc, char** argv)
