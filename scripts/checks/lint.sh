@@ -18,5 +18,5 @@ run-clang-tidy -quiet -p build/lint "^$PWD/(?!build/)" >build/lint/clang-tidy.lo
 }
 cppcheck --quiet --enable=warning,performance,portability --std=c++20 --library=qt --error-exitcode=1 \
   -I include -I common/include -I qt/include -I src -I build/lint/src/include -I build/lint/common/include \
-  -I build/lint/qt/include src common/src qt/src examples
+  -I build/lint/qt/include -I quick/include -I quick/src -I build/lint/quick/include src common/src qt/src quick/src examples
 echo "clang-tidy, cppcheck: no findings"
