@@ -6,7 +6,6 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QPlainTextEdit>
-#include <QStatusBar>
 #include <QToolBar>
 
 using namespace zephyr::console;
@@ -22,8 +21,6 @@ public:
             file->addAction("&Clear", QKeySequence("Ctrl+L"), this, [this] { mEditor->clear(); });
         file->addAction("&Quit", QKeySequence("Ctrl+Q"), this, &QWidget::close);
         addToolBar("Tools")->addAction(clear);
-        connect(&mOverlay.host(), &qt::ConsoleHost::openChanged, this,
-                [this](bool open) { statusBar()->showMessage(open ? "The console is open." : ""); });
     }
 
 private:

@@ -25,23 +25,18 @@ public:
 class Window : public QOpenGLWindow
 {
 public:
-    Window()
-    {
-        mConsole->registerCommand(std::make_unique<GreetCommand>());
-        connect(&mHost, &qt::ConsoleHost::repaintNeeded, this, qOverload<>(&QOpenGLWindow::update));
-    }
+    Window() { mConsole.console()->registerCommand(std::make_unique<GreetCommand>()); }
 
 protected:
     void paintGL() override
     {
         context()->functions()->glClearColor(0.16f, 0.31f, 0.47f, 1.0f);
         context()->functions()->glClear(GL_COLOR_BUFFER_BIT);
-        mHost.paint();
+        mConsole.paint();
     }
 
 private:
-    std::shared_ptr<Console> mConsole = std::make_shared<Console>();
-    opengl::OpenGLConsole mHost{mConsole, this};
+    opengl::OpenGLConsole mConsole{this};
 };
 
 int main(int argc, char** argv)

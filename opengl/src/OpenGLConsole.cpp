@@ -69,9 +69,6 @@ public:
     Private(const Private&) = delete;
     Private& operator=(const Private&) = delete;
 
-    /// Keeps the console alive as long as this object.
-    void own(const std::shared_ptr<Console>& console) { mOwn = console; }
-
     /// Keeps the object's ratio for the thread that paints.
     void noteRatio()
     {
@@ -156,23 +153,25 @@ private:
 
     OpenGLConsole& mConsole;
     const QPointer<QObject> mObject;
-    std::shared_ptr<Console> mOwn;
     std::atomic<qreal> mRatio{1.0};
     bool mHasWarned = false;
     QImage mImage;
     std::shared_ptr<ContextPicture> mPicture;
 };
 
-OpenGLConsole::OpenGLConsole(QObject* object) : OpenGLConsole(object, std::make_shared<Console>()) {}
-
-OpenGLConsole::OpenGLConsole(QObject* object, const std::shared_ptr<Console>& own)
-    : OpenGLConsole(own, object)
+OpenGLConsole::OpenGLConsole(QObject* object)
+    : ConsoleHost(object), mPrivate(std::make_unique<Private>(*this, object))
 {
-    mPrivate->own(own);
+    followRatio();
 }
 
 OpenGLConsole::OpenGLConsole(const std::shared_ptr<Console>& console, QObject* object, QObject* parent)
     : ConsoleHost(console, object, parent), mPrivate(std::make_unique<Private>(*this, object))
+{
+    followRatio();
+}
+
+void OpenGLConsole::followRatio()
 {
     connect(this, &ConsoleHost::repaintNeeded, this, [this] { mPrivate->noteRatio(); });
 }

@@ -19,7 +19,8 @@ void ChangeNotice::post()
     const std::lock_guard lock(mMutex);
     try {
         if (mReceiver != nullptr) {
-            QMetaObject::invokeMethod(mReceiver, [this] { call(); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                mReceiver, [this] { call(); }, Qt::QueuedConnection);
         }
     } catch (const std::bad_alloc&) {
         mIsPosted = false;

@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QPen>
 #include <QTransform>
+#include <QVariant>
 #include <QtMath>
 
 #include <algorithm>
@@ -55,6 +56,14 @@ void resetState(QPainter& painter)
 bool countsLogicalPixels(const QPaintDevice& device)
 {
     return dynamic_cast<const QObject*>(&device) != nullptr && device.devicePixelRatioF() != 1.0;
+}
+
+/// Whether a device is a widget with a font of its own, whose weight, slant and the like a painter gives to each font
+/// that doesn't set them.
+bool changesFonts(const QPaintDevice& device)
+{
+    const auto* const object = dynamic_cast<const QObject*>(&device);
+    return object != nullptr && object->isWidgetType() && object->property("font").value<QFont>() != QFont();
 }
 
 /// Whether a painter is scaled, as an item's painter is, whose device has no pixel ratio.
@@ -109,7 +118,7 @@ std::optional<FramePainter::Layer> FramePainter::layerFor(const QPainter& painte
     const QTransform transform =
         painter.combinedTransform() * QTransform::fromScale(1.0 / ratio, 1.0 / ratio);
     const bool isLogical = countsLogicalPixels(device);
-    if (!isLogical && !isScaled(transform)) {
+    if (!isLogical && !isScaled(transform) && !changesFonts(device)) {
         return std::nullopt;
     }
     const double pixelsPerUnit = isLogical ? ratio : 1.0;

@@ -29,7 +29,6 @@ public:
         connect(
             this, &QQuickWindow::sceneGraphInvalidated, this, [this] { mTriangle.reset(); },
             Qt::DirectConnection);
-        connect(&mConsole, &console::qt::ConsoleHost::repaintNeeded, this, &QQuickWindow::update);
     }
 
 private:

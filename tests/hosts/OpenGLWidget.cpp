@@ -13,12 +13,6 @@ using namespace zephyr;
 class Widget : public QOpenGLWidget
 {
 public:
-    Widget()
-    {
-        setFocusPolicy(Qt::StrongFocus);
-        connect(&mConsole, &console::qt::ConsoleHost::repaintNeeded, this, qOverload<>(&QWidget::update));
-    }
-
     ~Widget() override
     {
         makeCurrent();

@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QDeadlineTimer>
 #include <QImage>
+#include <QPoint>
 #include <QProcess>
 #include <QString>
 #include <QStringList>
@@ -17,6 +18,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace zephyr::test {
 
@@ -24,9 +26,11 @@ namespace zephyr::test {
 class HostProgram
 {
 public:
-    /// Starts the program, with OpenGL in software, and gives its window the keyboard. `usesOpenGL` tells whether the
-    /// program draws with OpenGL.
-    HostProgram(const QString& program, int scale, bool usesOpenGL)
+    /// Starts the program, with OpenGL in software, and gives its window the keyboard, the one called `title` if it has
+    /// several. `usesOpenGL` tells whether the program draws with OpenGL. A window manager runs if one is named.
+    HostProgram(const QString& program, int scale, bool usesOpenGL, QString title = {},
+                const QString& windowManager = {})
+        : mTitle(std::move(title))
     {
         QProcessEnvironment environment = mDisplay.environment();
         environment.insert("QT_QPA_PLATFORM", "xcb");
@@ -41,6 +45,10 @@ public:
             // Mesa unloads its driver without freeing all memory; the leaks can't be told from the program's.
             environment.insert("ASAN_OPTIONS", environment.value("ASAN_OPTIONS") + ":detect_leaks=0");
         }
+        if (!windowManager.isEmpty()) {
+            mWindowManager.setProcessEnvironment(environment);
+            mWindowManager.start(windowManager, {});
+        }
         mProcess.setProcessEnvironment(environment);
         mProcess.start(program, {});
         waitUntil([this] { return takeFocus(); });
@@ -48,8 +56,10 @@ public:
 
     ~HostProgram()
     {
-        mProcess.kill();
-        mProcess.waitForFinished(kProcessTimeoutMs);
+        for (QProcess* const process : {&mProcess, &mWindowManager}) {
+            process->kill();
+            process->waitForFinished(kProcessTimeoutMs);
+        }
     }
 
     HostProgram(const HostProgram&) = delete;
@@ -66,6 +76,13 @@ public:
     }
 
     void type(const QString& text) { mDisplay.send({"type", text}); }
+
+    /// Clicks a button of the mouse at a place in the window, in the display's pixels. Buttons 4 and 5 are the wheel.
+    void click(QPoint place, int button)
+    {
+        mDisplay.send({"mousemove", "--window", mWindow, QString::number(place.x()),
+                       QString::number(place.y()), "click", QString::number(button)});
+    }
 
     /// Takes pictures of the window until one is right or the time is up. \return the last one.
     QImage pictureThat(const std::function<bool(const QImage&)>& isRight)
@@ -104,10 +121,13 @@ private:
 
     bool takeFocus()
     {
-        mWindow = mDisplay
-                      .answerOf(XDOTOOL_PROGRAM,
-                                {"search", "--onlyvisible", "--pid", QString::number(mProcess.processId())})
-                      .trimmed();
+        QStringList search{"search", "--all", "--onlyvisible", "--pid",
+                           QString::number(mProcess.processId())};
+        if (!mTitle.isEmpty()) {
+            search << "--name"
+                   << "^" + mTitle + "$";
+        }
+        mWindow = mDisplay.answerOf(XDOTOOL_PROGRAM, search).trimmed();
         if (!mWindow.isEmpty() &&
             mDisplay.answerOf(XDOTOOL_PROGRAM, {"getwindowfocus", "-f"}).trimmed() == mWindow) {
             return true;
@@ -161,7 +181,9 @@ private:
         return reply->atom;
     }
 
+    const QString mTitle;
     VirtualDisplay mDisplay;
+    QProcess mWindowManager;
     QProcess mProcess;
     QByteArray mWindow; // the window's number as xdotool prints it
 };

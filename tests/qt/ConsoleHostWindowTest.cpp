@@ -363,6 +363,36 @@ TEST(AGraphicsView, IsScrolledByItsConsole)
     EXPECT_NE(before, view.verticalScrollBar()->value());
 }
 
+TEST(AWidgetWithAFont, KeepsItFromTheConsole)
+{
+    class Painted : public QWidget
+    {
+    public:
+        Painted()
+        {
+            resize(kSize);
+            host.setOpen(true);
+        }
+
+    protected:
+        void paintEvent(QPaintEvent*) override
+        {
+            QPainter painter(this);
+            host.paint(painter);
+        }
+
+    private:
+        ConsoleHost host{this};
+    };
+    Painted plain;
+    Painted italic;
+    QFont font;
+    font.setItalic(true);
+    font.setUnderline(true);
+    italic.setFont(font);
+    EXPECT_EQ(plain.grab().toImage(), italic.grab().toImage());
+}
+
 TEST(ADockWidget, KeepsItsConsoleWhenItIsUndocked)
 {
     QMainWindow window;

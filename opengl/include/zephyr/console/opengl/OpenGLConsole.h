@@ -59,7 +59,7 @@ public:
 private:
     class ZEPHYR_CONSOLE_OPENGL_NO_EXPORT Private;
 
-    ZEPHYR_CONSOLE_OPENGL_NO_EXPORT OpenGLConsole(QObject* object, const std::shared_ptr<Console>& own);
+    ZEPHYR_CONSOLE_OPENGL_NO_EXPORT void followRatio();
 
     std::unique_ptr<Private> mPrivate;
 };
