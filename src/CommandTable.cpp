@@ -11,6 +11,16 @@ void CommandTable::add(const std::u32string& name, std::unique_ptr<ConsoleComman
     entry = std::move(command);
 }
 
+bool CommandTable::remove(const std::u32string& name)
+{
+    auto entry = mCommands.extract(name); // out of the table before the command is destroyed
+    if (entry.empty()) {
+        return false;
+    }
+    retire(std::move(entry.mapped()));
+    return true;
+}
+
 ConsoleCommand* CommandTable::find(const std::u32string& name) const
 {
     const auto found = mCommands.find(name);

@@ -50,6 +50,9 @@ public:
     /// keeps `command`.
     void add(const std::u32string& name, std::unique_ptr<ConsoleCommand>&& command);
 
+    /// Removes the command filed under exactly `name`. \return false if there is none.
+    bool remove(const std::u32string& name);
+
     /// The command filed under exactly `name`, or null.
     ConsoleCommand* find(const std::u32string& name) const;
 

@@ -390,6 +390,8 @@ void Console::registerCommand(std::unique_ptr<ConsoleCommand>&& command)
     mPrivate->mCommands.add(command->name(), std::move(command));
 }
 
+bool Console::unregisterCommand(const std::u32string& name) { return mPrivate->mCommands.remove(name); }
+
 ConsoleCommand* Console::lookupCommand(const std::u32string& name) { return mPrivate->mCommands.find(name); }
 
 const std::vector<std::u32string>* Console::lookupAlias(const std::u32string& name) const

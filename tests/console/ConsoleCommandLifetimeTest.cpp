@@ -26,7 +26,7 @@ using test::Life;
 using test::output;
 using Lines = std::vector<test::LogLine>;
 
-/// When a command goes that is replaced or shut down.
+/// When a command goes that is replaced, unregistered or shut down.
 class ConsoleCommandLifetime : public testing::Test
 {
 protected:
@@ -60,6 +60,28 @@ TEST_F(ConsoleCommandLifetime, EndsAtOnceAtAShutdownByAnotherCommand)
     });
     mConsole.execute(U"quit");
     EXPECT_TRUE(quit.expired());
+}
+
+TEST_F(ConsoleCommandLifetime, EndsAtOnceWhenItIsUnregistered)
+{
+    const Life wind = addMortal(U"wind");
+    EXPECT_TRUE(mConsole.unregisterCommand(U"wind"));
+    EXPECT_TRUE(wind.expired());
+    EXPECT_EQ(nullptr, mConsole.lookupCommand(U"wind"));
+    EXPECT_FALSE(mConsole.unregisterCommand(U"wind"));
+    EXPECT_NE(nullptr, mConsole.lookupCommand(U"help"));
+}
+
+TEST_F(ConsoleCommandLifetime, EndsWhenItsCallReturnsIfItUnregistersItself)
+{
+    Life once;
+    once = addMortal(U"once", [&](const ConsoleArgs&, Console& console) {
+        EXPECT_TRUE(console.unregisterCommand(U"once"));
+        EXPECT_EQ(nullptr, console.lookupCommand(U"once"));
+        EXPECT_FALSE(once.expired());
+    });
+    mConsole.execute(U"once");
+    EXPECT_TRUE(once.expired());
 }
 
 TEST_F(ConsoleCommandLifetime, EndsWhenItsOwnCallReturnsThoughAnOuterCommandGoesOn)

@@ -118,8 +118,12 @@ public:
     /// `command->name()` throws; `command` is then still the caller's.
     void registerCommand(std::unique_ptr<ConsoleCommand>&& command);
 
+    /// Destroys the command registered under exactly `name`, when registerCommand() says of one that is replaced.
+    /// \return false if there is none. O(log n).
+    bool unregisterCommand(const std::u32string& name);
+
     /// The command registered under exactly `name`, or null. It stays the console's, and lives until it is
-    /// replaced or the console is shut down or destroyed. O(log n).
+    /// replaced or unregistered, or the console is shut down or destroyed. O(log n).
     ConsoleCommand* lookupCommand(const std::u32string& name);
 
     /// The lines of the alias named exactly `name`, or null. The pointer is valid until that alias is

@@ -31,7 +31,7 @@ struct ArgHandler
 ///
 /// - Threads: a command runs on the thread that executes the line, the one that owns the console.
 /// - Ownership: the console owns a registered command. It destroys the command when another takes its name, at
-///   Console::shutdown() and in its own destructor; at once, unless a function of the command is running. A command's
+///   Console::unregisterCommand(), at Console::shutdown() and in its own destructor; at once, unless a function of the command is running. A command's
 ///   destructor must not use the console.
 /// - Failure: a command answers bad usage by lines in the console. An exception that it throws leaves through
 ///   Console::execute(), Console::keyPressed() and Console::runFile() to the host.
