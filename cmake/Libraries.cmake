@@ -17,21 +17,30 @@ function(zephyr_compile_settings target)
 endfunction()
 
 # zephyr_add_library(TARGET ALIAS name PACKAGE package EXPORT_HEADER path MACRO prefix HEADERS dir LINKS target...
-#   SOURCES file...)
+#   SOURCES file... [COMPONENT component] [QML_MODULE])
 # Adds a versioned shared library TARGET with the alias Zephyr::name, and installs it with its headers in the CMake package
-# `package`. Its objects are compiled once, as TARGETObjects, so that tests of symbols that aren't exported link the same
-# code.
+# `package`. COMPONENT names what is installed by itself, so that a program without it pulls nothing of what it links;
+# without it, the library is installed as a part of "Runtime".
+#
+# The library's objects are compiled once, as TARGETObjects, so that tests of symbols that aren't exported link the same
+# code. With QML_MODULE they are compiled as TARGET itself, where qt_add_qml_module() looks for them.
 function(zephyr_add_library target)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "ALIAS;PACKAGE;EXPORT_HEADER;MACRO;HEADERS" "SOURCES;LINKS")
-  add_library(${target}Objects OBJECT ${arg_SOURCES})
-  add_library(${target} SHARED $<TARGET_OBJECTS:${target}Objects>)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "QML_MODULE" "ALIAS;PACKAGE;EXPORT_HEADER;MACRO;HEADERS;COMPONENT" "SOURCES;LINKS")
+  if(arg_QML_MODULE)
+    set(compiled ${target})
+    add_library(${target} SHARED ${arg_SOURCES})
+  else()
+    set(compiled ${target}Objects ${target})
+    add_library(${target}Objects OBJECT ${arg_SOURCES})
+    add_library(${target} SHARED $<TARGET_OBJECTS:${target}Objects>)
+  endif()
   add_library(Zephyr::${arg_ALIAS} ALIAS ${target})
 
   generate_export_header(${target} BASE_NAME ${arg_MACRO}
     EXPORT_FILE_NAME ${CMAKE_CURRENT_BINARY_DIR}/include/${arg_EXPORT_HEADER})
-  target_compile_definitions(${target}Objects PRIVATE ${target}_EXPORTS)
 
-  foreach(built IN ITEMS ${target}Objects ${target})
+  foreach(built IN LISTS compiled)
+    target_compile_definitions(${built} PRIVATE ${target}_EXPORTS)
     zephyr_compile_settings(${built})
     target_include_directories(${built} PUBLIC
       $<BUILD_INTERFACE:${arg_HEADERS}>
@@ -52,15 +61,20 @@ function(zephyr_add_library target)
     SOVERSION ${PROJECT_VERSION_MAJOR}
     EXPORT_NAME ${arg_ALIAS}
     LINK_DEPENDS ${version_script})
-  zephyr_install_library(${target} ${arg_PACKAGE} ${arg_HEADERS} ${CMAKE_CURRENT_BINARY_DIR}/include)
+  if(NOT arg_COMPONENT)
+    set(arg_COMPONENT Runtime)
+  endif()
+  set_property(GLOBAL APPEND PROPERTY ZEPHYR_RUNTIME_COMPONENTS ${arg_COMPONENT})
+  set_property(GLOBAL APPEND PROPERTY ZEPHYR_LIBRARY_DIRS ${CMAKE_CURRENT_BINARY_DIR})
+  zephyr_install_library(${target} ${arg_PACKAGE} ${arg_COMPONENT} ${arg_HEADERS} ${CMAKE_CURRENT_BINARY_DIR}/include)
 endfunction()
 
-# zephyr_install_library(TARGET package headers...)
-# Installs TARGET in the CMake package `package`, the headers below each folder, and a pkg-config file made from
-# cmake/TARGET.pc.in.
-function(zephyr_install_library target package)
+# zephyr_install_library(TARGET package component headers...)
+# Installs TARGET as a part of `component` and in the CMake package `package`, the headers below each folder, and a
+# pkg-config file made from cmake/TARGET.pc.in.
+function(zephyr_install_library target package component)
   install(TARGETS ${target} EXPORT ${target}Targets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development)
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${component} NAMELINK_COMPONENT Development)
   set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
   foreach(headers IN LISTS ARGN)
     install(DIRECTORY ${headers}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT Development
@@ -75,6 +89,23 @@ function(zephyr_install_library target package)
     OUTPUT_VARIABLE prefix_from_pkgconfig)
   configure_file(${PROJECT_SOURCE_DIR}/cmake/${target}.pc.in ${PROJECT_BINARY_DIR}/cmake/${target}.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/cmake/${target}.pc DESTINATION ${pkgconfig_dir} COMPONENT Development)
+endfunction()
+
+set(ZEPHYR_CONSOLE_QML_DIR ${CMAKE_INSTALL_LIBDIR}/qt6/qml CACHE STRING
+  "Where QML modules are installed, below the prefix; Qt's own folder makes imports work without QML_IMPORT_PATH")
+
+# zephyr_install_qml_module(PLUGIN path)
+# Installs a QML module whose plugin is the target PLUGIN: the plugin, and what tools read of it.
+function(zephyr_install_qml_module plugin path)
+  set(dir ${ZEPHYR_CONSOLE_QML_DIR}/${path})
+  zephyr_compile_settings(${plugin})
+  cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR
+    BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}/${dir} OUTPUT_VARIABLE libraries_from_plugin)
+  set_target_properties(${plugin} PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries_from_plugin}")
+  install(TARGETS ${plugin} LIBRARY DESTINATION ${dir} COMPONENT QmlModule)
+  get_target_property(backing ${plugin} QT_QML_MODULE_BACKING_TARGET)
+  get_target_property(built_dir ${plugin} LIBRARY_OUTPUT_DIRECTORY)
+  install(FILES ${built_dir}/qmldir ${built_dir}/${backing}.qmltypes DESTINATION ${dir} COMPONENT QmlModule)
 endfunction()
 
 # zephyr_install_package(PACKAGE)

@@ -1,0 +1,123 @@
+#ifndef ZEPHYR_CONSOLE_QUICK_CONSOLEOVERLAY_H
+#define ZEPHYR_CONSOLE_QUICK_CONSOLEOVERLAY_H
+
+#include "zephyr/console/quick/ConsoleHandle.h"
+
+#include <QPointer>
+#include <QQuickItem>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+#include <memory>
+
+namespace zephyr::console::qt {
+class ConsoleHost;
+}
+
+namespace zephyr::console::quick {
+
+/// A console over a Qt Quick scene: `ConsoleOverlay { }` in any item of a window.
+///
+/// - It is as large as its parent, unless it gets anchors or a size, and lies above its siblings.
+/// - It never has the focus. While it is closed it draws nothing and lets mouse and keys through.
+/// - It is drawn by the scene graph, in the one picture that updatePaintNode() makes. That runs on the render thread
+///   while the GUI thread waits.
+class ConsoleOverlay : public QQuickItem
+{
+    Q_OBJECT
+    QML_ELEMENT
+
+    /// The console that is shown. By default one of the overlay's own; null brings that back.
+    Q_PROPERTY(
+        zephyr::console::quick::ConsoleHandle* handle READ handle WRITE setHandle NOTIFY handleChanged FINAL)
+
+    /// Whether the console is open.
+    Q_PROPERTY(bool open READ isOpen WRITE setOpen NOTIFY openChanged FINAL)
+
+    /// The path of a file that mirrors the log as it grows; empty for none, the default. The file is overwritten.
+    Q_PROPERTY(QString mirrorFile READ mirrorFile WRITE setMirrorFile NOTIFY mirrorFileChanged FINAL)
+
+    /// Whether Qt's own messages, such as those of `console.log()`, become lines of the log. False by default.
+    Q_PROPERTY(bool captureQtMessages READ captureQtMessages WRITE setCaptureQtMessages NOTIFY
+                   captureQtMessagesChanged FINAL)
+
+    /// Whether the open console keeps the mouse and touches from what lies below it. True by default.
+    Q_PROPERTY(bool takesMouse READ takesMouse WRITE setTakesMouse NOTIFY takesMouseChanged FINAL)
+
+public:
+    explicit ConsoleOverlay(QQuickItem* parent = nullptr);
+    ~ConsoleOverlay() override;
+
+    ConsoleHandle* handle();
+    void setHandle(ConsoleHandle* handle);
+
+    bool isOpen() const;
+    void setOpen(bool open);
+
+    const QString& mirrorFile() const { return mMirrorFile; }
+    void setMirrorFile(const QString& file);
+
+    bool captureQtMessages() const { return mCapturesQtMessages; }
+    void setCaptureQtMessages(bool capture);
+
+    bool takesMouse() const { return mTakesMouse; }
+    void setTakesMouse(bool take);
+
+    /// Writes each line of `text` to the log.
+    Q_INVOKABLE void write(const QString& text);
+
+    /// Runs `line` as if it had been typed, but leaves it out of the history. An exception becomes one line in the log;
+    /// in a Command's onRun it is thrown there instead.
+    Q_INVOKABLE void execute(const QString& line);
+
+    /// Copies the whole log to the clipboard.
+    Q_INVOKABLE void copyLog();
+
+signals:
+    void handleChanged();
+    void openChanged();
+    void mirrorFileChanged();
+    void captureQtMessagesChanged();
+    void takesMouseChanged();
+
+    /// A command, a completion or the console threw an exception. `message` is the line in the log that says so.
+    void exceptionCaught(const QString& message);
+
+protected:
+    void componentComplete() override;
+    QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData*) override;
+    void itemChange(ItemChange change, const ItemChangeData& data) override;
+    void geometryChange(const QRectF& now, const QRectF& before) override;
+    void mousePressEvent(QMouseEvent*) override {} // an event that is not ignored goes no further
+    void mouseMoveEvent(QMouseEvent*) override {}
+    void mouseReleaseEvent(QMouseEvent*) override {}
+    void mouseDoubleClickEvent(QMouseEvent*) override {}
+    void touchEvent(QTouchEvent*) override {}
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void useHandle(ConsoleHandle* handle);
+    void showConsole();
+    void startMirror();
+    void syncOpen();
+    void followParent();
+    void fillParent();
+    bool keepsMouse() const { return isOpen() && mTakesMouse; }
+    QSize pixels() const;
+    void report(Console& console);
+
+    QPointer<ConsoleHandle> mHandle; // null for one of its own
+    std::unique_ptr<ConsoleHandle> mOwnHandle;
+    QPointer<QQuickItem> mFilled; // the parent whose size it takes
+    QString mMirrorFile;
+    bool mOpensAtStart = false;
+    bool mCapturesQtMessages = false;
+    bool mTakesMouse = true;
+    bool mIsShownOpen = false; // what openChanged() last announced
+
+    std::unique_ptr<qt::ConsoleHost> mHost; // null until the component is complete
+};
+
+} // namespace zephyr::console::quick
+
+#endif
