@@ -94,18 +94,17 @@ endfunction()
 set(ZEPHYR_CONSOLE_QML_DIR ${CMAKE_INSTALL_LIBDIR}/qt6/qml CACHE STRING
   "Where QML modules are installed, below the prefix; Qt's own folder makes imports work without QML_IMPORT_PATH")
 
-# zephyr_install_qml_module(PLUGIN path)
-# Installs a QML module whose plugin is the target PLUGIN: the plugin, and what tools read of it.
-function(zephyr_install_qml_module plugin path)
+# zephyr_install_qml_module(LIBRARY PLUGIN path)
+# Installs the QML module of LIBRARY: the target PLUGIN, by which QML loads the library, and what tools read of the types.
+function(zephyr_install_qml_module library plugin path)
   set(dir ${ZEPHYR_CONSOLE_QML_DIR}/${path})
   zephyr_compile_settings(${plugin})
   cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR
     BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}/${dir} OUTPUT_VARIABLE libraries_from_plugin)
   set_target_properties(${plugin} PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries_from_plugin}")
   install(TARGETS ${plugin} LIBRARY DESTINATION ${dir} COMPONENT QmlModule)
-  get_target_property(backing ${plugin} QT_QML_MODULE_BACKING_TARGET)
   get_target_property(built_dir ${plugin} LIBRARY_OUTPUT_DIRECTORY)
-  install(FILES ${built_dir}/qmldir ${built_dir}/${backing}.qmltypes DESTINATION ${dir} COMPONENT QmlModule)
+  install(FILES ${built_dir}/qmldir ${built_dir}/${library}.qmltypes DESTINATION ${dir} COMPONENT QmlModule)
 endfunction()
 
 # zephyr_install_package(PACKAGE)

@@ -1,11 +1,14 @@
 # The Debian packages that each script needs. Other scripts source this file.
 # shellcheck shell=bash disable=SC2034
 build_packages=(cmake ninja-build g++ qt6-base-dev libglm-dev libgl-dev fonts-dejavu-core)
-test_packages=("${build_packages[@]}" libqt6opengl6-dev qt6-declarative-dev libxcb1-dev libgtest-dev librapidcheck-dev
-  xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick binutils clang pkg-config)
+# What building and using all of the libraries needs beyond that.
+module_packages=(libqt6opengl6-dev qt6-declarative-dev)
+qml_packages=(qml6-module-qtquick qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript)
+test_packages=("${build_packages[@]}" "${module_packages[@]}" "${qml_packages[@]}" qt6-declarative-dev-tools libxcb1-dev
+  libgtest-dev librapidcheck-dev xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick binutils clang pkg-config)
 check_packages=("${test_packages[@]}" clang-format clang-tidy clang-tools cppcheck)
 coverage_packages=("${test_packages[@]}" llvm libclang-rt-14-dev)
 docs_packages=(doxygen graphviz fonts-dejavu-core python3-markdown-it python3-mdit-py-plugins)
-package_packages=("${docs_packages[@]}" "${build_packages[@]}" dpkg-dev binutils file lintian)
+package_packages=("${docs_packages[@]}" "${build_packages[@]}" "${module_packages[@]}" dpkg-dev binutils file lintian)
 bench_packages=("${build_packages[@]}" libbenchmark-dev tcl-dev liblua5.4-dev gnuplot-nox python3)
 fuzz_packages=("${build_packages[@]}" clang libclang-rt-14-dev)

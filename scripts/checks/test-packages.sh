@@ -3,23 +3,35 @@
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 source scripts/packages.sh
-scripts/install-packages.sh "${package_packages[@]}" pkg-config
+scripts/install-packages.sh "${package_packages[@]}" "${qml_packages[@]}" pkg-config
 scripts/package.sh
 
-packages=(libzephyrconsole1 libzephyrconsole-dev zephyr-sandbox)
-files=()
-for package in "${packages[@]}"; do
-  files+=("$PWD"/build/package/packages/"${package}"_*.deb)
+files=("$PWD"/build/package/packages/*.deb)
+packages=()
+for file in "${files[@]}"; do
+  package=$(dpkg-deb --field "$file" Package)
+  packages+=("$package")
   if dpkg-query -W "$package" >/dev/null 2>&1; then
     echo "error: $package is already installed on this system, and a test must not replace it" >&2
     exit 1
   fi
 done
+for expected in libzephyrconsole1 libzephyrconsole-quick1 qml6-module-zephyr-console libzephyrconsole-dev zephyr-sandbox; do
+  if [[ " ${packages[*]} " != *" $expected "* ]]; then
+    echo "error: there is no package $expected" >&2
+    exit 1
+  fi
+done
+kit=$(printf '%s\n' "${files[@]}" | grep /libzephyrconsole1_)
+if dpkg-deb --field "$kit" Depends | grep -E 'qt6(widgets|opengl|qml|quick)'; then
+  echo "error: libzephyrconsole1 needs modules of Qt that only other packages need" >&2
+  exit 1
+fi
 lintian --fail-on error --suppress-tags initial-upload-closes-no-bugs "${files[@]}"
 
 as_root=()
 [ "$(id -u)" -eq 0 ] || as_root=(sudo)
-consumer=$PWD/tests/install/consumer
+projects=$PWD/tests/install
 work=$(mktemp -d)
 installed=$work/installed
 clean_up() {
@@ -38,7 +50,7 @@ fi
 
 # The report goes into a file: in a pipe, grep -q would leave early, and readelf would fail.
 mapfile -t libraries < <(grep '\.so\.1$' "$installed")
-[ "${#libraries[@]}" -eq 3 ]
+[ "${#libraries[@]}" -eq "$(grep -c 'Targets\.cmake$' "$installed")" ]
 for library in "${libraries[@]}"; do
   readelf -W -d -l -s "$library" >"$work/report"
   for mark in BIND_NOW GNU_RELRO __stack_chk_fail; do
@@ -57,10 +69,12 @@ cd "$work"
 echo "run slalom" >go.console
 zephyr-sandbox --batch go.console >log
 grep -q obstacle log
-cmake -S "$consumer" -B build -DCMAKE_CXX_STANDARD=17 >/dev/null
-cmake --build build
-ctest --test-dir build --output-on-failure --no-tests=error
-"$consumer/build-with-pkg-config.sh" "$(dirname "$(grep 'libZephyrConsoleQt\.so$' "$installed")")" "$work/pkg-config" g++
+for project in consumer quick_consumer; do
+  cmake -S "$projects/$project" -B "$project" -DCMAKE_CXX_STANDARD=17 >/dev/null
+  cmake --build "$project"
+  ctest --test-dir "$project" --output-on-failure --no-tests=error
+done
+"$projects/consumer/build-with-pkg-config.sh" "$(dirname "$(grep 'libZephyrConsoleQt\.so$' "$installed")")" "$work/pkg-config" g++
 
 "${as_root[@]}" apt-get purge -y -qq "${packages[@]}" >/dev/null
 trap 'rm -rf "$work"' EXIT

@@ -35,6 +35,7 @@ constexpr Host kWidget{"Widget", WIDGET_PROGRAM, qRgb(40, 80, 120), kImageTolera
 constexpr Host kOpenGLWindow{
     "OpenGLWindow", OPENGL_WINDOW_PROGRAM, qRgb(41, 79, 120), kOpenGLTolerance, true, true};
 constexpr Host kQuickItem{"QuickItem", QUICK_ITEM_PROGRAM, qRgb(40, 80, 120), kImageTolerance, true, true};
+constexpr Host kQml{"Qml", QML_PROGRAM, qRgb(40, 80, 120), kImageTolerance, true, true};
 constexpr Host kReadmeWindow{"ReadmeWindow", README_WINDOW_PROGRAM, qRgb(0, 128, 128), kImageTolerance, false,
                              false};
 
@@ -118,7 +119,8 @@ TEST_P(MinimalHosts, ShowWhatIsTypedAndTheirOwnPictureWhenClosed)
 }
 
 INSTANTIATE_TEST_SUITE_P(, MinimalHosts,
-                         testing::Combine(testing::Values(kWidget, kOpenGLWindow, kQuickItem, kReadmeWindow),
+                         testing::Combine(testing::Values(kWidget, kOpenGLWindow, kQuickItem, kQml,
+                                                          kReadmeWindow),
                                           testing::Values(1, 2)),
                          [](const auto& instance) {
                              return std::string(std::get<0>(instance.param).name) + "AtScale" +
@@ -136,8 +138,8 @@ TEST(MinimalQuickItem, IsDrawnByTheThreadedRenderLoop)
 TEST(MinimalExamples, AreAtMostSixtyLinesLong)
 {
     const QDir examples(MINIMAL_EXAMPLES);
-    const QStringList files = examples.entryList({"*.cpp", "*.h"});
-    EXPECT_EQ(7, files.size());
+    const QStringList files = examples.entryList({"*.cpp", "*.h", "*.qml"});
+    EXPECT_EQ(9, files.size());
     for (const QString& name : files) {
         QFile file(examples.filePath(name));
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));

@@ -5,7 +5,9 @@ libraries=$1 directory=$2 compiler=("${@:3}")
 sources=$(cd "$(dirname "$0")" && pwd)
 export PKG_CONFIG_PATH=$libraries/pkgconfig LD_LIBRARY_PATH=$libraries
 
-pkg-config --print-errors --exists 'ZephyrConsole = 1.0.0'
+for library in "$libraries"/libZephyr*.so; do
+  pkg-config --print-errors --exists "$(basename "$library" .so | cut -c4-) = 1.0.0"
+done
 # Programs that link Qt must be position-independent, which Qt's pkg-config files don't say: hence -fPIC.
 quoted=$(pkg-config --cflags --libs ZephyrConsoleQt) # quoted for a shell
 eval "flags=($quoted)"

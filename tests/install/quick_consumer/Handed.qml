@@ -1,0 +1,12 @@
+import QtQuick
+import Zephyr.Console
+
+Item {
+    ConsoleOverlay {
+        handle: appConsole
+
+        Command {
+            name: "pause"
+        }
+    }
+}
