@@ -3,8 +3,7 @@
 build_packages=(cmake ninja-build g++ qt6-base-dev libglm-dev libgl-dev fonts-dejavu-core)
 # What building and using all of the libraries needs beyond that.
 module_packages=(libqt6opengl6-dev qt6-declarative-dev)
-qml_packages=(qml6-module-qtquick qml6-module-qtqml qml6-module-qtqml-models
-  qml6-module-qtqml-workerscript)
+qml_packages=(qml6-module-qtquick qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript)
 test_packages=("${build_packages[@]}" "${module_packages[@]}" "${qml_packages[@]}" qt6-declarative-dev-tools libxcb1-dev
   libgtest-dev librapidcheck-dev xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick binutils clang pkg-config)
 check_packages=("${test_packages[@]}" clang-format clang-tidy clang-tools cppcheck)

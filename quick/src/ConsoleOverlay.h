@@ -93,6 +93,9 @@ protected:
     void mouseReleaseEvent(QMouseEvent*) override {}
     void mouseDoubleClickEvent(QMouseEvent*) override {}
     void touchEvent(QTouchEvent*) override {}
+    void hoverEnterEvent(QHoverEvent*) override {}
+    void hoverMoveEvent(QHoverEvent*) override {}
+    void hoverLeaveEvent(QHoverEvent*) override {}
     void wheelEvent(QWheelEvent* event) override;
 
 private:
