@@ -79,7 +79,7 @@ void Command::componentComplete()
 {
     mIsComplete = true;
     if (const ConsoleOverlay* overlay = overlayAround(*this)) {
-        connect(overlay, &ConsoleOverlay::handleChanged, this, &Command::enroll);
+        connect(overlay, &ConsoleOverlay::consoleChanged, this, &Command::enroll);
     }
     enroll();
 }

@@ -56,6 +56,7 @@ class Command : public QObject, public QQmlParserStatus
     Q_PROPERTY(QJSValue candidates READ candidates WRITE setCandidates NOTIFY candidatesChanged FINAL)
 
     /// The console to add the command to. Null, the default, stands for that of the ConsoleOverlay around this object.
+    /// It isn't called `console`, so that `console.log()` works in onRun.
     Q_PROPERTY(
         zephyr::console::quick::ConsoleHandle* handle READ handle WRITE setHandle NOTIFY handleChanged FINAL)
 

@@ -69,7 +69,7 @@ void ConsoleOverlay::useHandle(ConsoleHandle* handle)
     if (isComponentComplete()) {
         showConsole();
     }
-    emit handleChanged();
+    emit consoleChanged();
 }
 
 void ConsoleOverlay::componentComplete()

@@ -27,9 +27,11 @@ class ConsoleOverlay : public QQuickItem
     Q_OBJECT
     QML_ELEMENT
 
-    /// The console that is shown. By default one of the overlay's own; null brings that back.
-    Q_PROPERTY(
-        zephyr::console::quick::ConsoleHandle* handle READ handle WRITE setHandle NOTIFY handleChanged FINAL)
+    /// The console that is shown. By default one of the overlay's own; null brings that back. In the overlay's own
+    /// handlers, and in a file whose root is an overlay, it hides the object that `console.log()` belongs to: write
+    /// `print()` there.
+    Q_PROPERTY(zephyr::console::quick::ConsoleHandle* console READ handle WRITE setHandle NOTIFY
+                   consoleChanged FINAL)
 
     /// Whether the console is open.
     Q_PROPERTY(bool open READ isOpen WRITE setOpen NOTIFY openChanged FINAL)
@@ -74,7 +76,7 @@ public:
     Q_INVOKABLE void copyLog();
 
 signals:
-    void handleChanged();
+    void consoleChanged();
     void openChanged();
     void mirrorFileChanged();
     void captureQtMessagesChanged();

@@ -16,7 +16,7 @@ TEST(QmlGuide, DeclaresACommand)
     const auto handles = window.findChildren<QObject*>();
     const console::quick::ConsoleHandle* handle = nullptr;
     for (const QObject* object : handles) {
-        if (auto* const found = object->property("handle").value<console::quick::ConsoleHandle*>()) {
+        if (auto* const found = object->property("console").value<console::quick::ConsoleHandle*>()) {
             handle = found;
         }
     }

@@ -53,10 +53,7 @@ int ink(const QImage& picture)
 }
 
 /// The upper half, where no cursor blinks once the log is long.
-QImage upperHalf(const QImage& picture)
-{
-    return picture.copy(0, 0, picture.width(), picture.height() / 2);
-}
+QImage upperHalf(const QImage& picture) { return picture.copy(0, 0, picture.width(), picture.height() / 2); }
 
 class AKindOfWindow : public testing::TestWithParam<Kind>
 {
@@ -111,9 +108,8 @@ TEST_P(AKindOfWindow, TakesAConsole)
         return differences(upperHalf(p), upperHalf(end)) > kCursorInk;
     });
     program.press({"Prior"});
-    await("scrolls by key", [&](const QImage& p) {
-        return differences(upperHalf(p), upperHalf(turned)) > kCursorInk;
-    });
+    await("scrolls by key",
+          [&](const QImage& p) { return differences(upperHalf(p), upperHalf(turned)) > kCursorInk; });
     program.press({"End"});
     await("scrolls back", [&](const QImage& p) { return upperHalf(p) == upperHalf(end); });
 
@@ -126,7 +122,8 @@ TEST_P(AKindOfWindow, TakesAConsole)
     }
     const int before = ink(await("stays", [&](const QImage& p) { return upperHalf(p) == upperHalf(end); }));
     program.type("mmmmmmmmmmmmmmmmmmmm");
-    const QImage open = await("survives clicks", [&](const QImage& p) { return ink(p) > before + kCursorInk; });
+    const QImage open =
+        await("survives clicks", [&](const QImage& p) { return ink(p) > before + kCursorInk; });
     open.save(QString("%1-open.png").arg(GetParam().name));
 
     program.press({kToggle});
@@ -156,20 +153,20 @@ TEST_P(AKindOfWindow, TakesAConsoleWithFewLines)
 
 INSTANTIATE_TEST_SUITE_P(
     , AKindOfWindow,
-    testing::Values(
-        Kind{"PlainWindow", PLAIN_WINDOW_PROGRAM, HOSTS "PlainWindow.cpp", 2},
-        Kind{"RasterWindow", README_WINDOW_PROGRAM, README_WINDOW, 2},
-        Kind{"OpenGLWindow", OPENGL_WINDOW_PROGRAM, EXAMPLES "OpenGLWindow.cpp", 2, true},
-        Kind{"OpenGLWidget", OPENGL_WIDGET_PROGRAM, HOSTS "OpenGLWidget.cpp", 2, true},
-        Kind{"CullingOpenGLWidget", CULLING_PROGRAM, HOSTS "CullingOpenGLWidget.cpp", 2, true},
-        Kind{"OpenGLUnderQuick", UNDER_QUICK_PROGRAM, HOSTS "OpenGLUnderQuick.cpp", 2, true},
-        Kind{"OpenGLRenderThread", RENDER_THREAD_PROGRAM, HOSTS "OpenGLRenderThread.cpp", 2, true},
-        Kind{"Widget", WIDGET_PROGRAM, EXAMPLES "Widget.cpp", 1},
-        Kind{"MainWindow", MAIN_WINDOW_PROGRAM, EXAMPLES "MainWindow.cpp", 1, false, "", true},
-        Kind{"Form", FORM_PROGRAM, EXAMPLES "Form.cpp", 1, false, "", true},
-        Kind{"GraphicsView", GRAPHICS_VIEW_PROGRAM, EXAMPLES "GraphicsView.cpp", 1},
-        Kind{"UndockedDock", DOCK_PROGRAM, EXAMPLES "Dock.cpp", 1, false, "Picture"},
-        Kind{"Qml", QML_PROGRAM, EXAMPLES "Qml.qml", 1, true, "", true}),
+    testing::Values(Kind{"PlainWindow", PLAIN_WINDOW_PROGRAM, HOSTS "PlainWindow.cpp", 2},
+                    Kind{"RasterWindow", README_WINDOW_PROGRAM, README_WINDOW, 2},
+                    Kind{"OpenGLWindow", OPENGL_WINDOW_PROGRAM, EXAMPLES "OpenGLWindow.cpp", 2, true},
+                    Kind{"OpenGLWidget", OPENGL_WIDGET_PROGRAM, HOSTS "OpenGLWidget.cpp", 2, true},
+                    Kind{"CullingOpenGLWidget", CULLING_PROGRAM, HOSTS "CullingOpenGLWidget.cpp", 2, true},
+                    Kind{"OpenGLUnderQuick", UNDER_QUICK_PROGRAM, HOSTS "OpenGLUnderQuick.cpp", 2, true},
+                    Kind{"OpenGLRenderThread", RENDER_THREAD_PROGRAM, HOSTS "OpenGLRenderThread.cpp", 2,
+                         true},
+                    Kind{"Widget", WIDGET_PROGRAM, EXAMPLES "Widget.cpp", 1},
+                    Kind{"MainWindow", MAIN_WINDOW_PROGRAM, EXAMPLES "MainWindow.cpp", 1, false, "", true},
+                    Kind{"Form", FORM_PROGRAM, EXAMPLES "Form.cpp", 1, false, "", true},
+                    Kind{"GraphicsView", GRAPHICS_VIEW_PROGRAM, EXAMPLES "GraphicsView.cpp", 1},
+                    Kind{"UndockedDock", DOCK_PROGRAM, EXAMPLES "Dock.cpp", 1, false, "Picture"},
+                    Kind{"Qml", QML_PROGRAM, EXAMPLES "Qml.qml", 1, true, "", true}),
     [](const testing::TestParamInfo<Kind>& tested) { return std::string(tested.param.name); });
 
 } // namespace

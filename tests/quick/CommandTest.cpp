@@ -162,7 +162,7 @@ TEST_F(DeclaredCommand, MayBeDestroyedAtOnceWhileItRuns)
     QObject::connect(&once, SIGNAL(run(QStringList, zephyr::console::quick::CommandAnswer*)), &ender,
                      SLOT(map()));
     QObject::connect(&ender, &QSignalMapper::mappedInt, [this] { root.reset(); });
-    const std::shared_ptr<Console> kept = overlay().property("handle").value<ConsoleHandle*>()->console();
+    const std::shared_ptr<Console> kept = overlay().property("console").value<ConsoleHandle*>()->console();
     kept->execute(U"once");
     EXPECT_EQ(nullptr, root);
     EXPECT_EQ(nullptr, kept->lookupCommand(U"once"));

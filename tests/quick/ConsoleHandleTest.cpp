@@ -16,7 +16,7 @@ TEST_F(ConsoleHandles, HandAProgramsConsoleToQml)
 {
     ConsoleHandle handle(shared);
     engine.rootContext()->setContextProperty("appConsole", &handle);
-    show("ConsoleOverlay { objectName: 'overlay'; handle: appConsole; Command { name: 'pause' } }");
+    show("ConsoleOverlay { objectName: 'overlay'; console: appConsole; Command { name: 'pause' } }");
     EXPECT_EQ(shared.get(), &console());
     EXPECT_NE(nullptr, shared->lookupCommand(U"pause"));
     shared->open();
@@ -28,18 +28,18 @@ TEST_F(ConsoleHandles, HandAProgramsConsoleToQml)
 TEST_F(ConsoleHandles, MoveAnOverlayAndItsCommandsToAnotherConsole)
 {
     show("ConsoleOverlay { objectName: 'overlay'; Command { name: 'pause' } }");
-    const std::shared_ptr<Console> own = overlay().property("handle").value<ConsoleHandle*>()->console();
+    const std::shared_ptr<Console> own = overlay().property("console").value<ConsoleHandle*>()->console();
     shared->open();
     ConsoleHandle handle(shared);
-    QSignalSpy changes(&overlay(), SIGNAL(handleChanged()));
+    QSignalSpy changes(&overlay(), SIGNAL(consoleChanged()));
     QSignalSpy toggles(&overlay(), SIGNAL(openChanged()));
-    overlay().setProperty("handle", QVariant::fromValue(&handle));
+    overlay().setProperty("console", QVariant::fromValue(&handle));
     EXPECT_EQ(shared.get(), &console());
     EXPECT_TRUE(overlay().property("open").toBool());
     EXPECT_EQ(nullptr, own->lookupCommand(U"pause"));
     EXPECT_NE(nullptr, shared->lookupCommand(U"pause"));
 
-    overlay().setProperty("handle", QVariant::fromValue<ConsoleHandle*>(nullptr));
+    overlay().setProperty("console", QVariant::fromValue<ConsoleHandle*>(nullptr));
     EXPECT_EQ(own.get(), &console());
     EXPECT_FALSE(overlay().property("open").toBool());
     EXPECT_NE(nullptr, own->lookupCommand(U"pause"));
@@ -52,7 +52,7 @@ TEST_F(ConsoleHandles, MayGoBeforeTheOverlay)
 {
     auto handle = std::make_unique<ConsoleHandle>(shared);
     show("ConsoleOverlay { objectName: 'overlay'; Command { name: 'pause' } }");
-    overlay().setProperty("handle", QVariant::fromValue(handle.get()));
+    overlay().setProperty("console", QVariant::fromValue(handle.get()));
     ASSERT_NE(nullptr, shared->lookupCommand(U"pause"));
     handle.reset();
     EXPECT_NE(shared.get(), &console());
@@ -65,8 +65,8 @@ TEST_F(ConsoleHandles, MayGoBeforeTheOverlay)
 TEST_F(ConsoleHandles, LetOverlaysOfQmlShareAConsole)
 {
     show("ConsoleHandle { id: shared }\n"
-         "ConsoleOverlay { objectName: 'overlay'; handle: shared }\n"
-         "ConsoleOverlay { objectName: 'other'; handle: shared }\n"
+         "ConsoleOverlay { objectName: 'overlay'; console: shared }\n"
+         "ConsoleOverlay { objectName: 'other'; console: shared }\n"
          "Command { name: 'pause'; handle: shared }");
     EXPECT_EQ(&consoleOf(find("other")), &console());
     EXPECT_NE(nullptr, console().lookupCommand(U"pause"));

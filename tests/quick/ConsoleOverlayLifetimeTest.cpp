@@ -56,7 +56,7 @@ TEST_F(ConsoleOverlayLifetime, IsMadeAnewByALoader)
 TEST_F(ConsoleOverlayLifetime, EndsWithItsParent)
 {
     show("ConsoleOverlay { objectName: 'overlay'; open: true }");
-    const std::weak_ptr<Console> console = overlay().property("handle").value<ConsoleHandle*>()->console();
+    const std::weak_ptr<Console> console = overlay().property("console").value<ConsoleHandle*>()->console();
     ASSERT_TRUE(isDark(window));
     root.reset();
     EXPECT_TRUE(console.expired());

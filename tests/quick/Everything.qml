@@ -14,7 +14,7 @@ Window {
     ConsoleOverlay {
         id: overlay
 
-        handle: shared
+        console: shared
         open: false
         mirrorFile: "log.txt"
         captureQtMessages: true
@@ -45,6 +45,6 @@ Window {
 
     Command {
         name: "elsewhere"
-        handle: overlay.handle
+        handle: overlay.console
     }
 }

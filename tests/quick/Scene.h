@@ -78,7 +78,7 @@ protected:
 
     Console& consoleOf(const QObject& object)
     {
-        return *object.property("handle").value<ConsoleHandle*>()->console();
+        return *object.property("console").value<ConsoleHandle*>()->console();
     }
 
     Console& console() { return consoleOf(overlay()); }

@@ -3,7 +3,7 @@ import Zephyr.Console
 
 Item {
     ConsoleOverlay {
-        handle: appConsole
+        console: appConsole
 
         Command {
             name: "pause"

@@ -19,8 +19,8 @@ class DeclaredCommands;
 ///     ConsoleHandle handle(console);
 ///     engine.setInitialProperties({{"appConsole", QVariant::fromValue(&handle)}});
 ///
-/// In QML, `ConsoleOverlay { handle: root.appConsole }` then shows the program's console. Don't call a property of QML
-/// `console`: it would hide the object that `console.log()` belongs to.
+/// In QML, `ConsoleOverlay { console: root.appConsole }` then shows the program's console. Don't call a property of your
+/// own `console`: it would hide the object that `console.log()` belongs to.
 ///
 /// - QML may make a handle too: `ConsoleHandle { id: shared }` holds a new console, which several overlays may show and
 ///   to which commands may be added from anywhere in the QML.
