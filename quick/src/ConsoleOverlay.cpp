@@ -105,6 +105,8 @@ void ConsoleOverlay::setOpen(bool open)
 
 void ConsoleOverlay::syncOpen()
 {
+    using Mouse = qt::ConsoleHost::Mouse;
+    mHost->setMouse(mTakesMouse ? Mouse::Console : Mouse::Host);
     setAcceptedMouseButtons(keepsMouse() ? Qt::AllButtons : Qt::NoButton);
     setAcceptTouchEvents(keepsMouse());
     setAcceptHoverEvents(keepsMouse());
