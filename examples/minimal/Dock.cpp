@@ -29,7 +29,7 @@ int main(int argc, char** argv)
 {
     const QApplication application(argc, argv);
     QMainWindow window;
-    window.setCentralWidget(new QPlainTextEdit("The console isn't here."));
+    window.setCentralWidget(new QPlainTextEdit("Nothing is here."));
     auto* dock = new QDockWidget("Picture", &window);
     dock->setWidget(new Picture);
     window.addDockWidget(Qt::RightDockWidgetArea, dock);

@@ -133,6 +133,7 @@ void FramePainter::paint(const Console& console, QPainter& painter)
     if (!mSnapshot) {
         return; // memory ran out
     }
+    followThread();
     const bool isFirst = mIsFirstFrame.exchange(false);
     const double seconds = restartFrameClock(isFirst);
     mBlinkClock.advance(seconds, mSnapshot->cursorPosition());
@@ -140,6 +141,16 @@ void FramePainter::paint(const Console& console, QPainter& painter)
         render(seconds, painter);
     } catch (const std::bad_alloc&) {
         return; // the frame stays incomplete
+    }
+}
+
+/// Lays all text out anew on another thread: Qt keeps the data of a font for each thread, and a layout holds that of
+/// the thread that made it, which may have ended.
+void FramePainter::followThread()
+{
+    if (const std::thread::id self = std::this_thread::get_id(); std::exchange(mThread, self) != self) {
+        mRenderer = ConsoleRenderer();
+        mBlinkClock = {};
     }
 }
 

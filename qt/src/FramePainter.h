@@ -15,6 +15,7 @@
 #include <cstddef>
 #include <mutex>
 #include <optional>
+#include <thread>
 
 class QPainter;
 
@@ -73,6 +74,7 @@ private:
     static std::optional<Layer> layerFor(const QPainter& painter);
     void render(double seconds, QPainter& painter);
     double restartFrameClock(bool isFirst);
+    void followThread();
     void renderOnLayer(double seconds, const Layer& layer, QPainter& painter);
     void renderFrame(double seconds, QPainter& painter);
     void paintComposition(QPainter& painter, const QRect& cursor) const;
@@ -80,6 +82,7 @@ private:
     std::optional<ConsoleSnapshot> mSnapshot;
     ConsoleRenderer mRenderer;
     std::atomic<bool> mIsFirstFrame{true};
+    std::thread::id mThread;        // that painted last
     QElapsedTimer mFrameClock;      // since the last frame
     detail::BlinkClock mBlinkClock; // in step with the renderer's
     QImage mLayer;

@@ -84,7 +84,6 @@ void ConsoleOverlay::componentComplete()
 void ConsoleOverlay::showConsole()
 {
     mHost = std::make_unique<qt::ConsoleHost>(handle()->console(), this);
-    connect(mHost.get(), &qt::ConsoleHost::repaintNeeded, this, &QQuickItem::update);
     connect(mHost.get(), &qt::ConsoleHost::openChanged, this, &ConsoleOverlay::syncOpen);
     connect(mHost.get(), &qt::ConsoleHost::exceptionCaught, this, &ConsoleOverlay::exceptionCaught);
     mHost->captureQtMessages(mCapturesQtMessages);

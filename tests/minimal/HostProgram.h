@@ -47,11 +47,18 @@ public:
         }
         if (!windowManager.isEmpty()) {
             mWindowManager.setProcessEnvironment(environment);
-            mWindowManager.start(windowManager, {});
+            // Before it has started, it would lose the window or take its focus away.
+            mWindowManager.start(windowManager,
+                                 {"--startup", XPROP_PROGRAM " -root -f STARTED 8s -set STARTED yes"});
+            waitFor(mWindowManager, [this] {
+                return mDisplay.answerOf(XPROP_PROGRAM, {"-root", "STARTED"}).contains("yes");
+            });
         }
         mProcess.setProcessEnvironment(environment);
         mProcess.start(program, {});
-        waitUntil([this] { return takeFocus(); });
+        // Twice, since a window that becomes one of its own, as a dock widget does, is made anew.
+        QByteArray before;
+        waitUntil([&] { return takeFocus() && std::exchange(before, mWindow) == mWindow; });
     }
 
     ~HostProgram()
@@ -110,11 +117,14 @@ public:
     std::string errors() { return mProcess.readAllStandardError().toStdString(); }
 
 private:
-    void waitUntil(const std::function<bool()>& isSo)
+    void waitUntil(const std::function<bool()>& isSo) { waitFor(mProcess, isSo); }
+
+    static void waitFor(QProcess& process, const std::function<bool()>& isSo)
     {
         while (!isSo()) {
-            if (mProcess.waitForFinished(1)) {
-                throw std::runtime_error("the program ended: " + errors());
+            if (process.waitForFinished(1)) {
+                throw std::runtime_error(process.program().toStdString() +
+                                         " ended: " + process.readAllStandardError().toStdString());
             }
         }
     }
@@ -132,7 +142,8 @@ private:
             mDisplay.answerOf(XDOTOOL_PROGRAM, {"getwindowfocus", "-f"}).trimmed() == mWindow) {
             return true;
         }
-        mDisplay.answerOf(XDOTOOL_PROGRAM, {"windowfocus", mWindow});
+        const bool isManaged = mWindowManager.state() == QProcess::Running;
+        mDisplay.answerOf(XDOTOOL_PROGRAM, {isManaged ? "windowactivate" : "windowfocus", mWindow});
         return false;
     }
 

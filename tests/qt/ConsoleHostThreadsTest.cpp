@@ -124,6 +124,16 @@ TEST_F(ConsoleHostThreads, PaintWhatOtherThreadsWrite)
     EXPECT_TRUE(frame == expected(0.0) || frame == expected(1.0 / console->cursorBlinkRate()));
 }
 
+TEST_F(ConsoleHostThreads, MayFollowEachOther)
+{
+    open();
+    for (int i = 1; i <= 3; ++i) {
+        type("x");
+        const QImage frame = RenderThread(host).finish();
+        EXPECT_TRUE(frame == expected(0.0) || frame == expected(1.0 / console->cursorBlinkRate())) << i;
+    }
+}
+
 TEST_F(ConsoleHostThreads, ReadTheirOwnOpenFlag)
 {
     RenderThread renderer(host);

@@ -71,7 +71,6 @@ ConsoleOverlay::ConsoleOverlay(QWidget* over, const std::shared_ptr<Console>& co
     setFocusPolicy(Qt::NoFocus);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_NoSystemBackground);
-    connect(&host(), &qt::ConsoleHost::repaintNeeded, this, qOverload<>(&QWidget::update));
     connect(&host(), &qt::ConsoleHost::openChanged, this, &QWidget::setVisible);
     setVisible(host().isOpen());
 }
