@@ -281,6 +281,9 @@ bool ConsoleHost::Private::filterPointer(const QObject& watched, QEvent& event)
                isOnConsole(watched, menu.globalPos());
     }
     const auto& pointer = static_cast<QSinglePointEvent&>(event);
+    if (mObject.isItem() && pointer.buttons() == Qt::NoButton && pointer.isUpdateEvent()) {
+        return false; // a scene ends the hovering of what lies below by itself, if it hears of the move
+    }
     return mPointer.takes(pointer,
                           mMouse == Mouse::Console && isOnConsole(watched, pointer.globalPosition()));
 }

@@ -23,6 +23,9 @@ public:
     /// The object, or null if there is none any more.
     QObject* get() const { return mObject; }
 
+    /// Whether the object is a QQuickItem.
+    bool isItem() const { return !mObject.isNull() && mObject->isQuickItemType(); }
+
     /// The window that the object is in, or null if it is in none that was shown.
     QWindow* window() const;
 

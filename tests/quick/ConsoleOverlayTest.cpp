@@ -229,10 +229,12 @@ TEST_F(ConsoleOverlayItem, CapturesQtsMessagesIfAsked)
     EXPECT_EQ(Lines{"Qt info: heard"}, log());
 }
 
-TEST_F(ConsoleOverlayItem, LeavesTheConsoleObjectOfScriptsAlone)
+/// The property `console` hides the object of that name in the overlay's own handlers, and only there.
+TEST_F(ConsoleOverlayItem, LogsByPrintAndItsCommandsByTheConsoleObjectToo)
 {
-    showOverRed("captureQtMessages: true; Component.onCompleted: console.log('hello')");
-    EXPECT_TRUE(QTest::qWaitFor([this] { return log() == Lines{"Qt debug: hello"}; }));
+    showOverRed("captureQtMessages: true; Component.onCompleted: print('hello')\n"
+                "Item { Component.onCompleted: console.log('hello') }");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return log() == Lines{"Qt debug: hello", "Qt debug: hello"}; }));
     EXPECT_TRUE(warnings.empty());
 }
 

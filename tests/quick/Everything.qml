@@ -19,7 +19,7 @@ Window {
         mirrorFile: "log.txt"
         captureQtMessages: true
         takesMouse: true
-        onOpenChanged: console.log(overlay.open ? "opened" : "closed")
+        onOpenChanged: print(overlay.open ? "opened" : "closed")
         onExceptionCaught: message => console.warn(message)
 
         Command {
