@@ -134,7 +134,9 @@ TEST_P(AKindOfWindow, TakesAConsole)
             return differences(p, closed) > kCaretPixels && ink(p) < hostsInk + kCursorInk;
         });
     }
-    EXPECT_EQ(0, program.close()) << program.errors();
+    if (*GetParam().title == '\0') { // a dock widget that is closed ends no program
+        EXPECT_EQ(0, program.close()) << program.errors();
+    }
 }
 
 /// Counts the lines that a host wrote for its console.
