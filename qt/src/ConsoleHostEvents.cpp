@@ -25,7 +25,7 @@ namespace {
 
 using Taker = HeldKeys::Taker;
 
-/// What tests at hand and programs without a window system send has no place on the screen, but goes to the object.
+/// Events that a program makes up may have no place on the screen. They count as the receiver's.
 bool hasNoPlace(const QPointF& onScreen) { return onScreen.isNull(); }
 
 } // namespace
@@ -71,6 +71,9 @@ bool ConsoleHost::Private::filterEvent(QObject& watched, QEvent& event)
             followNeighbour(static_cast<ActedEvent&>(event));
             return false;
         }
+        if (isStrayRepeat(event)) {
+            return true;
+        }
         if (mConsole->isGone() || !matters(event.type()) || !mObject.sharesWindowWith(watched)) {
             return false;
         }
@@ -78,6 +81,19 @@ bool ConsoleHost::Private::filterEvent(QObject& watched, QEvent& event)
     } catch (const std::bad_alloc&) {
         return mOpen; // what an open console has no memory for is dropped
     }
+}
+
+/// Whether an event is a repeat of the Enter that runs a line, in whatever window it arrives: a dialog that the line
+/// opened would take it for an answer.
+bool ConsoleHost::Private::isStrayRepeat(const QEvent& event) const
+{
+    if (event.type() != QEvent::KeyPress && event.type() != QEvent::ShortcutOverride) {
+        return false;
+    }
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    const BorrowedConsole console(mConsole);
+    return key.isAutoRepeat() && runsLine(key.key()) && mHeldKeys.takerOf(key) == Taker::Console && console &&
+           console->isRunning();
 }
 
 /// Whether an event of this kind needs a closer look. While the console is closed, few do.
@@ -112,7 +128,7 @@ bool ConsoleHost::Private::filterInput(QObject& watched, QEvent& event)
     case QEvent::TouchEnd:
     case QEvent::TouchCancel: return filterTouch(watched, static_cast<QTouchEvent&>(event));
     case QEvent::FocusOut:
-        if (watched.isWindowType() || &watched == mObject.get()) {
+        if (watched.isWindowType()) {
             releaseHeldKeys(); // another window gets their releases
         }
         return false;
@@ -129,7 +145,7 @@ bool ConsoleHost::Private::filterKey(const QKeyEvent& event)
         return false;
     }
     const bool isTaken = takesKey(event);
-    if (!isTaken) {
+    if (!isTaken && event.type() != QEvent::ShortcutOverride) { // which may be asked about twice
         mPassed.record(event);
     }
     return isTaken;
@@ -160,15 +176,26 @@ bool ConsoleHost::Private::filterKeyPress(const QKeyEvent& event)
         mHeldKeys.markAsToggle(event);
         toggle();
     } else if (isDeadKey(event.key())) {
-        mDeadKeys.press(event.key());
+        pressDeadKey(event);
     } else {
         // What types is text and nothing else: a back-quote that isn't a toggle key, or a V with an AltGr that is
         // reported as Ctrl+Alt.
         const std::u32string text = mDeadKeys.compose(typedText(event));
+        mDeadKeys.clear(); // by a key that types nothing, such as Backspace
         const int key = text.empty() && event.key() != kConsoleToggleKey ? event.key() : 0;
         deliver({key, static_cast<int>(event.modifiers()), text, isRepeat});
     }
     return true;
+}
+
+/// Remembers a dead key. A second one types the accent of the first.
+void ConsoleHost::Private::pressDeadKey(const QKeyEvent& event)
+{
+    if (const std::u32string accent = mDeadKeys.compose(U" "); accent != U" ") {
+        deliver({0, Qt::NoModifier, accent});
+    } else {
+        mDeadKeys.press(event.key());
+    }
 }
 
 bool ConsoleHost::Private::filterKeyRelease(const QKeyEvent& event)

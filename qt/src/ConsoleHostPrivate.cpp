@@ -89,7 +89,7 @@ void ConsoleHost::Private::onResized()
     }
 }
 
-// Keys and turns on their way to the console
+// Keys and the wheel on their way to the console
 
 void ConsoleHost::Private::toggle() { deliver({kConsoleToggleKey, Qt::NoModifier, {}}); }
 
@@ -125,7 +125,11 @@ void ConsoleHost::Private::deliverWaiting()
 void ConsoleHost::Private::onWaitedForLine()
 {
     const std::shared_ptr<Private> keep = shared_from_this();
-    deliverWaiting();
+    try {
+        deliverWaiting();
+    } catch (const std::bad_alloc&) {
+        return; // what there is no memory for is dropped
+    }
 }
 
 void ConsoleHost::Private::deliverNow(Console& console, const KeyPress& press)
@@ -271,7 +275,6 @@ bool ConsoleHost::Private::syncOpenState()
 /// Forgets what was begun to type when the console opened or closed.
 void ConsoleHost::Private::forgetInput()
 {
-    mPassed = {};
     mDeadKeys.clear();
     mPainter.setComposition({});
     mWheel.clear();

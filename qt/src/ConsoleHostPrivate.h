@@ -95,9 +95,11 @@ private:
     // Each of these handles one kind of event, and returns whether the console took it.
     bool filterInput(QObject& watched, QEvent& event);
     bool matters(QEvent::Type type) const;
+    bool isStrayRepeat(const QEvent& event) const;
     bool filterKey(const QKeyEvent& event);
     bool takesKey(const QKeyEvent& event);
     bool filterKeyPress(const QKeyEvent& event);
+    void pressDeadKey(const QKeyEvent& event);
     bool filterKeyRelease(const QKeyEvent& event);
     bool filterPointer(const QObject& watched, QEvent& event);
     bool filterWheel(const QObject& watched, const QWheelEvent& event);
@@ -154,7 +156,7 @@ private:
 
     std::shared_ptr<ConsoleWatch> mWatch;
     ChangeWatch mChanges;
-    std::size_t mAskedSize = 0; // of the log when a frame was last asked for
+    std::size_t mAskedSize = 0; // number of entries in the log when a frame was last asked for
     BlinkTimer mBlinkTimer;
     ChangeNotice mBlinkDue; // from the thread that paints
     FramePainter mPainter;  // on whatever thread paints

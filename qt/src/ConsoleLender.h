@@ -15,7 +15,7 @@ class ReturnedConsole;
 /// the console during the call, the console is destroyed on the application's thread, where its commands expect that,
 /// and not on the thread that borrowed it.
 ///
-/// A shared pointer can't be dropped "unless it is the last". So a borrower on another thread never drops its pointer:
+/// A thread can't know whether its pointer is the last. So a borrower on another thread never drops its pointer:
 /// it gives the pointer back, and the application's thread drops it.
 class ConsoleLender
 {

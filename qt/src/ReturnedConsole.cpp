@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QThread>
 
+#include <new>
 #include <utility>
 
 namespace zephyr::console::qt {
@@ -23,14 +24,18 @@ void ReturnedConsole::put(std::shared_ptr<Console> console)
 {
     {
         const std::lock_guard lock(mMutex);
-        if (mConsole) {
-            console
-                .reset(); // never the last pointer: mConsole is another, which can only be dropped after this lock
-            return;
+        // Where mConsole is set, it is another pointer to the same console, which is only dropped after this lock. So
+        // the one that is dropped here is never the last.
+        if (!mConsole) {
+            mConsole = std::move(console);
         }
-        mConsole = std::move(console);
+        console.reset();
     }
-    emit arrived();
+    try {
+        emit arrived();
+    } catch (const std::bad_alloc&) {
+        return; // the next call tries again
+    }
 }
 
 void ReturnedConsole::drop()

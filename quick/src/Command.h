@@ -32,8 +32,8 @@ class DeclaredCommands;
 ///   completed last runs, and once that is gone, the one before it. QML completes the objects of a file from its end to
 ///   its beginning.
 /// - It may call `destroy()` on itself and on its overlay while it runs.
-/// - An exception that onRun, a binding that it sets off, or candidates lets out becomes one line in the log, with file and line number, and ends the
-///   alias or the console file that ran the command.
+/// - An exception that onRun, a binding that it sets off, or candidates lets out becomes one line in the log, with file
+///   and line number, and ends the alias or the console file that ran the command.
 class Command : public QObject, public QQmlParserStatus
 {
     Q_OBJECT
@@ -61,6 +61,7 @@ class Command : public QObject, public QQmlParserStatus
         zephyr::console::quick::ConsoleHandle* handle READ handle WRITE setHandle NOTIFY handleChanged FINAL)
 
 public:
+    /// \cond ACCESSORS The properties' functions and signals are documented with the properties.
     explicit Command(QObject* parent = nullptr);
     ~Command() override;
 
@@ -81,6 +82,7 @@ public:
 
     void classBegin() override {}
     void componentComplete() override;
+    /// \endcond
 
     /// Runs the command with the words after its name. Throws what onRun does, as a `std::runtime_error`. This object
     /// may be destroyed meanwhile.
@@ -93,11 +95,13 @@ signals:
     /// A line runs the command. `args` are the words after its name, without their quotes and without a redirection.
     void run(const QStringList& args, zephyr::console::quick::CommandAnswer* answer);
 
+    /// \cond ACCESSORS
     void nameChanged();
     void descriptionChanged();
     void usageChanged();
     void candidatesChanged();
     void handleChanged();
+    /// \endcond
 
 private:
     void enroll();

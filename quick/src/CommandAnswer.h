@@ -22,6 +22,7 @@ class CommandAnswer : public QObject
     QML_UNCREATABLE("The signal run() of a Command passes one.")
 
 public:
+    /// Writes to `console` as long as that exists.
     explicit CommandAnswer(std::weak_ptr<Console> console);
 
     /// Writes each line of `text` to the log, indented by four spaces like other answers.

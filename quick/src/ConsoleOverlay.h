@@ -47,6 +47,7 @@ class ConsoleOverlay : public QQuickItem
     Q_PROPERTY(bool takesMouse READ takesMouse WRITE setTakesMouse NOTIFY takesMouseChanged FINAL)
 
 public:
+    /// \cond ACCESSORS The properties' functions and signals are documented with the properties.
     explicit ConsoleOverlay(QQuickItem* parent = nullptr);
     ~ConsoleOverlay() override;
 
@@ -64,6 +65,7 @@ public:
 
     bool takesMouse() const { return mTakesMouse; }
     void setTakesMouse(bool take);
+    /// \endcond
 
     /// Writes each line of `text` to the log.
     Q_INVOKABLE void write(const QString& text);
@@ -76,15 +78,18 @@ public:
     Q_INVOKABLE void copyLog();
 
 signals:
+    /// \cond ACCESSORS
     void consoleChanged();
     void openChanged();
     void mirrorFileChanged();
     void captureQtMessagesChanged();
     void takesMouseChanged();
+    /// \endcond
 
     /// A command, a completion or the console threw an exception. `message` is the line in the log that says so.
     void exceptionCaught(const QString& message);
 
+    /// \cond ACCESSORS
 protected:
     void componentComplete() override;
     QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData*) override;
@@ -99,6 +104,7 @@ protected:
     void hoverMoveEvent(QHoverEvent*) override {}
     void hoverLeaveEvent(QHoverEvent*) override {}
     void wheelEvent(QWheelEvent* event) override;
+    /// \endcond
 
 private:
     void useHandle(ConsoleHandle* handle);

@@ -227,7 +227,13 @@ testing::AssertionResult showsItsConsole(AnyHost& host)
     const QImage expected = host.expected();
     host.update();
     EXPECT_TRUE(frames.wait());
-    return nearPixels(expected, host.grabFramebuffer().convertToFormat(QImage::Format_RGB32));
+    testing::AssertionResult result = testing::AssertionFailure();
+    const auto isShown = [&] {
+        result = nearPixels(expected, host.grabFramebuffer().convertToFormat(QImage::Format_RGB32));
+        return static_cast<bool>(result);
+    };
+    EXPECT_TRUE(QTest::qWaitFor(isShown, 60000)); // the cursor blinks meanwhile
+    return result;
 }
 
 TEST(OpenGLWidget, ShowsTheConsoleInEachWindowThatItIsMovedTo)

@@ -154,6 +154,14 @@ TEST_F(ConsoleHostInputMethod, ComposesDeadKeysThatCameAsTheyAre)
     click(Qt::Key_Dead_Acute);
     type("e");
     EXPECT_EQ(U"\u00e9", console->activeInput());
+    click(Qt::Key_Dead_Acute);
+    click(Qt::Key_Backspace);
+    type("e");
+    EXPECT_EQ("e", input()) << "Backspace erased the letter and ended the accent";
+    click(Qt::Key_Dead_Acute);
+    click(Qt::Key_Dead_Acute);
+    type("e");
+    EXPECT_EQ(U"e\u00b4e", console->activeInput());
     click(Qt::Key_Dead_Circumflex);
     host.setOpen(false);
     open();

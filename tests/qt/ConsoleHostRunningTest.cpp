@@ -43,6 +43,18 @@ TEST_F(ConsoleHostRunning, DropsTheRepeatsOfEnter)
     EXPECT_EQ((std::vector<std::string>{"pump", ""}), log());
 }
 
+TEST_F(ConsoleHostRunning, DropsTheRepeatsOfEnterInADialogThatItsCommandOpened)
+{
+    RecordingWindow dialog;
+    meanwhile = [&] {
+        sendKey(dialog, QEvent::KeyPress, Qt::Key_Return, {}, "\r", 0, 0, true);
+        sendKey(dialog, QEvent::KeyPress, Qt::Key_Return, {}, "\r");
+    };
+    type("pump");
+    press(Qt::Key_Return, "\r");
+    EXPECT_EQ((std::vector<std::string>{"press Return"}), dialog.received);
+}
+
 TEST_F(ConsoleHostRunning, KeepsPressesInTheirOrderUntilTheLineHasRun)
 {
     std::vector<int> endsAtRun;

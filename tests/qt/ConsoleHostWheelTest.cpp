@@ -1,6 +1,9 @@
 #include "qt/HostedConsole.h"
 
 #include <QFontMetrics>
+#include <QImage>
+#include <QPainter>
+#include <QPointingDevice>
 
 namespace zephyr::test {
 namespace {
@@ -15,6 +18,13 @@ protected:
         for (int i = 0; i < 300; ++i) {
             console->newline();
         }
+    }
+
+    void paint()
+    {
+        QImage frame(640, 400, QImage::Format_ARGB32_Premultiplied);
+        QPainter painter(&frame);
+        host.paint(painter);
     }
 
     unsigned scrolled() const { return console->snapshot().scrollOffset(); }
@@ -79,6 +89,43 @@ TEST_F(ConsoleHostWheel, IgnoresSidewaysTurns)
     EXPECT_TRUE(turnWheel(window, {kNotch, 0}));
     EXPECT_EQ(0u, scrolled());
     EXPECT_TRUE(window.received.empty());
+}
+
+TEST_F(ConsoleHostWheel, ScrollsByThePixelsOfATouchpadThatTellsNoDegrees)
+{
+    open();
+    paint();
+    const int lineHeight = QFontMetrics(*console->snapshot().font()).height();
+    const auto move = [this](int pixels) {
+        QWheelEvent event({5, 5}, {5, 5}, {0, pixels}, {}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                          false);
+        QCoreApplication::sendEvent(&window, &event);
+    };
+    move(3 * lineHeight);
+    EXPECT_EQ(3u, scrolled());
+    move(-lineHeight);
+    EXPECT_EQ(2u, scrolled());
+}
+
+TEST_F(ConsoleHostWheel, ScrollsWithAFinger)
+{
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    QPointingDevice* const screen = QTest::createTouchDevice();
+    open();
+    paint();
+    const int lineHeight = QFontMetrics(*console->snapshot().font()).height();
+    QTest::touchEvent(&window, screen).press(0, {100, 100});
+    QTest::touchEvent(&window, screen).move(0, {100, 100 + 4 * lineHeight});
+    EXPECT_EQ(4u, scrolled());
+    QTest::touchEvent(&window, screen).move(0, {100, 100 + lineHeight});
+    EXPECT_EQ(1u, scrolled());
+    QTest::touchEvent(&window, screen).release(0, {100, 100 + lineHeight});
+    host.setMouse(ConsoleHost::Mouse::Host);
+    QTest::touchEvent(&window, screen).press(0, {100, 100});
+    QTest::touchEvent(&window, screen).move(0, {100, 300});
+    QTest::touchEvent(&window, screen).release(0, {100, 300});
+    EXPECT_EQ(1u, scrolled());
 }
 
 TEST_F(ConsoleHostWheel, TurnsForTheHostWhileTheConsoleIsClosed)

@@ -281,6 +281,46 @@ TEST_F(AForm, GoesOnWhenTheObjectIsDestroyed)
     EXPECT_FALSE(host.isOpen());
 }
 
+/// A key that the host opens the console with is passed on by Qt as the same event.
+TEST_F(AForm, TypesNoKeyThatOpenedItByTheHost)
+{
+    class Opener : public QWidget
+    {
+    public:
+        using QWidget::QWidget;
+        ConsoleHost* host = nullptr;
+
+    protected:
+        void keyPressEvent(QKeyEvent* event) override
+        {
+            host->setOpen(true);
+            QWidget::keyPressEvent(event);
+        }
+    };
+    ConsoleHost host(console, &form);
+    Opener opener(&form);
+    opener.host = &host;
+    show();
+    opener.show();
+    opener.setFocus();
+    key(Qt::Key_C, "c");
+    EXPECT_TRUE(host.isOpen());
+    EXPECT_EQ(U"", console->activeInput());
+}
+
+TEST_F(AForm, ForgetsNoHeldKeyWhereItGivesTheFocusBack)
+{
+    picture.setFocusPolicy(Qt::StrongFocus);
+    ConsoleHost host(console, &picture);
+    show();
+    openByKey();
+    picture.setFocus();
+    openByKey();
+    EXPECT_FALSE(host.isOpen());
+    EXPECT_EQ(&editor, QApplication::focusWidget());
+    EXPECT_EQ("", editor.text());
+}
+
 TEST_F(AForm, LeavesTheHostItsShortcuts)
 {
     ConsoleHost host(console, &form);

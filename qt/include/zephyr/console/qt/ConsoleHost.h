@@ -22,7 +22,7 @@ namespace zephyr::console::qt {
 ///     host.paint(painter);                         // at the end of each frame
 ///
 /// - It is: the event filter, the frame clock and the painting code that every host would otherwise write. It is not: a
-///   window. It doesn't decide when a frame is painted, nor where the keys go that the console leaves alone.
+///   window. It doesn't decide when a frame is painted, nor where other keys go.
 /// - Threads: it lives on the thread of the window and the console; call every function there. Two are exceptions:
 ///   paint() may be called on a render thread while input arrives, by one thread at a time, and isOpen() on any thread.
 /// - Ownership: it doesn't own the object, nor a console that it was given. Object, console and host may be destroyed in
@@ -145,7 +145,8 @@ public:
 
     /// Starts or stops writing Qt's own messages (qDebug(), qWarning() and so on, from any thread) into the log. Each
     /// line of a message becomes an entry of its own, with "Qt warning: " or its like before it. The message handler
-    /// that was installed before is still called.
+    /// that was installed before is still called. Asking again puts the handler back on top if another was installed
+    /// since. A process that fork() makes leaves its messages to the handler before, unless it asks for them itself.
     void captureQtMessages(bool capture);
 
 signals:

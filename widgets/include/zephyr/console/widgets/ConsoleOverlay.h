@@ -49,7 +49,10 @@ public:
     void setVisible(bool visible) override;
 
 protected:
+    /// Keeps the font and the style of the widgets around out of the console.
     void initPainter(QPainter* painter) const override;
+
+    /// Paints the console.
     void paintEvent(QPaintEvent* event) override;
 
 private:
