@@ -34,7 +34,8 @@ QAccessibleInterface* interfaceOf(const QObject* widget)
 QWindow* windowOfWidget(const QObject* widget)
 {
     for (; widget != nullptr; widget = widget->parent()) {
-        if (QAccessibleInterface* const found = interfaceOf(widget); found != nullptr && found->window()) {
+        if (QAccessibleInterface* const found = interfaceOf(widget);
+            found != nullptr && found->window() != nullptr) {
             return found->window();
         }
     }

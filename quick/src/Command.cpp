@@ -114,7 +114,7 @@ void Command::leave()
 
 ConsoleHandle* Command::usedHandle() const
 {
-    if (mHandle) {
+    if (!mHandle.isNull()) {
         return mHandle;
     }
     ConsoleOverlay* const overlay = overlayAround(*this);

@@ -39,7 +39,7 @@ ConsoleOverlay::~ConsoleOverlay() = default;
 
 ConsoleHandle* ConsoleOverlay::handle()
 {
-    if (mHandle) {
+    if (!mHandle.isNull()) {
         return mHandle;
     }
     if (!mOwnHandle) {
@@ -54,7 +54,7 @@ void ConsoleOverlay::setHandle(ConsoleHandle* handle)
     if (handle == mHandle) {
         return;
     }
-    if (mHandle) {
+    if (!mHandle.isNull()) {
         disconnect(mHandle, &QObject::destroyed, this, nullptr);
     }
     if (handle != nullptr) {
@@ -177,7 +177,7 @@ void ConsoleOverlay::execute(const QString& line)
     try {
         console->execute(line.toStdU32String());
     } catch (...) {
-        if (self) {
+        if (!self.isNull()) {
             report(*console);
         }
     }
@@ -223,11 +223,11 @@ void ConsoleOverlay::itemChange(ItemChange change, const ItemChangeData& data)
 /// Takes the parent's size as the implicit one, which any size and any anchors that the user gives replace.
 void ConsoleOverlay::followParent()
 {
-    if (mFilled) {
+    if (!mFilled.isNull()) {
         disconnect(mFilled, nullptr, this, nullptr);
     }
     mFilled = parentItem();
-    if (mFilled) {
+    if (!mFilled.isNull()) {
         connect(mFilled, &QQuickItem::widthChanged, this, &ConsoleOverlay::fillParent);
         connect(mFilled, &QQuickItem::heightChanged, this, &ConsoleOverlay::fillParent);
         fillParent();

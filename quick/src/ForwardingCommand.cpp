@@ -40,7 +40,7 @@ bool ForwardingCommand::isRegistered(Console& console, const QString& name, cons
 
 void ForwardingCommand::execute(const ConsoleArgs& args, Console&)
 {
-    if (mCommand) {
+    if (!mCommand.isNull()) {
         mCommand->runWith(wordsOf(args).replaceInStrings(kQuote, QString()));
     }
 }
@@ -48,7 +48,7 @@ void ForwardingCommand::execute(const ConsoleArgs& args, Console&)
 std::vector<std::u32string> ForwardingCommand::getAutoCompleteResults(const ConsoleArgs& args)
 {
     std::vector<std::u32string> candidates;
-    if (mCommand) {
+    if (!mCommand.isNull()) {
         for (const QString& candidate : mCommand->candidatesFor(wordsOf(args))) {
             candidates.push_back(candidate.toStdU32String());
         }

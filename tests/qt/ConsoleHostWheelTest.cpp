@@ -111,7 +111,7 @@ TEST_F(ConsoleHostWheel, ScrollsWithAFinger)
 {
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    QPointingDevice* const screen = QTest::createTouchDevice();
+    static QPointingDevice* const screen = QTest::createTouchDevice(); // Qt may refer to it until the end
     open();
     paint();
     const int lineHeight = QFontMetrics(*console->snapshot().font()).height();
