@@ -21,7 +21,7 @@ public:
     explicit HostedObject(QObject* object);
 
     /// The object, or null if there is none any more.
-    QObject* get() const { return mObject; }
+    QObject* get() const { return mObject.data(); }
 
     /// Whether the object is a QQuickItem.
     bool isItem() const { return !mObject.isNull() && mObject->isQuickItemType(); }

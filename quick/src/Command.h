@@ -77,7 +77,7 @@ public:
     const QJSValue& candidates() const { return mCandidates; }
     void setCandidates(const QJSValue& candidates);
 
-    ConsoleHandle* handle() const { return mHandle; }
+    ConsoleHandle* handle() const { return mHandle.data(); }
     void setHandle(ConsoleHandle* handle);
 
     void classBegin() override {}

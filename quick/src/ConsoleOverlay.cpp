@@ -16,8 +16,6 @@
 #include <QSGImageNode>
 #include <QtMath>
 
-#include <exception>
-
 namespace zephyr::console::quick {
 
 namespace {
@@ -178,24 +176,24 @@ void ConsoleOverlay::execute(const QString& line)
         console->execute(line.toStdU32String());
     } catch (...) {
         if (!self.isNull()) {
-            report(*console);
+            report(*console, std::current_exception());
         }
     }
 }
 
-/// Passes the exception that is being handled on to the script that runs a command, or else to the log.
-void ConsoleOverlay::report(Console& console)
+/// Passes an exception on to the script that runs a command, or else to the log.
+void ConsoleOverlay::report(Console& console, const std::exception_ptr& exception)
 {
     if (ScriptErrors* const script = DeclaredCommands::of(*handle())->runningScript()) {
-        script->passOn(std::current_exception());
+        script->passOn(exception);
         return;
     }
     try {
-        throw;
+        std::rethrow_exception(exception);
     } catch (const DepthLimitError& error) { // which the console has logged
         emit exceptionCaught(QString::fromUtf8(error.what()));
     } catch (...) {
-        const std::u32string line = exceptionLine(std::current_exception());
+        const std::u32string line = exceptionLine(exception);
         console.write(line, Output);
         emit exceptionCaught(QString::fromStdU32String(line));
     }

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
+#include <exception>
 #include <memory>
 
 namespace zephyr::console::qt {
@@ -115,7 +116,7 @@ private:
     void fillParent();
     bool keepsMouse() const { return isOpen() && mTakesMouse; }
     QSize pixels() const;
-    void report(Console& console);
+    void report(Console& console, const std::exception_ptr& exception);
 
     QPointer<ConsoleHandle> mHandle; // null for one of its own
     std::unique_ptr<ConsoleHandle> mOwnHandle;

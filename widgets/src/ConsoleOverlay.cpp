@@ -72,7 +72,7 @@ ConsoleOverlay::ConsoleOverlay(QWidget* over, const std::shared_ptr<Console>& co
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_NoSystemBackground);
     connect(&host(), &qt::ConsoleHost::openChanged, this, &QWidget::setVisible);
-    setVisible(host().isOpen());
+    ConsoleOverlay::setVisible(host().isOpen());
 }
 
 ConsoleOverlay::~ConsoleOverlay() = default;
