@@ -1,15 +1,15 @@
 #include "ChangeNotice.h"
 
-#include <QMetaObject>
-
 #include <new>
 #include <utility>
 
 namespace zephyr::console::qt {
 
-ChangeNotice::ChangeNotice(QObject& receiver, std::function<void()> function)
-    : mFunction(std::move(function)), mReceiver(&receiver)
-{}
+ChangeNotice::ChangeNotice(QObject& receiver, std::function<void()> function) : mFunction(std::move(function))
+{
+    connect(
+        this, &ChangeNotice::posted, &receiver, [this] { call(); }, Qt::QueuedConnection);
+}
 
 void ChangeNotice::post()
 {
@@ -18,9 +18,8 @@ void ChangeNotice::post()
     }
     const std::lock_guard lock(mMutex);
     try {
-        if (mReceiver != nullptr) {
-            QMetaObject::invokeMethod(
-                mReceiver, [this] { call(); }, Qt::QueuedConnection);
+        if (!mIsEnded) {
+            emit posted();
         }
     } catch (const std::bad_alloc&) {
         mIsPosted = false;
@@ -36,7 +35,7 @@ void ChangeNotice::call()
 void ChangeNotice::end()
 {
     const std::lock_guard lock(mMutex);
-    mReceiver = nullptr;
+    mIsEnded = true;
 }
 
 } // namespace zephyr::console::qt

@@ -11,14 +11,13 @@ namespace zephyr::console::qt {
 
 /// Calls a function on an object's thread once that thread is back in its event loop, however often another thread
 /// asks for it in between. The object may be destroyed at any time.
-class ChangeNotice
+class ChangeNotice : public QObject
 {
-public:
-    /// Calls `function` for `receiver`.
-    ChangeNotice(QObject& receiver, std::function<void()> function);
+    Q_OBJECT
 
-    ChangeNotice(const ChangeNotice&) = delete;
-    ChangeNotice& operator=(const ChangeNotice&) = delete;
+public:
+    /// Calls `function` for `receiver`, on whose thread this object is made.
+    ChangeNotice(QObject& receiver, std::function<void()> function);
 
     /// Asks for the call. From any thread. Where memory runs out, nothing is asked for.
     void post();
@@ -26,13 +25,17 @@ public:
     /// Ends all calls. `receiver` calls it before it is destroyed, on its thread.
     void end();
 
+signals:
+    /// The call is asked for. The signal has no arguments, so that no object of this library's crosses threads.
+    void posted();
+
 private:
     void call();
 
     const std::function<void()> mFunction;
     std::atomic<bool> mIsPosted{false};
     std::mutex mMutex; // guards what follows
-    QObject* mReceiver;
+    bool mIsEnded = false;
 };
 
 } // namespace zephyr::console::qt
