@@ -188,6 +188,12 @@ char32_t Console::cursorChar() const { return mPrivate->mCursorChar; }
 unsigned Console::cursorPosition() const { return mPrivate->lock()->line.cursorPosition(); }
 std::u32string Console::activeInput() const { return mPrivate->lock()->line.text(); }
 
+ConsoleInput Console::readInput() const
+{
+    const auto parts = mPrivate->lock();
+    return {parts->line.text(), parts->line.cursorPosition()};
+}
+
 bool Console::keyPressed(int key, int modifiers, const std::u32string& text)
 {
     Private& parts = *mPrivate;
@@ -452,6 +458,11 @@ std::size_t Console::logSize() const { return mPrivate->lock()->log.entries().si
 void Console::readLog(std::size_t first, std::size_t count, std::vector<LogEntry>& entries) const
 {
     mPrivate->lock()->log.read(first, count, entries);
+}
+
+LogPart Console::readLogPart(std::size_t index, std::size_t first, std::size_t count) const
+{
+    return mPrivate->lock()->log.readPart(index, first, count);
 }
 
 void Console::Private::appendLine(std::u32string text, ConsoleMessageType type, unsigned indent)
