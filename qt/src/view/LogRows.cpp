@@ -1,0 +1,195 @@
+#include "LogRows.h"
+
+#include "CodePoints.h"
+#include "EntryText.h"
+#include "RowBreaks.h"
+#include "zephyr/console/Console.h"
+#include "zephyr/console/Texts.h"
+
+#include <QTextBoundaryFinder>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace zephyr::console::qt {
+
+namespace {
+
+constexpr std::size_t kSegmentSize = 4096; // code points
+// How far before its nominal place a segment may end, in code points. Far more than the marks of one letter: Unicode's
+// stream-safe text has at most 30 (UAX #15).
+constexpr std::size_t kSegmentSlack = 256;
+constexpr std::size_t kMaxKept = std::size_t{1} << 18; // code points
+constexpr std::size_t kEntryCost = 64; // of a short entry, in code points, so that empty ones count as well
+constexpr double kMaxHangingShare = 0.5; // of the width
+
+/// Where the segment `index` begins: found from the text around it, so that nothing before needs to be read.
+std::size_t segmentBegin(const EntryText& text, std::size_t index)
+{
+    const std::size_t nominal = index * kSegmentSize;
+    if (index == 0 || nominal >= text.size()) {
+        return std::min(nominal, text.size());
+    }
+    const std::u32string before = text.read(nominal - kSegmentSlack, kSegmentSlack + 1);
+    const std::size_t lineFeed = before.rfind(U'\n', kSegmentSlack - 1);
+    if (lineFeed != std::u32string::npos) {
+        return nominal - kSegmentSlack + lineFeed + 1;
+    }
+    const LaidOutText laidOut(before);
+    QTextBoundaryFinder graphemes(QTextBoundaryFinder::Grapheme, laidOut.text());
+    graphemes.setPosition(laidOut.unitAt(kSegmentSlack));
+    if (!graphemes.isAtBoundary()) {
+        graphemes.toPreviousBoundary();
+    }
+    const std::size_t boundary = laidOut.indexAt(static_cast<int>(std::max<qsizetype>(0, graphemes.position())));
+    return nominal - kSegmentSlack + (boundary > 0 ? boundary : kSegmentSlack);
+}
+
+/// How the kit's captured messages begin.
+Tone toneOf(const EntryText& text)
+{
+    constexpr std::u32string_view kWarning = U"Qt warning: ";
+    constexpr std::u32string_view kCritical = U"Qt critical: ";
+    constexpr std::u32string_view kFatal = U"Qt fatal: ";
+    if (text.type() == Input) {
+        return Tone::Input;
+    }
+    const std::u32string begin = text.read(0, kCritical.size());
+    const auto beginsWith = [&](std::u32string_view prefix) {
+        return begin.compare(0, prefix.size(), prefix) == 0;
+    };
+    return beginsWith(kCritical) || beginsWith(kFatal) ? Tone::Error
+           : beginsWith(kWarning)                      ? Tone::Warning
+                                                       : Tone::Text;
+}
+
+/// Where the rows begin that don't begin an entry: below its text. A narrow window has no room for that.
+double hangingIndent(const EntryText& text, const ViewFont& font, double width)
+{
+    const double spaces = text.type() == Input ? std::u32string_view(kPrompt).size() : text.indent();
+    const double indent = spaces * font.spaceWidth();
+    return indent <= width * kMaxHangingShare ? indent : 0.0;
+}
+
+} // namespace
+
+void LogRows::setFormat(const std::shared_ptr<const ViewFont>& font, double width)
+{
+    if (font != mFont || width != mWidth) {
+        mFont = font;
+        mWidth = width;
+        mUsed.clear();
+        mKept.clear();
+        mKeptSize = 0;
+    }
+}
+
+Row LogRows::rowAt(const Console& console, TextPlace place)
+{
+    const std::size_t count = console.logSize();
+    if (place.entry >= count) {
+        return *lastRow(console);
+    }
+    const std::shared_ptr<const Segment> segment = segmentAt(console, place.entry, place.offset);
+    const auto after = std::upper_bound(segment->rows.begin(), segment->rows.end(), place.offset,
+                                        [](std::size_t offset, const Row& row) { return offset < row.begin; });
+    return after == segment->rows.begin() ? *after : *std::prev(after);
+}
+
+std::optional<Row> LogRows::rowAfter(const Console& console, const Row& row)
+{
+    if (row.end < EntryText(console, row.entry).size()) {
+        return rowAt(console, {row.entry, row.end});
+    }
+    if (row.entry + 1 >= console.logSize()) {
+        return std::nullopt;
+    }
+    return rowAt(console, {row.entry + 1, 0});
+}
+
+std::optional<Row> LogRows::rowBefore(const Console& console, const Row& row, std::size_t first)
+{
+    if (row.begin > 0) {
+        return rowAt(console, {row.entry, row.begin - 1});
+    }
+    if (row.entry <= first) {
+        return std::nullopt;
+    }
+    return rowAt(console, {row.entry - 1, EntryText(console, row.entry - 1).size()});
+}
+
+std::optional<Row> LogRows::lastRow(const Console& console, std::size_t first)
+{
+    const std::size_t count = console.logSize();
+    if (count <= first) {
+        return std::nullopt;
+    }
+    return rowAt(console, {count - 1, EntryText(console, count - 1).size()});
+}
+
+std::shared_ptr<const LogRows::Segment> LogRows::segmentAt(const Console& console, std::size_t entry,
+                                                           std::size_t offset)
+{
+    const EntryText text(console, entry);
+    const std::size_t last = text.size() > 0 ? (text.size() - 1) / kSegmentSize : 0;
+    const std::size_t index = std::min(offset / kSegmentSize, last);
+    // A segment may begin before its nominal place.
+    const bool isInNext = index < last && offset >= segmentBegin(text, index + 1);
+    return segment(text, entry, isInNext ? index + 1 : index);
+}
+
+std::shared_ptr<const LogRows::Segment> LogRows::segment(const EntryText& text, std::size_t entry,
+                                                         std::size_t index)
+{
+    if (const auto kept = mKept.find({entry, index}); kept != mKept.end()) {
+        mUsed.splice(mUsed.begin(), mUsed, kept->second);
+        return *kept->second;
+    }
+    const auto made = std::make_shared<const Segment>(layOut(text, entry, index));
+    keep(made);
+    return made;
+}
+
+LogRows::Segment LogRows::layOut(const EntryText& text, std::size_t entry, std::size_t index) const
+{
+    const std::size_t begin = segmentBegin(text, index);
+    const std::size_t end = segmentBegin(text, index + 1);
+    const std::u32string all = text.read(begin, end - begin);
+    const double hanging = hangingIndent(text, *mFont, mWidth);
+    const Tone tone = toneOf(text);
+    Segment segment{{entry, index}, all.size() + kEntryCost, {}};
+    std::size_t line = 0; // offset in the segment at which the line begins that the next line feed ends
+    do {
+        const std::size_t lineFeed = std::min(all.find(U'\n', line), all.size());
+        const std::u32string_view piece = std::u32string_view(all).substr(line, lineFeed - line);
+        const double x = begin + line == 0 ? 0.0 : hanging; // an entry's indent is a part of its first line
+        std::size_t from = 0;
+        for (const std::size_t to :
+             breakIntoRows(piece, *mFont, {mWidth - x, mWidth - hanging}, Wrap::AtWords)) {
+            const bool isFirst = begin + line + from == 0;
+            segment.rows.push_back({entry, begin + line + from, begin + line + to, isFirst ? 0.0 : hanging,
+                                    tone, std::u32string(piece.substr(from, to - from))});
+            from = to;
+        }
+        line = std::min(lineFeed + 1, all.size());
+        segment.rows.back().end = begin + line;
+    } while (line < all.size());
+    return segment;
+}
+
+/// Keeps a segment, and lets go of those that weren't used for the longest time.
+void LogRows::keep(const std::shared_ptr<const Segment>& made)
+{
+    mUsed.push_front(made);
+    mKept[made->key] = mUsed.begin();
+    mKeptSize += made->size;
+    while (mKeptSize > kMaxKept) {
+        mKeptSize -= mUsed.back()->size;
+        mKept.erase(mUsed.back()->key);
+        mUsed.pop_back();
+    }
+}
+
+} // namespace zephyr::console::qt

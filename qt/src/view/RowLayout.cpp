@@ -1,0 +1,49 @@
+#include "RowLayout.h"
+
+#include <QTextLine>
+#include <QTextOption>
+
+#include <algorithm>
+
+namespace zephyr::console::qt {
+
+namespace {
+
+constexpr double kAnyWidth = 1 << 20; // logical pixels; wider than any row
+
+} // namespace
+
+RowLayout::RowLayout(std::u32string_view text, const ViewFont& font)
+    : mText(text), mLayout(mText.text(), font.font())
+{
+    QTextOption option = font.textOption(QTextOption::NoWrap);
+    option.setFlags(QTextOption::IncludeTrailingSpaces);
+    mLayout.setTextOption(option);
+    mLayout.setCacheEnabled(true);
+    mLayout.beginLayout();
+    mLayout.createLine().setLineWidth(kAnyWidth);
+    mLayout.endLayout();
+    mGlyphs = mLayout.lineAt(0).glyphRuns();
+}
+
+double RowLayout::xOf(std::size_t index) const { return mLayout.lineAt(0).cursorToX(unitAt(index)); }
+
+std::size_t RowLayout::indexNear(double x) const
+{
+    return mText.indexAt(mLayout.lineAt(0).xToCursor(x, QTextLine::CursorBetweenCharacters));
+}
+
+std::size_t RowLayout::indexAt(double x) const
+{
+    return x >= width() ? mText.size()
+                        : mText.indexAt(mLayout.lineAt(0).xToCursor(x, QTextLine::CursorOnCharacter));
+}
+
+std::size_t RowLayout::nextGrapheme(std::size_t index) const
+{
+    return mText.indexAt(mLayout.nextCursorPosition(unitAt(index)));
+}
+
+double RowLayout::width() const { return mLayout.lineAt(0).naturalTextWidth(); }
+
+} // namespace zephyr::console::qt
