@@ -2,6 +2,7 @@
 #define ZEPHYR_CONSOLE_QT_CONSOLEHOST_H
 
 #include "zephyr/console/Console.h"
+#include "zephyr/console/qt/Look.h"
 #include "zephyr/console/qt/ToggleKeys.h"
 #include "zephyr/console/qt/detail/Export.h"
 
@@ -108,6 +109,23 @@ public:
 
     /// Whom the mouse belongs to inside the object while the console is open.
     Mouse mouse() const;
+
+    /// Sets how the console looks: font, colours, and the part of the object that it covers. The user's zoom of the
+    /// session applies to the new font size too.
+    void setLook(const Look& look);
+
+    /// How the console looks.
+    const Look& look() const;
+
+    /// Sets whether the console is drawn by ConsoleRenderer, and keys and wheel do what they do in Console and no more:
+    /// nothing wraps, and there is nothing to select, to find or to choose from. At first it is not.
+    void setPlain(bool plain);
+
+    /// Whether the console is drawn by ConsoleRenderer.
+    bool isPlain() const;
+
+    /// Hides what the log holds so far. The log itself keeps it, and so do copies and mirrors.
+    void clearView();
 
     /// How deep lines may run inside of lines, unless setDepthLimit() says otherwise. A console file that runs itself
     /// takes about 2 kB of stack a level, so that all levels take a quarter of a stack of 512 kB.
