@@ -16,8 +16,8 @@ namespace zephyr::console::qt {
 class LastAnswer
 {
 public:
-    /// Finds the answer to a line that was run when the log had `sizeBefore` entries. If the line left no echo, or
-    /// memory runs out, the answer before it stays.
+    /// Finds the answer to a line that was run when the log had `sizeBefore` entries. If the line left no echo,
+    /// the answer before it stays.
     void find(const Console& console, std::size_t sizeBefore);
 
     /// Whether there is no answer, or the last one has no entries.

@@ -184,8 +184,14 @@ LogRows::Segment LogRows::layOut(const EntryText& text, std::size_t entry, std::
 /// Keeps a segment, and lets go of those that weren't used for the longest time.
 void LogRows::keep(const std::shared_ptr<const Segment>& made)
 {
-    mUsed.push_front(made);
-    mKept[made->key] = mUsed.begin();
+    const auto place = mKept.emplace(made->key, mUsed.end()).first;
+    try {
+        mUsed.push_front(made);
+    } catch (...) {
+        mKept.erase(place);
+        throw;
+    }
+    place->second = mUsed.begin();
     mKeptSize += made->size;
     while (mKeptSize > kMaxKept) {
         mKeptSize -= mUsed.back()->size;

@@ -108,12 +108,13 @@ void ViewPainter::paint(QPainter& painter, const FramePlan& plan, const ViewStat
 std::shared_ptr<const RowLayout> ViewPainter::layoutOf(const Row& row)
 {
     const Layouts::key_type key(row.place(), row.text);
-    std::shared_ptr<const RowLayout>& layout = mLayouts[key];
-    if (layout == nullptr) {
-        const auto before = mBefore.find(key);
-        layout = before != mBefore.end() ? before->second
-                                         : std::make_shared<const RowLayout>(row.text, *mPlan->font);
+    if (const auto found = mLayouts.find(key); found != mLayouts.end()) {
+        return found->second;
     }
+    const auto before = mBefore.find(key);
+    const auto layout = before != mBefore.end() ? before->second
+                                                : std::make_shared<const RowLayout>(row.text, *mPlan->font);
+    mLayouts.emplace(key, layout);
     return layout;
 }
 
