@@ -199,8 +199,8 @@ TEST_P(EditLineWords, AreTheConsolesWords)
 }
 
 INSTANTIATE_TEST_SUITE_P(, EditLineWords,
-                         testing::Values(U"", U"set foo bar", U"abc_def", U"  two  gaps  ", U"12 34",
-                                         U"x", U" x", U"x ", U"\u00e4b \u6f22cd", U"a1b2c3"));
+                         testing::Values(U"", U"set foo bar", U"abc_def", U"  two  gaps  ", U"12 34", U"x",
+                                         U" x", U"x ", U"\u00e4b \u6f22cd", U"a1b2c3"));
 
 } // namespace
 } // namespace zephyr::console::qt

@@ -17,7 +17,7 @@ using Places = std::vector<TextPlace>;
 constexpr bool kMatchCase = true;
 constexpr TextPlace kTop{0, 0};
 constexpr TextPlace kBottom{kInputLine, 0};
-constexpr std::size_t kSlice = std::size_t{1} << 18; // code points that a slice searches
+constexpr std::size_t kSlice = std::size_t{1} << 17; // code points that a slice searches
 
 /// A console that writes into its log, and the search of it. The first two entries are the console's own.
 class Finder : public testing::Test
@@ -284,14 +284,22 @@ TEST_F(Finder, SearchesALongEntryInSlices)
     EXPECT_DOUBLE_EQ(1.0, finder.progress());
 }
 
-TEST_F(Finder, FindsThePromptOfALongLineInSlices)
+TEST_F(Finder, FindsThePromptAndTheEndOfALongLineInSlices)
 {
-    const std::u32string line = U"go " + std::u32string(2 * kSlice, U'x') + U"end";
-    console.execute(line);
-    find(U">> go");
-    EXPECT_EQ((Places{{2, 0}}), hits());
-    find(U"xend", kMatchCase);
-    EXPECT_EQ(TextPlace(2, 3 + line.size() - 4), hits().front());
+    constexpr std::size_t kPromptSize = 3;
+    const std::size_t before = console.logSize();
+    console.execute(U"go");
+    std::size_t answered = 0; // code points, which the first slice searches before the line
+    for (std::size_t entry = before + 1; entry < console.logSize(); ++entry) {
+        answered += console.readLogPart(entry, 0, 0).length;
+    }
+    const std::size_t echo = console.logSize();
+    const std::size_t shown = kSlice - answered + 1; // one code point is left to the second slice
+    console.execute(U"go " + std::u32string(shown - kPromptSize - 6, U'x') + U"end");
+    find(U">> go x");
+    EXPECT_EQ((Places{{echo, 0}}), hits());
+    find(U"xend");
+    EXPECT_EQ((Places{{echo, shown - 4}}), hits());
 }
 
 TEST_F(Finder, SearchesManyEntriesInSlicesFromTheNewest)
