@@ -2,6 +2,7 @@
 
 #include "ActedEvent.h"
 #include "ConsoleKeys.h"
+#include "HistoryStore.h"
 #include "zephyr/common/Angle.h"
 #include "zephyr/console/Console.h"
 
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <new>
 #include <utility>
 
@@ -36,7 +38,13 @@ ConsoleHost::Private::Private(ConsoleHost& host, const std::shared_ptr<Console>&
       mWatch(std::make_shared<ConsoleWatch>(host, [this] { onConsoleChanged(); })),
       mBlinkTimer(host, [this] { requestRepaint(); }),
       mBlinkDue(host, [this] { mBlinkTimer.start(); }),
-      mServices(mConsole)
+      mServices(mConsole),
+      mHistoryDue(host,
+                  [this] {
+                      const std::shared_ptr<Private> keep = shared_from_this();
+                      mHistory.catchUp();
+                  }),
+      mHistory(mConsole, [this] { mHistoryDue.post(); })
 {
     mLineEnds.setInterval(kLookMs);
     QObject::connect(&mLineEnds, &QTimer::timeout, &host, [this] { onWaitedForLine(); });
@@ -57,6 +65,8 @@ void ConsoleHost::Private::start()
 void ConsoleHost::Private::end()
 {
     mServices.end();
+    mHistory.end();
+    mHistoryDue.end();
     if (const BorrowedConsole console(mConsole); console) {
         mWatch->end(*console);
     }
@@ -69,6 +79,21 @@ void ConsoleHost::Private::setDepthLimit(unsigned depth)
 {
     if (const BorrowedConsole console(mConsole); console) {
         console->setDepthLimit(depth);
+    }
+}
+
+bool ConsoleHost::Private::setHistoryFile(const QString& fileName, int maxLines)
+{
+    const std::shared_ptr<Private> keep = shared_from_this();
+    if (fileName.isEmpty()) {
+        mHistory.end();
+        return false;
+    }
+    try {
+        const auto most = static_cast<std::size_t>(std::max(1, maxLines));
+        return mHistory.start(fileName, std::make_unique<HistoryStore>(fileName, most));
+    } catch (const std::exception&) { // no memory, or no thread
+        return false;
     }
 }
 
@@ -139,7 +164,11 @@ void ConsoleHost::Private::deliverNow(Console& console, const KeyPress& press)
     bool changed = wasOpen && mChanges.lookForChange(console);
     const std::size_t sizeBefore = mChanges.lines().size();
     replaceText(console, press);
+    if (runsLine(press.key)) {
+        mHistory.noteLine(console);
+    }
     mKeys.press(console, press.key, press.modifiers, press.text);
+    mHistory.keepLine(console);
     if (wasOpen) {
         changed = mChanges.lookForChange(console) || changed;
     }
