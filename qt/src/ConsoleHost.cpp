@@ -154,6 +154,11 @@ void ConsoleHost::copyLastAnswer() { mPrivate->services().copyLastAnswer(); }
 
 bool ConsoleHost::mirrorLog(const QString& fileName) { return mPrivate->services().mirrorLog(fileName); }
 
+bool ConsoleHost::setHistoryFile(const QString& fileName, int maxLines)
+{
+    return mPrivate->setHistoryFile(fileName, maxLines);
+}
+
 void ConsoleHost::captureQtMessages(bool capture) { mPrivate->services().captureQtMessages(capture); }
 
 } // namespace zephyr::console::qt

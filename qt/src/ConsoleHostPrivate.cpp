@@ -2,6 +2,7 @@
 
 #include "ActedEvent.h"
 #include "ConsoleKeys.h"
+#include "HistoryStore.h"
 #include "KeyText.h"
 #include "zephyr/common/Angle.h"
 #include "zephyr/console/Console.h"
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <new>
 #include <utility>
 
@@ -44,7 +46,13 @@ ConsoleHost::Private::Private(ConsoleHost& host, const std::shared_ptr<Console>&
             {[this](const KeyPress& press) { pressFromView(press); }, [this] { requestRepaint(); }}),
       mViewPointer(host, mView,
                    {[this](std::size_t offset) { placeCursor(offset); }, [this] { pastePrimary(); }}),
-      mServices(mConsole)
+      mServices(mConsole),
+      mHistoryDue(host,
+                  [this] {
+                      const std::shared_ptr<Private> keep = shared_from_this();
+                      mHistory.catchUp();
+                  }),
+      mHistory(mConsole, [this] { mHistoryDue.post(); })
 {
     mLineEnds.setInterval(kLookMs);
     QObject::connect(&mLineEnds, &QTimer::timeout, &host, [this] { onWaitedForLine(); });
@@ -65,6 +73,8 @@ void ConsoleHost::Private::start()
 void ConsoleHost::Private::end()
 {
     mServices.end();
+    mHistory.end();
+    mHistoryDue.end();
     if (const BorrowedConsole console(mConsole); console) {
         mWatch->end(*console);
     }
@@ -77,6 +87,21 @@ void ConsoleHost::Private::setDepthLimit(unsigned depth)
 {
     if (const BorrowedConsole console(mConsole); console) {
         console->setDepthLimit(depth);
+    }
+}
+
+bool ConsoleHost::Private::setHistoryFile(const QString& fileName, int maxLines)
+{
+    const std::shared_ptr<Private> keep = shared_from_this();
+    if (fileName.isEmpty()) {
+        mHistory.end();
+        return false;
+    }
+    try {
+        const auto most = static_cast<std::size_t>(std::max(1, maxLines));
+        return mHistory.start(fileName, std::make_unique<HistoryStore>(fileName, most));
+    } catch (const std::exception&) { // no memory, or no thread
+        return false;
     }
 }
 
@@ -171,7 +196,11 @@ void ConsoleHost::Private::pressOnConsole(Console& console, const KeyPress& pres
     const bool findsAnswer = mOpen && runsLine(press.key);
     const std::size_t sizeBefore = findsAnswer ? console.logSize() : 0;
     replaceText(console, press);
+    if (runsLine(press.key)) {
+        mHistory.noteLine(console);
+    }
     mKeys.press(console, press.key, press.modifiers, press.text);
+    mHistory.keepLine(console);
     if (findsAnswer) {
         mServices.lastAnswer().find(console, sizeBefore);
     }

@@ -10,6 +10,7 @@
 #include "FocusReturn.h"
 #include "FramePainter.h"
 #include "HeldKeys.h"
+#include "HistoryFile.h"
 #include "HostedObject.h"
 #include "InputMethod.h"
 #include "KeyDelivery.h"
@@ -100,6 +101,9 @@ public:
     std::shared_ptr<Console> console() const { return mConsole->lend(); }
     LogServices& services() { return mServices; }
 
+    /// Keeps the history in the file `fileName`, or in none if that is empty. \return whether the file was read.
+    bool setHistoryFile(const QString& fileName, int maxLines);
+
 private:
     // Each of these handles one kind of event, and returns whether the console took it.
     bool filterInput(QObject& watched, QEvent& event);
@@ -182,6 +186,8 @@ private:
     FramePainter mPainter; // on whatever thread paints
 
     LogServices mServices;
+    ChangeNotice mHistoryDue; // from the thread that reads and writes the file
+    HistoryFile mHistory;
 };
 
 } // namespace zephyr::console::qt

@@ -12,8 +12,8 @@ namespace zephyr::console::qt {
 namespace {
 
 // A slice, which takes some milliseconds.
-constexpr std::size_t kSliceEntries = 8192;
-constexpr std::size_t kSliceCodePoints = std::size_t{1} << 18;
+constexpr std::size_t kSliceEntries = 4096;
+constexpr std::size_t kSliceCodePoints = std::size_t{1} << 17;
 
 /// A part of an entry's shownText().
 LogPart readShownPart(const Console& console, std::size_t entry, std::size_t first, std::size_t count)
@@ -74,8 +74,7 @@ double Finder::progress() const
         return 0.0;
     }
     const auto searchedOf = [](const Scan& scan) {
-        return scan.length == 0 ? 0.0
-                                : static_cast<double>(scan.offset) / static_cast<double>(scan.length);
+        return scan.length == 0 ? 0.0 : static_cast<double>(scan.offset) / static_cast<double>(scan.length);
     };
     const double searched =
         static_cast<double>(mNewer.entry - mOlder.entry) + searchedOf(mNewer) + searchedOf(mOlder);

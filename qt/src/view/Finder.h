@@ -108,8 +108,8 @@ private:
 
     TextMatcher mMatcher;
     std::size_t mFirstEntry = 0;
-    bool mHasBegun = false;   // whether the scans have a place to go on from
-    std::size_t mLogSize = 0; // at the last slice
+    bool mHasBegun = false;      // whether the scans have a place to go on from
+    std::size_t mLogSize = 0;    // at the last slice
     Scan mNewer{0};              // of the entry mNewer.entry, upwards from where the search began
     Scan mOlder{0};              // of the entry before mOlder.entry, downwards
     std::deque<TextPlace> mHits; // in ascending order
