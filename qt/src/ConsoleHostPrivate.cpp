@@ -186,7 +186,8 @@ void ConsoleHost::Private::deliverNow(Console& console, const KeyPress& press)
 void ConsoleHost::Private::pressInView(Console& console, const KeyPress& press)
 {
     if (!mView.press(console, press)) {
-        pressOnConsole(console, press);
+        replaceText(console, press);
+        mView.pressOnConsole(console, press);
     }
     mView.afterConsoleActed(console);
 }

@@ -18,6 +18,7 @@ namespace zephyr::console::qt {
 namespace {
 
 constexpr int kSearchMs = 8; // of a frame, for the search of a long log
+constexpr std::size_t kMostOffers = 8; // in view
 constexpr double kZoomStep = 1.1;
 constexpr int kMostZoom = 20; // steps either way
 constexpr double kMinPointSize = 1.0;
@@ -101,6 +102,8 @@ void View::leave(Console& console)
     if (mFind.isOpen()) {
         mFind.close();
         mSearch.stop();
+    } else if (mOffers.isShown()) {
+        mOffers.dismiss();
     } else if (!mSelection.range().isEmpty()) {
         mSelection.clear();
     } else if (console.activeInput().empty()) {
@@ -191,9 +194,52 @@ void View::takeRecalled(Console& console)
     publish();
 }
 
-void View::afterConsoleActed(Console&) { publish(); }
+PressKey View::presser() const
+{
+    return [this](int key, int modifiers, const std::u32string& text) {
+        mHost.press({key, modifiers, text});
+    };
+}
 
-void View::pickOffer(std::size_t) {}
+void View::pressOnConsole(Console& console, const KeyPress& press)
+{
+    mOffers.pressKey(console, press.key, press.modifiers, press.text, presser());
+}
+
+void View::afterConsoleActed(Console& console)
+{
+    mOffers.update(console);
+    publish();
+}
+
+void View::pickOffer(std::size_t index)
+{
+    const BorrowedConsole console(mConsole);
+    if (console && !console->isRunning()) {
+        mOffers.pick(*console, mOfferWindow.first() + index, presser());
+        publish();
+    }
+}
+
+/// The part of the offers that a frame may show.
+ViewState::List View::offers(Console& console)
+{
+    ViewState::List list;
+    if (!mOffers.isShown() || mFind.isOpen() || mRecall.isOpen()) {
+        return list;
+    }
+    mOfferWindow.follow(mOffers.count(), mOffers.selected(), kMostOffers);
+    for (std::size_t i = 0; i < mOfferWindow.size(); ++i) {
+        Offer offer = mOffers.at(console, mOfferWindow.first() + i);
+        list.offers.push_back({std::move(offer.text), std::move(offer.description)});
+    }
+    list.first = mOfferWindow.first();
+    list.count = mOffers.count();
+    if (const std::optional<std::size_t> selected = mOffers.selected()) {
+        list.selected = *selected - list.first;
+    }
+    return list;
+}
 
 // Scrolling
 
@@ -361,6 +407,7 @@ void View::reset()
     mSelection.clear();
     mScroll.follow();
     mComposition.clear();
+    mOffers.dismiss();
     publish();
 }
 
@@ -371,12 +418,13 @@ void View::onLogGrown()
     }
 }
 
-ViewState View::state() const
+ViewState View::state()
 {
     ViewState state;
     state.look = zoomedLook();
     if (const BorrowedConsole console(mConsole); console) {
         state.blinkRate = console->cursorBlinkRate();
+        state.list = offers(*console);
     }
     state.firstEntry = mFirstEntry;
     state.top = mScroll.top();

@@ -4,6 +4,8 @@
 #include "../ConsoleLender.h"
 #include "FindBar.h"
 #include "LogRows.h"
+#include "OfferWindow.h"
+#include "Offers.h"
 #include "RecallBar.h"
 #include "RowScroll.h"
 #include "Selection.h"
@@ -55,7 +57,10 @@ public:
     /// Handles a key. \return whether it was one for the view; else it is the console's.
     bool press(Console& console, const KeyPress& press);
 
-    /// Must be called after something was done with the console.
+    /// Presses a key on the console that press() left to it. Tab does what the list of offers promises.
+    void pressOnConsole(Console& console, const KeyPress& press);
+
+    /// Must be called after something was done with the console: offers what fits its line now.
     void afterConsoleActed(Console& console);
 
     /// Puts an offer on the input line. `index` counts the offers of the last state.
@@ -120,7 +125,9 @@ private:
     std::optional<RowScroll::Log> logOf(const Console& console, const FramePlan& plan);
     std::shared_ptr<const ViewFont> fontFor(const Look& look);
     Look zoomedLook() const;
-    ViewState state() const;
+    PressKey presser() const;
+    ViewState::List offers(Console& console);
+    ViewState state();
     void publish();
 
     const std::shared_ptr<ConsoleLender> mConsole;
@@ -135,6 +142,8 @@ private:
     Selection mSelection;
     FindBar mFind;
     RecallBar mRecall;
+    Offers mOffers;
+    OfferWindow mOfferWindow;
     QTimer mSearch;
 
     std::shared_ptr<const ViewFont> mFont; // of the host's thread
