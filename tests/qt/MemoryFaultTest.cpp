@@ -113,7 +113,7 @@ TEST_P(FrameMemoryFault, LeavesAFrameForTheNextTime)
 {
     ViewShare share;
     ViewShare* const view = GetParam() ? &share : nullptr;
-    QImage expected(400, 200, QImage::Format_ARGB32_Premultiplied);
+    QImage expected(200, 90, QImage::Format_ARGB32_Premultiplied);
     QImage image(expected.size(), expected.format());
     expected.fill(Qt::white);
     {
