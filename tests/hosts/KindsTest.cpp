@@ -52,6 +52,20 @@ int ink(const QImage& picture)
     return count;
 }
 
+/// Whether the host has drawn its window, which shows the display's black ground until then. All hosts draw on brighter
+/// ones.
+bool isDrawn(const QImage& picture)
+{
+    constexpr int kDarkest = 50;
+    int count = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            count += qGray(picture.pixel(x, y)) > kDarkest ? 1 : 0;
+        }
+    }
+    return count > picture.width() * picture.height() / 2;
+}
+
 /// The upper half, where no cursor blinks once the log is long.
 QImage upperHalf(const QImage& picture) { return picture.copy(0, 0, picture.width(), picture.height() / 2); }
 
@@ -69,12 +83,14 @@ protected:
         return picture;
     }
 
-    /// Waits until the window looks the same twice.
+    /// Waits until the window is drawn and looks the same twice.
     QImage awaitRest()
     {
         QImage before;
-        return program.pictureThat(
-            [&](const QImage& picture) { return std::exchange(before, picture) == picture; });
+        const QImage picture = program.pictureThat(
+            [&](const QImage& p) { return std::exchange(before, p) == p && isDrawn(p); });
+        EXPECT_TRUE(isDrawn(picture));
+        return picture;
     }
 
     HostProgram program{GetParam().program, 1, GetParam().usesOpenGL, GetParam().title, OPENBOX_PROGRAM};

@@ -17,11 +17,7 @@ function(zephyr_opengl_environment test)
   endif()
   set_tests_properties(${test} PROPERTIES ENVIRONMENT "${environment}" TIMEOUT 300)
   zephyr_uses_a_display(${test})
-  if(ZEPHYR_CONSOLE_SANITIZERS AND NOT ZEPHYR_CONSOLE_SANITIZERS STREQUAL thread)
-    # Mesa unloads its driver without freeing all memory; the leaks can't be told from the tests'.
-    set_property(TEST ${test} APPEND PROPERTY ENVIRONMENT_MODIFICATION
-      ASAN_OPTIONS=string_append::detect_leaks=0)
-  endif()
+  zephyr_unloads_opengl(${test})
 endfunction()
 
 # zephyr_add_opengl_test(NAME name SOURCES file...)
