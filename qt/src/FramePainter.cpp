@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <memory>
 #include <new>
 #include <string>
 #include <utility>
@@ -164,24 +165,13 @@ void FramePainter::paintView(const Console& console, QPainter& painter, ViewShar
     mBlinkRate = state->blinkRate;
     mBlinkClock.advance(restartFrameClock(mIsFirstFrame.exchange(false)), input.cursor);
     const QSize size = logicalSize(painter);
-    const auto plan = std::make_shared<const FramePlan>(
-        planFrame(*state, console, input, fontFor(state->look), mRows, size));
+    const std::shared_ptr<const FramePlan> plan = mViewFrames.plan(console, input, state, size);
     view.setPlan(plan);
     const PainterState painterState(painter);
     resetState(painter);
-    mViewPainter.paint(painter, *plan, *state, mBlinkClock.isCursorShown(mBlinkRate));
+    mViewFrames.paint(painter, mBlinkClock.isCursorShown(mBlinkRate));
     const std::lock_guard lock(mMutex);
-    mPainted = {plan->logSize, size, plan->size, plan->font->lineHeight(), mViewPainter.cursor()};
-}
-
-/// The font of the view, made anew where the look is another or another thread paints.
-std::shared_ptr<const ViewFont> FramePainter::fontFor(const Look& look)
-{
-    if (mViewFont == nullptr || mViewFont->font().family() != look.fontFamily ||
-        mViewFont->font().pointSizeF() != look.fontSize) {
-        mViewFont = std::make_shared<const ViewFont>(look.fontFamily, look.fontSize);
-    }
-    return mViewFont;
+    mPainted = {plan->logSize, size, plan->size, plan->font->lineHeight(), mViewFrames.cursor()};
 }
 
 /// The size of a painter's device in the painter's own pixels.
@@ -202,8 +192,7 @@ void FramePainter::followThread()
 {
     if (const std::thread::id self = std::this_thread::get_id(); std::exchange(mThread, self) != self) {
         mRenderer = ConsoleRenderer();
-        mViewFont.reset(); // and with it the rows that were laid out in it
-        mViewPainter = {};
+        mViewFrames = {};
         mBlinkClock = {};
     }
 }
@@ -310,9 +299,7 @@ void FramePainter::rest()
     mLayer = QImage();
     mSnapshot.reset();
     mRenderer = ConsoleRenderer(); // which keeps the layout of every line that was shown
-    mRows = {};
-    mViewPainter = {};
-    mViewFont.reset();
+    mViewFrames = {};
     mBlinkRate = 0.0;
     mBlinkClock = {};
 }

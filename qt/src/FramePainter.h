@@ -1,9 +1,7 @@
 #ifndef ZEPHYR_CONSOLE_QT_FRAMEPAINTER_H
 #define ZEPHYR_CONSOLE_QT_FRAMEPAINTER_H
 
-#include "view/LogRows.h"
-#include "view/ViewFont.h"
-#include "view/ViewPainter.h"
+#include "view/ViewFrames.h"
 #include "zephyr/console/ConsoleRenderer.h"
 #include "zephyr/console/ConsoleSnapshot.h"
 #include "zephyr/console/detail/BlinkClock.h"
@@ -16,7 +14,6 @@
 
 #include <atomic>
 #include <cstddef>
-#include <memory>
 #include <mutex>
 #include <optional>
 #include <thread>
@@ -29,7 +26,6 @@ class Console;
 
 namespace zephyr::console::qt {
 
-struct Look;
 class ViewShare;
 
 /// Paints one console, frame after frame, and keeps what the next frame needs. For one thread at a time, the one that
@@ -84,7 +80,6 @@ private:
     static QSize logicalSize(const QPainter& painter);
     void paintView(const Console& console, QPainter& painter, ViewShare& view);
     void paintSnapshot(const Console& console, QPainter& painter);
-    std::shared_ptr<const ViewFont> fontFor(const Look& look);
     void render(double seconds, QPainter& painter);
     double restartFrameClock(bool isFirst);
     void followThread();
@@ -94,9 +89,7 @@ private:
 
     std::optional<ConsoleSnapshot> mSnapshot;
     ConsoleRenderer mRenderer;
-    std::shared_ptr<const ViewFont> mViewFont;
-    LogRows mRows;
-    ViewPainter mViewPainter;
+    ViewFrames mViewFrames;
     std::atomic<bool> mIsFirstFrame{true};
     std::thread::id mThread;        // that painted last
     QElapsedTimer mFrameClock;      // since the last frame

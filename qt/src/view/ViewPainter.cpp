@@ -4,18 +4,16 @@
 #include "InputRows.h"
 #include "ViewState.h"
 
-#include <QBrush>
 #include <QFontMetrics>
 #include <QPainter>
 #include <QPointF>
 #include <QRectF>
 #include <QString>
-#include <QTextCharFormat>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
-#include <limits>
+#include <cstddef>
+#include <utility>
 
 namespace zephyr::console::qt {
 
@@ -53,14 +51,6 @@ QColor withAlpha(QColor color, int alpha)
     return color;
 }
 
-QTextCharFormat format(const QColor& ground, const QColor& ink)
-{
-    QTextCharFormat format;
-    format.setBackground(ground);
-    format.setForeground(ink);
-    return format;
-}
-
 std::u32string cutToWidth(const std::u32string& text, int width, const ViewFont& font)
 {
     return QFontMetrics(font.font())
@@ -69,15 +59,16 @@ std::u32string cutToWidth(const std::u32string& text, int width, const ViewFont&
         .toStdU32String();
 }
 
-/// Adds the part of `range` that is on `row`, if any.
-void addMark(QList<QTextLayout::FormatRange>& marks, const TextRange& range, const QTextCharFormat& format,
-             const Row& row, const RowLayout& layout)
+/// Marks the part of `range` that is on `row`, if any.
+void markPart(std::vector<PaintItem::Mark>& marks, const TextRange& range, PaintItem::Mark mark,
+              const Row& row, const RowLayout& layout)
 {
     const TextPlace from = std::max(range.from, row.place());
     const TextPlace to = std::min(range.to, TextPlace{row.entry, row.begin + row.text.size()});
     if (from < to) {
-        const int begin = layout.unitAt(from.offset - row.begin);
-        marks.append({begin, layout.unitAt(to.offset - row.begin) - begin, format});
+        mark.begin = layout.unitAt(from.offset - row.begin);
+        mark.length = layout.unitAt(to.offset - row.begin) - mark.begin;
+        marks.push_back(std::move(mark));
     }
 }
 
@@ -85,208 +76,200 @@ void addMark(QList<QTextLayout::FormatRange>& marks, const TextRange& range, con
 
 void ViewPainter::paint(QPainter& painter, const FramePlan& plan, const ViewState& state, bool isCursorShown)
 {
-    mPainter = &painter;
-    mPlan = &plan;
-    mState = &state;
-    mLayouts.swap(mBefore);
-    mLayouts.clear();
     painter.fillRect(QRect(QPoint(0, 0), plan.size), state.look.background);
     painter.setRenderHint(QPainter::TextAntialiasing, true);
-    painter.setFont(plan.font->font());
+    for (const PaintItem& item : itemsOf(plan, state, isCursorShown)) {
+        item.paint(painter);
+    }
+}
+
+std::vector<PaintItem> ViewPainter::itemsOf(const FramePlan& plan, const ViewState& state, bool isCursorShown)
+{
+    mPlan = &plan;
+    mState = &state;
+    mItems.clear();
+    mTexts.swap(mBefore);
+    mTexts.clear();
+    if (std::exchange(mFont, plan.font) != plan.font) {
+        mBefore.clear();
+    }
     for (const FramePlan::PlacedRow& placed : plan.log) {
-        paintRow(placed.row, placed.top, marksOf(placed.row));
+        addRow(placed.row, placed.top, marksOf(placed.row));
     }
-    paintInput(isCursorShown);
-    paintScrollBar();
-    paintMark();
-    paintBar();
-    paintList();
+    addInput(isCursorShown);
+    addScrollBar();
+    addMark();
+    addBar();
+    addList();
     mBefore.clear();
+    return std::exchange(mItems, {});
 }
 
-/// The row's layout, of this frame or the one before if one of them showed it.
-std::shared_ptr<const RowLayout> ViewPainter::layoutOf(const Row& row)
+/// The text laid out, in this frame or the one before if one of them showed it.
+ViewPainter::Text ViewPainter::textOf(const std::u32string& text)
 {
-    const Layouts::key_type key(row.place(), row.text);
-    if (const auto found = mLayouts.find(key); found != mLayouts.end()) {
-        return found->second;
+    if (const auto known = mTexts.find(text); known != mTexts.end()) {
+        return known->second;
     }
-    const auto before = mBefore.find(key);
-    const auto layout = before != mBefore.end() ? before->second
-                                                : std::make_shared<const RowLayout>(row.text, *mPlan->font);
-    mLayouts.emplace(key, layout);
-    return layout;
+    if (auto before = mBefore.extract(text); !before.empty()) {
+        return mTexts.insert(std::move(before)).position->second;
+    }
+    return mTexts.emplace(text, std::make_shared<const PaintedText>(text, *mFont)).first->second;
 }
 
-void ViewPainter::paintRow(const Row& row, int top, const QList<QTextLayout::FormatRange>& marks)
+void ViewPainter::addRow(const Row& row, int top, std::vector<PaintItem::Mark> marks)
 {
-    if (row.text.empty()) {
-        return;
-    }
-    const std::shared_ptr<const RowLayout> layout = layoutOf(row);
-    const QPointF place(row.x, top);
-    mPainter->setPen(colorOf(mState->look, row.tone));
-    if (!marks.isEmpty()) {
-        layout->layout().draw(mPainter, place, marks);
-        return;
-    }
-    for (const QGlyphRun& run : layout->glyphs()) {
-        mPainter->drawGlyphRun(place, run);
+    if (!row.text.empty()) {
+        PaintItem& item = mItems.emplace_back();
+        item.text = textOf(row.text);
+        item.place = QPointF(row.x, top);
+        item.ink = colorOf(mState->look, row.tone);
+        item.marks = std::move(marks);
     }
 }
 
-QList<QTextLayout::FormatRange> ViewPainter::marksOf(const Row& row)
+std::vector<PaintItem::Mark> ViewPainter::marksOf(const Row& row)
 {
-    QList<QTextLayout::FormatRange> marks;
+    std::vector<PaintItem::Mark> marks;
     if (mPlan->hits.empty() && mState->selection.isEmpty()) {
         return marks;
     }
-    const std::shared_ptr<const RowLayout> layout = layoutOf(row);
+    const Text text = textOf(row.text);
     const QColor ink = inkOn(mState->look);
     for (const TextRange& hit : mPlan->hits) {
-        const bool isCurrent = mState->find.current == hit.from;
-        addMark(marks, hit,
-                isCurrent ? format(QColor::fromRgba(kCurrentHitColor), ink)
-                          : format(QColor::fromRgba(kHitColor), mState->look.text),
-                row, *layout);
+        const PaintItem::Mark mark =
+            mState->find.current == hit.from
+                ? PaintItem::Mark{0, 0, QColor::fromRgba(kCurrentHitColor), ink}
+                : PaintItem::Mark{0, 0, QColor::fromRgba(kHitColor), mState->look.text};
+        markPart(marks, hit, mark, row, text->layout());
     }
-    addMark(marks, mState->selection, format(mState->look.text, ink), row, *layout);
+    markPart(marks, mState->selection, {0, 0, mState->look.text, ink}, row, text->layout());
     return marks;
 }
 
-void ViewPainter::paintInput(bool isCursorShown)
+void ViewPainter::addInput(bool isCursorShown)
 {
     for (const FramePlan::PlacedRow& placed : mPlan->input) {
-        QList<QTextLayout::FormatRange> marks = marksOf(placed.row);
-        QTextCharFormat composed;
-        composed.setFontUnderline(true);
-        composed.setForeground(mState->look.input);
-        addMark(marks, {{kInputLine, mPlan->composition}, {kInputLine, mPlan->cursor}}, composed, placed.row,
-                *layoutOf(placed.row));
-        paintRow(placed.row, placed.top, marks);
+        std::vector<PaintItem::Mark> marks = marksOf(placed.row);
+        markPart(marks, {{kInputLine, mPlan->composition}, {kInputLine, mPlan->cursor}},
+                 {0, 0, {}, mState->look.input, true}, placed.row, textOf(placed.row.text)->layout());
+        addRow(placed.row, placed.top, std::move(marks));
     }
     const FramePlan::PlacedRow& placed = mPlan->cursorRow();
-    const std::shared_ptr<const RowLayout> layout = layoutOf(placed.row);
+    const Text text = textOf(placed.row.text);
+    const RowLayout& layout = text->layout();
     const std::size_t index = mPlan->cursor - std::min(mPlan->cursor, placed.row.begin);
-    const double x = layout->xOf(index);
-    const double next = layout->xOf(layout->nextGrapheme(index));
+    const double x = layout.xOf(index);
+    const double next = layout.xOf(layout.nextGrapheme(index));
     const double width = next != x ? std::abs(next - x) : mPlan->font->spaceWidth();
     mCursor = QRectF(placed.row.x + std::min(x, next), placed.top, width, mPlan->font->lineHeight())
                   .toAlignedRect();
     if (isCursorShown && !mState->bar) { // a bar has the keys and a cursor of its own
-        paintCursor(placed.row, placed.top, mCursor);
+        addGround(mCursor, mState->look.input);
+        addText(placed.row.text, QPointF(placed.row.x, placed.top), inkOn(mState->look), mCursor);
     }
 }
 
-/// Paints a block, and what is under it in the colour of the background.
-void ViewPainter::paintCursor(const Row& row, int top, const QRect& cursor)
+void ViewPainter::addGround(const QRectF& place, const QColor& color)
 {
-    mPainter->fillRect(cursor, mState->look.input);
-    mPainter->save();
-    mPainter->setClipRect(cursor, Qt::IntersectClip);
-    mPainter->setPen(inkOn(mState->look));
-    for (const QGlyphRun& run : layoutOf(row)->glyphs()) {
-        mPainter->drawGlyphRun(QPointF(row.x, top), run);
-    }
-    mPainter->restore();
+    PaintItem& item = mItems.emplace_back();
+    item.ground = place;
+    item.groundColor = color;
 }
 
-/// Paints a text that belongs to no row. \return its width.
-double ViewPainter::paintText(const std::u32string& text, QPoint place, const QColor& color)
+/// Adds a text that is no row of its own. \return its width.
+double ViewPainter::addText(const std::u32string& text, QPointF place, const QColor& color,
+                            const QRectF& clip)
 {
     if (text.empty()) {
         return 0.0;
     }
-    constexpr TextPlace kNowhere{kInputLine, std::numeric_limits<std::size_t>::max()};
-    const std::shared_ptr<const RowLayout> layout =
-        layoutOf({kNowhere.entry, kNowhere.offset, 0, 0.0, Tone::Text, text});
-    mPainter->setPen(color);
-    for (const QGlyphRun& run : layout->glyphs()) {
-        mPainter->drawGlyphRun(place, run);
-    }
-    return layout->width();
+    PaintItem& item = mItems.emplace_back();
+    item.text = textOf(text);
+    item.place = place;
+    item.ink = color;
+    item.clip = clip;
+    return item.text->layout().width();
 }
 
-void ViewPainter::paintBar()
+void ViewPainter::addBar()
 {
     if (mPlan->bar.isEmpty() || !mState->bar) {
         return;
     }
     const ViewState::Bar& bar = *mState->bar;
     const QRect& place = mPlan->bar;
-    mPainter->fillRect(place, QColor::fromRgba(kBoxColor));
-    const double label = paintText(bar.label, place.topLeft(), withAlpha(mState->look.text, kDimAlpha));
+    addGround(place, QColor::fromRgba(kBoxColor));
+    const double label = addText(bar.label, place.topLeft(), withAlpha(mState->look.text, kDimAlpha));
     const std::u32string status = cutToWidth(bar.status, place.width() / 2, *mPlan->font);
     const int statusWidth =
         QFontMetrics(mPlan->font->font()).horizontalAdvance(QString::fromStdU32String(status));
-    paintText(status, {place.right() - statusWidth - mPlan->font->lineHeight() / 2, place.top()},
-              withAlpha(mState->look.text, kDimAlpha));
+    addText(status, QPoint(place.right() - statusWidth - mPlan->font->lineHeight() / 2, place.top()),
+            withAlpha(mState->look.text, kDimAlpha));
 
     // The cursor stays in view: what is left of the room is for the text before it.
-    const RowLayout text(bar.text, *mPlan->font);
     const double room = place.width() - label - statusWidth - 2 * mPlan->font->lineHeight();
-    const double cursor = text.xOf(bar.cursor);
+    const double cursor = textOf(bar.text)->layout().xOf(bar.cursor);
     const double left = label - std::max(0.0, cursor - std::max(0.0, room));
-    mPainter->save();
-    mPainter->setClipRect(
-        QRectF(label, place.top(), std::max(0.0, room) + mPlan->font->lineHeight(), place.height()),
-        Qt::IntersectClip);
-    paintText(bar.text, {static_cast<int>(left), place.top()}, mState->look.input);
-    mPainter->fillRect(
-        QRectF(left + cursor, place.top(), std::max(1.0, mPlan->font->spaceWidth() / 4), place.height()),
-        mState->look.input);
-    mPainter->restore();
+    const QRectF field(label, place.top(), std::max(0.0, room) + mPlan->font->lineHeight(), place.height());
+    if (field.isEmpty()) {
+        return;
+    }
+    addText(bar.text, QPointF(std::floor(left), place.top()), mState->look.input, field);
+    const QRectF caret(left + cursor, place.top(), std::max(1.0, mPlan->font->spaceWidth() / 4),
+                       place.height());
+    addGround(caret & field, mState->look.input);
 }
 
-void ViewPainter::paintMark()
+void ViewPainter::addMark()
 {
     if (mPlan->mark.isEmpty()) {
         return;
     }
     const std::u32string text =
         QString(QStringLiteral("%1 new below")).arg(mPlan->newEntries).toStdU32String();
-    mPainter->fillRect(mPlan->mark, mState->look.text);
-    paintText(cutToWidth(text, mPlan->mark.width(), *mPlan->font),
-              mPlan->mark.topLeft() + QPoint(mPlan->font->lineHeight() / 2, 0), inkOn(mState->look));
+    addGround(mPlan->mark, mState->look.text);
+    addText(cutToWidth(text, mPlan->mark.width(), *mPlan->font),
+            mPlan->mark.topLeft() + QPoint(mPlan->font->lineHeight() / 2, 0), inkOn(mState->look));
 }
 
-void ViewPainter::paintScrollBar()
+void ViewPainter::addScrollBar()
 {
     if (!mPlan->track.isEmpty()) {
-        mPainter->fillRect(mPlan->track, QColor::fromRgba(kTrackColor));
-        mPainter->fillRect(mPlan->thumb, withAlpha(mState->look.text, kThumbAlpha));
+        addGround(mPlan->track, QColor::fromRgba(kTrackColor));
+        addGround(mPlan->thumb, withAlpha(mState->look.text, kThumbAlpha));
     }
 }
 
-void ViewPainter::paintList()
+void ViewPainter::addList()
 {
     if (mPlan->list.isEmpty()) {
         return;
     }
-    mPainter->fillRect(mPlan->list, QColor::fromRgba(kBoxColor));
+    addGround(mPlan->list, QColor::fromRgba(kBoxColor));
     const int rows = mPlan->list.height() / mPlan->font->lineHeight();
     for (int i = 0; i < rows; ++i) {
-        paintOffer(mPlan->listFirst + static_cast<std::size_t>(i), i);
+        addOffer(mPlan->listFirst + static_cast<std::size_t>(i), i);
     }
 }
 
-void ViewPainter::paintOffer(std::size_t index, int row)
+void ViewPainter::addOffer(std::size_t index, int row)
 {
     const ViewState::Offer& offer = mState->list.offers[index];
     const bool isSelected = mState->list.selected == index;
     const int height = mPlan->font->lineHeight();
     const QRect place(mPlan->list.left(), mPlan->list.top() + row * height, mPlan->list.width(), height);
     if (isSelected) {
-        mPainter->fillRect(place, mState->look.input);
+        addGround(place, mState->look.input);
     }
     const QColor ink = isSelected ? inkOn(mState->look) : mState->look.input;
     const int space = static_cast<int>(mPlan->font->spaceWidth());
     const int left = place.left() + space;
-    paintText(cutToWidth(withSigns(offer.text), place.right() - left, *mPlan->font), {left, place.top()},
-              ink);
+    addText(cutToWidth(withSigns(offer.text), place.right() - left, *mPlan->font), QPoint(left, place.top()),
+            ink);
     const int description = left + static_cast<int>(mPlan->font->spaceWidth() * (mPlan->listColumns + 2));
-    paintText(cutToWidth(withSigns(offer.description), place.right() - description, *mPlan->font),
-              {description, place.top()}, withAlpha(ink, kDimAlpha));
+    addText(cutToWidth(withSigns(offer.description), place.right() - description, *mPlan->font),
+            QPoint(description, place.top()), withAlpha(ink, kDimAlpha));
 }
 
 } // namespace zephyr::console::qt

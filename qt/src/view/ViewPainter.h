@@ -1,20 +1,18 @@
 #ifndef ZEPHYR_CONSOLE_QT_VIEW_VIEWPAINTER_H
 #define ZEPHYR_CONSOLE_QT_VIEW_VIEWPAINTER_H
 
+#include "PaintItem.h"
 #include "RowLayout.h"
-#include "TextPlace.h"
+#include "ViewFont.h"
 
 #include <QColor>
-#include <QList>
 #include <QPoint>
 #include <QRect>
-#include <QTextLayout>
 
-#include <cstddef>
-#include <map>
 #include <memory>
 #include <string>
-#include <utility>
+#include <unordered_map>
+#include <vector>
 
 class QPainter;
 
@@ -24,40 +22,45 @@ struct FramePlan;
 struct Row;
 struct ViewState;
 
-/// Paints planned frames. It keeps the layouts of the rows that the last frame showed. For the thread of the fonts in
-/// the plans.
+/// Tells what planned frames are painted of. It keeps the texts that the last frame showed laid out. For the thread of
+/// the fonts in the plans.
 class ViewPainter
 {
 public:
+    /// What a frame shows on the view's background, from bottom to top.
+    std::vector<PaintItem> itemsOf(const FramePlan& plan, const ViewState& state, bool isCursorShown);
+
     /// Paints a frame with an active painter that counts in logical pixels, and leaves the painter's state changed.
     void paint(QPainter& painter, const FramePlan& plan, const ViewState& state, bool isCursorShown);
 
-    /// Where the cursor was painted last, in logical pixels.
+    /// Where the cursor is in the last frame, in logical pixels.
     const QRect& cursor() const { return mCursor; }
 
 private:
-    using Layouts = std::map<std::pair<TextPlace, std::u32string>, std::shared_ptr<const RowLayout>>;
+    using Text = std::shared_ptr<const PaintedText>;
+    using Texts = std::unordered_map<std::u32string, Text>;
 
-    std::shared_ptr<const RowLayout> layoutOf(const Row& row);
-    void paintRow(const Row& row, int top, const QList<QTextLayout::FormatRange>& marks);
-    QList<QTextLayout::FormatRange> marksOf(const Row& row);
-    void paintInput(bool isCursorShown);
-    void paintCursor(const Row& row, int top, const QRect& cursor);
-    void paintBar();
-    void paintMark();
-    void paintScrollBar();
-    void paintList();
-    void paintOffer(std::size_t index, int row);
-    double paintText(const std::u32string& text, QPoint place, const QColor& color);
+    Text textOf(const std::u32string& text);
+    void addRow(const Row& row, int top, std::vector<PaintItem::Mark> marks);
+    std::vector<PaintItem::Mark> marksOf(const Row& row);
+    void addInput(bool isCursorShown);
+    void addBar();
+    void addMark();
+    void addScrollBar();
+    void addList();
+    void addOffer(std::size_t index, int row);
+    void addGround(const QRectF& place, const QColor& color);
+    double addText(const std::u32string& text, QPointF place, const QColor& color, const QRectF& clip = {});
 
-    // Of the frame that is being painted.
-    QPainter* mPainter = nullptr;
+    // Of the frame whose items are made.
     const FramePlan* mPlan = nullptr;
     const ViewState* mState = nullptr;
+    std::vector<PaintItem> mItems;
 
     QRect mCursor;
-    Layouts mLayouts; // of this frame so far
-    Layouts mBefore;  // of the frame before
+    std::shared_ptr<const ViewFont> mFont; // of the texts
+    Texts mTexts;                          // of this frame so far
+    Texts mBefore;                         // of the frame before, what this one shows too taken out
 };
 
 } // namespace zephyr::console::qt
