@@ -85,6 +85,7 @@ void ConsoleOverlay::showConsole()
     connect(mHost.get(), &qt::ConsoleHost::openChanged, this, &ConsoleOverlay::syncOpen);
     connect(mHost.get(), &qt::ConsoleHost::exceptionCaught, this, &ConsoleOverlay::exceptionCaught);
     mHost->captureQtMessages(mCapturesQtMessages);
+    mHost->setLook(mLook);
     startMirror();
     syncOpen();
 }
@@ -117,6 +118,34 @@ void ConsoleOverlay::syncOpen()
 
 /// Qt offers the wheel to every item, whatever buttons it accepts.
 void ConsoleOverlay::wheelEvent(QWheelEvent* event) { event->setAccepted(keepsMouse()); }
+
+// Look
+
+void ConsoleOverlay::setPart(Part part)
+{
+    setLook(&qt::Look::part, part == Whole ? qt::Look::Part::Whole : qt::Look::Part::UpperHalf);
+}
+
+void ConsoleOverlay::followLook()
+{
+    if (mHost) {
+        mHost->setLook(mLook);
+    }
+    emit lookChanged();
+}
+
+/// What the console doesn't cover isn't a part of it for the mouse either.
+bool ConsoleOverlay::contains(const QPointF& point) const
+{
+    return QQuickItem::contains(point) && (part() == Whole || point.y() < height() / 2);
+}
+
+void ConsoleOverlay::clear()
+{
+    if (mHost) {
+        mHost->clearView();
+    }
+}
 
 // What the kit does besides
 

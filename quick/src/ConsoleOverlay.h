@@ -1,8 +1,11 @@
 #ifndef ZEPHYR_CONSOLE_QUICK_CONSOLEOVERLAY_H
 #define ZEPHYR_CONSOLE_QUICK_CONSOLEOVERLAY_H
 
+#include "zephyr/console/qt/Look.h"
 #include "zephyr/console/quick/ConsoleHandle.h"
 
+#include <QColor>
+#include <QPointF>
 #include <QPointer>
 #include <QQuickItem>
 #include <QString>
@@ -47,7 +50,39 @@ class ConsoleOverlay : public QQuickItem
     /// Whether the open console keeps the mouse and touches from what lies below it. True by default.
     Q_PROPERTY(bool takesMouse READ takesMouse WRITE setTakesMouse NOTIFY takesMouseChanged FINAL)
 
+    /// The font's family. "Consolas" by default, or the system's monospaced font where there is none.
+    Q_PROPERTY(QString fontFamily READ fontFamily WRITE setFontFamily NOTIFY lookChanged FINAL)
+
+    /// The font's size in points. 10 by default.
+    Q_PROPERTY(double fontSize READ fontSize WRITE setFontSize NOTIFY lookChanged FINAL)
+
+    /// The colour of what commands and the program wrote. Green by default.
+    Q_PROPERTY(QColor textColor READ textColor WRITE setTextColor NOTIFY lookChanged FINAL)
+
+    /// The colour of the line being typed and of those that were run. Green by default.
+    Q_PROPERTY(QColor inputColor READ inputColor WRITE setInputColor NOTIFY lookChanged FINAL)
+
+    /// The colour behind the text, translucent black by default. Its alpha decides how much of the scene shows.
+    Q_PROPERTY(QColor backgroundColor READ backgroundColor WRITE setBackgroundColor NOTIFY lookChanged FINAL)
+
+    /// The colour of Qt's warnings, where its messages are captured. Amber by default.
+    Q_PROPERTY(QColor warningColor READ warningColor WRITE setWarningColor NOTIFY lookChanged FINAL)
+
+    /// The colour of Qt's graver messages, where its messages are captured. Red by default.
+    Q_PROPERTY(QColor errorColor READ errorColor WRITE setErrorColor NOTIFY lookChanged FINAL)
+
+    /// What the console covers of the item: `ConsoleOverlay.Whole`, the default, or `ConsoleOverlay.UpperHalf`.
+    Q_PROPERTY(Part part READ part WRITE setPart NOTIFY lookChanged FINAL)
+
 public:
+    /// What part of the item a console covers.
+    enum Part
+    {
+        Whole,    ///< All of it.
+        UpperHalf ///< The upper half. Below it, the mouse is the scene's.
+    };
+    Q_ENUM(Part)
+
     /// \cond ACCESSORS The properties' functions and signals are documented with the properties.
     explicit ConsoleOverlay(QQuickItem* parent = nullptr);
     ~ConsoleOverlay() override;
@@ -66,6 +101,32 @@ public:
 
     bool takesMouse() const { return mTakesMouse; }
     void setTakesMouse(bool take);
+
+    const QString& fontFamily() const { return mLook.fontFamily; }
+    void setFontFamily(const QString& family) { setLook(&qt::Look::fontFamily, family); }
+
+    double fontSize() const { return mLook.fontSize; }
+    void setFontSize(double points) { setLook(&qt::Look::fontSize, points); }
+
+    const QColor& textColor() const { return mLook.text; }
+    void setTextColor(const QColor& color) { setLook(&qt::Look::text, color); }
+
+    const QColor& inputColor() const { return mLook.input; }
+    void setInputColor(const QColor& color) { setLook(&qt::Look::input, color); }
+
+    const QColor& backgroundColor() const { return mLook.background; }
+    void setBackgroundColor(const QColor& color) { setLook(&qt::Look::background, color); }
+
+    const QColor& warningColor() const { return mLook.warning; }
+    void setWarningColor(const QColor& color) { setLook(&qt::Look::warning, color); }
+
+    const QColor& errorColor() const { return mLook.error; }
+    void setErrorColor(const QColor& color) { setLook(&qt::Look::error, color); }
+
+    Part part() const { return mLook.part == qt::Look::Part::Whole ? Whole : UpperHalf; }
+    void setPart(Part part);
+
+    bool contains(const QPointF& point) const override;
     /// \endcond
 
     /// Writes each line of `text` to the log.
@@ -78,6 +139,9 @@ public:
     /// Copies the whole log to the clipboard.
     Q_INVOKABLE void copyLog();
 
+    /// Hides what the log holds so far. The log itself keeps it.
+    Q_INVOKABLE void clear();
+
 signals:
     /// \cond ACCESSORS
     void consoleChanged();
@@ -85,6 +149,7 @@ signals:
     void mirrorFileChanged();
     void captureQtMessagesChanged();
     void takesMouseChanged();
+    void lookChanged();
     /// \endcond
 
     /// A command, a completion or the console threw an exception. `message` is the line in the log that says so.
@@ -108,6 +173,16 @@ protected:
     /// \endcond
 
 private:
+    template <typename Value>
+    void setLook(Value qt::Look::*member, const Value& value)
+    {
+        if (mLook.*member != value) {
+            mLook.*member = value;
+            followLook();
+        }
+    }
+
+    void followLook();
     void useHandle(ConsoleHandle* handle);
     void showConsole();
     void startMirror();
@@ -121,6 +196,7 @@ private:
     QPointer<ConsoleHandle> mHandle; // null for one of its own
     std::unique_ptr<ConsoleHandle> mOwnHandle;
     QPointer<QQuickItem> mFilled; // the parent whose size it takes
+    qt::Look mLook;
     QString mMirrorFile;
     bool mOpensAtStart = false;
     bool mCapturesQtMessages = false;

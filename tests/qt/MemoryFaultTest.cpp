@@ -5,9 +5,9 @@
 #include "LogMirror.h"
 #include "MirrorFile.h"
 #include "SnapshotRefresh.h"
-#include "view/ViewShare.h"
 #include "faults/FailingAllocation.h"
 #include "support/TemporaryDirectory.h"
+#include "view/ViewShare.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 #include "zephyr/console/qt/ConsoleHost.h"
@@ -132,9 +132,8 @@ TEST_P(FrameMemoryFault, LeavesAFrameForTheNextTime)
     EXPECT_EQ(expected, image);
 }
 
-INSTANTIATE_TEST_SUITE_P(, FrameMemoryFault, testing::Bool(), [](const auto& tested) {
-    return tested.param ? "OfAView" : "OfTheRenderer";
-});
+INSTANTIATE_TEST_SUITE_P(, FrameMemoryFault, testing::Bool(),
+                         [](const auto& tested) { return tested.param ? "OfAView" : "OfTheRenderer"; });
 
 TEST_F(MemoryFault, EndsNoKey)
 {

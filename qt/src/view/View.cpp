@@ -17,7 +17,7 @@ namespace zephyr::console::qt {
 
 namespace {
 
-constexpr int kSearchMs = 8; // of a frame, for the search of a long log
+constexpr int kSearchMs = 8;           // of a frame, for the search of a long log
 constexpr std::size_t kMostOffers = 8; // in view
 constexpr double kZoomStep = 1.1;
 constexpr int kMostZoom = 20; // steps either way
@@ -25,9 +25,8 @@ constexpr double kMinPointSize = 1.0;
 
 ViewAction actionOf(const KeyPress& press)
 {
-    return press.text.empty()
-               ? viewActionOf(press.key, static_cast<Qt::KeyboardModifiers>(press.modifiers))
-               : ViewAction::None;
+    return press.text.empty() ? viewActionOf(press.key, static_cast<Qt::KeyboardModifiers>(press.modifiers))
+                              : ViewAction::None;
 }
 
 } // namespace
@@ -255,8 +254,7 @@ std::optional<RowScroll::Log> View::logOf(const Console& console, const FramePla
 std::shared_ptr<const ViewFont> View::fontFor(const Look& look)
 {
     const double size = std::max(kMinPointSize, look.fontSize);
-    if (mFont == nullptr || mFont->font().family() != look.fontFamily ||
-        mFont->font().pointSizeF() != size) {
+    if (mFont == nullptr || mFont->font().family() != look.fontFamily || mFont->font().pointSizeF() != size) {
         mFont = std::make_shared<const ViewFont>(look.fontFamily, size);
     }
     return mFont;

@@ -44,7 +44,8 @@ const std::vector<KeyUse>& keyUses()
         {"Ctrl+=", "makes the text larger", Qt::Key_Equal, kCtrl, Action::ZoomIn},
         {"Ctrl+-", "makes the text smaller", Qt::Key_Minus, kCtrl, Action::ZoomOut},
         {"Ctrl+0", "makes the text as large as it was at first", Qt::Key_0, kCtrl, Action::ZoomToNormal},
-        {"Escape", "closes what is on top: the offers, a bar, the selection; then, if the line is empty, the console",
+        {"Escape",
+         "closes what is on top: the offers, a bar, the selection; then, if the line is empty, the console",
          Qt::Key_Escape, kNone, Action::Leave},
     };
     return uses;

@@ -16,7 +16,7 @@ namespace zephyr::console::qt {
 
 namespace {
 
-constexpr int kScrollMs = 50;       // between two rows that a drag beyond the edge scrolls
+constexpr int kScrollMs = 50;        // between two rows that a drag beyond the edge scrolls
 constexpr double kPixelsPerRow = 20; // beyond the edge, of which each adds a row
 
 constexpr std::size_t kPromptSize = std::u32string_view(kPrompt).size();
@@ -45,9 +45,10 @@ int ViewPointer::countClicks(const Press& press)
 {
     constexpr int kMostClicks = 3;
     const QStyleHints& hints = *QGuiApplication::styleHints();
-    const bool goesOn = press.button == mPressButton &&
-                        (press.place - mPressPlace).manhattanLength() <= hints.startDragDistance() &&
-                        press.time - mPressTime <= static_cast<std::uint64_t>(hints.mouseDoubleClickInterval());
+    const bool goesOn =
+        press.button == mPressButton &&
+        (press.place - mPressPlace).manhattanLength() <= hints.startDragDistance() &&
+        press.time - mPressTime <= static_cast<std::uint64_t>(hints.mouseDoubleClickInterval());
     mClicks = goesOn ? mClicks % kMostClicks + 1 : 1;
     mPressButton = press.button;
     mPressPlace = press.place;
@@ -61,7 +62,8 @@ void ViewPointer::pressLeft(const Press& press, int clicks)
     if (!plan) {
         return;
     }
-    const QPoint point(static_cast<int>(std::floor(press.place.x())), static_cast<int>(std::floor(press.place.y())));
+    const QPoint point(static_cast<int>(std::floor(press.place.x())),
+                       static_cast<int>(std::floor(press.place.y())));
     if (plan->list.contains(point)) {
         mView.pickOffer(plan->listFirst +
                         static_cast<std::size_t>((point.y() - plan->list.top()) / plan->font->lineHeight()));
@@ -138,7 +140,8 @@ void ViewPointer::dragText()
     const double below = mPlace.y() - plan->size.height();
     const double beyond = mPlace.y() < 0.0 ? -mPlace.y() : -std::max(0.0, below);
     if (beyond != 0.0) {
-        mView.scrollBy(static_cast<std::int64_t>(std::copysign(1.0 + std::abs(beyond) / kPixelsPerRow, beyond)));
+        mView.scrollBy(
+            static_cast<std::int64_t>(std::copysign(1.0 + std::abs(beyond) / kPixelsPerRow, beyond)));
         if (!mScrollsOn.isActive()) {
             mScrollsOn.start();
         }

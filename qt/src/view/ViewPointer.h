@@ -26,7 +26,7 @@ public:
     struct Host
     {
         std::function<void(std::size_t offset)> placeCursor; ///< In code points of the input line.
-        std::function<void()> paste;                         ///< X11's primary selection, or else the clipboard.
+        std::function<void()> paste; ///< X11's primary selection, or else the clipboard.
     };
 
     /// A press of a button.
@@ -64,8 +64,8 @@ private:
     View& mView;
     const Host mHost;
     Drag mDrag = Drag::None;
-    bool mIsClick = false;    // no drag so far, nor more than one click
-    QPointF mPlace;           // of the pointer
+    bool mIsClick = false;     // no drag so far, nor more than one click
+    QPointF mPlace;            // of the pointer
     double mThumbOffset = 0.0; // of the pointer in the scroll bar's thumb
     QPointF mPressPlace;
     std::uint64_t mPressTime = 0;

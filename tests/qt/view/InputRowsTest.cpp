@@ -107,10 +107,7 @@ TEST_F(TheInputRows, MayBeWiderThanTheWindow)
     }
 }
 
-TEST(WithSigns, LeavesTabsAndText)
-{
-    EXPECT_EQ(U"a\tb \u00E9\u4E2D", withSigns(U"a\tb \u00E9\u4E2D"));
-}
+TEST(WithSigns, LeavesTabsAndText) { EXPECT_EQ(U"a\tb \u00E9\u4E2D", withSigns(U"a\tb \u00E9\u4E2D")); }
 
 TEST(WithSigns, ReplacesEachControlCharacter)
 {
@@ -127,7 +124,8 @@ RC_GTEST_PROP(InputRowsProperties, ShowAllOfTheLineInOrderAndCutNoGrapheme, ())
 {
     const test::MixedText mixed = *test::mixedText();
     const test::MixedText composed = *test::mixedText(3);
-    const auto cursor = *rc::gen::inRange<std::uint32_t>(0, static_cast<std::uint32_t>(mixed.text.size()) + 3);
+    const auto cursor =
+        *rc::gen::inRange<std::uint32_t>(0, static_cast<std::uint32_t>(mixed.text.size()) + 3);
     const QString composition = LaidOutText(composed.text).text();
     const auto font = test::anyFont();
     const double width = test::anyWidth();

@@ -120,9 +120,9 @@ bool isPlain(char32_t c) { return c >= U' ' && c <= U'~'; }
 
 RC_GTEST_PROP(RowBreaksProperties, PlainTextBreaksAsQtBreaksIt, ())
 {
-    test::MixedText mixed = *test::mixedText(40, {U"a", U"hello", U" ", U"  ", U"-", U"/usr/lib", U"1.5,", U"(x)",
-                                                  U"\"", U"%", U"$5", U"a.b", U"!", U"?!", U"[", U"{}", U"'s",
-                                                  U"x=1;", U"#", U"&&", U"|", U"~", U"..."});
+    test::MixedText mixed = *test::mixedText(
+        40, {U"a", U"hello", U" ", U"  ", U"-",  U"/usr/lib", U"1.5,", U"(x)", U"\"", U"%", U"$5", U"a.b",
+             U"!", U"?!",    U"[", U"{}", U"'s", U"x=1;",     U"#",    U"&&",  U"|",  U"~", U"..."});
     const auto font = test::anyFont();
     const RowWidths widths = {test::anyWidth(), test::anyWidth()};
     RC_ASSERT(std::all_of(mixed.text.begin(), mixed.text.end(), isPlain));
@@ -135,8 +135,7 @@ RC_GTEST_PROP(RowBreaksProperties, EveryRowHasAGraphemeAndNoneIsCut, ())
     const test::MixedText mixed = *test::mixedLine();
     const auto font = test::anyFont();
     const auto wrap = *rc::gen::element(Wrap::AtWords, Wrap::Anywhere);
-    const Breaks breaks =
-        breakIntoRows(mixed.text, *font, {test::anyWidth(), test::anyWidth()}, wrap);
+    const Breaks breaks = breakIntoRows(mixed.text, *font, {test::anyWidth(), test::anyWidth()}, wrap);
     RC_ASSERT(!breaks.empty());
     RC_ASSERT(breaks.back() == mixed.text.size());
     RC_ASSERT(std::adjacent_find(breaks.begin(), breaks.end(), std::greater_equal<>()) == breaks.end());

@@ -138,8 +138,8 @@ RC_GTEST_PROP(RowLayoutProperties, CursorsStandBetweenGraphemes, ())
 
 RC_GTEST_PROP(RowLayoutProperties, WhatIsAtACursorIsFoundThere, ())
 {
-    const test::MixedText mixed =
-        *test::mixedText(30, {U"a", U"hello", U" ", U"\u00E9", U"\u4E2D\u6587", U"e\u0301", U"\U0001F600", U"-"});
+    const test::MixedText mixed = *test::mixedText(
+        30, {U"a", U"hello", U" ", U"\u00E9", U"\u4E2D\u6587", U"e\u0301", U"\U0001F600", U"-"});
     const auto font = test::anyFont();
     const RowLayout row(mixed.text, *font);
     for (const std::size_t boundary : test::graphemeBoundaries(mixed.text)) {

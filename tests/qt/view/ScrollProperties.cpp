@@ -152,7 +152,8 @@ RC_GTEST_PROP(RowScrollProperties, GoesUpAndDownToWhereItWas, ())
     rows.setFormat(test::anyFont(), test::anyWidth());
     const RowScroll::Log log = {console, rows, 0, *rc::gen::inRange(1, 10)};
     RowScroll scroll;
-    scroll.showAtTop(rows.rowAt(console, {*rc::gen::inRange<std::size_t>(0, console.logSize()), 0}).place(), log);
+    scroll.showAtTop(rows.rowAt(console, {*rc::gen::inRange<std::size_t>(0, console.logSize()), 0}).place(),
+                     log);
     const auto before = scroll.top();
     const int count = *rc::gen::inRange(0, 30);
     scroll.scrollBy(count, log);

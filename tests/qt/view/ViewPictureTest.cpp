@@ -1,8 +1,8 @@
+#include "view/ViewPicture.h"
 #include "view/FramePlan.h"
 #include "view/LogRows.h"
 #include "view/ViewFrames.h"
 #include "view/ViewPainter.h"
-#include "view/ViewPicture.h"
 #include "view/ViewState.h"
 #include "zephyr/console/Console.h"
 
@@ -98,7 +98,9 @@ int differences(const QImage& left, const QImage& right, int tolerance)
         const uchar* const b = right.constScanLine(y);
         for (int x = 0; x < left.bytesPerLine(); ++x) {
             count += std::abs(a[x] - b[x]) > tolerance ? 1 : 0;
-            if (std::abs(a[x] - b[x]) > tolerance) printf("DIFF x=%d.%d y=%d %d %d of %dx%d\n", x/4,x%4, y, a[x], b[x], left.width(), left.height());
+            if (std::abs(a[x] - b[x]) > tolerance)
+                printf("DIFF x=%d.%d y=%d %d %d of %dx%d\n", x / 4, x % 4, y, a[x], b[x], left.width(),
+                       left.height());
         }
     }
     return count;
@@ -114,35 +116,25 @@ public:
     std::string act()
     {
         using Action = std::pair<const char*, void (Random::*)()>;
-        static constexpr std::array<Action, 22> kActions = {{{"write", &Random::write},
-                                                             {"write", &Random::write},
-                                                             {"write", &Random::write},
-                                                             {"writeMany", &Random::writeMany},
-                                                             {"type", &Random::type},
-                                                             {"type", &Random::type},
-                                                             {"move", &Random::moveCursor},
-                                                             {"erase", &Random::erase},
-                                                             {"run", &Random::run},
-                                                             {"blink", &Random::blink},
-                                                             {"blink", &Random::blink},
-                                                             {"scroll", &Random::scroll},
-                                                             {"scroll", &Random::scroll},
-                                                             {"scroll", &Random::scroll},
-                                                             {"follow", &Random::follow},
-                                                             {"select", &Random::select},
-                                                             {"find", &Random::find},
-                                                             {"list", &Random::list},
-                                                             {"compose", &Random::compose},
-                                                             {"bar", &Random::bar},
-                                                             {"nothing", &Random::doNothing},
-                                                             {"rarely", &Random::actRarely}}};
+        static constexpr std::array<Action, 22> kActions = {
+            {{"write", &Random::write},         {"write", &Random::write},   {"write", &Random::write},
+             {"writeMany", &Random::writeMany}, {"type", &Random::type},     {"type", &Random::type},
+             {"move", &Random::moveCursor},     {"erase", &Random::erase},   {"run", &Random::run},
+             {"blink", &Random::blink},         {"blink", &Random::blink},   {"scroll", &Random::scroll},
+             {"scroll", &Random::scroll},       {"scroll", &Random::scroll}, {"follow", &Random::follow},
+             {"select", &Random::select},       {"find", &Random::find},     {"list", &Random::list},
+             {"compose", &Random::compose},     {"bar", &Random::bar},       {"nothing", &Random::doNothing},
+             {"rarely", &Random::actRarely}}};
         const Action& action = kActions[below(kActions.size())];
         (this->*action.second)();
         return action.first;
     }
 
 private:
-    std::size_t below(std::size_t end) { return std::uniform_int_distribution<std::size_t>(0, end - 1)(mEngine); }
+    std::size_t below(std::size_t end)
+    {
+        return std::uniform_int_distribution<std::size_t>(0, end - 1)(mEngine);
+    }
 
     bool isHeads() { return below(2) == 0; }
 
@@ -152,7 +144,8 @@ private:
             U"a line",
             U"",
             U"(){}[]|_gjpqy, which leave the middle of a line",
-            U"a longer line that has to be wrapped where the view is narrow, and so it is on more than one row",
+            U"a longer line that has to be wrapped where the view is narrow, and so it is on more than one "
+            U"row",
             U"tall Z\u030D\u030E\u0304\u0305\u033F\u0311\u0306\u0310\u0352\u0357\u0351\u0307\u0308 marks",
             U"deep g\u0316\u0317\u0318\u0319\u031C\u031D\u031E\u031F\u0320\u0324\u0325\u0326 marks",
             U"\u0645\u0631\u062D\u0628\u0627 \u0628\u0627\u0644\u0639\u0627\u0644\u0645 \uFDFA \uFDFD",
@@ -194,8 +187,8 @@ private:
         Row row = plan->log.front().row;
         const bool isUp = below(3) > 0;
         for (std::size_t i = 1 + below(isHeads() ? 2 : 12); i > 0; --i) {
-            const std::optional<Row> next =
-                isUp ? mRows.rowBefore(mView.console, row, mView.state.firstEntry) : mRows.rowAfter(mView.console, row);
+            const std::optional<Row> next = isUp ? mRows.rowBefore(mView.console, row, mView.state.firstEntry)
+                                                 : mRows.rowAfter(mView.console, row);
             row = next.value_or(row);
         }
         mView.state.top = row.place();
