@@ -15,8 +15,8 @@ namespace zephyr::console::qt {
 
 namespace {
 
-constexpr qint64 kMostBytes = 64 << 20;          // of a file that may be a history
-constexpr qsizetype kMostLineBytes = 64 << 10;   // of a line that is read or written
+constexpr qint64 kMostBytes = 64 << 20;             // of a file that may be a history
+constexpr qsizetype kMostLineBytes = 64 << 10;      // of a line that is read or written
 constexpr std::chrono::milliseconds kLockTime{300}; // until the lock file must be free
 constexpr QFileDevice::Permissions kOwnerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 

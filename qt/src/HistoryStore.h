@@ -37,8 +37,8 @@ private:
     /// What the file holds.
     struct Contents
     {
-        QByteArrayList lines;  // none of them empty
-        bool endsLine = true;  // whether a line feed ends the last one
+        QByteArrayList lines; // none of them empty
+        bool endsLine = true; // whether a line feed ends the last one
     };
 
     QString path() const;

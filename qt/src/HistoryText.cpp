@@ -25,7 +25,8 @@ constexpr std::size_t kMostDigits = 8; // of 32 bits
 /// Whether `c` can't stand in the file, or not within a line.
 bool needsCode(char32_t c)
 {
-    return c > QChar::LastValidCodePoint || QChar::isSurrogate(c) || QChar::category(c) == QChar::Other_Control;
+    return c > QChar::LastValidCodePoint || QChar::isSurrogate(c) ||
+           QChar::category(c) == QChar::Other_Control;
 }
 
 std::u32string escaped(char32_t c)

@@ -86,6 +86,7 @@ void ConsoleOverlay::showConsole()
     connect(mHost.get(), &qt::ConsoleHost::exceptionCaught, this, &ConsoleOverlay::exceptionCaught);
     mHost->captureQtMessages(mCapturesQtMessages);
     startMirror();
+    mHost->setHistoryFile(mHistoryFile);
     syncOpen();
 }
 
@@ -135,6 +136,17 @@ void ConsoleOverlay::startMirror()
 {
     if (!mHost->mirrorLog(mMirrorFile) && !mMirrorFile.isEmpty()) {
         qmlWarning(this) << "the log can't be written to " + mMirrorFile;
+    }
+}
+
+void ConsoleOverlay::setHistoryFile(const QString& file)
+{
+    if (file != mHistoryFile) {
+        mHistoryFile = file;
+        if (mHost) {
+            mHost->setHistoryFile(mHistoryFile);
+        }
+        emit historyFileChanged();
     }
 }
 

@@ -309,7 +309,8 @@ TEST_F(HistoryStoreDeathTest, SaysThatAFileMayNotBeReadOrItsFolderWritten)
     const auto tryBoth = [] {
         const qt::HistoryStore mine("history", kMany);
         Lines read;
-        std::cerr << mine.read(read).toStdString() << ", " << mine.append({U"two"}).toStdString() << std::endl;
+        std::cerr << mine.read(read).toStdString() << ", " << mine.append({U"two"}).toStdString()
+                  << std::endl;
     };
     {
         const test::Locked locked(directory.path() / "history");
