@@ -6,6 +6,8 @@
 #include "zephyr/console/Console.h"
 
 #include <new>
+#include <string_view>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -103,16 +105,17 @@ void HistoryFile::catchUp()
 
 bool HistoryFile::isWriting() const { return mWriter && mWriter->isInItsProcess(); }
 
+/// Adds the lines that were read, but for those that the history has, as from a host of the same console before.
 void HistoryFile::addLines(Console& console)
 {
     const std::vector<std::u32string> lines = mWriter->takeLines();
-    if (lines.empty() || mReadName == mName) {
-        return;
-    }
-    mReadName = mName;
     try {
+        const std::vector<std::u32string> history = console.history();
+        const std::unordered_set<std::u32string_view> known(history.begin(), history.end());
         for (const std::u32string& line : lines) {
-            console.addToHistory(line);
+            if (!known.contains(line)) {
+                console.addToHistory(line);
+            }
         }
     } catch (const std::bad_alloc&) {
         return; // the rest isn't recalled

@@ -20,7 +20,8 @@ class ConsoleLender;
 class HistoryStore;
 class HistoryWriter;
 
-/// Keeps a console's history in a file: adds the file's lines to the history, and to the file each line that is typed.
+/// Keeps a console's history in a file: adds the file's lines to the history where that doesn't have them, and to the
+/// file each line that is typed.
 /// The first thing that goes wrong is one line in the log. In a process that fork() made, it does nothing. For the
 /// host's thread.
 class HistoryFile
@@ -33,8 +34,7 @@ public:
     HistoryFile(const HistoryFile&) = delete;
     HistoryFile& operator=(const HistoryFile&) = delete;
 
-    /// Ends what was begun before, and keeps the history in `store`, which is called `name`. The lines of a file
-    /// that was read before aren't added again. Throws `std::bad_alloc`, or `std::system_error` if there can be no
+    /// Ends what was begun before, and keeps the history in `store`, which is called `name`. Throws `std::bad_alloc`, or `std::system_error` if there can be no
     /// thread. An observer may destroy this object meanwhile. \return whether the file was read.
     bool start(const QString& name, std::unique_ptr<HistoryStore> store);
 
@@ -68,7 +68,6 @@ private:
     std::shared_ptr<HistoryWriter> mWriter;
     std::unique_ptr<std::thread> mThread;
     QString mName;
-    QString mReadName; // of the file whose lines were added last
     bool mIsReported = false;
     std::optional<RunningLine> mRunning;
 };

@@ -6,7 +6,7 @@
 #include <QCoreApplication>
 
 #include <chrono>
-#include <iterator>
+#include <cstddef>
 #include <new>
 #include <utility>
 
@@ -45,7 +45,7 @@ void HistoryWriter::run(std::unique_ptr<HistoryStore> store)
 bool HistoryWriter::waitUntilRead()
 {
     Lock lock(mMutex);
-    waitUntil(lock, [this] { return mState != State::Reading; });
+    mProgress.wait_for(lock, kPatience, [this] { return mState != State::Reading; });
     return mState == State::Writing;
 }
 
@@ -78,7 +78,7 @@ bool HistoryWriter::stop()
     mStops = true;
     mHasWork = !mPending.empty();
     mWork.notify_one();
-    waitUntil(lock, [this] { return mState == State::Ended; });
+    mProgress.wait_for(lock, kPatience, [this] { return mState == State::Ended; });
     return mState == State::Ended;
 }
 
@@ -101,20 +101,22 @@ void HistoryWriter::readFile(const HistoryStore& store, Lock& lock)
 /// Tries to add the lines that wait for it. Those that come meanwhile are tried next.
 void HistoryWriter::addPending(const HistoryStore& store, Lock& lock)
 {
-    std::vector<std::u32string> lines = std::exchange(mPending, {});
+    std::vector<std::u32string> lines;
     QString error;
     mHasWork = false;
-    lock.unlock();
     try {
+        lines = mPending;
+        lock.unlock();
         error = store.append(lines);
     } catch (const std::bad_alloc&) {
         error = memoryError();
     }
-    lock.lock();
-    if (!error.isNull()) {
-        lines.insert(lines.end(), std::make_move_iterator(mPending.begin()),
-                     std::make_move_iterator(mPending.end()));
-        mPending = std::move(lines);
+    if (!lock.owns_lock()) {
+        lock.lock();
+    }
+    if (error.isNull()) {
+        mPending.erase(mPending.begin(), mPending.begin() + static_cast<std::ptrdiff_t>(lines.size()));
+    } else {
         publish(error);
     }
 }
@@ -127,12 +129,6 @@ void HistoryWriter::publish(const QString& error)
     if (mNotify) {
         mNotify();
     }
-}
-
-template <typename Condition>
-void HistoryWriter::waitUntil(Lock& lock, const Condition& isMet)
-{
-    mProgress.wait_for(lock, kPatience, isMet);
 }
 
 } // namespace zephyr::console::qt

@@ -63,8 +63,6 @@ private:
     void readFile(const HistoryStore& store, Lock& lock);
     void addPending(const HistoryStore& store, Lock& lock);
     void publish(const QString& error);
-    template <typename Condition>
-    void waitUntil(Lock& lock, const Condition& isMet);
 
     const qint64 mProcess;
 

@@ -87,6 +87,7 @@ void ConsoleOverlay::showConsole()
     mHost->captureQtMessages(mCapturesQtMessages);
     mHost->setLook(mLook);
     startMirror();
+    mHost->setHistoryFile(mHistoryFile);
     syncOpen();
 }
 
@@ -164,6 +165,17 @@ void ConsoleOverlay::startMirror()
 {
     if (!mHost->mirrorLog(mMirrorFile) && !mMirrorFile.isEmpty()) {
         qmlWarning(this) << "the log can't be written to " + mMirrorFile;
+    }
+}
+
+void ConsoleOverlay::setHistoryFile(const QString& file)
+{
+    if (file != mHistoryFile) {
+        mHistoryFile = file;
+        if (mHost) {
+            mHost->setHistoryFile(mHistoryFile);
+        }
+        emit historyFileChanged();
     }
 }
 

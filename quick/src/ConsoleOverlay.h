@@ -43,6 +43,10 @@ class ConsoleOverlay : public QQuickItem
     /// The path of a file that mirrors the log as it grows; empty for none, the default. The file is overwritten.
     Q_PROPERTY(QString mirrorFile READ mirrorFile WRITE setMirrorFile NOTIFY mirrorFileChanged FINAL)
 
+    /// The path of a file that keeps the history from one run of the program to the next; empty for none, the default.
+    /// Several programs may use it at once. What goes wrong with it is one line in the log.
+    Q_PROPERTY(QString historyFile READ historyFile WRITE setHistoryFile NOTIFY historyFileChanged FINAL)
+
     /// Whether Qt's own messages, such as those of `console.log()`, become lines of the log. False by default.
     Q_PROPERTY(bool captureQtMessages READ captureQtMessages WRITE setCaptureQtMessages NOTIFY
                    captureQtMessagesChanged FINAL)
@@ -96,6 +100,9 @@ public:
     const QString& mirrorFile() const { return mMirrorFile; }
     void setMirrorFile(const QString& file);
 
+    const QString& historyFile() const { return mHistoryFile; }
+    void setHistoryFile(const QString& file);
+
     bool captureQtMessages() const { return mCapturesQtMessages; }
     void setCaptureQtMessages(bool capture);
 
@@ -147,6 +154,7 @@ signals:
     void consoleChanged();
     void openChanged();
     void mirrorFileChanged();
+    void historyFileChanged();
     void captureQtMessagesChanged();
     void takesMouseChanged();
     void lookChanged();
@@ -198,6 +206,7 @@ private:
     QPointer<QQuickItem> mFilled; // the parent whose size it takes
     qt::Look mLook;
     QString mMirrorFile;
+    QString mHistoryFile;
     bool mOpensAtStart = false;
     bool mCapturesQtMessages = false;
     bool mTakesMouse = true;

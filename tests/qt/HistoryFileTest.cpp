@@ -109,12 +109,12 @@ TEST_F(HistoryFile, BringsTheLinesBack)
 
 TEST_F(HistoryFile, AddsItsLinesBehindWhatWasTyped)
 {
-    directory.write("history", "one\ntwo\n");
+    directory.write("history", "one\nzero\ntwo\none\n");
     program.type("zero");
     program.host->setHistoryFile(file());
-    EXPECT_EQ((Lines{"zero", "one", "two"}), program.history());
+    EXPECT_EQ((Lines{"zero", "one", "two", "one"}), program.history()) << "but for what is there already";
     program.type("three");
-    EXPECT_EQ("one\ntwo\nthree\n", waitForFile("one\ntwo\nthree\n"));
+    EXPECT_EQ("one\nzero\ntwo\none\nthree\n", waitForFile("one\nzero\ntwo\none\nthree\n"));
 }
 
 TEST_F(HistoryFile, LeavesOutWhatIsNotRecorded)
@@ -218,6 +218,16 @@ TEST_F(HistoryFile, IsReplacedByAnother)
     EXPECT_EQ("one\n", directory.read("history"));
     EXPECT_EQ("two\nthree\n", directory.read("second"));
     EXPECT_EQ((Lines{"one", "two", "three"}), program.history());
+}
+
+TEST_F(HistoryFile, AddsItsLinesOnceToAConsoleThatGetsAnotherHost)
+{
+    directory.write("history", "one\n");
+    program.host->setHistoryFile(file());
+    program.type("two");
+    program.host.emplace(program.console, program.window.get());
+    EXPECT_TRUE(program.host->setHistoryFile(file()));
+    EXPECT_EQ((Lines{"one", "two"}), program.history());
 }
 
 TEST_F(HistoryFile, AddsItsLinesOnceThoughItIsSetAgain)

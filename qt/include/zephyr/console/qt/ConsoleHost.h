@@ -171,20 +171,18 @@ public:
     /// How many lines a history file has at most, unless setHistoryFile() says otherwise.
     static constexpr int kDefaultHistoryLines = 1000;
 
-    /// Keeps the history in a file: adds the file's lines to the console's history, behind what is there, and to the
-    /// file each line that is typed and that the console records, as soon as it has run. An empty name, as at first,
-    /// ends that; so does another file.
+    /// Keeps the history in a file: adds the file's lines to the console's history, behind what is there and but for
+    /// lines that it has, and to the file each line that is typed and that the console records, once it has run. Ends
+    /// an earlier file; an empty name only does that. Off at first.
     ///
-    /// - The file has one line for each of the history's, in UTF-8, oldest first, at most `maxLines` of them (1 at
-    ///   least): the oldest are dropped. Equal lines in a row are one. A backslash is written `\\`, a line feed `\n`,
-    ///   and any other control character `\u{1b}`, in hexadecimal digits. What isn't UTF-8 is read as U+FFFD. Lines of
-    ///   more than 64 kB aren't kept. Only the user may read a file that the kit made.
-    /// - Several programs may use the file at once. They take turns by a lock file beside it, which has its name and
-    ///   ".lock". One that a crashed program left behind is in nobody's way.
-    /// - A thread of its own reads and writes, so that a slow disk never holds up typing. This call waits for the lines
-    ///   for a second at most, and they follow when they come; so does the end for what is still to be written.
-    /// - What can't be read, is no ordinary file, or is larger than 64 MB is left alone. That, and the first write that
-    ///   fails, is one line in the log. Lines that couldn't be written are tried again with the next one.
+    /// - The file holds a line for each of the history's in UTF-8, oldest first, and `maxLines` of them at most (at
+    ///   least 1): the oldest are dropped. Equal lines in a row are one. Backslashes and control characters are escaped.
+    ///   Lines of more than 64 kB are left out. A file that the kit makes is for its user only.
+    /// - Several programs may use the file at once. They take turns by a lock file beside it, whose name ends in ".lock".
+    /// - A thread of its own reads and writes, so that no disk holds up typing. This call waits for the lines for a
+    ///   second at most, and adds them later where that isn't enough; the end waits as long for what is to be written.
+    /// - A file that can't be read, is larger than 64 MB, or is no ordinary file is left alone. That, or else the first
+    ///   write that fails, is one line in the log. What couldn't be written is tried again with the next line.
     /// - A process that fork() makes leaves the file alone.
     ///
     /// \return whether the file was read. One that doesn't exist has no lines.
