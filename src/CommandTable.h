@@ -3,6 +3,7 @@
 
 #include "zephyr/console/ConsoleCommand.h"
 
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <memory>
@@ -71,6 +72,7 @@ private:
 
     std::map<std::u32string, std::unique_ptr<ConsoleCommand>> mCommands;
     Call* mInnermost = nullptr;
+    std::size_t mRemovals = 0; // from mCommands, by which iterators become invalid
 };
 
 } // namespace zephyr::console

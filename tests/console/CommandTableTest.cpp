@@ -149,6 +149,31 @@ TEST_F(CommandTables, VisitCommandsInOrderOfTheirNames)
     EXPECT_EQ(names, (Names{U"Z", U"a", U"ab", U"b"}));
 }
 
+TEST_F(CommandTables, VisitWhatIsThereWhenItsTurnComes)
+{
+    for (const char32_t* name : {U"a", U"c", U"d", U"e", U"f"}) {
+        add(name);
+    }
+    Names names;
+    mTable.forEach([&](const ConsoleCommand& command) {
+        names.push_back(command.name());
+        if (names.back() == U"a") {
+            add(U"b");
+            add(U"Z");
+        } else if (names.back() == U"b") {
+            mTable.remove(U"b");
+            mTable.remove(U"c");
+        } else if (names.back() == U"d") {
+            add(U"d");
+            add(U"e");
+        } else if (names.back() == U"e") {
+            mTable.remove(U"f");
+            add(U"g");
+        }
+    });
+    EXPECT_EQ(names, (Names{U"a", U"b", U"d", U"e", U"g"}));
+}
+
 TEST_F(CommandTables, KeepTheVisitedCommandUntilItsVisitEnds)
 {
     const Life a = add(U"a");

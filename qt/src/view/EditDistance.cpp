@@ -50,7 +50,9 @@ std::optional<std::size_t> editDistance(std::u32string_view a, std::u32string_vi
         const std::size_t first = i > limit ? i - limit : 0;
         const std::size_t last = std::min(i + limit, b.size());
         rows.current[first > 0 ? first - 1 : 0] = std::min(i, beyond);
-        rows.current[std::min(last + 1, b.size())] = beyond;
+        if (last < b.size()) {
+            rows.current[last + 1] = beyond;
+        }
         for (std::size_t j = std::max<std::size_t>(first, 1); j <= last; ++j) {
             rows.current[j] = std::min(cell(rows, a, b, i, j), beyond);
         }
