@@ -27,7 +27,8 @@ bool ViewFrames::isPlanned(const Console& console, const ConsoleInput& input, co
                            QSize size) const
 {
     return mPlan != nullptr && mPlan->logSize == console.logSize() && mSize == size &&
-           mInput.cursor == input.cursor && mInput.text == input.text && (mState.get() == &state || *mState == state);
+           mInput.cursor == input.cursor && mInput.text == input.text &&
+           (mState.get() == &state || *mState == state);
 }
 
 const std::shared_ptr<const ViewFont>& ViewFrames::fontFor(const Look& look)

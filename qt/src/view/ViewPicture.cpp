@@ -27,10 +27,9 @@ bool isWhole(double number) { return number == std::floor(number); }
 int scrolledBy(const FramePlan& before, const FramePlan& now)
 {
     for (const FramePlan::PlacedRow& placed : now.log) {
-        const auto same = std::lower_bound(before.log.begin(), before.log.end(), placed.row.place(),
-                                           [](const FramePlan::PlacedRow& earlier, TextPlace place) {
-                                               return earlier.row.place() < place;
-                                           });
+        const auto same = std::lower_bound(
+            before.log.begin(), before.log.end(), placed.row.place(),
+            [](const FramePlan::PlacedRow& earlier, TextPlace place) { return earlier.row.place() < place; });
         if (same != before.log.end() && same->row.place() == placed.row.place()) {
             return same->top - placed.top;
         }
@@ -181,7 +180,8 @@ void ViewPicture::paint(const QRect& place)
 
 void ViewPicture::draw(QPainter& painter) const
 {
-    painter.setWorldTransform(QTransform::fromScale(1.0 / mRatio, 1.0 / mRatio), painter.worldMatrixEnabled());
+    painter.setWorldTransform(QTransform::fromScale(1.0 / mRatio, 1.0 / mRatio),
+                              painter.worldMatrixEnabled());
     painter.drawImage(QPoint(0, 0), mImage);
 }
 
