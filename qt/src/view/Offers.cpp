@@ -261,12 +261,11 @@ void Offers::pressTab(Console& console, const Tab& tab)
     mSteps.end();
     const ConsoleInput input = console.readInput();
     const std::u32string word(firstWord(input.text));
-    if (mCompletion.isInProgress() || input.text.empty()) {
-        completeInConsole(console, tab);
-    } else if (console.lookupCommand(word) == nullptr) {
+    const bool mayDoMore = !mCompletion.isInProgress() && !input.text.empty();
+    if (mayDoMore && console.lookupCommand(word) == nullptr) {
         const bool isForAlias = input.cursor > word.size() && console.lookupAlias(word) != nullptr;
         isForAlias ? tab.passOn() : stepNames(console, word, tab);
-    } else if (input.text == word) {
+    } else if (mayDoMore && input.text == word) {
         pressTabBehindName(console, word, tab);
     } else {
         completeInConsole(console, tab);
