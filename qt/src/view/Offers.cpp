@@ -363,7 +363,8 @@ void Offers::pickCandidate(Console& console, std::size_t index, const PressKey& 
     const std::optional<std::size_t> from = mCompletion.index();
     const std::size_t forwards = from ? (index + size - *from - 1) % size + 1 : index + 1;
     const std::size_t backwards = from ? (*from + size - index - 1) % size + 1 : size - index;
-    const Tab tab{press, forwards <= backwards ? Qt::Key_Tab : Qt::Key_Backtab, Qt::NoModifier, {}};
+    const std::u32string noText;
+    const Tab tab{press, forwards <= backwards ? Qt::Key_Tab : Qt::Key_Backtab, Qt::NoModifier, noText};
     for (std::size_t i = 0; i < std::min(forwards, backwards); ++i) {
         completeInConsole(console, tab);
         if (!mCompletion.index()) {
