@@ -36,7 +36,8 @@ public:
         }
         mText += (mText.empty() ? std::u32string() : mSeparator) + text.substr(0, kLongest);
         if (mText.size() > kLongest) {
-            mText.replace(kLongest, std::u32string::npos, U"\u2026");
+            mText.resize(kLongest);
+            mText += U"\u2026";
         }
     }
 

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <new>
 #include <optional>
 #include <utility>
@@ -64,8 +65,13 @@ void CommandNames::read(Console& console)
         }
     };
     console.forEachCommand([&add](const ConsoleCommand& command) { add(nameOf(command)); });
+    if (!std::is_sorted(names.begin(),
+                        names.end())) { // by the names that the commands were registered under, they are
+        std::sort(names.begin(), names.end());
+    }
+    const auto commands = static_cast<std::ptrdiff_t>(names.size());
     console.forEachAlias([&add](const std::u32string& name, const auto&) { add(name); });
-    std::sort(names.begin(), names.end());
+    std::inplace_merge(names.begin(), names.begin() + commands, names.end());
     names.erase(std::unique(names.begin(), names.end()), names.end());
     mNames = SharedTexts(std::move(names));
     mFolded.clear();

@@ -11,13 +11,24 @@ namespace {
 /// The three rows of the distances' table that a step needs.
 struct Rows
 {
-    explicit Rows(std::size_t columns, std::size_t beyond)
-        : oldest(columns, beyond), previous(columns, beyond), current(columns, beyond)
+    Rows(std::size_t columns, std::size_t beyond)
+        : cells(3 * columns, beyond),
+          oldest(cells.data()),
+          previous(oldest + columns),
+          current(previous + columns)
     {}
 
-    std::vector<std::size_t> oldest;
-    std::vector<std::size_t> previous;
-    std::vector<std::size_t> current;
+    /// Makes room for the next row.
+    void turn()
+    {
+        std::swap(oldest, previous);
+        std::swap(previous, current);
+    }
+
+    std::vector<std::size_t> cells;
+    std::size_t* oldest;
+    std::size_t* previous;
+    std::size_t* current;
 };
 
 /// The distance of the first `i` code points of `a` and the first `j` of `b`.
@@ -44,8 +55,7 @@ std::optional<std::size_t> editDistance(std::u32string_view a, std::u32string_vi
         rows.current[j] = j;
     }
     for (std::size_t i = 1; i <= a.size(); ++i) {
-        std::swap(rows.oldest, rows.previous);
-        std::swap(rows.previous, rows.current);
+        rows.turn();
         // Further from the diagonal every distance is beyond the limit, and one place of that is read.
         const std::size_t first = i > limit ? i - limit : 0;
         const std::size_t last = std::min(i + limit, b.size());
@@ -57,7 +67,8 @@ std::optional<std::size_t> editDistance(std::u32string_view a, std::u32string_vi
             rows.current[j] = std::min(cell(rows, a, b, i, j), beyond);
         }
     }
-    return rows.current.back() > limit ? std::nullopt : std::optional(rows.current.back());
+    const std::size_t distance = rows.current[b.size()];
+    return distance > limit ? std::nullopt : std::optional(distance);
 }
 
 } // namespace zephyr::console::qt

@@ -261,12 +261,11 @@ void Offers::pressTab(Console& console, const Tab& tab)
     mSteps.end();
     const ConsoleInput input = console.readInput();
     const std::u32string word(firstWord(input.text));
-    if (mCompletion.isInProgress() || input.text.empty()) {
-        completeInConsole(console, tab);
-    } else if (console.lookupCommand(word) == nullptr) {
+    const bool mayDoMore = !mCompletion.isInProgress() && !input.text.empty();
+    if (mayDoMore && console.lookupCommand(word) == nullptr) {
         const bool isForAlias = input.cursor > word.size() && console.lookupAlias(word) != nullptr;
         isForAlias ? tab.passOn() : stepNames(console, word, tab);
-    } else if (input.text == word) {
+    } else if (mayDoMore && input.text == word) {
         pressTabBehindName(console, word, tab);
     } else {
         completeInConsole(console, tab);
@@ -364,7 +363,8 @@ void Offers::pickCandidate(Console& console, std::size_t index, const PressKey& 
     const std::optional<std::size_t> from = mCompletion.index();
     const std::size_t forwards = from ? (index + size - *from - 1) % size + 1 : index + 1;
     const std::size_t backwards = from ? (*from + size - index - 1) % size + 1 : size - index;
-    const Tab tab{press, forwards <= backwards ? Qt::Key_Tab : Qt::Key_Backtab, Qt::NoModifier, {}};
+    const std::u32string noText;
+    const Tab tab{press, forwards <= backwards ? Qt::Key_Tab : Qt::Key_Backtab, Qt::NoModifier, noText};
     for (std::size_t i = 0; i < std::min(forwards, backwards); ++i) {
         completeInConsole(console, tab);
         if (!mCompletion.index()) {
