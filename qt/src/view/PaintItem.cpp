@@ -71,9 +71,14 @@ QRectF PaintItem::bounds() const
 
 void PaintItem::moveUp(double distance)
 {
-    place.ry() -= distance;
-    clip.translate(0.0, -distance);
-    ground.translate(0.0, -distance);
+    if (text != nullptr) {
+        place.ry() -= distance;
+    }
+    for (QRectF* const rect : {&clip, &ground}) {
+        if (!rect->isNull()) { // else it would no longer be equal to that of an item without one
+            rect->translate(0.0, -distance);
+        }
+    }
 }
 
 void PaintItem::paint(QPainter& painter) const

@@ -80,7 +80,7 @@ public:
     std::shared_ptr<const FramePlan> plan;
 };
 
-/// How many channels of two images differ by more than `tolerance`.
+/// How many channels differ by more than `tolerance` in the first row of pixels of two images that has any.
 int differences(const QImage& left, const QImage& right, int tolerance)
 {
     int count = left.size() == right.size() ? 0 : 1;
@@ -242,6 +242,32 @@ private:
     std::mt19937 mEngine;
     LogRows mRows;
 };
+
+std::vector<PaintItem> itemsOf(PaintedView& view, ViewPainter& painter)
+{
+    view.planOnly();
+    return painter.itemsOf(*view.plan, view.state, view.isCursorShown);
+}
+
+/// Or else a line that was added would have all of the picture painted.
+TEST(PaintItem, IsAfterAMoveEqualToTheOneThatStandsThere)
+{
+    PaintedView view;
+    view.console.write(U"row", Output);
+    view.type(U"typed");
+    ViewPainter painter;
+    std::vector<PaintItem> items = itemsOf(view, painter);
+    const std::vector<PaintItem> before = items;
+    for (PaintItem& item : items) {
+        item.moveUp(-view.plan->font->lineHeight());
+        item.moveUp(view.plan->font->lineHeight());
+    }
+    EXPECT_EQ(before, items);
+    const std::size_t row = 2; // of the log, below the two that every console writes
+    items[row].moveUp(-view.plan->font->lineHeight());
+    view.console.write(U"row", Output);
+    EXPECT_EQ(itemsOf(view, painter)[row + 1], items[row]);
+}
 
 /// A picture of a view, and all of the same frame painted anew. Both are painted of the same layouts: where Qt lays a
 /// text out a second time, marks on letters may get slightly different pixels.
