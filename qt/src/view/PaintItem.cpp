@@ -1,5 +1,7 @@
 #include "PaintItem.h"
 
+#include "../PainterState.h"
+
 #include <QGlyphRun>
 #include <QList>
 #include <QPainter>
@@ -7,6 +9,8 @@
 #include <QTextCharFormat>
 #include <QTextLayout>
 #include <QTextLine>
+
+#include <optional>
 
 namespace zephyr::console::qt {
 
@@ -89,8 +93,9 @@ void PaintItem::paint(QPainter& painter) const
     if (text == nullptr) {
         return;
     }
+    std::optional<PainterState> unclipped;
     if (!clip.isEmpty()) {
-        painter.save();
+        unclipped.emplace(painter);
         painter.setClipRect(clip, Qt::IntersectClip);
     }
     painter.setPen(ink);
@@ -104,9 +109,6 @@ void PaintItem::paint(QPainter& painter) const
         for (const QGlyphRun& run : text->layout().glyphs()) {
             painter.drawGlyphRun(place, run);
         }
-    }
-    if (!clip.isEmpty()) {
-        painter.restore();
     }
 }
 

@@ -278,6 +278,11 @@ struct Pictures
         view.planOnly();
         const std::vector<PaintItem> items = painter.itemsOf(*view.plan, view.state, view.isCursorShown);
         ASSERT_TRUE(picture.update(view.plan, view.state.look.background, view.ratio, items));
+        shown = picture.image();
+        shown.fill(Qt::transparent);
+        QPainter device(&shown);
+        device.scale(view.ratio, view.ratio);
+        picture.draw(device);
         const QSize size = view.plan->size;
         anew = QImage(QSize(qRound(size.width() * view.ratio), qRound(size.height() * view.ratio)),
                       QImage::Format_ARGB32_Premultiplied);
@@ -292,6 +297,7 @@ struct Pictures
 
     ViewPainter painter;
     ViewPicture picture;
+    QImage shown; // as a device shows the picture that has nothing behind it
     QImage anew;
 };
 
@@ -300,7 +306,7 @@ class ViewPictureProperty : public testing::TestWithParam<unsigned>
 
 TEST_P(ViewPictureProperty, HasThePixelsOfAFrameThatIsPaintedAnew)
 {
-    constexpr int kActions = 250;
+    constexpr int kActions = 200;
     PaintedView view;
     Pictures pictures;
     Random random(view, GetParam());
@@ -308,12 +314,12 @@ TEST_P(ViewPictureProperty, HasThePixelsOfAFrameThatIsPaintedAnew)
     for (int i = 0; i < kActions; ++i) {
         done += random.act() + ' ';
         ASSERT_NO_FATAL_FAILURE(pictures.update(view));
-        ASSERT_EQ(0, differences(pictures.anew, pictures.picture.image(), 0))
+        ASSERT_EQ(0, differences(pictures.anew, pictures.shown, 0))
             << "ratio " << view.ratio << ", font size " << view.state.look.fontSize << ", after: " << done;
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, ViewPictureProperty, testing::Range(0U, 12U));
+INSTANTIATE_TEST_SUITE_P(Seeds, ViewPictureProperty, testing::Range(0U, 8U));
 
 TEST(ViewPicture, LooksAsTheFramePaintedDirectly)
 {
