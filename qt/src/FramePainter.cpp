@@ -1,5 +1,6 @@
 #include "FramePainter.h"
 
+#include "PainterState.h"
 #include "SnapshotRefresh.h"
 #include "view/FramePlan.h"
 #include "view/ViewShare.h"
@@ -32,19 +33,6 @@ namespace {
 
 constexpr double kSecondsToRetry = 0.1; // where memory ran out
 constexpr char32_t kFullBlock = 0x2588; // the cursor
-
-/// Saves a painter's state, and restores it at the end of the scope.
-class PainterState
-{
-public:
-    explicit PainterState(QPainter& painter) : mPainter(painter) { mPainter.save(); }
-    ~PainterState() { mPainter.restore(); }
-    PainterState(const PainterState&) = delete;
-    PainterState& operator=(const PainterState&) = delete;
-
-private:
-    QPainter& mPainter;
-};
 
 /// Resets the state that the renderer relies on and that the host's painting may have changed. The clip stays, since it
 /// limits the frame.

@@ -41,6 +41,7 @@ std::vector<Row> newestRows(const Console& console, LogRows& rows, std::size_t f
     if (page <= 0) {
         return newest;
     }
+    newest.reserve(static_cast<std::size_t>(page));
     std::optional<Row> row = rows.lastRow(console, first);
     while (row) {
         newest.push_back(std::move(*row));

@@ -89,11 +89,13 @@ void LogRows::setFormat(const std::shared_ptr<const ViewFont>& font, double widt
 
 Row LogRows::rowAt(const Console& console, TextPlace place)
 {
-    const std::size_t count = console.logSize();
-    if (place.entry >= count) {
-        return *lastRow(console);
+    std::shared_ptr<const Segment> segment = keptAt(place);
+    if (segment == nullptr) {
+        if (place.entry >= console.logSize()) {
+            return *lastRow(console);
+        }
+        segment = segmentAt(console, place);
     }
-    const std::shared_ptr<const Segment> segment = segmentAt(console, place.entry, place.offset);
     const auto after =
         std::upper_bound(segment->rows.begin(), segment->rows.end(), place.offset,
                          [](std::size_t offset, const Row& row) { return offset < row.begin; });
@@ -102,13 +104,14 @@ Row LogRows::rowAt(const Console& console, TextPlace place)
 
 std::optional<Row> LogRows::rowAfter(const Console& console, const Row& row)
 {
-    if (row.end < EntryText(console, row.entry).size()) {
+    if (row.end < sizeOf(console, row.entry)) {
         return rowAt(console, {row.entry, row.end});
     }
-    if (row.entry + 1 >= console.logSize()) {
+    const TextPlace next{row.entry + 1, 0};
+    if (keptAt(next) == nullptr && next.entry >= console.logSize()) {
         return std::nullopt;
     }
-    return rowAt(console, {row.entry + 1, 0});
+    return rowAt(console, next);
 }
 
 std::optional<Row> LogRows::rowBefore(const Console& console, const Row& row, std::size_t first)
@@ -119,7 +122,7 @@ std::optional<Row> LogRows::rowBefore(const Console& console, const Row& row, st
     if (row.entry <= first) {
         return std::nullopt;
     }
-    return rowAt(console, {row.entry - 1, EntryText(console, row.entry - 1).size()});
+    return rowAt(console, {row.entry - 1, sizeOf(console, row.entry - 1)});
 }
 
 std::optional<Row> LogRows::lastRow(const Console& console, std::size_t first)
@@ -128,18 +131,42 @@ std::optional<Row> LogRows::lastRow(const Console& console, std::size_t first)
     if (count <= first) {
         return std::nullopt;
     }
-    return rowAt(console, {count - 1, EntryText(console, count - 1).size()});
+    return rowAt(console, {count - 1, sizeOf(console, count - 1)});
 }
 
-std::shared_ptr<const LogRows::Segment> LogRows::segmentAt(const Console& console, std::size_t entry,
-                                                           std::size_t offset)
+/// The size of an entry. That of a short one that is kept is known, and asking the log would take its lock.
+std::size_t LogRows::sizeOf(const Console& console, std::size_t entry) const
 {
-    const EntryText text(console, entry);
+    const auto kept = mKept.find({entry, 0});
+    const bool isKnown = kept != mKept.end() && (*kept->second)->isLast;
+    return isKnown ? (*kept->second)->rows.back().end : EntryText(console, entry).size();
+}
+
+/// The segment that holds a place, if it is kept and certain to be the one; else null. Entries never change, so the log
+/// needs not be asked.
+std::shared_ptr<const LogRows::Segment> LogRows::keptAt(TextPlace place)
+{
+    const auto kept = mKept.find({place.entry, place.offset / kSegmentSize});
+    if (kept == mKept.end()) {
+        return nullptr;
+    }
+    const std::shared_ptr<const Segment>& segment = *kept->second;
+    if (place.offset < segment->rows.front().begin ||
+        (place.offset >= segment->rows.back().end && !segment->isLast)) {
+        return nullptr;
+    }
+    mUsed.splice(mUsed.begin(), mUsed, kept->second);
+    return segment;
+}
+
+std::shared_ptr<const LogRows::Segment> LogRows::segmentAt(const Console& console, TextPlace place)
+{
+    const EntryText text(console, place.entry);
     const std::size_t last = text.size() > 0 ? (text.size() - 1) / kSegmentSize : 0;
-    const std::size_t index = std::min(offset / kSegmentSize, last);
+    const std::size_t index = std::min(place.offset / kSegmentSize, last);
     // A segment may begin before its nominal place.
-    const bool isInNext = index < last && offset >= segmentBegin(text, index + 1);
-    return segment(text, entry, isInNext ? index + 1 : index);
+    const bool isInNext = index < last && place.offset >= segmentBegin(text, index + 1);
+    return segment(text, place.entry, isInNext ? index + 1 : index);
 }
 
 std::shared_ptr<const LogRows::Segment> LogRows::segment(const EntryText& text, std::size_t entry,
@@ -161,7 +188,7 @@ LogRows::Segment LogRows::layOut(const EntryText& text, std::size_t entry, std::
     const std::u32string all = text.read(begin, end - begin);
     const double hanging = hangingIndent(text, *mFont, mWidth);
     const Tone tone = toneOf(text);
-    Segment segment{{entry, index}, all.size() + kEntryCost, {}};
+    Segment segment{{entry, index}, all.size() + kEntryCost, end == text.size(), {}};
     std::size_t line = 0; // offset in the segment at which the line begins that the next line feed ends
     do {
         const std::size_t lineFeed = std::min(all.find(U'\n', line), all.size());

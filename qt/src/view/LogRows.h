@@ -55,10 +55,13 @@ private:
     {
         SegmentKey key;
         std::size_t size;
+        bool isLast;           // of its entry
         std::vector<Row> rows; // at least one
     };
 
-    std::shared_ptr<const Segment> segmentAt(const Console& console, std::size_t entry, std::size_t offset);
+    std::size_t sizeOf(const Console& console, std::size_t entry) const;
+    std::shared_ptr<const Segment> keptAt(TextPlace place);
+    std::shared_ptr<const Segment> segmentAt(const Console& console, TextPlace place);
     std::shared_ptr<const Segment> segment(const EntryText& text, std::size_t entry, std::size_t index);
     Segment layOut(const EntryText& text, std::size_t entry, std::size_t index) const;
     void keep(const std::shared_ptr<const Segment>& made);

@@ -1,5 +1,7 @@
 #include "PaintItem.h"
 
+#include "../PainterState.h"
+
 #include <QGlyphRun>
 #include <QList>
 #include <QPainter>
@@ -7,6 +9,8 @@
 #include <QTextCharFormat>
 #include <QTextLayout>
 #include <QTextLine>
+
+#include <optional>
 
 namespace zephyr::console::qt {
 
@@ -71,9 +75,14 @@ QRectF PaintItem::bounds() const
 
 void PaintItem::moveUp(double distance)
 {
-    place.ry() -= distance;
-    clip.translate(0.0, -distance);
-    ground.translate(0.0, -distance);
+    if (text != nullptr) {
+        place.ry() -= distance;
+    }
+    for (QRectF* const rect : {&clip, &ground}) {
+        if (!rect->isNull()) { // else it would no longer be equal to that of an item without one
+            rect->translate(0.0, -distance);
+        }
+    }
 }
 
 void PaintItem::paint(QPainter& painter) const
@@ -84,8 +93,9 @@ void PaintItem::paint(QPainter& painter) const
     if (text == nullptr) {
         return;
     }
+    std::optional<PainterState> unclipped;
     if (!clip.isEmpty()) {
-        painter.save();
+        unclipped.emplace(painter);
         painter.setClipRect(clip, Qt::IntersectClip);
     }
     painter.setPen(ink);
@@ -99,9 +109,6 @@ void PaintItem::paint(QPainter& painter) const
         for (const QGlyphRun& run : text->layout().glyphs()) {
             painter.drawGlyphRun(place, run);
         }
-    }
-    if (!clip.isEmpty()) {
-        painter.restore();
     }
 }
 

@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <utility>
 
 namespace zephyr::console::qt {
@@ -78,6 +77,7 @@ bool ViewPicture::update(const std::shared_ptr<const FramePlan>& plan, const QCo
 bool ViewPicture::begin(QSize size)
 {
     mItems.clear();
+    mFirstRow = 0;
     if (std::int64_t{size.width()} * size.height() > kMaxPixels) {
         mImage = QImage();
     } else if (mImage.size() != size) {
@@ -98,8 +98,8 @@ std::vector<ViewPicture::PlacedItem> ViewPicture::placed(std::vector<PaintItem> 
     return placed;
 }
 
-/// Moves the pixels, and the items with them, up by a distance in logical pixels, where that is exact. \return what has
-/// to be painted for it.
+/// Moves the picture's rows, and the items with them, up by a distance in logical pixels, where that is exact. No pixel
+/// is copied for it. \return what has to be painted then.
 QRegion ViewPicture::scroll(int distance)
 {
     const double exact = distance * mRatio;
@@ -122,18 +122,8 @@ QRegion ViewPicture::scroll(int distance)
         }
     }
     mItems = std::move(moved);
-    moveUp(pixels);
+    mFirstRow = (mFirstRow + pixels + mImage.height()) % mImage.height();
     return region;
-}
-
-/// Moves the pixels up.
-void ViewPicture::moveUp(int pixels)
-{
-    const auto line = static_cast<std::size_t>(mImage.bytesPerLine());
-    const auto distance = static_cast<std::size_t>(std::abs(pixels)) * line;
-    const std::size_t kept = static_cast<std::size_t>(mImage.height()) * line - distance;
-    uchar* const bits = mImage.bits();
-    std::memmove(pixels > 0 ? bits : bits + distance, pixels > 0 ? bits + distance : bits, kept);
 }
 
 /// Adds to `region` what differs between the items that the image shows and those that it is to show. The items in
@@ -162,10 +152,28 @@ QRect ViewPicture::dirtied(const PlacedItem& placed) const
     return isBand ? QRect(0, placed.place.top(), mImage.width(), placed.place.height()) : placed.place;
 }
 
+std::array<ViewPicture::Part, 2> ViewPicture::parts() const
+{
+    const int turn = mImage.height() - mFirstRow; // the picture's row that is the image's first one
+    return {
+        {{QRect(0, 0, mImage.width(), turn), mFirstRow}, {QRect(0, turn, mImage.width(), mFirstRow), -turn}}};
+}
+
 void ViewPicture::paint(const QRect& place)
+{
+    for (const Part& part : parts()) {
+        if (const QRect rows = place & part.place; !rows.isEmpty()) {
+            paint(rows, part.offset);
+        }
+    }
+}
+
+/// Paints what is in rows that stand together in the image.
+void ViewPicture::paint(const QRect& place, int offset)
 {
     QPainter painter(&mImage);
     painter.setRenderHint(QPainter::TextAntialiasing, true);
+    painter.translate(0, offset);
     painter.setClipRect(place);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     painter.fillRect(place, mBackground);
@@ -182,7 +190,11 @@ void ViewPicture::draw(QPainter& painter) const
 {
     painter.setWorldTransform(QTransform::fromScale(1.0 / mRatio, 1.0 / mRatio),
                               painter.worldMatrixEnabled());
-    painter.drawImage(QPoint(0, 0), mImage);
+    for (const Part& part : parts()) {
+        if (!part.place.isEmpty()) {
+            painter.drawImage(part.place.topLeft(), mImage, part.place.translated(0, part.offset));
+        }
+    }
 }
 
 } // namespace zephyr::console::qt

@@ -9,6 +9,7 @@
 #include <QRegion>
 #include <QSize>
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -38,25 +39,34 @@ public:
     /// transformation.
     void draw(QPainter& painter) const;
 
-    /// The pixels, without a pixel ratio; a null image before the first update.
+    /// The image that holds the pixels; null before the first update. Its rows may be turned round.
     const QImage& image() const { return mImage; }
 
 private:
     struct PlacedItem
     {
         PaintItem item;
-        QRect place; // covers the item, in pixels of the image
+        QRect place; // covers the item, in pixels of the picture
+    };
+
+    /// Rows of the picture that stand together in the image.
+    struct Part
+    {
+        QRect place; // in the picture
+        int offset;  // of the rows in the image, to those in the picture
     };
 
     bool begin(QSize size);
+    std::array<Part, 2> parts() const;
     std::vector<PlacedItem> placed(std::vector<PaintItem> items) const;
     QRegion scroll(int distance);
-    void moveUp(int pixels);
     QRegion changed(const std::vector<PlacedItem>& items, QRegion region) const;
     QRect dirtied(const PlacedItem& placed) const;
     void paint(const QRect& place);
+    void paint(const QRect& place, int offset);
 
     QImage mImage;
+    int mFirstRow = 0; // of the image: the picture's rows begin there, and go on at the image's top
     std::shared_ptr<const FramePlan> mPlan; // of the last frame; null while the image isn't whole
     QColor mBackground;
     double mRatio = 0.0;
