@@ -118,6 +118,10 @@ bool View::pressOnFindBar(const KeyPress& press)
     }
     mSearch.start();
     searchOn();
+    if (const BorrowedConsole console(mConsole); console) {
+        revealHit(*console); // which the key may have stepped to
+        publish();
+    }
     return true;
 }
 
@@ -133,12 +137,11 @@ void View::openFindBar()
     publish();
 }
 
-/// Searches for some milliseconds, so that a long log holds up nobody.
-void View::searchOn()
+bool View::searchOn()
 {
     const BorrowedConsole console(mConsole);
     if (!console) {
-        return;
+        return false;
     }
     const auto before = mFind.find().current;
     QElapsedTimer clock;
@@ -150,15 +153,23 @@ void View::searchOn()
     if (!isMore) {
         mSearch.stop();
     }
-    const auto current = mFind.find().current;
-    const std::shared_ptr<const FramePlan> plan = mShare.plan();
-    if (current && plan && current != before) {
-        if (auto log = logOf(*console, *plan)) {
-            log->page = std::max(1, log->page - (plan->bar.isEmpty() ? 1 : 0)); // the bar takes a row
-            mScroll.reveal(*current, *log);
-        }
+    if (mFind.find().current != before) {
+        revealHit(*console);
     }
     publish();
+    return isMore;
+}
+
+/// Scrolls to the hit that is the current one now.
+void View::revealHit(const Console& console)
+{
+    const std::optional<TextPlace> current = mFind.find().current;
+    const std::shared_ptr<const FramePlan> plan = mShare.plan();
+    std::optional<RowScroll::Log> log = plan ? logOf(console, *plan) : std::nullopt;
+    if (current && log) {
+        log->page = std::max(1, log->page - (plan->bar.isEmpty() ? 1 : 0)); // the bar takes a row
+        mScroll.reveal(*current, *log);
+    }
 }
 
 bool View::pressOnRecallBar(Console& console, const KeyPress& press)

@@ -112,6 +112,10 @@ public:
     /// Must be called when the log may have grown.
     void onLogGrown();
 
+    /// Searches for some milliseconds for what the find bar asks for. A timer calls it as long as there is more to
+    /// search. \return whether there is.
+    bool searchOn();
+
 private:
     bool pressOnFindBar(const KeyPress& press);
     bool pressOnRecallBar(Console& console, const KeyPress& press);
@@ -120,7 +124,7 @@ private:
     void openRecallBar(Console& console);
     void takeRecalled(Console& console);
     void zoom(int steps);
-    void searchOn();
+    void revealHit(const Console& console);
     void page(int direction);
     std::optional<RowScroll::Log> logOf(const Console& console, const FramePlan& plan);
     std::shared_ptr<const ViewFont> fontFor(const Look& look);

@@ -15,38 +15,50 @@ constexpr Qt::KeyboardModifiers kCtrl = Qt::ControlModifier;
 const std::vector<KeyUse>& keyUses()
 {
     using Action = ViewAction;
+    constexpr const char* kEnter = "runs the line";
+    constexpr const char* kRecall = "recall earlier and later lines of the history";
+    constexpr const char* kMove = "move the cursor";
+    constexpr const char* kMoveWord = "move to the beginning of a word";
+    constexpr const char* kErase = "erase a character";
+    constexpr const char* kEraseWord = "erase to the beginning of the word, or of the next one";
+    constexpr const char* kPaste = "paste the clipboard, as one line";
+    constexpr const char* kOffer = "step through what fits the line, on and back";
+    constexpr const char* kPage = "show the page above and the page below";
+    constexpr const char* kCopy = "copies what is selected; without a selection it is the program's";
+    constexpr const char* kFind = "finds text in the log";
+    constexpr const char* kSearch = "searches the history";
+    constexpr const char* kZoom = "make the text larger, smaller, and as large as at first";
+    constexpr const char* kLeave =
+        "closes what is on top: the offers, a bar, the selection; then, if the line is empty, the console";
     static const std::vector<KeyUse> uses{
-        {"Return, Enter", "runs the line", Qt::Key_Return, kNone, Action::None},
-        {"Enter on the keypad", "runs the line", Qt::Key_Enter, kNone, Action::None},
-        {"Up", "recalls the line before", Qt::Key_Up, kNone, Action::None},
-        {"Down", "recalls the line after", Qt::Key_Down, kNone, Action::None},
-        {"Left", "moves the cursor back", Qt::Key_Left, kNone, Action::None},
-        {"Right", "moves the cursor on", Qt::Key_Right, kNone, Action::None},
-        {"Ctrl+Left", "moves the cursor back by a word", Qt::Key_Left, kCtrl, Action::None},
-        {"Ctrl+Right", "moves the cursor on by a word", Qt::Key_Right, kCtrl, Action::None},
-        {"Home", "moves the cursor to the start of the line", Qt::Key_Home, kNone, Action::None},
-        {"End", "moves the cursor to the end of the line", Qt::Key_End, kNone, Action::None},
-        {"Backspace", "erases before the cursor", Qt::Key_Backspace, kNone, Action::None},
-        {"Delete", "erases behind the cursor", Qt::Key_Delete, kNone, Action::None},
-        {"Ctrl+Backspace", "erases back to the start of a word", Qt::Key_Backspace, kCtrl, Action::None},
-        {"Ctrl+Delete", "erases up to the next word", Qt::Key_Delete, kCtrl, Action::None},
-        {"Ctrl+V", "pastes the clipboard as one line", Qt::Key_V, kCtrl, Action::None},
-        {"Shift+Insert", "pastes the clipboard as one line", Qt::Key_Insert, kShift, Action::Paste},
-        {"Tab", "steps through what fits the line", Qt::Key_Tab, kNone, Action::Offer},
-        {"Shift+Tab", "steps back through what fits the line", Qt::Key_Backtab, kNone, Action::OfferBack},
-        {"Page Up", "shows the page above", Qt::Key_PageUp, kNone, Action::PageUp},
-        {"Page Down", "shows the page below", Qt::Key_PageDown, kNone, Action::PageDown},
-        {"Ctrl+C", "copies what is selected; without a selection it is the host's", Qt::Key_C, kCtrl,
-         Action::Copy},
-        {"Ctrl+F", "finds text in the log", Qt::Key_F, kCtrl, Action::Find},
-        {"Ctrl+R", "searches the lines that were typed", Qt::Key_R, kCtrl, Action::Recall},
-        {"Ctrl++", "makes the text larger", Qt::Key_Plus, kCtrl, Action::ZoomIn},
-        {"Ctrl+=", "makes the text larger", Qt::Key_Equal, kCtrl, Action::ZoomIn},
-        {"Ctrl+-", "makes the text smaller", Qt::Key_Minus, kCtrl, Action::ZoomOut},
-        {"Ctrl+0", "makes the text as large as it was at first", Qt::Key_0, kCtrl, Action::ZoomToNormal},
-        {"Escape",
-         "closes what is on top: the offers, a bar, the selection; then, if the line is empty, the console",
-         Qt::Key_Escape, kNone, Action::Leave},
+        {"Enter", kEnter, Qt::Key_Return, kNone, Action::None},
+        {"Enter", kEnter, Qt::Key_Enter, kNone, Action::None},
+        {"Up, Down", kRecall, Qt::Key_Up, kNone, Action::None},
+        {"Up, Down", kRecall, Qt::Key_Down, kNone, Action::None},
+        {"Ctrl+R", kSearch, Qt::Key_R, kCtrl, Action::Recall},
+        {"Tab, Shift+Tab", kOffer, Qt::Key_Tab, kNone, Action::None},
+        {"Tab, Shift+Tab", kOffer, Qt::Key_Backtab, kNone, Action::None},
+        {"Left, Right, Home, End", kMove, Qt::Key_Left, kNone, Action::None},
+        {"Left, Right, Home, End", kMove, Qt::Key_Right, kNone, Action::None},
+        {"Left, Right, Home, End", kMove, Qt::Key_Home, kNone, Action::None},
+        {"Left, Right, Home, End", kMove, Qt::Key_End, kNone, Action::None},
+        {"Ctrl+Left, Ctrl+Right", kMoveWord, Qt::Key_Left, kCtrl, Action::None},
+        {"Ctrl+Left, Ctrl+Right", kMoveWord, Qt::Key_Right, kCtrl, Action::None},
+        {"Backspace, Delete", kErase, Qt::Key_Backspace, kNone, Action::None},
+        {"Backspace, Delete", kErase, Qt::Key_Delete, kNone, Action::None},
+        {"Ctrl+Backspace, Ctrl+Delete", kEraseWord, Qt::Key_Backspace, kCtrl, Action::None},
+        {"Ctrl+Backspace, Ctrl+Delete", kEraseWord, Qt::Key_Delete, kCtrl, Action::None},
+        {"Ctrl+V, Shift+Insert", kPaste, Qt::Key_V, kCtrl, Action::None},
+        {"Ctrl+V, Shift+Insert", kPaste, Qt::Key_Insert, kShift, Action::Paste},
+        {"Page Up, Page Down", kPage, Qt::Key_PageUp, kNone, Action::PageUp},
+        {"Page Up, Page Down", kPage, Qt::Key_PageDown, kNone, Action::PageDown},
+        {"Ctrl+C", kCopy, Qt::Key_C, kCtrl, Action::Copy},
+        {"Ctrl+F", kFind, Qt::Key_F, kCtrl, Action::Find},
+        {"Ctrl++, Ctrl+-, Ctrl+0", kZoom, Qt::Key_Plus, kCtrl, Action::ZoomIn},
+        {"Ctrl++, Ctrl+-, Ctrl+0", kZoom, Qt::Key_Equal, kCtrl, Action::ZoomIn}, // the same key without Shift
+        {"Ctrl++, Ctrl+-, Ctrl+0", kZoom, Qt::Key_Minus, kCtrl, Action::ZoomOut},
+        {"Ctrl++, Ctrl+-, Ctrl+0", kZoom, Qt::Key_0, kCtrl, Action::ZoomToNormal},
+        {"Escape", kLeave, Qt::Key_Escape, kNone, Action::Leave},
     };
     return uses;
 }

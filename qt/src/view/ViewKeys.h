@@ -21,8 +21,6 @@ enum class ViewAction
     ZoomIn,
     ZoomOut,
     ZoomToNormal,
-    Offer,     ///< Steps through the offers.
-    OfferBack, ///< Steps back through the offers.
 };
 
 /// A key that the open console or its view uses.
@@ -35,7 +33,8 @@ struct KeyUse
     ViewAction action; ///< None where the console acts by itself.
 };
 
-/// All keys that an open console and its view use, in the order of the documentation's table.
+/// All keys that an open console and its view use, in the order of the documentation's table, of which one row may stand
+/// for several.
 const std::vector<KeyUse>& keyUses();
 
 /// What a key does in the view. Shift counts only where it changes the key's effect, and the keypad's keys are as good as
