@@ -132,7 +132,7 @@ QString HistoryStore::add(const QString& path, QByteArray text)
     if (text.isEmpty()) {
         return {};
     }
-    const QString error = file.errorString();
+    QString error = file.errorString();
     file.resize(sizeBefore); // half a line would be read as one
     return error;
 }
