@@ -185,7 +185,7 @@ TEST_F(HistoryStore, LeavesAVeryLargeFileAlone)
 TEST_F(HistoryStore, SaysThatItsFolderIsMissing)
 {
     const qt::HistoryStore nowhere(path("no/such/folder/history"), kMany);
-    EXPECT_EQ("Its lock file can't be created", nowhere.append({U"one"}).toStdString());
+    EXPECT_EQ("Its folder doesn't exist", nowhere.append({U"one"}).toStdString());
 }
 
 TEST_F(HistoryStore, FollowsALink)
