@@ -34,8 +34,9 @@ public:
     HistoryFile(const HistoryFile&) = delete;
     HistoryFile& operator=(const HistoryFile&) = delete;
 
-    /// Ends what was begun before, and keeps the history in `store`, which is called `name`. Throws `std::bad_alloc`, or `std::system_error` if there can be no
-    /// thread. An observer may destroy this object meanwhile. \return whether the file was read.
+    /// Ends what was begun before, and keeps the history in `store`, which is called `name`. Throws `std::bad_alloc`,
+    /// or `std::system_error` if there can be no thread. An observer may destroy this object meanwhile.
+    /// \return whether the file was read.
     bool start(const QString& name, std::unique_ptr<HistoryStore> store);
 
     /// Writes what is still missing, and ends. An observer may destroy this object meanwhile.

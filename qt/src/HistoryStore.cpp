@@ -2,6 +2,7 @@
 
 #include "HistoryText.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
@@ -23,7 +24,17 @@ constexpr QFileDevice::Permissions kOwnerOnly = QFileDevice::ReadOwner | QFileDe
 const char* const kNoFile = "It is no ordinary file";
 const char* const kTooLarge = "It is larger than 64 MB";
 const char* const kLocked = "Another program holds its lock file";
+const char* const kNoFolder = "Its folder doesn't exist";
 const char* const kNoLock = "Its lock file can't be created";
+
+/// Why `lock` could not lock the file at `path`.
+const char* whyNotLocked(const QLockFile& lock, const QString& path)
+{
+    if (lock.error() == QLockFile::LockFailedError) {
+        return kLocked;
+    }
+    return QFileInfo(path).dir().exists() ? kNoLock : kNoFolder;
+}
 
 /// `lines` as text for the file.
 QByteArray joined(const QByteArrayList& lines) { return lines.join('\n') + '\n'; }
@@ -54,7 +65,7 @@ QString HistoryStore::append(const std::vector<std::u32string>& lines) const
     const QString file = path();
     QLockFile lock(file + ".lock");
     if (!lock.tryLock(kLockTime)) {
-        return lock.error() == QLockFile::LockFailedError ? kLocked : kNoLock;
+        return whyNotLocked(lock, file);
     }
     Contents contents;
     if (QString error = load(file, contents); !error.isNull()) {
@@ -132,7 +143,7 @@ QString HistoryStore::add(const QString& path, QByteArray text)
     if (text.isEmpty()) {
         return {};
     }
-    const QString error = file.errorString();
+    QString error = file.errorString();
     file.resize(sizeBefore); // half a line would be read as one
     return error;
 }

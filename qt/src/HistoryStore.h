@@ -13,8 +13,8 @@ namespace zephyr::console::qt {
 /// A file that keeps the newest lines of a history, which several programs may use at once. Its functions may block for
 /// as long as a disk hangs, and throw `std::bad_alloc`.
 ///
-/// The file has a line for each of the history's, oldest first, as escapedLine() writes it. Who writes it holds the lock
-/// file beside it, whose name ends in ".lock", so that nothing of anybody's is lost.
+/// The file has a line for each of the history's, oldest first, as escapedLine() writes it. Who writes it holds the
+/// lock file beside it, whose name ends in ".lock", so that nothing of anybody's is lost.
 class HistoryStore
 {
 public:

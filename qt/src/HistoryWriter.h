@@ -29,8 +29,8 @@ public:
     /// called: a lock may be held that nobody there releases.
     bool isInItsProcess() const;
 
-    /// Reads the file, and adds what append() passes until stop() is called. Ends at once if the file can't be read. The
-    /// thread's function.
+    /// Reads the file, and adds what append() passes until stop() is called. Ends at once if the file can't be read.
+    /// The thread's function.
     void run(std::unique_ptr<HistoryStore> store);
 
     /// Waits until the file is read, unless it hangs. \return whether it is.

@@ -53,6 +53,15 @@ TEST(EditLine, InsertsASpaceForEachControlCharacter)
     EXPECT_EQ(U"a b  c d   e|", shown(line));
 }
 
+TEST(EditLine, LeavesOutWhatDoesNotFit)
+{
+    EditLine line = lineOf(U"ab|cd");
+    line.insert(std::u32string(50'000'000, U'x'));
+    EXPECT_EQ(U"ab" + std::u32string(EditLine::kMostLength - 4, U'x') + U"cd", line.text());
+    line.insert(U"y");
+    EXPECT_EQ(U"xcd", line.text().substr(EditLine::kMostLength - 3));
+}
+
 TEST(EditLine, ErasesWholeGraphemeClusters)
 {
     EditLine line = lineOf(U"ae\u0301\U0001f468\u200d\U0001f469\u200d\U0001f467|");

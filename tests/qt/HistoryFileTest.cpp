@@ -271,7 +271,7 @@ TEST_F(HistoryFile, SaysOnceThatItCanNotBeWrittenAndTriesAgain)
     EXPECT_TRUE(program.host->setHistoryFile(file("folder/history")));
     const auto reports = [&] {
         const std::string report = "The history can't be kept in '" + file("folder/history").toStdString() +
-                                   "': Its lock file can't be created";
+                                   "': Its folder doesn't exist";
         return std::ranges::count(program.log(), report);
     };
     program.type("one");

@@ -3,7 +3,6 @@
 #include "support/NamedPipe.h"
 #include "support/TemporaryDirectory.h"
 #include "support/Unprivileged.h"
-#include "zephyr/common/StringUtil.h"
 
 #include <QLockFile>
 
@@ -186,7 +185,7 @@ TEST_F(HistoryStore, LeavesAVeryLargeFileAlone)
 TEST_F(HistoryStore, SaysThatItsFolderIsMissing)
 {
     const qt::HistoryStore nowhere(path("no/such/folder/history"), kMany);
-    EXPECT_EQ("Its lock file can't be created", nowhere.append({U"one"}).toStdString());
+    EXPECT_EQ("Its folder doesn't exist", nowhere.append({U"one"}).toStdString());
 }
 
 TEST_F(HistoryStore, FollowsALink)
@@ -254,6 +253,26 @@ pid_t startAppending(const QString& path, char name, int count, std::size_t maxL
     return child;
 }
 
+/// The numbers of the lines that begin with each name, in their order.
+std::map<char32_t, std::vector<int>> numbersOf(const Lines& lines)
+{
+    std::map<char32_t, std::vector<int>> numbers;
+    for (const std::u32string& line : lines) {
+        numbers[line.front()].push_back(QString::fromStdU32String(line.substr(1)).toInt());
+    }
+    return numbers;
+}
+
+/// The numbers from `first` up to but without `last`.
+std::vector<int> numbers(int first, int last)
+{
+    std::vector<int> all;
+    for (int i = first; i < last; ++i) {
+        all.push_back(i);
+    }
+    return all;
+}
+
 TEST_F(HistoryStore, LosesNothingOfSeveralProgramsThatUseItAtOnce)
 {
     constexpr int kCount = 100;
@@ -264,36 +283,28 @@ TEST_F(HistoryStore, LosesNothingOfSeveralProgramsThatUseItAtOnce)
     for (const pid_t child : children) {
         EXPECT_EQ(0, exitCodeOf(child));
     }
-    std::map<char32_t, std::vector<std::string>> linesOf;
-    for (const std::u32string& line : lines()) {
-        linesOf[line.front()].push_back(StringUtil::toString(line.substr(1)));
-    }
-    std::vector<std::string> all;
-    for (int i = 0; i < kCount; ++i) {
-        all.push_back(std::to_string(i));
-    }
-    EXPECT_EQ((std::map<char32_t, std::vector<std::string>>{{U'a', all}, {U'b', all}, {U'c', all}}), linesOf);
+    const auto all = numbers(0, kCount);
+    EXPECT_EQ((std::map<char32_t, std::vector<int>>{{U'a', all}, {U'b', all}, {U'c', all}}),
+              numbersOf(lines()));
 }
 
-TEST_F(HistoryStore, KeepsTheNewestLinesOfSeveralProgramsThatUseItAtOnce)
+TEST_F(HistoryStore, LosesNothingOfSeveralProgramsThatDropOldLines)
 {
-    constexpr std::size_t kMost = 20;
-    constexpr int kCount = 60;
+    constexpr int kMost = 300;
+    constexpr int kCount = 100;
+    std::string old;
+    for (int i = 0; i < kMost; ++i) {
+        old += "x" + std::to_string(i) + "\n";
+    }
+    directory.write("history", old); // so that each line replaces the file
     const pid_t one = startAppending(path(), 'a', kCount, kMost);
     const pid_t other = startAppending(path(), 'b', kCount, kMost);
     EXPECT_EQ(0, exitCodeOf(one));
     EXPECT_EQ(0, exitCodeOf(other));
-    const Lines kept = lines();
-    EXPECT_EQ(kMost, kept.size());
-    const std::u32string last = QString::number(kCount - 1).toStdU32String();
-    EXPECT_EQ(last, kept.back().substr(1));
-    std::map<char32_t, int> before;
-    for (const std::u32string& line : kept) {
-        const int number = QString::fromStdU32String(line.substr(1)).toInt();
-        const auto [place, isFirst] = before.try_emplace(line.front(), number);
-        EXPECT_TRUE(isFirst || number == place->second + 1) << StringUtil::toString(line);
-        place->second = number;
-    }
+    const auto all = numbers(0, kCount);
+    const auto newestOld = numbers(2 * kCount, kMost);
+    EXPECT_EQ((std::map<char32_t, std::vector<int>>{{U'a', all}, {U'b', all}, {U'x', newestOld}}),
+              numbersOf(lines()));
 }
 
 class HistoryStoreDeathTest : public HistoryStore

@@ -73,7 +73,7 @@ std::size_t prevWordStart(std::u32string_view line, std::size_t pos)
 
 void EditLine::insert(std::u32string_view text)
 {
-    std::u32string shown(text);
+    std::u32string shown(text.substr(0, kMostLength - mText.size()));
     std::ranges::replace_if(shown, breaksLine, U' ');
     mText.insert(mCursor, shown);
     mCursor = boundaryFrom(mText, mCursor + shown.size()); // what follows may join what was inserted

@@ -14,6 +14,9 @@ namespace zephyr::console::qt {
 class EditLine
 {
 public:
+    /// How many code points the line has at most, so that a text pasted by mistake holds nobody up.
+    static constexpr std::size_t kMostLength = 2048;
+
     /// The line. It holds no control characters.
     const std::u32string& text() const { return mText; }
 
@@ -22,7 +25,8 @@ public:
 
     bool isEmpty() const { return mText.empty(); }
 
-    /// Inserts `text` at the cursor, with a space for each control character and each line or paragraph separator.
+    /// Inserts `text` at the cursor, with a space for each control character and each line or paragraph separator. What
+    /// doesn't fit is left out from its end.
     void insert(std::u32string_view text);
 
     /// Erases the grapheme cluster before the cursor, or everything back to the start of the word.

@@ -38,9 +38,9 @@ public:
     /// `firstEntry` are left out. The newest hit is to be the current one, unless selectNearest() says otherwise.
     void start(std::u32string query, bool matchCase, std::size_t firstEntry);
 
-    /// Searches the next slice of the log of `console`, the same each time: some thousand entries or some hundred
-    /// thousand code points. What was written since the last slice comes first. \return whether there is more to search.
-    /// Throws `std::bad_alloc`; the next call then goes on.
+    /// Searches the next slice of the log of `console`: some thousand entries or some hundred thousand code points.
+    /// What was written since the last slice comes first. \return whether there is more to search. Throws
+    /// `std::bad_alloc`; the next call then goes on.
     bool searchSlice(const Console& console);
 
     /// Whether everything was searched that was in the log at the last slice, or kMostHits were found.

@@ -55,9 +55,9 @@ private:
     std::optional<std::size_t> mRecord;
 };
 
-/// Puts a record of the history on the input line of `console`, as if the arrow keys had been pressed until it is there:
-/// Up and Down go on from it, and it may be longer than the input buffer. `press` presses a key. Does nothing if there is no
-/// such record. O(length of the history) presses.
+/// Puts a record of the history on the input line of `console`, as if the arrow keys had been pressed until it is
+/// there: Up and Down go on from it, and it may be longer than the input buffer. `press` presses a key. Does nothing if
+/// there is no such record. O(length of the history) presses.
 void recallRecord(const Console& console, std::size_t record, const std::function<void(Qt::Key)>& press);
 
 } // namespace zephyr::console::qt
