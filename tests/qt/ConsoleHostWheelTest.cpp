@@ -15,6 +15,7 @@ class ConsoleHostWheel : public HostedConsole
 protected:
     ConsoleHostWheel()
     {
+        host.setPlain(true);
         for (int i = 0; i < 300; ++i) {
             console->newline();
         }

@@ -31,8 +31,9 @@ LaidOutText::LaidOutText(std::u32string_view codePoints) : mSize(codePoints.size
 
 int LaidOutText::unitAt(std::size_t index) const
 {
-    return mUnits.empty() ? static_cast<int>(index)
-                          : index < mSize ? mUnits[index] : static_cast<int>(mText.size());
+    return mUnits.empty()  ? static_cast<int>(index)
+           : index < mSize ? mUnits[index]
+                           : static_cast<int>(mText.size());
 }
 
 std::size_t LaidOutText::indexAt(int unit) const

@@ -97,17 +97,17 @@ public:
 private:
     ConsoleInput shownInput(const ConsoleInput& input) const
     {
-        return mState.recalled ? ConsoleInput{*mState.recalled, static_cast<std::uint32_t>(
-                                                                    mState.recalled->size())}
-                               : input;
+        return mState.recalled
+                   ? ConsoleInput{*mState.recalled, static_cast<std::uint32_t>(mState.recalled->size())}
+                   : input;
     }
 
     void placeLog()
     {
         std::vector<Row> found;
         if (mState.top && mConsole.logSize() > 0) {
-            found = rowsFrom(std::max(*mState.top, TextPlace{mState.firstEntry, 0}), mConsole, mRows,
-                             mPlan.page);
+            found =
+                rowsFrom(std::max(*mState.top, TextPlace{mState.firstEntry, 0}), mConsole, mRows, mPlan.page);
             mFollows = static_cast<int>(found.size()) < mPlan.page;
         }
         if (mFollows) {
@@ -191,7 +191,8 @@ private:
         const double count = static_cast<double>(mPlan.logSize - std::min(mPlan.logSize, mState.firstEntry));
         const std::size_t size = EntryText(mConsole, entry).size();
         const double part = size > 0 ? static_cast<double>(offset) / static_cast<double>(size) : ofEmpty;
-        return (static_cast<double>(entry - std::min(entry, mState.firstEntry)) + part) / std::max(1.0, count);
+        return (static_cast<double>(entry - std::min(entry, mState.firstEntry)) + part) /
+               std::max(1.0, count);
     }
 
     void placeScrollBar()
@@ -213,7 +214,8 @@ private:
         const double place = outside > 0.0 ? begin / outside : 1.0;
         const int left = mPlan.size.width() - kScrollBarWidth;
         mPlan.track = QRect(left, 0, kScrollBarWidth, height);
-        mPlan.thumb = QRect(left, static_cast<int>(std::lround(place * (height - length))), kScrollBarWidth, length);
+        mPlan.thumb =
+            QRect(left, static_cast<int>(std::lround(place * (height - length))), kScrollBarWidth, length);
     }
 
     void placeList()
@@ -232,8 +234,9 @@ private:
         mPlan.listFirst = static_cast<std::size_t>(first);
         const int top = topOf(isAbove ? above - rows : usedRows() + mBarRows, mFont);
         const int left = static_cast<int>(3 * mFont.spaceWidth());
-        mPlan.list = QRect(left, top, std::max(0, std::min(listWidth(), mPlan.size.width() - left - kScrollBarWidth)),
-                           rows * mFont.lineHeight());
+        mPlan.list =
+            QRect(left, top, std::max(0, std::min(listWidth(), mPlan.size.width() - left - kScrollBarWidth)),
+                  rows * mFont.lineHeight());
     }
 
     int listWidth()
@@ -292,9 +295,10 @@ const FramePlan::PlacedRow* FramePlan::rowNear(int y) const
 
 const FramePlan::PlacedRow& FramePlan::cursorRow() const
 {
-    const auto after = std::upper_bound(
-        input.begin(), input.end(), cursor,
-        [](std::size_t offset, const PlacedRow& placed) { return offset < placed.row.begin; });
+    const auto after =
+        std::upper_bound(input.begin(), input.end(), cursor, [](std::size_t offset, const PlacedRow& placed) {
+            return offset < placed.row.begin;
+        });
     return after == input.begin() ? *after : *std::prev(after);
 }
 

@@ -40,19 +40,19 @@ struct FramePlan
     QSize size;                   ///< What the console covers, from the top left corner on.
     std::vector<PlacedRow> log;   ///< From top to bottom.
     std::vector<PlacedRow> input; ///< The rows of the input line that are in view.
-    std::size_t cursor = 0;       ///< The cursor's offset in the input line, the prompt and a composition counted.
-    std::size_t composition = 0;  ///< Where the composition begins; it ends at the cursor.
-    std::vector<TextRange> hits;  ///< Of what is looked for, in the rows of the log, in order.
-    int page = 0;                 ///< How many rows of the log there is room for.
-    std::size_t newEntries = 0;   ///< Below the view, since its end was last in it.
-    QRect mark;                   ///< Says how many there are; empty if there are none.
-    QRect track;                  ///< Of the scroll bar; empty while all of the log is in view.
-    QRect thumb;                  ///< Of the scroll bar.
-    QRect list;                   ///< The list of offers; empty for none.
-    std::size_t listFirst = 0;    ///< The index into the state's offers of its first line.
-    int listColumns = 0;          ///< The number of columns that its texts take, without the descriptions.
-    QRect bar;                    ///< The bar below the input line; empty for none.
-    std::size_t logSize = 0;      ///< The log's number of entries.
+    std::size_t cursor = 0; ///< The cursor's offset in the input line, the prompt and a composition counted.
+    std::size_t composition = 0; ///< Where the composition begins; it ends at the cursor.
+    std::vector<TextRange> hits; ///< Of what is looked for, in the rows of the log, in order.
+    int page = 0;                ///< How many rows of the log there is room for.
+    std::size_t newEntries = 0;  ///< Below the view, since its end was last in it.
+    QRect mark;                  ///< Says how many there are; empty if there are none.
+    QRect track;                 ///< Of the scroll bar; empty while all of the log is in view.
+    QRect thumb;                 ///< Of the scroll bar.
+    QRect list;                  ///< The list of offers; empty for none.
+    std::size_t listFirst = 0;   ///< The index into the state's offers of its first line.
+    int listColumns = 0;         ///< The number of columns that its texts take, without the descriptions.
+    QRect bar;                   ///< The bar below the input line; empty for none.
+    std::size_t logSize = 0;     ///< The log's number of entries.
 
     /// The row of the log or the input line that is at `y` or nearest to it; null if there is none.
     const PlacedRow* rowNear(int y) const;

@@ -17,7 +17,8 @@ constexpr char32_t kNoBreakSpace = U'\u00A0'; // as wide as a space, and no blan
 
 std::u32string withSigns(std::u32string text)
 {
-    constexpr char32_t kControlPictures = 0x2400; // Unicode's block of that name, in the order of the characters
+    constexpr char32_t kControlPictures =
+        0x2400; // Unicode's block of that name, in the order of the characters
     constexpr char32_t kDelete = 0x7F;
     constexpr char32_t kDeletePicture = 0x2421;
     constexpr char32_t kLineFeedSign = 0x21B5;
@@ -60,8 +61,9 @@ InputRows::InputRows(const ConsoleInput& input, const QString& composition, cons
 
 std::size_t InputRows::cursorRow() const
 {
-    const auto after = std::upper_bound(mRows.begin(), mRows.end(), mCursor,
-                                        [](std::size_t offset, const Row& row) { return offset < row.begin; });
+    const auto after =
+        std::upper_bound(mRows.begin(), mRows.end(), mCursor,
+                         [](std::size_t offset, const Row& row) { return offset < row.begin; });
     return static_cast<std::size_t>(after - mRows.begin()) - 1;
 }
 

@@ -22,7 +22,7 @@ constexpr std::size_t kSegmentSize = 4096; // code points
 // stream-safe text has at most 30 (UAX #15).
 constexpr std::size_t kSegmentSlack = 256;
 constexpr std::size_t kMaxKept = std::size_t{1} << 18; // code points
-constexpr std::size_t kEntryCost = 64; // of a short entry, in code points, so that empty ones count as well
+constexpr std::size_t kEntryCost = 64;   // of a short entry, in code points, so that empty ones count as well
 constexpr double kMaxHangingShare = 0.5; // of the width
 
 /// Where the segment `index` begins: found from the text around it, so that nothing before needs to be read.
@@ -43,7 +43,8 @@ std::size_t segmentBegin(const EntryText& text, std::size_t index)
     if (!graphemes.isAtBoundary()) {
         graphemes.toPreviousBoundary();
     }
-    const std::size_t boundary = laidOut.indexAt(static_cast<int>(std::max<qsizetype>(0, graphemes.position())));
+    const std::size_t boundary =
+        laidOut.indexAt(static_cast<int>(std::max<qsizetype>(0, graphemes.position())));
     return nominal - kSegmentSlack + (boundary > 0 ? boundary : kSegmentSlack);
 }
 
@@ -93,8 +94,9 @@ Row LogRows::rowAt(const Console& console, TextPlace place)
         return *lastRow(console);
     }
     const std::shared_ptr<const Segment> segment = segmentAt(console, place.entry, place.offset);
-    const auto after = std::upper_bound(segment->rows.begin(), segment->rows.end(), place.offset,
-                                        [](std::size_t offset, const Row& row) { return offset < row.begin; });
+    const auto after =
+        std::upper_bound(segment->rows.begin(), segment->rows.end(), place.offset,
+                         [](std::size_t offset, const Row& row) { return offset < row.begin; });
     return after == segment->rows.begin() ? *after : *std::prev(after);
 }
 
@@ -182,8 +184,14 @@ LogRows::Segment LogRows::layOut(const EntryText& text, std::size_t entry, std::
 /// Keeps a segment, and lets go of those that weren't used for the longest time.
 void LogRows::keep(const std::shared_ptr<const Segment>& made)
 {
-    mUsed.push_front(made);
-    mKept[made->key] = mUsed.begin();
+    const auto place = mKept.emplace(made->key, mUsed.end()).first;
+    try {
+        mUsed.push_front(made);
+    } catch (...) {
+        mKept.erase(place);
+        throw;
+    }
+    place->second = mUsed.begin();
     mKeptSize += made->size;
     while (mKeptSize > kMaxKept) {
         mKeptSize -= mUsed.back()->size;

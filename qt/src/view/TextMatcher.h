@@ -31,7 +31,8 @@ private:
 
     std::u32string mQuery; // folded
     bool mMatchCase = true;
-    std::vector<std::size_t> mBorders; // [n]: how much of the query still matches where only n code points did
+    std::vector<std::size_t>
+        mBorders; // [n]: how much of the query still matches where only n code points did
 };
 
 } // namespace zephyr::console::qt

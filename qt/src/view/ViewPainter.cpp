@@ -21,8 +21,8 @@ namespace zephyr::console::qt {
 
 namespace {
 
-constexpr QRgb kBoxColor = qRgba(48, 48, 48, 240);      // behind the list of offers and the bar
-constexpr QRgb kHitColor = qRgba(110, 90, 0, 255);      // behind a hit
+constexpr QRgb kBoxColor = qRgba(48, 48, 48, 240); // behind the list of offers and the bar
+constexpr QRgb kHitColor = qRgba(110, 90, 0, 255); // behind a hit
 constexpr QRgb kCurrentHitColor = qRgba(255, 200, 0, 255);
 constexpr QRgb kTrackColor = qRgba(128, 128, 128, 60);
 constexpr int kThumbAlpha = 160;
@@ -108,12 +108,13 @@ void ViewPainter::paint(QPainter& painter, const FramePlan& plan, const ViewStat
 std::shared_ptr<const RowLayout> ViewPainter::layoutOf(const Row& row)
 {
     const Layouts::key_type key(row.place(), row.text);
-    std::shared_ptr<const RowLayout>& layout = mLayouts[key];
-    if (layout == nullptr) {
-        const auto before = mBefore.find(key);
-        layout = before != mBefore.end() ? before->second
-                                         : std::make_shared<const RowLayout>(row.text, *mPlan->font);
+    if (const auto found = mLayouts.find(key); found != mLayouts.end()) {
+        return found->second;
     }
+    const auto before = mBefore.find(key);
+    const auto layout = before != mBefore.end() ? before->second
+                                                : std::make_shared<const RowLayout>(row.text, *mPlan->font);
+    mLayouts.emplace(key, layout);
     return layout;
 }
 
@@ -170,7 +171,8 @@ void ViewPainter::paintInput(bool isCursorShown)
     const double x = layout->xOf(index);
     const double next = layout->xOf(layout->nextGrapheme(index));
     const double width = next != x ? std::abs(next - x) : mPlan->font->spaceWidth();
-    mCursor = QRectF(placed.row.x + std::min(x, next), placed.top, width, mPlan->font->lineHeight()).toAlignedRect();
+    mCursor = QRectF(placed.row.x + std::min(x, next), placed.top, width, mPlan->font->lineHeight())
+                  .toAlignedRect();
     if (isCursorShown && !mState->bar) { // a bar has the keys and a cursor of its own
         paintCursor(placed.row, placed.top, mCursor);
     }
@@ -196,7 +198,8 @@ double ViewPainter::paintText(const std::u32string& text, QPoint place, const QC
         return 0.0;
     }
     constexpr TextPlace kNowhere{kInputLine, std::numeric_limits<std::size_t>::max()};
-    const std::shared_ptr<const RowLayout> layout = layoutOf({kNowhere.entry, kNowhere.offset, 0, 0.0, Tone::Text, text});
+    const std::shared_ptr<const RowLayout> layout =
+        layoutOf({kNowhere.entry, kNowhere.offset, 0, 0.0, Tone::Text, text});
     mPainter->setPen(color);
     for (const QGlyphRun& run : layout->glyphs()) {
         mPainter->drawGlyphRun(place, run);
@@ -214,7 +217,8 @@ void ViewPainter::paintBar()
     mPainter->fillRect(place, QColor::fromRgba(kBoxColor));
     const double label = paintText(bar.label, place.topLeft(), withAlpha(mState->look.text, kDimAlpha));
     const std::u32string status = cutToWidth(bar.status, place.width() / 2, *mPlan->font);
-    const int statusWidth = QFontMetrics(mPlan->font->font()).horizontalAdvance(QString::fromStdU32String(status));
+    const int statusWidth =
+        QFontMetrics(mPlan->font->font()).horizontalAdvance(QString::fromStdU32String(status));
     paintText(status, {place.right() - statusWidth - mPlan->font->lineHeight() / 2, place.top()},
               withAlpha(mState->look.text, kDimAlpha));
 
@@ -224,10 +228,13 @@ void ViewPainter::paintBar()
     const double cursor = text.xOf(bar.cursor);
     const double left = label - std::max(0.0, cursor - std::max(0.0, room));
     mPainter->save();
-    mPainter->setClipRect(QRectF(label, place.top(), std::max(0.0, room) + mPlan->font->lineHeight(), place.height()), Qt::IntersectClip);
+    mPainter->setClipRect(
+        QRectF(label, place.top(), std::max(0.0, room) + mPlan->font->lineHeight(), place.height()),
+        Qt::IntersectClip);
     paintText(bar.text, {static_cast<int>(left), place.top()}, mState->look.input);
-    mPainter->fillRect(QRectF(left + cursor, place.top(), std::max(1.0, mPlan->font->spaceWidth() / 4), place.height()),
-                       mState->look.input);
+    mPainter->fillRect(
+        QRectF(left + cursor, place.top(), std::max(1.0, mPlan->font->spaceWidth() / 4), place.height()),
+        mState->look.input);
     mPainter->restore();
 }
 
@@ -275,7 +282,8 @@ void ViewPainter::paintOffer(std::size_t index, int row)
     const QColor ink = isSelected ? inkOn(mState->look) : mState->look.input;
     const int space = static_cast<int>(mPlan->font->spaceWidth());
     const int left = place.left() + space;
-    paintText(cutToWidth(withSigns(offer.text), place.right() - left, *mPlan->font), {left, place.top()}, ink);
+    paintText(cutToWidth(withSigns(offer.text), place.right() - left, *mPlan->font), {left, place.top()},
+              ink);
     const int description = left + static_cast<int>(mPlan->font->spaceWidth() * (mPlan->listColumns + 2));
     paintText(cutToWidth(withSigns(offer.description), place.right() - description, *mPlan->font),
               {description, place.top()}, withAlpha(ink, kDimAlpha));

@@ -25,6 +25,8 @@ struct ViewState
         std::u32string text;    ///< What is typed into it.
         std::size_t cursor = 0; ///< Index into text.
         std::u32string status;  ///< At the right.
+
+        bool operator==(const Bar&) const = default;
     };
 
     /// What is looked for in the log, of which every hit is marked.
@@ -33,6 +35,8 @@ struct ViewState
         std::u32string query; ///< Empty for nothing.
         bool matchesCase = false;
         std::optional<TextPlace> current; ///< Where the hit begins that was stepped to.
+
+        bool operator==(const Find&) const = default;
     };
 
     /// A line of a list of offers.
@@ -40,6 +44,8 @@ struct ViewState
     {
         std::u32string text;
         std::u32string description;
+
+        bool operator==(const Offer&) const = default;
     };
 
     /// The offers for the input line, as far as they may be in view.
@@ -49,9 +55,12 @@ struct ViewState
         std::optional<std::size_t> selected; ///< Index into offers.
         std::size_t first = 0;               ///< The index of the first one among all.
         std::size_t count = 0;               ///< How many there are in all.
+
+        bool operator==(const List&) const = default;
     };
 
     Look look;                    ///< Zoomed already.
+    double blinkRate = 0.0;       ///< How often a second the cursor changes between shown and hidden.
     std::size_t firstEntry = 0;   ///< Earlier ones are hidden.
     std::optional<TextPlace> top; ///< The first row in view; none while the newest row is followed.
     std::size_t sizeSeen = 0;     ///< Of the log, when its end was last in view.
@@ -61,6 +70,8 @@ struct ViewState
     std::optional<Bar> bar;
     std::optional<std::u32string> recalled; ///< Shown in place of the input line.
     List list;
+
+    bool operator==(const ViewState&) const = default;
 };
 
 } // namespace zephyr::console::qt

@@ -2,6 +2,7 @@
 #define ZEPHYR_CONSOLE_QT_CONSOLEHOST_H
 
 #include "zephyr/console/Console.h"
+#include "zephyr/console/qt/Look.h"
 #include "zephyr/console/qt/ToggleKeys.h"
 #include "zephyr/console/qt/detail/Export.h"
 
@@ -79,7 +80,8 @@ public:
     /// The same with a console of its own, which is destroyed with this object.
     explicit ConsoleHost(QObject* object);
 
-    /// Ends the mirror of the log and the capture of Qt's messages. A command that a key runs may destroy this object.
+    /// Ends the mirror of the log, the history's file and the capture of Qt's messages. A command that a key runs may
+    /// destroy this object.
     ~ConsoleHost() override;
 
     /// Paints the console over the frame if it is open, and leaves the painter's state as it was. Call it at the end
@@ -108,6 +110,23 @@ public:
 
     /// Whom the mouse belongs to inside the object while the console is open.
     Mouse mouse() const;
+
+    /// Sets how the console looks: font, colours, and the part of the object that it covers. The user's zoom of the
+    /// session applies to the new font size too.
+    void setLook(const Look& look);
+
+    /// How the console looks.
+    const Look& look() const;
+
+    /// Sets whether the console is drawn by ConsoleRenderer, and keys and wheel do what they do in Console and no more:
+    /// nothing wraps, and there is nothing to select, to find or to choose from. At first it is not.
+    void setPlain(bool plain);
+
+    /// Whether the console is drawn by ConsoleRenderer.
+    bool isPlain() const;
+
+    /// Hides what the log holds so far. The log itself keeps it, and so do copies and mirrors.
+    void clearView();
 
     /// How deep lines may run inside of lines, unless setDepthLimit() says otherwise. A console file that runs itself
     /// takes about 2 kB of stack a level, so that all levels take a quarter of a stack of 512 kB.
@@ -148,6 +167,28 @@ public:
     /// that was installed before is still called. Asking again puts the handler back on top if another was installed
     /// since. A process that fork() makes leaves its messages to the handler before, unless it asks for them itself.
     void captureQtMessages(bool capture);
+
+    /// How many lines a history file has at most, unless setHistoryFile() says otherwise.
+    static constexpr int kDefaultHistoryLines = 1000;
+
+    /// Keeps the history in a file: adds the file's lines to the console's history, behind what is there, and to the
+    /// file each line that is typed and that the console records, as soon as it has run. An empty name, as at first,
+    /// ends that; so does another file.
+    ///
+    /// - The file has one line for each of the history's, in UTF-8, oldest first, at most `maxLines` of them (1 at
+    ///   least): the oldest are dropped. Equal lines in a row are one. A backslash is written `\\`, a line feed `\n`,
+    ///   and any other control character `\u{1b}`, in hexadecimal digits. What isn't UTF-8 is read as U+FFFD. Lines of
+    ///   more than 64 kB aren't kept. Only the user may read a file that the kit made.
+    /// - Several programs may use the file at once. They take turns by a lock file beside it, which has its name and
+    ///   ".lock". One that a crashed program left behind is in nobody's way.
+    /// - A thread of its own reads and writes, so that a slow disk never holds up typing. This call waits for the lines
+    ///   for a second at most, and they follow when they come; so does the end for what is still to be written.
+    /// - What can't be read, is no ordinary file, or is larger than 64 MB is left alone. That, and the first write that
+    ///   fails, is one line in the log. Lines that couldn't be written are tried again with the next one.
+    /// - A process that fork() makes leaves the file alone.
+    ///
+    /// \return whether the file was read. One that doesn't exist has no lines.
+    bool setHistoryFile(const QString& fileName, int maxLines = kDefaultHistoryLines);
 
 signals:
     /// The console no longer looks as it was painted: a key acted, the log grew, or the cursor blinked. Emitted at each

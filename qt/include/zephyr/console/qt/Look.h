@@ -21,10 +21,10 @@ struct Look
     double fontSize = 10.0;                          ///< In points; taken as at least 1.
     QColor text = QColor(0, 255, 0);                 ///< Of what commands and the program wrote.
     QColor input = QColor(0, 255, 0);                ///< Of the line being typed and of those that were run.
-    QColor background = QColor(0, 0, 0, 204);        ///< Its alpha decides how much of the host's picture shows.
-    QColor warning = QColor(255, 200, 0);            ///< Of Qt's warnings, where Qt's messages are captured.
-    QColor error = QColor(255, 90, 80);              ///< Of Qt's graver messages, where Qt's messages are captured.
-    Part part = Part::Whole;                         ///< What is covered.
+    QColor background = QColor(0, 0, 0, 204); ///< Its alpha decides how much of the host's picture shows.
+    QColor warning = QColor(255, 200, 0);     ///< Of Qt's warnings, where Qt's messages are captured.
+    QColor error = QColor(255, 90, 80);       ///< Of Qt's graver messages, where Qt's messages are captured.
+    Part part = Part::Whole;                  ///< What is covered.
 };
 
 /// Whether two consoles look the same.

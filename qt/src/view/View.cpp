@@ -1,0 +1,406 @@
+#include "View.h"
+
+#include "../KeyPress.h"
+#include "RowLayout.h"
+#include "ViewKeys.h"
+#include "zephyr/console/Console.h"
+
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace zephyr::console::qt {
+
+namespace {
+
+constexpr int kSearchMs = 8; // of a frame, for the search of a long log
+constexpr double kZoomStep = 1.1;
+constexpr int kMostZoom = 20; // steps either way
+constexpr double kMinPointSize = 1.0;
+
+ViewAction actionOf(const KeyPress& press)
+{
+    return press.text.empty()
+               ? viewActionOf(press.key, static_cast<Qt::KeyboardModifiers>(press.modifiers))
+               : ViewAction::None;
+}
+
+} // namespace
+
+View::View(QObject& context, std::shared_ptr<ConsoleLender> console, Host host)
+    : mConsole(std::move(console)), mHost(std::move(host))
+{
+    mSearch.setInterval(0);
+    mShare.setState(std::make_shared<const ViewState>(state()));
+    QObject::connect(&mSearch, &QTimer::timeout, &context, [this] { searchOn(); });
+}
+
+// Keys
+
+bool View::wants(int key, int modifiers) const
+{
+    if (mFind.isOpen() && FindBar::wants(key, modifiers)) {
+        return true;
+    }
+    const ViewAction action = viewActionOf(key, static_cast<Qt::KeyboardModifiers>(modifiers));
+    return action == ViewAction::Copy ? !mSelection.range().isEmpty() : action != ViewAction::None;
+}
+
+bool View::actsAtOnce(const KeyPress& press) const
+{
+    switch (actionOf(press)) {
+    case ViewAction::Copy:
+    case ViewAction::Find:
+    case ViewAction::PageUp:
+    case ViewAction::PageDown:
+    case ViewAction::ZoomIn:
+    case ViewAction::ZoomOut:
+    case ViewAction::ZoomToNormal: return true;
+    case ViewAction::Leave: return mFind.isOpen() || !mSelection.range().isEmpty();
+    default: return mFind.isOpen();
+    }
+}
+
+bool View::press(Console& console, const KeyPress& press)
+{
+    if (mRecall.isOpen() && pressOnRecallBar(console, press)) {
+        return true;
+    }
+    if (mFind.isOpen() && pressOnFindBar(press)) {
+        return true;
+    }
+    switch (actionOf(press)) {
+    case ViewAction::Leave: leave(console); return true;
+    case ViewAction::Copy: copySelection(false); return true;
+    case ViewAction::Paste: mHost.press({Qt::Key_V, Qt::ControlModifier, {}}); return true;
+    case ViewAction::Find: openFindBar(); return true;
+    case ViewAction::Recall: openRecallBar(console); return true;
+    case ViewAction::PageUp: page(1); return true;
+    case ViewAction::PageDown: page(-1); return true;
+    case ViewAction::ZoomIn: zoom(1); return true;
+    case ViewAction::ZoomOut: zoom(-1); return true;
+    case ViewAction::ZoomToNormal: zoom(-mZoom); return true;
+    default: break;
+    }
+    if (mFind.isOpen()) {
+        return true; // a key that would change the line, which is not what the user looks at
+    }
+    mScroll.follow();
+    mSelection.clear();
+    publish();
+    return false;
+}
+
+/// What is on top is left first. An open console with an empty line is left last.
+void View::leave(Console& console)
+{
+    if (mFind.isOpen()) {
+        mFind.close();
+        mSearch.stop();
+    } else if (!mSelection.range().isEmpty()) {
+        mSelection.clear();
+    } else if (console.activeInput().empty()) {
+        console.close();
+    }
+    publish();
+}
+
+bool View::pressOnFindBar(const KeyPress& press)
+{
+    if (!mFind.press(press)) {
+        return false;
+    }
+    mSearch.start();
+    searchOn();
+    return true;
+}
+
+void View::openFindBar()
+{
+    if (!mFind.isOpen()) {
+        const std::shared_ptr<const FramePlan> plan = mShare.plan();
+        const bool hasRows = plan && !plan->log.empty();
+        const TextPlace from = hasRows ? TextPlace{plan->log.back().row.entry, plan->log.back().row.end}
+                                       : TextPlace{kInputLine, 0};
+        mFind.open(from, mFirstEntry);
+    }
+    publish();
+}
+
+/// Searches for some milliseconds, so that a long log holds up nobody.
+void View::searchOn()
+{
+    const BorrowedConsole console(mConsole);
+    if (!console) {
+        return;
+    }
+    const auto before = mFind.find().current;
+    QElapsedTimer clock;
+    clock.start();
+    bool isMore = true;
+    while (isMore && clock.elapsed() < kSearchMs) {
+        isMore = mFind.search(*console);
+    }
+    if (!isMore) {
+        mSearch.stop();
+    }
+    const auto current = mFind.find().current;
+    const std::shared_ptr<const FramePlan> plan = mShare.plan();
+    if (current && plan && current != before) {
+        if (auto log = logOf(*console, *plan)) {
+            log->page = std::max(1, log->page - (plan->bar.isEmpty() ? 1 : 0)); // the bar takes a row
+            mScroll.reveal(*current, *log);
+        }
+    }
+    publish();
+}
+
+bool View::pressOnRecallBar(Console& console, const KeyPress& press)
+{
+    if (actionOf(press) == ViewAction::Leave) {
+        mRecall.close();
+        publish();
+        return true;
+    }
+    switch (mRecall.press(press)) {
+    case RecallBar::Result::Stays: publish(); return true;
+    case RecallBar::Result::Taken: takeRecalled(console); return press.key == Qt::Key_Tab;
+    default: return actionOf(press) == ViewAction::None;
+    }
+}
+
+void View::openRecallBar(Console& console)
+{
+    mFind.close();
+    mScroll.follow();
+    mRecall.open(console.history());
+    publish();
+}
+
+/// Puts the line that was found on the input line, where the key that took it acts next.
+void View::takeRecalled(Console& console)
+{
+    mRecall.close();
+    if (const std::optional<std::size_t> record = mRecall.record()) {
+        recallRecord(console, *record, [this](Qt::Key key) { mHost.press({key, Qt::NoModifier, {}}); });
+    }
+    publish();
+}
+
+void View::afterConsoleActed(Console&) { publish(); }
+
+void View::pickOffer(std::size_t) {}
+
+// Scrolling
+
+std::optional<RowScroll::Log> View::logOf(const Console& console, const FramePlan& plan)
+{
+    if (console.logSize() <= mFirstEntry) {
+        return std::nullopt;
+    }
+    mRows.setFormat(fontFor(zoomedLook()), rowWidth(plan.size));
+    return RowScroll::Log{console, mRows, mFirstEntry, std::max(1, plan.page)};
+}
+
+std::shared_ptr<const ViewFont> View::fontFor(const Look& look)
+{
+    const double size = std::max(kMinPointSize, look.fontSize);
+    if (mFont == nullptr || mFont->font().family() != look.fontFamily ||
+        mFont->font().pointSizeF() != size) {
+        mFont = std::make_shared<const ViewFont>(look.fontFamily, size);
+    }
+    return mFont;
+}
+
+void View::scrollBy(std::int64_t rows)
+{
+    const BorrowedConsole console(mConsole);
+    const std::shared_ptr<const FramePlan> plan = mShare.plan();
+    if (!console || !plan) {
+        return;
+    }
+    if (const auto log = logOf(*console, *plan)) {
+        mScroll.scrollBy(rows, *log);
+    }
+    publish();
+}
+
+/// A page is a row less than what is in view, so that no row is skipped.
+void View::page(int direction)
+{
+    if (const std::shared_ptr<const FramePlan> plan = mShare.plan()) {
+        scrollBy(std::int64_t{direction} * std::max(1, plan->page - 1));
+    }
+}
+
+void View::scrollToShare(double share)
+{
+    const BorrowedConsole console(mConsole);
+    const std::shared_ptr<const FramePlan> plan = mShare.plan();
+    if (!console || !plan) {
+        return;
+    }
+    if (const auto log = logOf(*console, *plan)) {
+        if (share >= 1.0) {
+            mScroll.follow();
+        } else {
+            mScroll.showAtTop(placeAtShare(share, mFirstEntry, *console), *log);
+        }
+    }
+    publish();
+}
+
+void View::showNewest()
+{
+    mScroll.follow();
+    publish();
+}
+
+// Selecting
+
+std::optional<TextPlace> View::placeNear(QPointF point)
+{
+    const std::shared_ptr<const FramePlan> plan = mShare.plan();
+    const FramePlan::PlacedRow* const placed =
+        plan ? plan->rowNear(static_cast<int>(std::floor(point.y()))) : nullptr;
+    if (placed == nullptr) {
+        return std::nullopt;
+    }
+    const RowLayout layout(placed->row.text, *fontFor(zoomedLook()));
+    std::size_t offset = placed->row.begin + layout.indexNear(point.x() - placed->row.x);
+    if (placed->row.entry == kInputLine && offset > plan->composition) { // which is no part of the line
+        offset -= std::min(offset, plan->cursor) - plan->composition;
+    }
+    return TextPlace{placed->row.entry, offset};
+}
+
+void View::select(TextPlace place, Unit unit)
+{
+    const BorrowedConsole console(mConsole);
+    if (console) {
+        mSelection.begin(unitAround(place, unit, *console, console->readInput()), unit);
+        publish();
+    }
+}
+
+void View::extendTo(TextPlace place)
+{
+    const BorrowedConsole console(mConsole);
+    if (console) {
+        mSelection.extendTo(unitAround(place, mSelection.unit(), *console, console->readInput()));
+        publish();
+    }
+}
+
+void View::selectNothing()
+{
+    mSelection.clear();
+    publish();
+}
+
+void View::copySelection(bool toPrimary)
+{
+    const BorrowedConsole console(mConsole);
+    QClipboard* const clipboard = QGuiApplication::clipboard();
+    if (!console || mSelection.range().isEmpty() || (toPrimary && !clipboard->supportsSelection())) {
+        return;
+    }
+    clipboard->setText(textOf(mSelection.range(), *console, console->readInput()),
+                       toPrimary ? QClipboard::Selection : QClipboard::Clipboard);
+}
+
+// The rest
+
+void View::setComposition(const QString& text)
+{
+    if (std::exchange(mComposition, text) != text) {
+        publish();
+    }
+}
+
+void View::setLook(const Look& look)
+{
+    mLook = look;
+    publish();
+}
+
+Look View::zoomedLook() const
+{
+    Look look = mLook;
+    look.fontSize = std::max(kMinPointSize, mLook.fontSize * std::pow(kZoomStep, mZoom));
+    return look;
+}
+
+void View::zoom(int steps)
+{
+    mZoom = std::clamp(mZoom + steps, -kMostZoom, kMostZoom);
+    publish();
+}
+
+void View::clear()
+{
+    const BorrowedConsole console(mConsole);
+    if (console) {
+        mFirstEntry = console->logSize();
+        mScroll.follow();
+        mSelection.clear();
+        mFind.close();
+        publish();
+    }
+}
+
+void View::reset()
+{
+    mFind.close();
+    mRecall.close();
+    mSearch.stop();
+    mSelection.clear();
+    mScroll.follow();
+    mComposition.clear();
+    publish();
+}
+
+void View::onLogGrown()
+{
+    if (mFind.isOpen()) {
+        mSearch.start();
+    }
+}
+
+ViewState View::state() const
+{
+    ViewState state;
+    state.look = zoomedLook();
+    if (const BorrowedConsole console(mConsole); console) {
+        state.blinkRate = console->cursorBlinkRate();
+    }
+    state.firstEntry = mFirstEntry;
+    state.top = mScroll.top();
+    state.sizeSeen = mScroll.sizeSeen();
+    state.selection = mSelection.range();
+    state.composition = mComposition;
+    if (mFind.isOpen()) {
+        state.find = mFind.find();
+        state.bar = mFind.bar();
+    } else if (mRecall.isOpen()) {
+        state.bar = mRecall.bar();
+        state.recalled = mRecall.line();
+    }
+    return state;
+}
+
+/// Shows the next frame what there is now.
+void View::publish()
+{
+    ViewState now = state();
+    if (now != *mShare.state()) {
+        mShare.setState(std::make_shared<const ViewState>(std::move(now)));
+        mHost.changed();
+    }
+}
+
+} // namespace zephyr::console::qt
