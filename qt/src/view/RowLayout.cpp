@@ -26,7 +26,13 @@ RowLayout::RowLayout(std::u32string_view text, const ViewFont& font)
     mGlyphs = mLayout.lineAt(0).glyphRuns();
 }
 
-double RowLayout::xOf(std::size_t index) const { return mLayout.lineAt(0).cursorToX(unitAt(index)); }
+double RowLayout::xOf(std::size_t index) const
+{
+    const int unit = unitAt(index);
+    // Qt would take a position within a grapheme as its end.
+    return mLayout.lineAt(0).cursorToX(
+        mLayout.isValidCursorPosition(unit) ? unit : mLayout.previousCursorPosition(unit));
+}
 
 std::size_t RowLayout::indexNear(double x) const
 {
@@ -44,6 +50,10 @@ std::size_t RowLayout::nextGrapheme(std::size_t index) const
     return mText.indexAt(mLayout.nextCursorPosition(unitAt(index)));
 }
 
-double RowLayout::width() const { return mLayout.lineAt(0).naturalTextWidth(); }
+double RowLayout::width() const
+{
+    return std::max(0.0,
+                    mLayout.lineAt(0).naturalTextWidth()); // Qt's is negative for an object's place alone
+}
 
 } // namespace zephyr::console::qt
