@@ -1,5 +1,5 @@
-#include "ViewTestText.h"
 #include "view/CodePoints.h"
+#include "ViewTestText.h"
 
 namespace zephyr::console::qt {
 namespace {
@@ -30,8 +30,8 @@ TEST(LaidOutText, CountsACodePointOutsideTheBasicPlaneAsTwoUnits)
 
 TEST(LaidOutText, ReplacesWhatIsNoScalarValue)
 {
-    const std::u32string odd = {U'a', char32_t(0xD83D), char32_t(0xDE00), char32_t(0x110000),
-                                char32_t(0xFFFFFFFF), U'z'};
+    const std::u32string odd = {
+        U'a', char32_t(0xD83D), char32_t(0xDE00), char32_t(0x110000), char32_t(0xFFFFFFFF), U'z'};
     const LaidOutText text(odd);
     EXPECT_EQ(QStringLiteral(u"a\uFFFD\uFFFD\uFFFD\uFFFDz"), text.text());
     EXPECT_EQ(6U, text.size());

@@ -28,7 +28,10 @@ public:
     FramePlan plan() { return planFrame(state, console, input, font, rows, size); }
 
     /// A page of rows, as scrolling takes it.
-    RowScroll::Log log(const FramePlan& plan) { return {console, rows, state.firstEntry, std::max(1, plan.page)}; }
+    RowScroll::Log log(const FramePlan& plan)
+    {
+        return {console, rows, state.firstEntry, std::max(1, plan.page)};
+    }
 
     Console console;
     ConsoleInput input;
@@ -74,15 +77,16 @@ RC_GTEST_PROP(FramePlanProperties, ItsRowsLieInTheWindowOneBelowTheOther, ())
         RC_ASSERT(placed[i].top == placed[i - 1].top + view.font->lineHeight());
     }
     RC_ASSERT(placed.front().top >= 0);
-    if (view.size.height() >= view.font->lineHeight() * 3) {
+    constexpr int kScrollBarRoom = 60; // and far more than there is for it
+    if (view.size.height() >= view.font->lineHeight() * 3 && view.size.width() >= kScrollBarRoom) {
         RC_ASSERT(placed.back().top + view.font->lineHeight() <= view.size.height());
         RC_ASSERT(plan.bar.isNull() || plan.bar.top() >= placed.back().top + view.font->lineHeight());
+        const QRect window(QPoint(0, 0), view.size);
+        for (const QRect& rect : {plan.mark, plan.track, plan.thumb, plan.list, plan.bar}) {
+            RC_ASSERT(rect.isEmpty() || window.contains(rect));
+        }
     }
-    RC_ASSERT(static_cast<int>(plan.log.size()) <= std::max(0, plan.page));
-    const QRect window(QPoint(0, 0), view.size);
-    for (const QRect& rect : {plan.mark, plan.track, plan.thumb, plan.list}) {
-        RC_ASSERT(rect.isEmpty() || window.contains(rect));
-    }
+    RC_ASSERT(static_cast<int>(plan.log.size()) <= plan.page);
 }
 
 RC_GTEST_PROP(FramePlanProperties, TheCursorIsInSight, ())
@@ -95,7 +99,8 @@ RC_GTEST_PROP(FramePlanProperties, TheCursorIsInSight, ())
     RC_ASSERT(&row < plan.input.data() + plan.input.size());
     RC_ASSERT(row.row.begin <= plan.cursor);
     RC_ASSERT(plan.cursor <= row.row.end);
-    RC_ASSERT(plan.list.isEmpty() || !plan.list.intersects({0, row.top, view.size.width(), view.font->lineHeight()}));
+    RC_ASSERT(plan.list.isEmpty() ||
+              !plan.list.intersects({0, row.top, view.size.width(), view.font->lineHeight()}));
     for (std::size_t i = 1; i < plan.input.size(); ++i) {
         RC_ASSERT(plan.input[i].row.begin == plan.input[i - 1].row.end);
     }
@@ -152,6 +157,7 @@ RC_GTEST_PROP(FramePlanProperties, StaysInPlaceWhileEntriesAreWrittenAndCountsTh
 {
     PlannedView view;
     FramePlan plan = view.plan();
+    RC_PRE(plan.page > 0);
     RowScroll scroll;
     scroll.scrollBy(*rc::gen::inRange(1, 20), view.log(plan));
     RC_PRE(scroll.top().has_value());
@@ -178,7 +184,8 @@ RC_GTEST_PROP(FramePlanProperties, StaysInPlaceWhileEntriesAreWrittenAndCountsTh
 std::vector<TextRange> hitsIn(const std::u32string& text, std::size_t entry, const std::u32string& query)
 {
     std::vector<TextRange> hits;
-    for (std::size_t at = text.find(query); at != std::u32string::npos; at = text.find(query, at + query.size())) {
+    for (std::size_t at = text.find(query); at != std::u32string::npos;
+         at = text.find(query, at + query.size())) {
         hits.push_back({{entry, at}, {entry, at + query.size()}});
     }
     return hits;
@@ -187,7 +194,8 @@ std::vector<TextRange> hitsIn(const std::u32string& text, std::size_t entry, con
 RC_GTEST_PROP(FramePlanProperties, MarksTheHitsInItsRows, ())
 {
     PlannedView view;
-    const std::u32string query = *rc::gen::element<std::u32string>(U"hello", U"l", U"ll", U"aa", U" a", U"a", U"1.5");
+    const std::u32string query =
+        *rc::gen::element<std::u32string>(U"hello", U"l", U"ll", U"aa", U" a", U"a", U"1.5");
     view.console.write((*test::mixedText(20, {U"a", U"aa", U"hello", U" ", U"1.5"})).text, Output);
     view.state.find = {query, true, {}};
     const FramePlan plan = view.plan();

@@ -127,10 +127,12 @@ TEST_F(ALargeEntry, HasNoRowForALineFeedThatEndsAFullSegment)
         other.write(std::u32string(length, U'x') + U"\n", Output);
         std::vector<Row> found = test::rowsForwards(otherRows, other, test::kFirstEntry);
         EXPECT_EQ(length + 1, found.back().end);
-        EXPECT_TRUE(std::none_of(found.begin(), found.end(), [](const Row& row) { return row.text.empty(); }));
+        EXPECT_TRUE(
+            std::none_of(found.begin(), found.end(), [](const Row& row) { return row.text.empty(); }));
         other.write(std::u32string(length, U'x') + U"\n\n" + std::u32string(length, U'y'), Output);
         found = test::rowsForwards(otherRows, other, test::kFirstEntry + 1);
-        EXPECT_EQ(1, std::count_if(found.begin(), found.end(), [](const Row& row) { return row.text.empty(); }));
+        EXPECT_EQ(1,
+                  std::count_if(found.begin(), found.end(), [](const Row& row) { return row.text.empty(); }));
     }
 }
 

@@ -2,10 +2,9 @@
 #include "view/LogRows.h"
 #include "view/Selection.h"
 
-#include <QStringList>
-
 #include <algorithm>
 #include <map>
+#include <tuple>
 
 namespace zephyr::console::qt {
 namespace {

@@ -147,8 +147,8 @@ TEST_F(LogRowsOfAConsole, NeverCutAGrapheme)
 
 TEST_F(LogRowsOfAConsole, KeepWhatIsNoCharacter)
 {
-    const std::u32string odd = {U'a', char32_t(0xD800), U'b', char32_t(0xDFFF), char32_t(0x110000), U'\0',
-                                char32_t(0xFFFFFFFF)};
+    const std::u32string odd = {U'a',  char32_t(0xD800),    U'b', char32_t(0xDFFF), char32_t(0x110000),
+                                U'\0', char32_t(0xFFFFFFFF)};
     console.write(odd, Output);
     const std::vector<Row> found = all();
     ASSERT_EQ(1U, found.size());

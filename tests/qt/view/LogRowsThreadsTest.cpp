@@ -36,7 +36,8 @@ TEST(LogRowsThreads, AgreeWhileTheLogIsWritten)
     std::thread first([&] { one = follow(console, isLast); });
     std::thread second([&] { other = follow(console, isLast); });
     for (int i = 0; i < 200; ++i) {
-        console.write("entry " + std::to_string(i) + " with a few words to wrap\nand \u05E9\u05DC\u05D5\u05DD", Output);
+        console.write(
+            "entry " + std::to_string(i) + " with a few words to wrap\nand \u05E9\u05DC\u05D5\u05DD", Output);
         console.write(std::u32string(static_cast<std::size_t>(i) * 50, U'x'), Output);
     }
     console.write(U"the end", Output);

@@ -4,6 +4,7 @@
 #include "view/ViewState.h"
 
 #include <algorithm>
+#include <limits>
 #include <set>
 
 namespace zephyr::console::qt {
@@ -68,7 +69,8 @@ private:
         if (mTop == kFollowing) {
             mSizeSeen = mConsole.logSize();
         }
-        mTop = top >= newestTop() ? kFollowing : std::max<std::int64_t>(0, top);
+        const std::int64_t stopped = std::max<std::int64_t>(0, top);
+        mTop = stopped >= newestTop() ? kFollowing : stopped;
     }
 
     void write()
@@ -152,7 +154,8 @@ RC_GTEST_PROP(RowScrollProperties, GoesUpAndDownToWhereItWas, ())
     rows.setFormat(test::anyFont(), test::anyWidth());
     const RowScroll::Log log = {console, rows, 0, *rc::gen::inRange(1, 10)};
     RowScroll scroll;
-    scroll.showAtTop(rows.rowAt(console, {*rc::gen::inRange<std::size_t>(0, console.logSize()), 0}).place(), log);
+    scroll.showAtTop(rows.rowAt(console, {*rc::gen::inRange<std::size_t>(0, console.logSize()), 0}).place(),
+                     log);
     const auto before = scroll.top();
     const int count = *rc::gen::inRange(0, 30);
     scroll.scrollBy(count, log);
