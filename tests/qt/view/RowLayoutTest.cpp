@@ -115,7 +115,9 @@ TEST_F(ARowLayout, StaysOnOneLineWhateverControlsItHas)
 
 RC_GTEST_PROP(RowLayoutProperties, CursorsStandBetweenGraphemes, ())
 {
-    const test::MixedText mixed = *test::mixedLine();
+    test::MixedText mixed = *test::mixedLine();
+    // No row goes on behind a line separator, and of an object's place Qt takes a pixel off the width.
+    std::erase_if(mixed.text, [](char32_t c) { return c == U'\u2028' || c == U'\uFFFC'; });
     const auto font = test::anyFont();
     const RowLayout row(mixed.text, *font);
     // As Qt's layouts have them, which know more of some scripts than a boundary finder does.
