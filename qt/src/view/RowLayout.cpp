@@ -11,6 +11,12 @@ namespace {
 
 constexpr double kAnyWidth = 1 << 20; // logical pixels; wider than any row
 
+/// `unit`, or the start of the grapheme that it is within.
+int graphemeStart(const QTextLayout& layout, int unit)
+{
+    return layout.isValidCursorPosition(unit) ? unit : layout.previousCursorPosition(unit);
+}
+
 } // namespace
 
 RowLayout::RowLayout(std::u32string_view text, const ViewFont& font)
@@ -28,21 +34,21 @@ RowLayout::RowLayout(std::u32string_view text, const ViewFont& font)
 
 double RowLayout::xOf(std::size_t index) const
 {
-    const int unit = unitAt(index);
     // Qt would take a position within a grapheme as its end.
-    return mLayout.lineAt(0).cursorToX(
-        mLayout.isValidCursorPosition(unit) ? unit : mLayout.previousCursorPosition(unit));
+    return mLayout.lineAt(0).cursorToX(graphemeStart(mLayout, unitAt(index)));
 }
 
 std::size_t RowLayout::indexNear(double x) const
 {
-    return mText.indexAt(mLayout.lineAt(0).xToCursor(x, QTextLine::CursorBetweenCharacters));
+    const int unit = mLayout.lineAt(0).xToCursor(x, QTextLine::CursorBetweenCharacters);
+    return mText.indexAt(graphemeStart(mLayout, unit));
 }
 
 std::size_t RowLayout::indexAt(double x) const
 {
     return x >= width() ? mText.size()
-                        : mText.indexAt(mLayout.lineAt(0).xToCursor(x, QTextLine::CursorOnCharacter));
+                        : mText.indexAt(graphemeStart(
+                              mLayout, mLayout.lineAt(0).xToCursor(x, QTextLine::CursorOnCharacter)));
 }
 
 std::size_t RowLayout::nextGrapheme(std::size_t index) const
