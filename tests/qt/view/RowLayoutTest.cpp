@@ -116,7 +116,8 @@ TEST_F(ARowLayout, StaysOnOneLineWhateverControlsItHas)
 RC_GTEST_PROP(RowLayoutProperties, CursorsStandBetweenGraphemes, ())
 {
     test::MixedText mixed = *test::mixedLine();
-    std::erase(mixed.text, U'\u2028'); // behind which no row goes on
+    // No row goes on behind a line separator, and an object's place is a pixel less than nothing wide to Qt.
+    std::erase_if(mixed.text, [](char32_t c) { return c == U'\u2028' || c == U'\uFFFC'; });
     const auto font = test::anyFont();
     const RowLayout row(mixed.text, *font);
     // As Qt's layouts have them, which know more of some scripts than a boundary finder does.
