@@ -22,6 +22,9 @@ constexpr int kScrollBarWidth = 6;
 constexpr int kScrollBarMargin = 2; // to the text
 constexpr int kMinThumb = 20;
 constexpr int kMaxListRows = 8;
+// How far before the view hits are looked for, in code points. Hits don't overlap, so in a text such as a dashed line the
+// ones before decide where a hit begins.
+constexpr std::size_t kHitReach = 4096;
 constexpr std::size_t kMaxListColumns = 200; // of a text that is measured
 
 int columns(const std::u32string& text) { return static_cast<int>(std::min(text.size(), kMaxListColumns)); }
@@ -120,11 +123,11 @@ private:
         }
     }
 
-    /// Looks for hits in what is in view and as much around it as a hit may reach beyond it.
+    /// Looks for the hits of which some part is in view.
     void findHits()
     {
         const TextMatcher matcher(mState.find.query, mState.find.matchesCase);
-        if (matcher.length() == 0) {
+        if (matcher.length() == 0 || mPlan.log.empty()) {
             return;
         }
         for (auto first = mPlan.log.begin(); first != mPlan.log.end();) {
@@ -132,11 +135,13 @@ private:
             const auto last = std::find_if(first, mPlan.log.end(), [&](const FramePlan::PlacedRow& placed) {
                 return placed.row.entry != entry;
             });
-            const std::size_t reach = matcher.length() - 1;
+            const std::size_t reach = std::max(kHitReach, matcher.length());
             const std::size_t begin = first->row.begin - std::min(first->row.begin, reach);
-            findHits(matcher, entry, begin, std::prev(last)->row.end + reach);
+            findHits(matcher, entry, begin, std::prev(last)->row.end + matcher.length() - 1);
             first = last;
         }
+        std::erase_if(mPlan.hits,
+                      [this](const TextRange& hit) { return hit.to <= mPlan.log.front().row.place(); });
     }
 
     void findHits(const TextMatcher& matcher, std::size_t entry, std::size_t begin, std::size_t end)
@@ -177,11 +182,12 @@ private:
         if (mFollows || mPlan.log.empty()) {
             return;
         }
-        mPlan.newEntries = mPlan.logSize - std::min(mPlan.logSize, mState.sizeSeen);
+        const std::size_t seen = std::max(mState.sizeSeen, mPlan.log.back().row.entry + 1);
+        mPlan.newEntries = mPlan.logSize - std::min(mPlan.logSize, seen);
         if (mPlan.newEntries > 0) {
-            const int width = mFont.lineHeight() * 10;
-            mPlan.mark = QRect(mPlan.size.width() - kScrollBarWidth - kScrollBarMargin - width,
-                               mPlan.log.back().top, width, mFont.lineHeight());
+            const int room = std::max(0, mPlan.size.width() - kScrollBarWidth - kScrollBarMargin);
+            const int width = std::min(room, mFont.lineHeight() * 10);
+            mPlan.mark = QRect(room - width, mPlan.log.back().top, width, mFont.lineHeight());
         }
     }
 
@@ -192,8 +198,8 @@ private:
         const double count = static_cast<double>(mPlan.logSize - std::min(mPlan.logSize, mState.firstEntry));
         const std::size_t size = EntryText(mConsole, entry).size();
         const double part = size > 0 ? static_cast<double>(offset) / static_cast<double>(size) : ofEmpty;
-        return (static_cast<double>(entry - std::min(entry, mState.firstEntry)) + part) /
-               std::max(1.0, count);
+        const double before = static_cast<double>(entry - std::min(entry, mState.firstEntry)) + part;
+        return std::min(1.0, before / std::max(1.0, count)); // the log may have grown since its size was read
     }
 
     void placeScrollBar()

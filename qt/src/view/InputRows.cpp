@@ -4,6 +4,8 @@
 #include "zephyr/console/ConsoleSnapshot.h"
 #include "zephyr/console/Texts.h"
 
+#include <QChar>
+
 #include <algorithm>
 #include <string_view>
 
@@ -21,6 +23,7 @@ std::u32string withSigns(std::u32string text)
         0x2400; // Unicode's block of that name, in the order of the characters
     constexpr char32_t kDelete = 0x7F;
     constexpr char32_t kDeletePicture = 0x2421;
+    constexpr char32_t kLastControl = 0x9F;
     constexpr char32_t kLineFeedSign = 0x21B5;
     for (char32_t& c : text) {
         if (c == U'\n' || c == 0x2028 || c == 0x2029 || c == 0x85) { // each would end a line
@@ -29,6 +32,8 @@ std::u32string withSigns(std::u32string text)
             c += kControlPictures;
         } else if (c == kDelete) {
             c = kDeletePicture;
+        } else if (c > kDelete && c <= kLastControl) {
+            c = QChar::ReplacementCharacter; // there are no pictures of these
         }
     }
     return text;

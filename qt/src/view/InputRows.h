@@ -17,7 +17,8 @@ struct ConsoleInput;
 namespace zephyr::console::qt {
 
 /// The input line as rows, behind the prompt, with room for the cursor at its end. Full rows end at any grapheme, blanks
-/// included, and what has no shape, such as a pasted line feed, shows a sign for it.
+/// included, and what has no shape, such as a pasted line feed, shows a sign for it. Spaces are shown as no-break spaces,
+/// and the last row has one more, where the cursor stands behind the line.
 class InputRows
 {
 public:

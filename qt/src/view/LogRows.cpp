@@ -6,6 +6,7 @@
 #include "zephyr/console/Console.h"
 #include "zephyr/console/Texts.h"
 
+#include <QChar>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -25,6 +26,8 @@ constexpr std::size_t kMaxKept = std::size_t{1} << 18; // code points
 constexpr std::size_t kEntryCost = 64;   // of a short entry, in code points, so that empty ones count as well
 constexpr double kMaxHangingShare = 0.5; // of the width
 
+bool isLineEnd(QChar c) { return c == u'\n' || c == u'\r'; }
+
 /// Where the segment `index` begins: found from the text around it, so that nothing before needs to be read.
 std::size_t segmentBegin(const EntryText& text, std::size_t index)
 {
@@ -42,6 +45,9 @@ std::size_t segmentBegin(const EntryText& text, std::size_t index)
     graphemes.setPosition(laidOut.unitAt(kSegmentSlack));
     if (!graphemes.isAtBoundary()) {
         graphemes.toPreviousBoundary();
+    }
+    while (graphemes.position() > 0 && isLineEnd(laidOut.text()[graphemes.position()])) {
+        graphemes.toPreviousBoundary(); // a line's end alone would be an empty row
     }
     const std::size_t boundary =
         laidOut.indexAt(static_cast<int>(std::max<qsizetype>(0, graphemes.position())));

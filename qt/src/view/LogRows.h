@@ -25,8 +25,8 @@ class EntryText;
 /// and a bounded part of that is kept. So neither a long log nor a long entry costs more than the rows that are looked
 /// at. Rows depend on nothing but the log, the font and the width, so two objects agree.
 ///
-/// An entry that is longer than a segment begins a new row at least every 4096 code points, if possible behind a line
-/// feed. For one console and one thread.
+/// An entry that is longer than a segment, of 4096 code points, begins a new row with each of its segments, if possible
+/// behind a line feed. For one console and one thread.
 class LogRows
 {
 public:

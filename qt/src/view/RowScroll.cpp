@@ -43,7 +43,7 @@ std::optional<Row> RowScroll::topRow(const Log& log) const
         return std::nullopt;
     }
     const Row newest = stepBack(*last, log.page - 1, log);
-    return mTop ? std::min(log.rows.rowAt(log.console, *mTop), newest,
+    return mTop ? std::min(log.rows.rowAt(log.console, std::max(*mTop, TextPlace{log.first, 0})), newest,
                            [](const Row& a, const Row& b) { return a.place() < b.place(); })
                 : newest;
 }

@@ -36,8 +36,9 @@ enum class Unit
 /// entries, none where a row is full. Throws `std::bad_alloc`.
 QString textOf(const TextRange& range, const Console& console, const ConsoleInput& input);
 
-/// The unit of text around `place`. At a boundary of words it is the one behind, unless a line ends there. Of a word or
-/// a line that is very long only the part around the place counts, some thousands of code points.
+/// The unit of text around `place`. At a boundary of words it is the one behind; where a line ends there is none, and the
+/// range is empty, as it is for a grapheme. Of a word or a line that is very long only the part around the place counts,
+/// some thousands of code points.
 TextRange unitAround(TextPlace place, Unit unit, const Console& console, const ConsoleInput& input);
 
 /// What the user has selected: where it began, in what units, and where it ends.

@@ -53,7 +53,7 @@ TEST_F(AFramePlan, EndsWithTheNewestRowAboveTheInputLine)
     EXPECT_EQ(99U, frame.log.back().row.entry);
     EXPECT_EQ(static_cast<std::size_t>(frame.page), frame.log.size());
     ASSERT_EQ(1U, frame.input.size());
-    EXPECT_EQ(U">> ", frame.input[0].row.text);
+    EXPECT_EQ(U">>", frame.input[0].row.text.substr(0, 2));
     EXPECT_EQ(frame.log.back().top + font->lineHeight(), frame.input[0].top);
     EXPECT_EQ(3U, frame.cursor);
     EXPECT_EQ(100U, frame.logSize);
@@ -165,7 +165,7 @@ TEST_F(AFramePlan, HasTheCompositionInFrontOfTheCursor)
     input = {U"ab", 1};
     state.composition = QStringLiteral("xyz");
     const FramePlan frame = plan();
-    EXPECT_EQ(U">> axyzb", frame.input.at(0).row.text);
+    EXPECT_EQ(U"axyzb", frame.input.at(0).row.text.substr(3, 5));
     EXPECT_EQ(4U, frame.composition);
     EXPECT_EQ(7U, frame.cursor);
 }
@@ -208,8 +208,34 @@ TEST_F(AFramePlan, MarksAHitThatGoesOnInTheNextRow)
     const FramePlan frame = plan();
     ASSERT_EQ(1U, frame.hits.size());
     EXPECT_EQ((TextRange{{100, 36}, {100, 42}}), frame.hits[0]);
-    state.top = TextPlace{100, frame.log.back().row.begin};
-    EXPECT_EQ(frame.hits, plan(2).hits) << "although it begins above the view";
+    state.top = frame.log[frame.log.size() - 2].row.place();
+    ASSERT_GT(state.top->offset, 36U);
+    ASSERT_LT(state.top->offset, 42U);
+    EXPECT_EQ(frame.hits, plan(3).hits) << "although it begins above the view";
+}
+
+TEST_F(AFramePlan, MarksTheHitsThatASearchFromTheEntrysBeginningFinds)
+{
+    console.write(std::u32string(2000, U'-'), Output);
+    state.find.query = U"---";
+    for (const std::size_t offset : {500U, 1000U}) {
+        state.top = TextPlace{100, offset};
+        const FramePlan frame = plan(6);
+        ASSERT_FALSE(frame.hits.empty());
+        EXPECT_GT(frame.hits[0].to, frame.log[0].row.place());
+        EXPECT_LT(frame.hits[0].from.offset, frame.log[0].row.begin + 3);
+        for (const TextRange& hit : frame.hits) {
+            EXPECT_EQ(0U, hit.from.offset % 3);
+        }
+    }
+}
+
+TEST_F(AFramePlan, CountsWhatIsNewOnlyBelowTheView)
+{
+    state.top = TextPlace{70, 0};
+    state.sizeSeen = 75;
+    const FramePlan frame = plan();
+    EXPECT_EQ(100 - frame.log.back().row.entry - 1, frame.newEntries);
 }
 
 TEST_F(AFramePlan, HasABarBelowTheInputLine)

@@ -2,10 +2,9 @@
 #include "view/LogRows.h"
 #include "view/Selection.h"
 
-#include <QStringList>
-
 #include <algorithm>
 #include <map>
+#include <tuple>
 
 namespace zephyr::console::qt {
 namespace {
@@ -19,12 +18,12 @@ void writeEntries(Console& console, int most)
     }
 }
 
-/// Writes one entry of about twice the length of what is laid out at once, from a few repeated pieces.
+/// Writes one entry that is about as long as what is laid out at once or longer, from a few repeated pieces.
 void writeLongEntry(Console& console)
 {
     const std::u32string part = (*test::mixedText(60)).text + U"x";
     std::u32string text;
-    const auto size = *rc::gen::inRange<std::size_t>(3500, 13000);
+    const auto size = *rc::gen::inRange<std::size_t>(3900, 6000);
     while (text.size() < size) {
         text += part;
     }
@@ -94,7 +93,6 @@ void assertRows(const Console& console, const std::shared_ptr<const ViewFont>& f
     const std::vector<Row> forwards = test::rowsForwards(rows, console);
     assertWhole(forwards, console);
     assertNoGraphemeCut(forwards, console);
-    RC_ASSERT(test::describe(test::rowsBackwards(rows, console)) == test::describe(forwards));
     LogRows others;
     others.setFormat(font, width);
     RC_ASSERT(test::describe(test::rowsBackwards(others, console)) == test::describe(forwards));

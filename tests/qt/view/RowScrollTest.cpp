@@ -67,7 +67,7 @@ TEST_F(ARowScroll, StopsAtTheBeginning)
     EXPECT_EQ(0U, top());
     scroll.scrollBy(std::numeric_limits<std::int64_t>::max(), log());
     EXPECT_EQ(0U, top());
-    scroll.scrollBy(std::numeric_limits<std::int64_t>::min(), log());
+    scroll.scrollBy(-std::numeric_limits<std::int64_t>::max(), log());
     EXPECT_FALSE(scroll.top().has_value());
 }
 
@@ -75,6 +75,16 @@ TEST_F(ARowScroll, DoesNotGoBackBeforeTheFirstEntryThatIsShown)
 {
     scroll.scrollBy(1000, log(10, 7));
     EXPECT_EQ(7U, top());
+}
+
+TEST_F(ARowScroll, GoesOnFromTheFirstEntryThatIsShownWhenItsOwnIsHidden)
+{
+    scroll.showAtTop({3, 0}, log());
+    scroll.scrollBy(-1, log(10, 8));
+    EXPECT_EQ(9U, top());
+    scroll.showAtTop({3, 0}, log());
+    scroll.scrollBy(1, log(10, 8));
+    EXPECT_EQ(8U, top());
 }
 
 TEST_F(ARowScroll, KeepsFollowingWhereAllIsInView)

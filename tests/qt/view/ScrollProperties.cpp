@@ -4,6 +4,7 @@
 #include "view/ViewState.h"
 
 #include <algorithm>
+#include <limits>
 #include <set>
 
 namespace zephyr::console::qt {
@@ -68,7 +69,8 @@ private:
         if (mTop == kFollowing) {
             mSizeSeen = mConsole.logSize();
         }
-        mTop = top >= newestTop() ? kFollowing : std::max<std::int64_t>(0, top);
+        const std::int64_t stopped = std::max<std::int64_t>(0, top);
+        mTop = stopped >= newestTop() ? kFollowing : stopped;
     }
 
     void write()

@@ -107,9 +107,15 @@ TEST_F(AUnitOfText, IsTheWordAroundAPlace)
     EXPECT_EQ(Span(4, 8), at(4, Unit::Word));
     EXPECT_EQ(Span(4, 8), at(7, Unit::Word));
     EXPECT_EQ(Span(9, 11), at(10, Unit::Word));
-    EXPECT_EQ(Span(9, 11), at(11, Unit::Word)) << "where the line ends";
-    EXPECT_EQ(Span(13, 17), at(17, Unit::Word)) << "where the entry ends";
-    EXPECT_EQ(Span(13, 17), at(1000, Unit::Word));
+    EXPECT_EQ(Span(13, 17), at(16, Unit::Word));
+}
+
+TEST_F(AUnitOfText, IsEmptyBehindALine)
+{
+    EXPECT_EQ(Span(11, 11), at(11, Unit::Word));
+    EXPECT_EQ(Span(12, 12), at(12, Unit::Word));
+    EXPECT_EQ(Span(17, 17), at(17, Unit::Word));
+    EXPECT_EQ(Span(17, 17), at(1000, Unit::Word));
 }
 
 TEST_F(AUnitOfText, IsTheBlanksBetweenWords)
