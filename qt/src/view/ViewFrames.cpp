@@ -4,7 +4,7 @@
 #include "ViewState.h"
 #include "zephyr/console/Console.h"
 
-#include <utility>
+#include <optional>
 
 namespace zephyr::console::qt {
 

@@ -7,6 +7,7 @@
 #include "ViewPicture.h"
 #include "zephyr/console/ConsoleSnapshot.h"
 
+#include <QImage>
 #include <QRect>
 #include <QSize>
 

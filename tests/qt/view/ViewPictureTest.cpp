@@ -329,6 +329,7 @@ TEST(ViewPicture, LooksAsTheFramePaintedDirectly)
         view.console.write(U"a line of text", Output);
         view.type(U"typed");
         const QImage painted = view.paint();
+        ASSERT_EQ(painted.size(), view.frames.picture().size()) << ratio;
         QImage direct = view.canvas();
         QPainter painter(&direct);
         ViewPainter().paint(painter, *view.plan, view.state, view.isCursorShown);
