@@ -72,8 +72,8 @@ TEST_F(ConsoleReentry, KeepsAReplacedCommandUntilTheOutermostHasReturned)
 TEST_F(ConsoleReentry, FindsTheNewCommandWhileTheOldOneStillRuns)
 {
     addMortal(U"swap", [this](const ConsoleArgs&, Console& console) {
-        const test::ScriptedCommand& next = addCommand(mConsole, U"swap");
-        EXPECT_EQ(console.lookupCommand(U"swap"), &next);
+        const test::ScriptedCommand* const next = &addCommand(mConsole, U"swap");
+        EXPECT_EQ(console.lookupCommand(U"swap"), next);
         console.execute(U"swap");
     });
     EXPECT_EQ(logOf(U"swap"), Lines({echo("swap"), echo("swap"), output(""), output("")}));

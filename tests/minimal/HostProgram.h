@@ -2,6 +2,7 @@
 #define ZEPHYR_TESTS_MINIMAL_HOSTPROGRAM_H
 
 #include "support/VirtualDisplay.h"
+#include "support/WindowManager.h"
 
 #include <QByteArray>
 #include <QDeadlineTimer>
@@ -16,6 +17,7 @@
 #include <cstdlib>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -46,13 +48,7 @@ public:
             environment.insert("ASAN_OPTIONS", environment.value("ASAN_OPTIONS") + ":detect_leaks=0");
         }
         if (!windowManager.isEmpty()) {
-            mWindowManager.setProcessEnvironment(environment);
-            // Before it has started, it would lose the window or take its focus away.
-            mWindowManager.start(windowManager,
-                                 {"--startup", XPROP_PROGRAM " -root -f STARTED 8s -set STARTED yes"});
-            waitFor(mWindowManager, [this] {
-                return mDisplay.answerOf(XPROP_PROGRAM, {"-root", "STARTED"}).contains("yes");
-            });
+            mWindowManager.emplace(mDisplay, windowManager);
         }
         mProcess.setProcessEnvironment(environment);
         mProcess.start(program, {});
@@ -63,10 +59,8 @@ public:
 
     ~HostProgram()
     {
-        for (QProcess* const process : {&mProcess, &mWindowManager}) {
-            process->kill();
-            process->waitForFinished(kProcessTimeoutMs);
-        }
+        mProcess.kill();
+        mProcess.waitForFinished(kProcessTimeoutMs);
     }
 
     HostProgram(const HostProgram&) = delete;
@@ -117,14 +111,11 @@ public:
     std::string errors() { return mProcess.readAllStandardError().toStdString(); }
 
 private:
-    void waitUntil(const std::function<bool()>& isSo) { waitFor(mProcess, isSo); }
-
-    static void waitFor(QProcess& process, const std::function<bool()>& isSo)
+    void waitUntil(const std::function<bool()>& isSo)
     {
         while (!isSo()) {
-            if (process.waitForFinished(1)) {
-                throw std::runtime_error(process.program().toStdString() +
-                                         " ended: " + process.readAllStandardError().toStdString());
+            if (mProcess.waitForFinished(1)) {
+                throw std::runtime_error("the program ended: " + errors());
             }
         }
     }
@@ -142,8 +133,7 @@ private:
             mDisplay.answerOf(XDOTOOL_PROGRAM, {"getwindowfocus", "-f"}).trimmed() == mWindow) {
             return true;
         }
-        const bool isManaged = mWindowManager.state() == QProcess::Running;
-        mDisplay.answerOf(XDOTOOL_PROGRAM, {isManaged ? "windowactivate" : "windowfocus", mWindow});
+        mDisplay.answerOf(XDOTOOL_PROGRAM, {mWindowManager ? "windowactivate" : "windowfocus", mWindow});
         return false;
     }
 
@@ -194,7 +184,7 @@ private:
 
     const QString mTitle;
     VirtualDisplay mDisplay;
-    QProcess mWindowManager;
+    std::optional<WindowManager> mWindowManager;
     QProcess mProcess;
     QByteArray mWindow; // the window's number as xdotool prints it
 };

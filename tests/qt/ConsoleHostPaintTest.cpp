@@ -25,6 +25,15 @@ QImage canvas(QSize pixels, double ratio = 1.0)
     return image;
 }
 
+/// An image whose metrics anybody may read.
+class MeasuredImage : public QImage
+{
+public:
+    explicit MeasuredImage(const QImage& image) : QImage(image) {}
+
+    using QImage::metric;
+};
+
 /// A device that behaves as a window does: it gives its size in logical pixels, each `ratio` of its own pixels wide.
 class WindowLikeDevice : public QObject, public QPaintDevice
 {
@@ -34,7 +43,7 @@ public:
     {}
 
     QSize size;
-    QImage image;
+    MeasuredImage image;
 
     QPaintEngine* paintEngine() const override { return image.paintEngine(); }
 
@@ -44,14 +53,11 @@ protected:
         switch (what) {
         case PdmWidth: return size.width();
         case PdmHeight: return size.height();
-        case PdmDevicePixelRatio: return static_cast<int>(image.devicePixelRatio());
-        case PdmDevicePixelRatioScaled:
-            return static_cast<int>(image.devicePixelRatio() * devicePixelRatioFScale());
-        default: return image.logicalDpiX();
+        default: return image.metric(what);
         }
     }
 
-    QPaintDevice* redirected(QPoint*) const override { return const_cast<QImage*>(&image); }
+    QPaintDevice* redirected(QPoint*) const override { return const_cast<MeasuredImage*>(&image); }
 };
 
 class ConsoleHostPaint : public HostedConsole

@@ -42,6 +42,15 @@ TEST(Program, PrintsItsVersion)
     EXPECT_EQ("", ended.err);
 }
 
+TEST(Program, IsSilentAboutALocaleWithoutUtf8)
+{
+    for (const char* const locale : {"C", "POSIX", "not_INSTALLED.UTF-8"}) {
+        Program program;
+        program.setEnvironment("LC_ALL", locale);
+        EXPECT_EQ("", program.run({"--version"}).err) << locale;
+    }
+}
+
 TEST(Program, PrintsAllOptionsAsHelpWhereThereIsNoScreen)
 {
     Program program;

@@ -3,6 +3,7 @@
 #include "sandbox/program/Complaint.h"
 #include "sandbox/program/Options.h"
 #include "sandbox/program/Printing.h"
+#include "sandbox/program/Utf8Locale.h"
 #include "sandbox/program/WindowRun.h"
 
 #include <QCoreApplication>
@@ -68,6 +69,7 @@ int probeKeys()
 int main(int argc, char** argv)
 {
     std::signal(SIGPIPE, SIG_IGN); // a closed pipe is a failed write, which is reported
+    ensureUtf8Locale();
     const ParsedOptions parsed = parseOptions(commandLine(argc, argv));
     if (const auto* const error = std::get_if<OptionsError>(&parsed)) {
         complain(error->text);
