@@ -49,7 +49,9 @@ std::vector<std::u32string> CompletedLine::candidates(const std::vector<Offer>& 
         if (!whole.starts_with(typed) || whole == typed || whole.find(kQuote) != whole.npos) {
             continue;
         }
-        std::u32string candidate = offer.head + (offer.value.empty() ? offer.value : quoted(offer.value));
+        // What was typed without quotes needs none, such as a file's name that begins with a slash.
+        const bool needsQuotes = !offer.value.empty() && (typed.empty() || offer.value.find(kBlank) != whole.npos);
+        std::u32string candidate = offer.head + (needsQuotes ? quoted(offer.value) : offer.value);
         if (blank != mLast.npos) {
             candidate = whole.substr(kept.size()) + kQuote; // which a blank in a word has open
         }

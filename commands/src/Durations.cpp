@@ -80,10 +80,10 @@ std::optional<long double> readDuration(const std::u32string& text, TimeUnit uni
         // What is no finite count is written without digits.
         const std::u32string suffix = unitSuffix(unit);
         return text.ends_with(suffix)
-                   ? readFloating<long double>(text.substr(0, text.size() - suffix.size()))
+                   ? readFloating(text.substr(0, text.size() - suffix.size()), 0.0L)
                    : std::nullopt;
     }
-    const std::optional<long double> number = readFloating<long double>(amount->number);
+    const std::optional<long double> number = readFloating(amount->number, 0.0L);
     return !number || equal(amount->unit, unit) ? number : std::optional(*number * ratio(amount->unit, unit));
 }
 
@@ -97,7 +97,7 @@ std::optional<std::int64_t> readWholeDuration(const std::u32string& text, TimeUn
     if (equal(amount->unit, unit) && amount->number.find(U'.') == amount->number.npos) {
         return readSigned(amount->number, lowest, highest);
     }
-    const std::optional<long double> number = readFloating<long double>(amount->number);
+    const std::optional<long double> number = readFloating(amount->number, 0.0L);
     if (!number) {
         return std::nullopt;
     }

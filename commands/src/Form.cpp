@@ -24,10 +24,10 @@ std::u32string labelOf(const Parameter& parameter)
 /// Arguments for the parameters that the host didn't describe, named after their types.
 std::vector<Parameter> withUndescribed(std::vector<Parameter> described, const std::vector<Shape>& shapes)
 {
+    const auto first = shapes.begin() + static_cast<std::ptrdiff_t>(described.size());
     for (std::size_t i = described.size(); i < shapes.size(); ++i) {
         const std::u32string name(lastWord(shapes[i].type->name));
         const auto isAlike = [&](const Shape& shape) { return lastWord(shape.type->name) == name; };
-        const auto first = shapes.begin() + static_cast<std::ptrdiff_t>(described.size());
         const auto here = shapes.begin() + static_cast<std::ptrdiff_t>(i);
         const auto before = static_cast<std::uint64_t>(std::count_if(first, here, isAlike));
         const bool isOnly = std::count_if(first, shapes.end(), isAlike) == 1;

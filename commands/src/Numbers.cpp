@@ -118,20 +118,10 @@ std::optional<std::uint64_t> readUnsigned(const std::u32string& text, std::uint6
     return read.number;
 }
 
-template <>
-std::optional<float> readFloating<float>(const std::u32string& text)
-{
-    return readFloatingAs<float>(text);
-}
+std::optional<float> readFloating(const std::u32string& text, float) { return readFloatingAs<float>(text); }
+std::optional<double> readFloating(const std::u32string& text, double) { return readFloatingAs<double>(text); }
 
-template <>
-std::optional<double> readFloating<double>(const std::u32string& text)
-{
-    return readFloatingAs<double>(text);
-}
-
-template <>
-std::optional<long double> readFloating<long double>(const std::u32string& text)
+std::optional<long double> readFloating(const std::u32string& text, long double)
 {
     return readFloatingAs<long double>(text);
 }

@@ -82,7 +82,7 @@ template <typename T>
 struct Value<T, std::enable_if_t<std::is_floating_point_v<T>>>
 {
     static constexpr std::u32string_view kName = U"number";
-    static std::optional<T> read(const std::u32string& text) { return detail::readFloating<T>(text); }
+    static std::optional<T> read(const std::u32string& text) { return detail::readFloating(text, T()); }
     static std::u32string write(T value) { return detail::writeFloating(value); }
 };
 

@@ -229,11 +229,11 @@ void addShape(std::vector<Shape>& shapes)
 template <typename Fn, typename Result, typename... Ps>
 void readAndCall(Fn& fn, Call& call, Types<Ps...>)
 {
-    std::tuple<SlotOf<Ps>...> slots{SlotOf<Ps>(call)...}; // in order, as braces are
+    std::tuple<SlotOf<Ps>...> taken{SlotOf<Ps>(call)...}; // in order, as braces are
     if constexpr (std::is_void_v<Result>) {
-        std::apply([&fn](auto&... slot) { fn(slot.get()...); }, slots);
+        std::apply([&fn](auto&... slot) { fn(slot.get()...); }, taken);
     } else {
-        writeResult<std::decay_t<Result>>(std::apply([&fn](auto&... slot) -> Result { return fn(slot.get()...); }, slots),
+        writeResult<std::decay_t<Result>>(std::apply([&fn](auto&... slot) -> Result { return fn(slot.get()...); }, taken),
                                           call.answer());
     }
 }

@@ -28,15 +28,10 @@ ZEPHYR_CONSOLE_COMMANDS_EXPORT std::optional<std::int64_t> readSigned(const std:
 ZEPHYR_CONSOLE_COMMANDS_EXPORT std::optional<std::uint64_t> readUnsigned(const std::u32string& text,
                                                                          std::uint64_t highest);
 
-/// The number that `text` is, or nothing. Throws CommandError for one that T can't hold.
-template <typename T>
-std::optional<T> readFloating(const std::u32string& text) = delete;
-template <>
-ZEPHYR_CONSOLE_COMMANDS_EXPORT std::optional<float> readFloating<float>(const std::u32string& text);
-template <>
-ZEPHYR_CONSOLE_COMMANDS_EXPORT std::optional<double> readFloating<double>(const std::u32string& text);
-template <>
-ZEPHYR_CONSOLE_COMMANDS_EXPORT std::optional<long double> readFloating<long double>(const std::u32string& text);
+/// The number that `text` is, or nothing. Throws CommandError for one that the type of the second parameter can't hold.
+ZEPHYR_CONSOLE_COMMANDS_EXPORT std::optional<float> readFloating(const std::u32string& text, float);
+ZEPHYR_CONSOLE_COMMANDS_EXPORT std::optional<double> readFloating(const std::u32string& text, double);
+ZEPHYR_CONSOLE_COMMANDS_EXPORT std::optional<long double> readFloating(const std::u32string& text, long double);
 
 /// The digits of a number.
 ZEPHYR_CONSOLE_COMMANDS_EXPORT std::u32string writeSigned(std::int64_t value);
