@@ -28,7 +28,7 @@ ConsoleCommand* CommandTable::find(const std::u32string& name) const
 }
 
 std::optional<std::vector<std::u32string>> CommandTable::candidates(std::vector<std::u32string>&& words,
-                                                                   bool endsWithBlank)
+                                                                    bool endsWithBlank)
 {
     ConsoleCommand* const command = words.empty() ? nullptr : find(words.front());
     if (command == nullptr) {

@@ -29,10 +29,7 @@ Command::Command(Command&& other) noexcept = default;
 Command& Command::operator=(Command&& other) noexcept = default;
 Command::~Command() = default;
 
-Command& Command::operator=(const Command& other)
-{
-    return *this = Command(other);
-}
+Command& Command::operator=(const Command& other) { return *this = Command(other); }
 
 void Command::addForm(std::u32string name, std::u32string description, detail::Function function,
                       std::vector<Parameter> parameters)
@@ -42,13 +39,15 @@ void Command::addForm(std::u32string name, std::u32string description, detail::F
         throw std::invalid_argument(StringUtil::toString(mData->name) + " has two functions for '" +
                                     StringUtil::toString(name) + "'");
     }
-    mData->forms.emplace_back(std::move(name), std::move(description), std::move(function), std::move(parameters));
+    mData->forms.emplace_back(std::move(name), std::move(description), std::move(function),
+                              std::move(parameters));
 }
 
 Added add(Console& console, Command command)
 {
-    auto typed = std::make_unique<TypedCommand>(std::move(command.mData->name), std::move(command.mData->description),
-                                                std::move(command.mData->forms));
+    auto typed =
+        std::make_unique<TypedCommand>(std::move(command.mData->name), std::move(command.mData->description),
+                                       std::move(command.mData->forms));
     const std::weak_ptr<const detail::Place> place = typed->setPlace(console, *typed, typed->name());
     console.registerCommand(std::move(typed));
     return Added(place);

@@ -25,7 +25,8 @@ std::u32string textOf(const ConsoleArgs& args)
 } // namespace
 
 CompletedLine::CompletedLine(const ConsoleArgs& args)
-    : mIsClosed(args.hasRedirect() || args.hasRedirectOpen() || (args.argCount() < 2 && !args.endsWithBlank()))
+    : mIsClosed(args.hasRedirect() || args.hasRedirectOpen() ||
+                (args.argCount() < 2 && !args.endsWithBlank()))
 {
     bool isQuoted = false;
     for (const char32_t c : textOf(args)) {
@@ -50,7 +51,8 @@ std::vector<std::u32string> CompletedLine::candidates(const std::vector<Offer>& 
             continue;
         }
         // What was typed without quotes needs none, such as a file's name that begins with a slash.
-        const bool needsQuotes = !offer.value.empty() && (typed.empty() || offer.value.find(kBlank) != whole.npos);
+        const bool needsQuotes =
+            !offer.value.empty() && (typed.empty() || offer.value.find(kBlank) != whole.npos);
         std::u32string candidate = offer.head + (needsQuotes ? quoted(offer.value) : offer.value);
         if (blank != mLast.npos) {
             candidate = whole.substr(kept.size()) + kQuote; // which a blank in a word has open

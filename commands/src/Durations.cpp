@@ -65,8 +65,8 @@ long double ratio(TimeUnit from, TimeUnit to)
 
 std::u32string unitSuffix(TimeUnit unit)
 {
-    const auto found =
-        std::find_if(kUnits.begin(), kUnits.end(), [&](const NamedUnit& named) { return equal(named.unit, unit); });
+    const auto found = std::find_if(kUnits.begin(), kUnits.end(),
+                                    [&](const NamedUnit& named) { return equal(named.unit, unit); });
     if (found != kUnits.end()) {
         return std::u32string(found->suffix);
     }
@@ -79,9 +79,8 @@ std::optional<long double> readDuration(const std::u32string& text, TimeUnit uni
     if (!amount) {
         // What is no finite count is written without digits.
         const std::u32string suffix = unitSuffix(unit);
-        return text.ends_with(suffix)
-                   ? readFloating(text.substr(0, text.size() - suffix.size()), 0.0L)
-                   : std::nullopt;
+        return text.ends_with(suffix) ? readFloating(text.substr(0, text.size() - suffix.size()), 0.0L)
+                                      : std::nullopt;
     }
     const std::optional<long double> number = readFloating(amount->number, 0.0L);
     return !number || equal(amount->unit, unit) ? number : std::optional(*number * ratio(amount->unit, unit));

@@ -20,7 +20,10 @@ CommandError::~CommandError() = default;
 void fail(const std::u32string& line) { throw CommandError(line); }
 void fail(const std::string& line) { throw CommandError(line); }
 
-FailureCounter::FailureCounter(const Console& console) : mConsole(&console), mOuter(innermost) { innermost = this; }
+FailureCounter::FailureCounter(const Console& console) : mConsole(&console), mOuter(innermost)
+{
+    innermost = this;
+}
 
 FailureCounter::~FailureCounter()
 {

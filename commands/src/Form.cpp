@@ -48,10 +48,12 @@ FormParameter bind(const Parameter& described, const Shape& shape)
     if (described.form() == Parameter::Form::Option && shape.need == Need::Rest) {
         refuse(described, " is an option, and can't take several words");
     }
-    if (described.defaultText() && (shape.need != Need::Required || described.form() == Parameter::Form::Flag)) {
+    if (described.defaultText() &&
+        (shape.need != Need::Required || described.form() == Parameter::Form::Flag)) {
         refuse(described, " has no use for a default");
     }
-    FormParameter parameter{described, shape.need, ValueRules(*shape.type, described.data(), labelOf(described))};
+    FormParameter parameter{described, shape.need,
+                            ValueRules(*shape.type, described.data(), labelOf(described))};
     if (described.defaultText() && !shape.type->make(*described.defaultText())) {
         refuse(described, " can't have this default");
     }
@@ -76,7 +78,9 @@ void checkOrder(const std::vector<FormParameter>& parameters)
 void checkNames(const std::vector<FormParameter>& parameters)
 {
     for (auto one = parameters.begin(); one != parameters.end(); ++one) {
-        const auto isSame = [&](const FormParameter& other) { return other.rules.label() == one->rules.label(); };
+        const auto isSame = [&](const FormParameter& other) {
+            return other.rules.label() == one->rules.label();
+        };
         if (std::any_of(one + 1, parameters.end(), isSame)) {
             refuse(one->described, " is described twice");
         }
@@ -104,15 +108,16 @@ std::u32string FormParameter::usage() const
 std::u32string FormParameter::help() const
 {
     std::u32string text = isArgument() ? capitals(described.name()) : rules.label();
-    text += U": " + (isFlag() ? U"a flag" : rules.expected());
+    text += U": " + expected();
     if (described.defaultText()) {
-        text += U", by default " + rules.withUnit(*described.defaultText());
+        text += U", by default " + rules.withUnit(quoted(*described.defaultText()));
     }
     text += U".";
     return described.description().empty() ? text : text + U" " + described.description();
 }
 
-Form::Form(std::u32string formName, std::u32string formDescription, Function function, std::vector<Parameter> described)
+Form::Form(std::u32string formName, std::u32string formDescription, Function function,
+           std::vector<Parameter> described)
     : name(std::move(formName)), description(std::move(formDescription)), call(std::move(function.call))
 {
     const std::vector<Parameter> all = withUndescribed(std::move(described), function.shapes);

@@ -29,6 +29,9 @@ struct FormParameter
     /// How usage shows it: `SPEED`, `[COUNT]`, `[WORD...]`, `/mode=fast|slow`, `[/loop]`.
     std::u32string usage() const;
 
+    /// What is to be given: "a number from 0 to 60 m/s", "a flag".
+    std::u32string expected() const { return isFlag() ? U"a flag" : rules.expected(); }
+
     /// What help says of it, in one line.
     std::u32string help() const;
 };
@@ -37,7 +40,8 @@ struct FormParameter
 struct Form
 {
     /// Throws `std::invalid_argument` for parameters that don't suit the function.
-    Form(std::u32string formName, std::u32string formDescription, Function function, std::vector<Parameter> described);
+    Form(std::u32string formName, std::u32string formDescription, Function function,
+         std::vector<Parameter> described);
 
     std::u32string name; ///< Empty for the command's own function.
     std::u32string description;

@@ -78,7 +78,8 @@ std::vector<Offer> offersFor(const Form& form, const std::vector<std::u32string>
     std::vector<Offer> offers;
     if (word && word->value) {
         if (const auto index = form.switchNamed(word->name); index && !progress.isGiven[*index]) {
-            addValues(form.parameters[*index], headOf(form.parameters[*index]), unquoted(*word->value), offers);
+            addValues(form.parameters[*index], headOf(form.parameters[*index]), unquoted(*word->value),
+                      offers);
         }
         return offers;
     }

@@ -119,7 +119,10 @@ std::optional<std::uint64_t> readUnsigned(const std::u32string& text, std::uint6
 }
 
 std::optional<float> readFloating(const std::u32string& text, float) { return readFloatingAs<float>(text); }
-std::optional<double> readFloating(const std::u32string& text, double) { return readFloatingAs<double>(text); }
+std::optional<double> readFloating(const std::u32string& text, double)
+{
+    return readFloatingAs<double>(text);
+}
 
 std::optional<long double> readFloating(const std::u32string& text, long double)
 {

@@ -24,7 +24,8 @@ class Placed
 {
 public:
     /// Called once, when the command is registered. \return its place.
-    std::weak_ptr<const Place> setPlace(Console& console, const ConsoleCommand& command, const std::u32string& name)
+    std::weak_ptr<const Place> setPlace(Console& console, const ConsoleCommand& command,
+                                        const std::u32string& name)
     {
         mPlace = std::make_shared<const Place>(Place{&console, &command, name});
         return mPlace;

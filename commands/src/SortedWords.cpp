@@ -23,7 +23,8 @@ std::vector<std::u32string> switchLabels(const Form& form)
 
 [[noreturn]] void refuseMissing(const FormParameter& parameter)
 {
-    throw ArgumentError{parameter.rules.label() + U": nothing given; expected " + parameter.rules.expected() + U"."};
+    throw ArgumentError{parameter.rules.label() + U": nothing given; expected " + parameter.rules.expected() +
+                        U"."};
 }
 
 } // namespace
@@ -61,7 +62,8 @@ void SortedWords::addSwitch(const Form& form, const SwitchWord& word, const std:
 {
     const std::optional<std::size_t> index = form.switchNamed(word.name);
     if (!index) {
-        throw ArgumentError{usageName + U": '/" + word.name + U"' is not " + orList(switchLabels(form)) + U"."};
+        throw ArgumentError{usageName + U": '/" + word.name + U"' is not " + orList(switchLabels(form)) +
+                            U"."};
     }
     const FormParameter& parameter = form.parameters[*index];
     const std::u32string& label = parameter.rules.label();
@@ -69,7 +71,8 @@ void SortedWords::addSwitch(const Form& form, const SwitchWord& word, const std:
         throw ArgumentError{label + U": given twice."};
     }
     if (parameter.isFlag() && word.value) {
-        throw ArgumentError{label + U": '" + unquoted(*word.value) + U"' is not expected; the flag takes no value."};
+        throw ArgumentError{label + U": '" + unquoted(*word.value) +
+                            U"' is not expected; the flag takes no value."};
     }
     if (!parameter.isFlag() && !word.value) {
         refuseMissing(parameter);

@@ -30,7 +30,8 @@ struct SortedWords
 
 private:
     void addSwitch(const Form& form, const SwitchWord& word, const std::u32string& usageName);
-    void addArgument(const Form& form, const std::u32string& word, std::size_t count, const std::u32string& usageName);
+    void addArgument(const Form& form, const std::u32string& word, std::size_t count,
+                     const std::u32string& usageName);
 };
 
 } // namespace zephyr::console::commands::detail

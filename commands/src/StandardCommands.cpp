@@ -27,7 +27,7 @@ struct AliasFile
     {
         const AliasLine line = aliasLine(name, aliasLines);
         if (const auto* const refusal = std::get_if<AliasRefusal>(&line)) {
-            refusals += (refusals.empty() ? U"" : U"\n    ") + refusal->text;
+            refusals.push_back(refusal->text);
         } else {
             text += StringUtil::toString(std::get<std::u32string>(line)) + '\n';
             ++count;
@@ -36,7 +36,7 @@ struct AliasFile
 
     std::string text = kAliasFileHead;
     std::size_t count = 0;
-    std::u32string refusals;
+    std::vector<std::u32string> refusals;
 };
 
 AliasFile aliasFileOf(Console& console)
@@ -59,11 +59,20 @@ std::string wrote(const std::string& what, const fs::path& path)
     return "Wrote " + what + " to '" + path.string() + "'.";
 }
 
-std::string saveAliases(Console& console, const fs::path& name)
+/// Writes all of them but the last, with which it fails.
+[[noreturn]] void refuse(const std::vector<std::u32string>& refusals, Answer& answer)
+{
+    for (std::size_t i = 0; i + 1 < refusals.size(); ++i) {
+        answer << refusals[i] << "\n";
+    }
+    fail(refusals.back());
+}
+
+std::string saveAliases(Console& console, Answer& answer, const fs::path& name)
 {
     const AliasFile file = aliasFileOf(console);
     if (!file.refusals.empty()) {
-        fail(file.refusals);
+        refuse(file.refusals, answer);
     }
     if (file.count == 0) {
         return kNoAliases;
@@ -103,10 +112,7 @@ std::vector<std::u32string> newestLines(const Console& console, std::optional<st
 
 } // namespace
 
-Added addEcho(Console& console)
-{
-    return add(console, U"echo", U"Writes its words.", &joined);
-}
+Added addEcho(Console& console) { return add(console, U"echo", U"Writes its words.", &joined); }
 
 Added addClear(Console& console, std::function<void()> clear)
 {
@@ -115,15 +121,16 @@ Added addClear(Console& console, std::function<void()> clear)
 
 Added addHistory(Console& console)
 {
-    return add(console, U"history", U"Shows the lines that were typed, oldest first.",
-               [](Console& own, std::optional<std::size_t> count) { return newestLines(own, count); },
-               argument(U"count", U"The last so many."));
+    return add(
+        console, U"history", U"Shows the lines that were typed, oldest first.",
+        [](Console& own, std::optional<std::size_t> count) { return newestLines(own, count); },
+        argument(U"count", U"The last so many."));
 }
 
 Added addAliasSave(Console& console)
 {
-    return add(console, U"alias_save", U"Writes all aliases as a console file, which run restores.", &saveAliases,
-               argument(U"file", U"The extension may be left out; quote a name with spaces."));
+    return add(console, U"alias_save", U"Writes all aliases as a console file, which run restores.",
+               &saveAliases, argument(U"file", U"The extension may be left out; quote a name with spaces."));
 }
 
 Added addLogSave(Console& console)

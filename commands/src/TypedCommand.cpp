@@ -32,7 +32,8 @@ std::u32string joined(const std::vector<std::u32string>& lines)
     return text;
 }
 
-std::vector<std::u32string> together(std::vector<std::u32string> lines, const std::vector<std::u32string>& more)
+std::vector<std::u32string> together(std::vector<std::u32string> lines,
+                                     const std::vector<std::u32string>& more)
 {
     lines.insert(lines.end(), more.begin(), more.end());
     return lines;
@@ -108,7 +109,8 @@ void TypedCommand::execute(const ConsoleArgs& args, Console& console)
     answerError(line, usages(), console);
 }
 
-void TypedCommand::run(const Form& form, const std::vector<std::u32string>& words, std::size_t first, Console& console)
+void TypedCommand::run(const Form& form, const std::vector<std::u32string>& words, std::size_t first,
+                       Console& console)
 {
     Answer answer(console);
     try {

@@ -30,8 +30,10 @@ private:
     void describeInHelp();
     std::vector<std::u32string> usages() const;
     std::vector<std::u32string> subNames() const;
-    void run(const detail::Form& form, const std::vector<std::u32string>& words, std::size_t first, Console& console);
-    void answerError(const std::u32string& line, const std::vector<std::u32string>& usages, Console& console) const;
+    void run(const detail::Form& form, const std::vector<std::u32string>& words, std::size_t first,
+             Console& console);
+    void answerError(const std::u32string& line, const std::vector<std::u32string>& usages,
+                     Console& console) const;
 
     std::u32string mName;
     std::u32string mDescription;

@@ -26,14 +26,16 @@ ValueRules::ValueRules(const ValueType& type, const LimitData& limits, std::u32s
         mHighest = make(*limits.highest, "limit");
     }
     if ((mLowest || mHighest) && type.compare == nullptr) {
-        throw std::invalid_argument(StringUtil::toString(mLabel) + " can't have a range, since its type has no order");
+        throw std::invalid_argument(StringUtil::toString(mLabel) +
+                                    " can't have a range, since its type has no order");
     }
     for (const std::u32string& choice : limits.choices) {
         mChoices.push_back(make(choice, "choice"));
     }
     for (const CheckData& check : limits.checks) {
         if (check.type != &type) {
-            throw std::invalid_argument("the check of " + StringUtil::toString(mLabel) + " is for another type");
+            throw std::invalid_argument("the check of " + StringUtil::toString(mLabel) +
+                                        " is for another type");
         }
     }
     mExpected = describe();
@@ -132,6 +134,8 @@ std::u32string ValueRules::describe() const
         text += U" of at most " + *mLimits.highest;
     } else if (!mLimits.unit.empty()) {
         text += U" in";
+    } else if (!mType->example.empty()) {
+        text += U" such as " + std::u32string(mType->example);
     }
     return withUnit(text);
 }

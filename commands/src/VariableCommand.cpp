@@ -38,7 +38,10 @@ private:
     const std::u32string& mText;
 };
 
-bool isPlainWord(const std::u32string& text) { return !text.empty() && text != kDefault && quoted(text) == text; }
+bool isPlainWord(const std::u32string& text)
+{
+    return !text.empty() && text != kDefault && quoted(text) == text;
+}
 
 /// The text that a word of a line stands for.
 std::u32string textOfWord(const std::u32string& word, const std::u32string& name)
@@ -64,8 +67,8 @@ VariableCommand::VariableCommand(std::u32string name, std::u32string description
       mLimits(limits),
       mState(std::move(state))
 {
-    const std::u32string help = usage() + kFurtherLine + mDescription + kFurtherLine + capitals(U"value") + U": " +
-                                mRules->expected() + U", by default " + shownDefault() + U".";
+    const std::u32string help = usage() + kFurtherLine + mDescription + kFurtherLine + capitals(U"value") +
+                                U": " + mRules->expected() + U", by default " + shownDefault() + U".";
     registerArgHandler(kUsage, {}, help, kNothing);
 }
 
@@ -74,7 +77,10 @@ std::u32string VariableCommand::usage() const
     return mLimits.isReadOnly() ? mName : mName + U" [VALUE|default]";
 }
 
-std::u32string VariableCommand::shown(const std::u32string& text) const { return mRules->withUnit(quoted(text)); }
+std::u32string VariableCommand::shown(const std::u32string& text) const
+{
+    return mRules->withUnit(quoted(text));
+}
 std::u32string VariableCommand::shownValue() const { return shown(mState->text()); }
 std::u32string VariableCommand::shownDefault() const { return shown(mState->defaultText()); }
 
@@ -115,7 +121,8 @@ void VariableCommand::set(const std::vector<std::u32string>& words) const
         throw ArgumentError{mName + U": '" + unquoted(words[1]) + U"' is one word too many."};
     }
     if (mLimits.isReadOnly()) {
-        throw ArgumentError{mName + U": '" + unquoted(words[0]) + U"' is not expected; the variable is read-only."};
+        throw ArgumentError{mName + U": '" + unquoted(words[0]) +
+                            U"' is not expected; the variable is read-only."};
     }
     if (words[0] == kDefault) {
         return reset();
@@ -169,7 +176,8 @@ detail::AddedVariable detail::addVariable(Console& console, std::u32string name,
             throw std::invalid_argument("a default breaks its limits: " + StringUtil::toString(error.line));
         }
     }
-    auto command = std::make_unique<VariableCommand>(std::move(name), std::move(description), rules, limits, std::move(state));
+    auto command = std::make_unique<VariableCommand>(std::move(name), std::move(description), rules, limits,
+                                                     std::move(state));
     const std::weak_ptr<const Place> place = command->setPlace(console, *command, command->name());
     console.registerCommand(std::move(command));
     return {Added(place), rules};

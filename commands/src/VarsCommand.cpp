@@ -17,11 +17,11 @@ namespace {
 
 constexpr char kFileHead[] = "// Variables, as vars save wrote them.\n";
 
-std::vector<std::u32string> list(Console& console, const std::u32string& prefix)
+std::vector<std::u32string> list(Console& console, const std::optional<std::u32string>& prefix)
 {
     std::vector<std::u32string> lines;
     forEachVariable(console, [&](const VariableCommand& variable) {
-        if (!variable.limits().isHidden() && variable.name().starts_with(prefix)) {
+        if (!variable.limits().isHidden() && variable.name().starts_with(prefix.value_or(std::u32string()))) {
             lines.push_back(variable.name() + U" " + variable.shownValue());
         }
     });
@@ -40,13 +40,15 @@ std::string save(Console& console, const fs::path& name)
     });
     const fs::path path = consoleFileName(name);
     writeWhole(path, text);
-    return "Wrote " + std::to_string(count) + (count == 1 ? " variable" : " variables") + " to '" + path.string() + "'.";
+    return "Wrote " + std::to_string(count) + (count == 1 ? " variable" : " variables") + " to '" +
+           path.string() + "'.";
 }
 
-void reset(Console& console, const std::u32string& prefix)
+void reset(Console& console, const std::optional<std::u32string>& prefix)
 {
     forEachVariable(console, [&](const VariableCommand& variable) {
-        if (!variable.limits().isReadOnly() && variable.name().starts_with(prefix)) {
+        if (!variable.limits().isReadOnly() &&
+            variable.name().starts_with(prefix.value_or(std::u32string()))) {
             variable.reset();
         }
     });
@@ -56,7 +58,7 @@ void reset(Console& console, const std::u32string& prefix)
 
 Added addVars(Console& console)
 {
-    const Parameter prefix = argument(U"prefix", U"How their names begin.").byDefault(U"").candidates([&console] {
+    const Parameter prefix = argument(U"prefix", U"How their names begin.").candidates([&console] {
         std::vector<std::u32string> names;
         forEachVariable(console, [&](const VariableCommand& variable) {
             if (!variable.limits().isHidden()) {
@@ -65,11 +67,12 @@ Added addVars(Console& console)
         });
         return names;
     });
-    return add(console, command(U"vars", U"Lists, saves and resets variables.")
-                            .run(&list, prefix)
-                            .sub(U"save", U"Writes a console file that brings back what differs from its default.", &save,
-                                 argument(U"file", U"The extension may be left out; quote a name with spaces."))
-                            .sub(U"reset", U"Restores the defaults.", &reset, prefix));
+    return add(console,
+               command(U"vars", U"Lists, saves and resets variables.")
+                   .run(&list, prefix)
+                   .sub(U"save", U"Writes a console file that brings back what differs from its default.",
+                        &save, argument(U"file", U"The extension may be left out; quote a name with spaces."))
+                   .sub(U"reset", U"Restores the defaults.", &reset, prefix));
 }
 
 } // namespace zephyr::console::commands

@@ -99,7 +99,8 @@ void requireName(const std::u32string& name, const char* what)
     const bool isGood = !name.empty() && name.front() != kSwitch && name != U">" && name != U">!" &&
                         name.find(kQuote) == name.npos && std::none_of(name.begin(), name.end(), isBlank);
     if (!isGood) {
-        throw std::invalid_argument(std::string(what) + " can't be named '" + StringUtil::toString(name) + "'");
+        throw std::invalid_argument(std::string(what) + " can't be named '" + StringUtil::toString(name) +
+                                    "'");
     }
 }
 

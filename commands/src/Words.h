@@ -23,8 +23,9 @@ std::u32string quoted(const std::u32string& text);
 /// A word that may be a switch.
 struct SwitchWord
 {
-    std::u32string name;                 ///< Without the slash and quotes.
-    std::optional<std::u32string> value; ///< What stands behind the first `=` outside quotes, with its quotes.
+    std::u32string name; ///< Without the slash and quotes.
+    std::optional<std::u32string>
+        value; ///< What stands behind the first `=` outside quotes, with its quotes.
 };
 
 /// `word` read as `/name` or `/name=value`; nothing if it doesn't begin with a slash.

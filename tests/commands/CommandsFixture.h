@@ -20,10 +20,7 @@ protected:
     using Texts = std::vector<std::string>;
 
     /// What `line` writes between its echo and the empty line that closes it.
-    Texts textsOfAnswer(const std::string& line)
-    {
-        return textsOf(answer(StringUtil::toU32String(line)));
-    }
+    Texts textsOfAnswer(const std::string& line) { return textsOf(answer(StringUtil::toU32String(line))); }
 
     /// The lines that Tab makes of `line`, in the order in which further presses go through them.
     Texts completionsOf(const std::string& line)

@@ -36,7 +36,8 @@ TEST_F(CommandCompletion, OffersSwitchesWithTheirValues)
     EXPECT_EQ(Texts({"wind mode still /loud", "wind mode still /steps=", "wind mode still /steps=1",
                      "wind mode still /steps=10", "wind mode still /steps=100"}),
               completionsOf("wind mode still "));
-    EXPECT_EQ(Texts({"wind mode /steps=1", "wind mode /steps=10", "wind mode /steps=100"}), completionsOf("wind mode /s"));
+    EXPECT_EQ(Texts({"wind mode /steps=1", "wind mode /steps=10", "wind mode /steps=100"}),
+              completionsOf("wind mode /s"));
     EXPECT_EQ(Texts({"wind mode /steps=10", "wind mode /steps=100"}), completionsOf("wind mode /steps=1"));
     EXPECT_EQ(Texts({"wind mode still /loud /steps=1", "wind mode still /loud /steps=10",
                      "wind mode still /loud /steps=100"}),
@@ -54,8 +55,10 @@ TEST_F(CommandCompletion, OffersTheValuesOfAType)
 
 TEST_F(CommandCompletion, OffersWhatTheHostSays)
 {
-    add(mConsole, U"load", U"", [](std::string) {},
-        argument(U"scene").candidates([] { return std::vector<std::u32string>{U"forest", U"long storm"}; }));
+    add(
+        mConsole, U"load", U"", [](std::string) {}, argument(U"scene").candidates([] {
+            return std::vector<std::u32string>{U"forest", U"long storm"};
+        }));
     EXPECT_EQ(Texts({"load forest", "load \"long storm\""}), completionsOf("load "));
     EXPECT_EQ(Texts({"load \"long storm\""}), completionsOf("load lo"));
     EXPECT_EQ(Texts({"load \"long storm\""}), completionsOf("load \"lo"));
@@ -71,8 +74,10 @@ TEST_F(CommandCompletion, OffersFiles)
     directory.write("two words.txt", "");
     directory.write("deep/three.txt", "");
     directory.write(".hidden", "");
-    add(mConsole, U"show", U"", [](std::filesystem::path, bool) {}, argument(U"file"), flag(U"all"));
-    EXPECT_EQ(Texts({"show /all", "show deep/", "show one.txt", "show \"two words.txt\""}), completionsOf("show "));
+    add(
+        mConsole, U"show", U"", [](std::filesystem::path, bool) {}, argument(U"file"), flag(U"all"));
+    EXPECT_EQ(Texts({"show /all", "show deep/", "show one.txt", "show \"two words.txt\""}),
+              completionsOf("show "));
     EXPECT_EQ(Texts({"show one.txt"}), completionsOf("show o"));
     EXPECT_EQ(Texts({"show deep/three.txt"}), completionsOf("show deep/"));
     EXPECT_EQ(Texts({"show .hidden"}), completionsOf("show ."));
@@ -95,7 +100,9 @@ TEST_F(CommandCompletion, OffersNothingForARedirection)
 
 TEST_F(CommandCompletion, OffersASwitchsValueWithBlanks)
 {
-    add(mConsole, U"load", U"", [](std::optional<std::string>) {}, option(U"scene").choices("long storm", "gap"));
+    add(
+        mConsole, U"load", U"", [](std::optional<std::string>) {},
+        option(U"scene").choices("long storm", "gap"));
     EXPECT_EQ(Texts({"load /scene=\"long storm\"", "load /scene=gap"}), completionsOf("load "));
     EXPECT_EQ(Texts({"load /scene=\"long storm\""}), completionsOf("load /scene=\"long s"));
 }

@@ -25,7 +25,8 @@ protected:
 
 TEST_F(CommandErrors, AreLinesOfOutputAtAnIndentOfFour)
 {
-    EXPECT_EQ((Lines{output("speed: 75 is above 60 m/s.", 4), output("Usage: wind set SPEED [/heading=NUMBER]", 4)}),
+    EXPECT_EQ((Lines{output("speed: 75 is above 60 m/s.", 4),
+                     output("Usage: wind set SPEED [/heading=NUMBER]", 4)}),
               answer(U"wind set 75"));
 }
 
@@ -35,7 +36,8 @@ TEST_F(CommandErrors, SayWhatIsOutOfRange)
     expectError("wind set -0.5", "speed: -0.5 is below 0 m/s.", kSetUsage);
     expectError("wind set 5 /heading=361", "/heading: 361 is above 360.", kSetUsage);
     expectError("wind set nan", "speed: 'nan' is not a number from 0 to 60 m/s.", kSetUsage);
-    expectError("wind set 1e999", "speed: 1e999 is too large, or too close to zero, for a number.", kSetUsage);
+    expectError("wind set 1e999", "speed: 1e999 is too large, or too close to zero, for a number.",
+                kSetUsage);
 }
 
 TEST_F(CommandErrors, SayWhatWasExpected)
@@ -51,8 +53,10 @@ TEST_F(CommandErrors, SayWhatWasExpected)
 TEST_F(CommandErrors, SayWhatIsMissing)
 {
     expectError("wind set", "speed: nothing given; expected a number from 0 to 60 m/s.", kSetUsage);
-    expectError("wind set /heading=3", "speed: nothing given; expected a number from 0 to 60 m/s.", kSetUsage);
-    expectError("wind set 3 /heading", "/heading: nothing given; expected a number from 0 to 360.", kSetUsage);
+    expectError("wind set /heading=3", "speed: nothing given; expected a number from 0 to 60 m/s.",
+                kSetUsage);
+    expectError("wind set 3 /heading", "/heading: nothing given; expected a number from 0 to 360.",
+                kSetUsage);
     expectError("wind set 3 /heading=", "/heading: '' is not a number from 0 to 360.", kSetUsage);
 }
 
@@ -62,7 +66,8 @@ TEST_F(CommandErrors, SayWhatIsTooMuch)
     expectError("wind show now", "wind show: 'now' is one word too many.", "    Usage: wind show");
     expectError("wind set 3 /heading=1 /heading=2", "/heading: given twice.", kSetUsage);
     expectError("wind mode still /loud /loud", "/loud: given twice.", kModeUsage);
-    expectError("wind mode still /loud=on", "/loud: 'on' is not expected; the flag takes no value.", kModeUsage);
+    expectError("wind mode still /loud=on", "/loud: 'on' is not expected; the flag takes no value.",
+                kModeUsage);
 }
 
 TEST_F(CommandErrors, SayWhichSwitchesThereAre)
@@ -73,8 +78,9 @@ TEST_F(CommandErrors, SayWhichSwitchesThereAre)
 
 TEST_F(CommandErrors, SayWhichSubCommandsThereAre)
 {
-    EXPECT_EQ(Texts({"    wind: 'sett' is not set, mode or show.", kSetUsage, kModeUsage, "    Usage: wind show"}),
-              textsOfAnswer("wind sett 3"));
+    EXPECT_EQ(
+        Texts({"    wind: 'sett' is not set, mode or show.", kSetUsage, kModeUsage, "    Usage: wind show"}),
+        textsOfAnswer("wind sett 3"));
 }
 
 TEST_F(CommandErrors, RunNothingWhenALaterWordIsWrong)
@@ -106,7 +112,8 @@ TEST_F(CommandErrors, ShowAnEmptyCommandsUsage)
 
 TEST_F(CommandErrors, TellOfAHostsOwnCheck)
 {
-    add(mConsole, U"floor", U"Goes to a floor.", [](int) {},
+    add(
+        mConsole, U"floor", U"Goes to a floor.", [](int) {},
         argument(U"floor").check([](int floor) { return floor != 13; }, U"is unlucky"));
     EXPECT_EQ(Texts({"    floor: 13 is unlucky.", "    Usage: floor FLOOR"}), textsOfAnswer("floor 13"));
     EXPECT_EQ(Texts(), textsOfAnswer("floor 12"));
@@ -114,8 +121,10 @@ TEST_F(CommandErrors, TellOfAHostsOwnCheck)
 
 TEST_F(CommandErrors, TellOfOneLimitOnly)
 {
-    add(mConsole, U"low", U"", [](int) {}, argument(U"depth").atLeast(3));
-    add(mConsole, U"high", U"", [](int) {}, argument(U"height").atMost(3).unit(U"m"));
+    add(
+        mConsole, U"low", U"", [](int) {}, argument(U"depth").atLeast(3));
+    add(
+        mConsole, U"high", U"", [](int) {}, argument(U"height").atMost(3).unit(U"m"));
     EXPECT_EQ("    depth: 'x' is not a whole number of at least 3.", textsOfAnswer("low x").front());
     EXPECT_EQ("    depth: 2 is below 3.", textsOfAnswer("low 2").front());
     EXPECT_EQ("    height: 'x' is not a whole number of at most 3 m.", textsOfAnswer("high x").front());

@@ -14,8 +14,8 @@ const std::string kWind = "    Usage: wind set SPEED [/heading=NUMBER]\n"
 
 TEST_F(CommandHelp, ShowsUsageDescriptionAndSubCommands)
 {
-    EXPECT_EQ(Texts({kWind, "", "    mode: Sets how the wind blows.", "", "    set: Sets speed and heading.", "",
-                     "    show: Shows the wind.", ""}),
+    EXPECT_EQ(Texts({kWind, "", "    mode: Sets how the wind blows.", "", "    set: Sets speed and heading.",
+                     "", "    show: Shows the wind.", ""}),
               textsOfAnswer("help wind"));
 }
 
@@ -35,16 +35,24 @@ TEST_F(CommandHelp, OfASubCommandShowsEachParameter)
 
 TEST_F(CommandHelp, StandsBehindTheBareCommand)
 {
-    EXPECT_EQ((Lines{{"    What do you want to do?", console::Prompt, 4}, output(""), output(kWind.substr(4), 4), output(""),
-                     output("mode: Sets how the wind blows.", 4), output(""), output("set: Sets speed and heading.", 4),
-                     output(""), output("show: Shows the wind.", 4), output("")}),
+    EXPECT_EQ((Lines{{"    What do you want to do?", console::Prompt, 4},
+                     output(""),
+                     output(kWind.substr(4), 4),
+                     output(""),
+                     output("mode: Sets how the wind blows.", 4),
+                     output(""),
+                     output("set: Sets speed and heading.", 4),
+                     output(""),
+                     output("show: Shows the wind.", 4),
+                     output("")}),
               answer(U"wind"));
     EXPECT_EQ(answer(U"wind"), answer(U"wind  "));
 }
 
 TEST_F(CommandHelp, OfACommandWithoutSubCommandsIsNotEmpty)
 {
-    add(mConsole, U"fps", U"Limits the frames drawn in a second.", [](std::optional<int>) {},
+    add(
+        mConsole, U"fps", U"Limits the frames drawn in a second.", [](std::optional<int>) {},
         argument(U"limit").between(1, 240).unit(U"Hz"));
     add(mConsole, U"quit", U"Ends the program.", [] {});
     EXPECT_EQ(Texts({"    Usage: fps [LIMIT]\n"
@@ -66,22 +74,25 @@ TEST_F(CommandHelp, ShowsACommandsOwnFunctionBesideSubCommands)
     add(mConsole, command(U"mark", U"Marks a line.")
                       .run([](int) {}, argument(U"line"))
                       .sub(U"clear", U"Removes all marks.", [] {}));
-    EXPECT_EQ(Texts({"    Usage: mark LINE\n        mark clear\n        Marks a line.\n        LINE: a whole number.", "",
-                     "    clear: Removes all marks.", ""}),
-              textsOfAnswer("help mark"));
+    EXPECT_EQ(
+        Texts(
+            {"    Usage: mark LINE\n        mark clear\n        Marks a line.\n        LINE: a whole number.",
+             "", "    clear: Removes all marks.", ""}),
+        textsOfAnswer("help mark"));
 }
 
 TEST_F(CommandHelp, NamesTheTypesOfWhatIsNotDescribed)
 {
-    add(mConsole, U"all", U"Takes all.", [](bool, char32_t, std::string, std::filesystem::path, std::chrono::milliseconds,
-                                  std::vector<double>) {});
+    add(mConsole, U"all", U"Takes all.",
+        [](bool, char32_t, std::string, std::filesystem::path, std::chrono::milliseconds,
+           std::vector<double>) {});
     EXPECT_EQ("    Usage: all SWITCH CHARACTER TEXT FILE DURATION [NUMBER...]\n"
               "        Takes all.\n"
               "        SWITCH: on or off.\n"
               "        CHARACTER: a character.\n"
               "        TEXT: a text.\n"
               "        FILE: a file.\n"
-              "        DURATION: a duration.\n"
+              "        DURATION: a duration such as 250ms, 1.5s or 2min.\n"
               "        NUMBER: a number.",
               textsOfAnswer("help all").front());
 }

@@ -40,8 +40,10 @@ TEST(CommandMistakes, AreNamesThatCantBeTyped)
 
 TEST(CommandMistakes, AreLimitsThatTheTypeCantHave)
 {
-    EXPECT_EQ("n can't have the limit '0.5': it is no whole number", complaintAbout(argument(U"n").between(0.5, 3)));
-    EXPECT_EQ("n can't have the choice 'a': it is no whole number", complaintAbout(argument(U"n").choices(1, U"a")));
+    EXPECT_EQ("n can't have the limit '0.5': it is no whole number",
+              complaintAbout(argument(U"n").between(0.5, 3)));
+    EXPECT_EQ("n can't have the choice 'a': it is no whole number",
+              complaintAbout(argument(U"n").choices(1, U"a")));
     EXPECT_EQ("n can't have the limit '99999999999': 99999999999 is above 2147483647.",
               complaintAbout(argument(U"n").between(0, 99999999999)));
     EXPECT_EQ("the check of n is for another type",
@@ -52,9 +54,8 @@ TEST(CommandMistakes, AreLimitsThatTheTypeCantHave)
 TEST(CommandMistakes, AreFormsThatTheTypeCantHave)
 {
     EXPECT_EQ("/n is a flag, whose parameter must be a bool", complaintAbout(flag(U"n")));
-    EXPECT_EQ("/n is an option, and can't take several words", complaintAbout([] {
-                  command(U"x", U"").run([](std::vector<int>) {}, option(U"n"));
-              }));
+    EXPECT_EQ("/n is an option, and can't take several words",
+              complaintAbout([] { command(U"x", U"").run([](std::vector<int>) {}, option(U"n")); }));
     EXPECT_EQ("n has no use for a default", complaintAbout([] {
                   command(U"x", U"").run([](std::optional<int>) {}, argument(U"n").byDefault(1));
               }));
@@ -67,7 +68,8 @@ TEST(CommandMistakes, AreArgumentsBehindOnesThatMayBeMissing)
                   command(U"x", U"").run([](std::optional<int>, int) {}, argument(U"a"), argument(U"b"));
               }));
     EXPECT_EQ(complaint, complaintAbout([] {
-                  command(U"x", U"").run([](std::vector<int>, std::optional<int>) {}, argument(U"a"), argument(U"b"));
+                  command(U"x", U"").run([](std::vector<int>, std::optional<int>) {}, argument(U"a"),
+                                         argument(U"b"));
               }));
     EXPECT_EQ("", complaintAbout([] {
                   command(U"x", U"").run([](std::optional<int>, int) {}, argument(U"a"), option(U"b"));
@@ -76,12 +78,10 @@ TEST(CommandMistakes, AreArgumentsBehindOnesThatMayBeMissing)
 
 TEST(CommandMistakes, AreNamesGivenTwice)
 {
-    EXPECT_EQ("/a is described twice", complaintAbout([] {
-                  command(U"x", U"").run([](int, int) {}, option(U"a"), option(U"a"));
-              }));
-    EXPECT_EQ("x has two functions for 'a'", complaintAbout([] {
-                  command(U"x", U"").sub(U"a", U"", [] {}).sub(U"a", U"", [] {});
-              }));
+    EXPECT_EQ("/a is described twice",
+              complaintAbout([] { command(U"x", U"").run([](int, int) {}, option(U"a"), option(U"a")); }));
+    EXPECT_EQ("x has two functions for 'a'",
+              complaintAbout([] { command(U"x", U"").sub(U"a", U"", [] {}).sub(U"a", U"", [] {}); }));
 }
 
 } // namespace

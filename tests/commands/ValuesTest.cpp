@@ -56,7 +56,9 @@ protected:
     template <typename T>
     std::string read(const std::string& word)
     {
-        add(mConsole, U"read", U"", [](const T& value) { return Value<T>::write(value); }, argument(U"value"));
+        add(
+            mConsole, U"read", U"", [](const T& value) { return Value<T>::write(value); },
+            argument(U"value"));
         const Texts answer = textsOfAnswer("read " + word);
         return answer.empty() ? "" : answer.front().substr(4);
     }
@@ -78,8 +80,8 @@ template <typename T>
 class CommandIntegers : public CommandValues
 {};
 
-using Integers = testing::Types<signed char, unsigned char, short, unsigned short, int, unsigned, long, unsigned long,
-                                long long, unsigned long long>;
+using Integers = testing::Types<signed char, unsigned char, short, unsigned short, int, unsigned, long,
+                                unsigned long, long long, unsigned long long>;
 TYPED_TEST_SUITE(CommandIntegers, Integers);
 
 TYPED_TEST(CommandIntegers, AreReadUpToTheirLimitsAndNotBeyond)
@@ -89,12 +91,14 @@ TYPED_TEST(CommandIntegers, AreReadUpToTheirLimitsAndNotBeyond)
     const std::string highest = std::to_string(Limits::max());
     EXPECT_EQ(lowest, this->template read<TypeParam>(lowest));
     EXPECT_EQ(highest, this->template read<TypeParam>(highest));
-    EXPECT_EQ("value: " + highest + "0 is above " + highest + ".", this->template read<TypeParam>(highest + "0"));
+    EXPECT_EQ("value: " + highest + "0 is above " + highest + ".",
+              this->template read<TypeParam>(highest + "0"));
     const std::string below = Limits::min() == 0 ? "-1" : lowest + "0";
     EXPECT_EQ("value: " + below + " is below " + lowest + ".", this->template read<TypeParam>(below));
     for (const char* word : {"", "1 ", "+1", "1x", "0x10", "1.5", "-", "\u0661"}) {
         const std::string quotedWord = std::string("\"") + word + "\"";
-        EXPECT_EQ(std::string("value: '") + word + "' is not a whole number.", this->template read<TypeParam>(quotedWord));
+        EXPECT_EQ(std::string("value: '") + word + "' is not a whole number.",
+                  this->template read<TypeParam>(quotedWord));
     }
 }
 
@@ -145,10 +149,11 @@ TEST_F(CommandValues, OfDurations)
     EXPECT_EQ("86400s", read<std::chrono::seconds>("1d"));
     EXPECT_EQ("2us", read<std::chrono::microseconds>("2000ns"));
     EXPECT_EQ("value: 1.5ms is not a multiple of 1ms.", read<Milliseconds>("1.5ms"));
-    EXPECT_EQ("value: '5' is not a duration.", read<Milliseconds>("5"));
-    EXPECT_EQ("value: '5sec' is not a duration.", read<Milliseconds>("5sec"));
-    EXPECT_EQ("value: 'ms' is not a duration.", read<Milliseconds>("ms"));
-    EXPECT_EQ("value: 300000000000d is above 9223372036854775807ns.", read<std::chrono::nanoseconds>("300000000000d"));
+    EXPECT_EQ("value: '5' is not a duration such as 250ms, 1.5s or 2min.", read<Milliseconds>("5"));
+    EXPECT_EQ("value: '5sec' is not a duration such as 250ms, 1.5s or 2min.", read<Milliseconds>("5sec"));
+    EXPECT_EQ("value: 'ms' is not a duration such as 250ms, 1.5s or 2min.", read<Milliseconds>("ms"));
+    EXPECT_EQ("value: 300000000000d is above 9223372036854775807ns.",
+              read<std::chrono::nanoseconds>("300000000000d"));
     EXPECT_EQ("1.5s", (read<std::chrono::duration<double>>("1500ms")));
     EXPECT_EQ("3[1/60]s", (read<std::chrono::duration<int, std::ratio<1, 60>>>("50ms")));
     EXPECT_EQ("7[1/60]s", (read<std::chrono::duration<int, std::ratio<1, 60>>>("7[1/60]s")));
@@ -156,7 +161,8 @@ TEST_F(CommandValues, OfDurations)
 
 TEST_F(CommandValues, OfDurationsHaveRanges)
 {
-    add(mConsole, U"wait", U"", [](std::chrono::milliseconds) {}, argument(U"time").between(10ms, 1min));
+    add(
+        mConsole, U"wait", U"", [](std::chrono::milliseconds) {}, argument(U"time").between(10ms, 1min));
     EXPECT_EQ("    time: 5ms is below 10ms.", textsOfAnswer("wait 5ms").front());
     EXPECT_EQ("    time: 61s is above 1min.", textsOfAnswer("wait 61s").front());
     EXPECT_EQ("    time: 'x' is not a duration from 10ms to 1min.", textsOfAnswer("wait x").front());
@@ -167,17 +173,20 @@ TEST_F(CommandValues, OfAHostsOwnType)
     EXPECT_EQ("b", read<Grade>("b"));
     EXPECT_EQ("value: 'x' is not a grade.", read<Grade>("x"));
     EXPECT_EQ("value: there is no z.", read<Grade>("z"));
-    add(mConsole, U"pass", U"", [](Grade) {}, argument(U"grade").atMost(Grade{2}));
+    add(
+        mConsole, U"pass", U"", [](Grade) {}, argument(U"grade").atMost(Grade{2}));
     EXPECT_EQ("    grade: d is above c.", textsOfAnswer("pass d").front());
     EXPECT_EQ(Texts({"pass a", "pass b", "pass c"}), completionsOf("pass "));
 }
 
 TEST_F(CommandValues, MayBeChoicesOfAType)
 {
-    add(mConsole, U"fps", U"", [](int) {}, argument(U"rate").choices(30, 60));
+    add(
+        mConsole, U"fps", U"", [](int) {}, argument(U"rate").choices(30, 60));
     EXPECT_EQ(Texts(), textsOfAnswer("fps 060"));
     EXPECT_EQ("    rate: '59' is not 30 or 60.", textsOfAnswer("fps 59").front());
-    add(mConsole, U"team", U"", [](std::string) {}, argument(U"name").choices("red", "blue"));
+    add(
+        mConsole, U"team", U"", [](std::string) {}, argument(U"name").choices("red", "blue"));
     EXPECT_EQ("    name: 'Red' is not red or blue.", textsOfAnswer("team Red").front());
 }
 

@@ -26,20 +26,22 @@ protected:
         using namespace commands;
         add(mConsole,
             command(U"wind", U"The wind over the field.")
-                .sub(U"set", U"Sets speed and heading.",
-                     [this](double speed, std::optional<double> heading) {
-                         mSpeed = speed;
-                         mHeading = heading;
-                     },
-                     argument(U"speed").between(0, 60).unit(U"m/s"), option(U"heading").between(0, 360))
-                .sub(U"mode", U"Sets how the wind blows.",
-                     [this](Mode mode, bool loud, int steps) {
-                         mMode = mode;
-                         mLoud = loud;
-                         mSteps = steps;
-                     },
-                     argument(U"mode"), flag(U"loud", U"Whether it howls."),
-                     option(U"steps").choices(1, 10, 100).byDefault(10))
+                .sub(
+                    U"set", U"Sets speed and heading.",
+                    [this](double speed, std::optional<double> heading) {
+                        mSpeed = speed;
+                        mHeading = heading;
+                    },
+                    argument(U"speed").between(0, 60).unit(U"m/s"), option(U"heading").between(0, 360))
+                .sub(
+                    U"mode", U"Sets how the wind blows.",
+                    [this](Mode mode, bool loud, int steps) {
+                        mMode = mode;
+                        mLoud = loud;
+                        mSteps = steps;
+                    },
+                    argument(U"mode"), flag(U"loud", U"Whether it howls."),
+                    option(U"steps").choices(1, 10, 100).byDefault(10))
                 .sub(U"show", U"Shows the wind.",
                      [this](Answer& answer) { answer << "Wind: " << mSpeed << " m/s"; }));
     }

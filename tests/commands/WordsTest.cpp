@@ -49,10 +49,13 @@ TEST_F(CommandWords, LoseTheirQuotes)
 {
     std::u32string first;
     std::u32string second;
-    add(mConsole, U"say", U"", [&](const std::u32string& word, std::u32string more) {
-        first = word;
-        second = more;
-    }, argument(U"word"), option(U"more"));
+    add(
+        mConsole, U"say", U"",
+        [&](const std::u32string& word, std::u32string more) {
+            first = word;
+            second = more;
+        },
+        argument(U"word"), option(U"more"));
     EXPECT_EQ(Texts(), textsOfAnswer("say \"two words\" /more=\"a = b\""));
     EXPECT_EQ(U"two words", first);
     EXPECT_EQ(U"a = b", second);
@@ -76,10 +79,13 @@ TEST_F(CommandWords, ThatBeginWithASlashMayNameAFile)
 {
     std::filesystem::path file;
     bool loud = false;
-    add(mConsole, U"load", U"", [&](std::filesystem::path path, bool isLoud) {
-        file = path;
-        loud = isLoud;
-    }, argument(U"file"), flag(U"loud"));
+    add(
+        mConsole, U"load", U"",
+        [&](std::filesystem::path path, bool isLoud) {
+            file = path;
+            loud = isLoud;
+        },
+        argument(U"file"), flag(U"loud"));
     EXPECT_EQ(Texts(), textsOfAnswer("load /tmp/x=1 /loud"));
     EXPECT_EQ("/tmp/x=1", file);
     EXPECT_TRUE(loud);

@@ -54,7 +54,8 @@ private:
     struct Data;
 
     template <typename Fn, typename... Parameters>
-    Command& describe(std::u32string name, std::u32string description, Fn&& fn, const Parameters&... parameters)
+    Command& describe(std::u32string name, std::u32string description, Fn&& fn,
+                      const Parameters&... parameters)
     {
         using Kept = std::decay_t<Fn>;
         if constexpr (detail::canBeCommand<Kept, sizeof...(Parameters)>()) {
@@ -63,8 +64,10 @@ private:
                     {parameters...});
         } else {
             static_assert(!std::is_same_v<Kept, Kept>,
-                          "This function can't be a command: it must have one signature, whose parameters are values that "
-                          "Value<T> reads, std::optional or std::vector of them, Answer& or Console&, a result that can be "
+                          "This function can't be a command: it must have one signature, whose parameters "
+                          "are values that "
+                          "Value<T> reads, std::optional or std::vector of them, Answer& or Console&, a "
+                          "result that can be "
                           "written, and no more parameters described than it has.");
         }
         return *this;
@@ -101,7 +104,8 @@ ZEPHYR_CONSOLE_COMMANDS_EXPORT Added add(Console& console, Command command);
 
 /// Registers a command without sub-commands: `fn` runs as Command::run() says.
 template <typename Fn, typename... Parameters>
-Added add(Console& console, std::u32string name, std::u32string description, Fn&& fn, const Parameters&... parameters)
+Added add(Console& console, std::u32string name, std::u32string description, Fn&& fn,
+          const Parameters&... parameters)
 {
     Command made(std::move(name), std::move(description));
     made.run(std::forward<Fn>(fn), parameters...);

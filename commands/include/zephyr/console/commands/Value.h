@@ -24,6 +24,7 @@ namespace zephyr::console::commands {
 /// - `static std::u32string write(const T& value)`: the text that read() turns into the very same value.
 /// - `static std::vector<std::u32string> candidates()`, which may be left out: what Tab offers. It may take what is
 ///   typed so far as a `const std::u32string&`.
+/// - `static constexpr std::u32string_view kExample`, which may be left out: "#ff0000", for what has a form of its own.
 /// - `static constexpr bool kOnlyCandidates = true`, which may be left out: there are no values but the candidates.
 ///
 /// A type with an `operator<` can have a range. Ready are bool, all integers and floating-point types, char32_t,
@@ -118,7 +119,8 @@ template <>
 struct Value<std::filesystem::path>
 {
     static constexpr std::u32string_view kName = U"file";
-    ZEPHYR_CONSOLE_COMMANDS_EXPORT static std::optional<std::filesystem::path> read(const std::u32string& text);
+    ZEPHYR_CONSOLE_COMMANDS_EXPORT static std::optional<std::filesystem::path>
+    read(const std::u32string& text);
     ZEPHYR_CONSOLE_COMMANDS_EXPORT static std::u32string write(const std::filesystem::path& value);
     ZEPHYR_CONSOLE_COMMANDS_EXPORT static std::vector<std::u32string> candidates(const std::u32string& typed);
 };

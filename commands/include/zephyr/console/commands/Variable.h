@@ -32,7 +32,8 @@ ZEPHYR_CONSOLE_COMMANDS_EXPORT AddedVariable addVariable(Console& console, std::
                                                          std::shared_ptr<VariableBase> state);
 
 /// Throws CommandError if `value`, which is written as `text`, breaks a limit.
-ZEPHYR_CONSOLE_COMMANDS_EXPORT void checkLimits(const ValueRules& rules, const std::u32string& text, const void* value);
+ZEPHYR_CONSOLE_COMMANDS_EXPORT void checkLimits(const ValueRules& rules, const std::u32string& text,
+                                                const void* value);
 
 } // namespace detail
 
@@ -62,14 +63,14 @@ public:
     /// can't be typed, for limits that T can't have, and for a default that breaks them.
     Variable(Console& console, std::u32string name, T byDefault, std::u32string description,
              const VariableLimits& limits = {})
-        : Variable(console, std::move(name), std::make_shared<State>(std::move(byDefault)), std::move(description),
-                   limits)
+        : Variable(console, std::move(name), std::make_shared<State>(std::move(byDefault)),
+                   std::move(description), limits)
     {}
 
     /// A variable whose value is the program's: `getter` returns it, and `setter` sets it, or ends with fail(). `byDefault`
     /// is what the default restores; the value is left as it is now.
-    Variable(Console& console, std::u32string name, std::function<T()> getter, std::function<void(const T&)> setter,
-             T byDefault, std::u32string description,
+    Variable(Console& console, std::u32string name, std::function<T()> getter,
+             std::function<void(const T&)> setter, T byDefault, std::u32string description,
              const VariableLimits& limits = {})
         : Variable(console, std::move(name),
                    std::make_shared<State>(std::move(getter), std::move(setter), std::move(byDefault)),
@@ -109,13 +110,15 @@ public:
 private:
     using State = detail::VariableState<T>;
 
-    static_assert(detail::HasValue<T>::value, "A variable's type must be one that Value<T> reads and writes.");
+    static_assert(detail::HasValue<T>::value,
+                  "A variable's type must be one that Value<T> reads and writes.");
 
     Variable(Console& console, std::u32string name, std::shared_ptr<State> state, std::u32string description,
              const VariableLimits& limits)
         : mName(std::move(name)),
           mState(std::move(state)),
-          mAdded(detail::addVariable(console, mName, std::move(description), detail::kValueType<T>, limits, mState)),
+          mAdded(detail::addVariable(console, mName, std::move(description), detail::kValueType<T>, limits,
+                                     mState)),
           mRegistration(mAdded.added)
     {}
 

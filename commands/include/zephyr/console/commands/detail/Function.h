@@ -127,16 +127,17 @@ struct Slot<Console&>
 
 /// The slot of a parameter as it is declared. One that may not be written to can be passed a value of its own.
 template <typename P>
-using SlotOf = Slot<std::conditional_t<std::is_lvalue_reference_v<P> && !std::is_const_v<std::remove_reference_t<P>>, P,
-                                       std::decay_t<P>>>;
+using SlotOf =
+    Slot<std::conditional_t<std::is_lvalue_reference_v<P> && !std::is_const_v<std::remove_reference_t<P>>, P,
+                            std::decay_t<P>>>;
 
 template <typename T, typename = void>
 struct IsRange : std::false_type
 {};
 
 template <typename T>
-struct IsRange<T, std::void_t<decltype(std::begin(std::declval<const T&>())), decltype(std::end(std::declval<const T&>()))>>
-    : std::true_type
+struct IsRange<T, std::void_t<decltype(std::begin(std::declval<const T&>())),
+                              decltype(std::end(std::declval<const T&>()))>> : std::true_type
 {};
 
 template <typename T>
@@ -233,8 +234,8 @@ void readAndCall(Fn& fn, Call& call, Types<Ps...>)
     if constexpr (std::is_void_v<Result>) {
         std::apply([&fn](auto&... slot) { fn(slot.get()...); }, taken);
     } else {
-        writeResult<std::decay_t<Result>>(std::apply([&fn](auto&... slot) -> Result { return fn(slot.get()...); }, taken),
-                                          call.answer());
+        writeResult<std::decay_t<Result>>(
+            std::apply([&fn](auto&... slot) -> Result { return fn(slot.get()...); }, taken), call.answer());
     }
 }
 

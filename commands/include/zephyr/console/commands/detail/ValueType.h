@@ -25,7 +25,8 @@ enum class Comparison
 struct ValueType
 {
     std::u32string_view name;
-    bool onlyCandidates; ///< Whether the candidates are all that there is.
+    std::u32string_view example; ///< Empty if there is none.
+    bool onlyCandidates;         ///< Whether the candidates are all that there is.
     bool isBool;
     bool isPath;
 
@@ -62,7 +63,8 @@ template <typename T>
 std::shared_ptr<const void> makeValue(const std::u32string& text)
 {
     auto value = Value<T>::read(text);
-    return value ? std::shared_ptr<const void>(new T(std::move(*value)), [](const void* p) { delete static_cast<const T*>(p); })
+    return value ? std::shared_ptr<const void>(new T(std::move(*value)),
+                                               [](const void* p) { delete static_cast<const T*>(p); })
                  : nullptr;
 }
 
@@ -71,7 +73,8 @@ struct HasEquality : std::false_type
 {};
 
 template <typename T>
-struct HasEquality<T, std::void_t<decltype(bool(std::declval<const T&>() == std::declval<const T&>()))>> : std::true_type
+struct HasEquality<T, std::void_t<decltype(bool(std::declval<const T&>() == std::declval<const T&>()))>>
+    : std::true_type
 {};
 
 template <typename T>
@@ -105,23 +108,40 @@ struct Order<T, std::void_t<decltype(bool(std::declval<const T&>() < std::declva
 };
 
 template <typename T, typename = void>
-struct Candidates
-{
-    static constexpr std::vector<std::u32string> (*kOf)(const std::u32string&) = nullptr;
-};
+struct HasCandidates : std::false_type
+{};
 
 template <typename T>
-struct Candidates<T, std::void_t<decltype(Value<T>::candidates())>>
-{
-    static std::vector<std::u32string> of(const std::u32string&) { return Value<T>::candidates(); }
-    static constexpr std::vector<std::u32string> (*kOf)(const std::u32string&) = &of;
-};
+struct HasCandidates<T, std::void_t<decltype(Value<T>::candidates())>> : std::true_type
+{};
+
+template <typename T, typename = void>
+struct HasTypedCandidates : std::false_type
+{};
 
 template <typename T>
-struct Candidates<T, std::void_t<decltype(Value<T>::candidates(std::u32string()))>>
+struct HasTypedCandidates<T, std::void_t<decltype(Value<T>::candidates(std::u32string()))>> : std::true_type
+{};
+
+using CandidatesFn = std::vector<std::u32string> (*)(const std::u32string& typed);
+
+template <typename T>
+std::vector<std::u32string> allCandidates(const std::u32string&)
 {
-    static constexpr std::vector<std::u32string> (*kOf)(const std::u32string&) = &Value<T>::candidates;
-};
+    return Value<T>::candidates();
+}
+
+template <typename T>
+constexpr CandidatesFn candidatesOf()
+{
+    if constexpr (HasTypedCandidates<T>::value) {
+        return &Value<T>::candidates;
+    } else if constexpr (HasCandidates<T>::value) {
+        return &allCandidates<T>;
+    } else {
+        return nullptr;
+    }
+}
 
 template <typename T, typename = void>
 inline constexpr bool kOnlyCandidates = false;
@@ -130,10 +150,24 @@ template <typename T>
 inline constexpr bool kOnlyCandidates<T, std::void_t<decltype(Value<T>::kOnlyCandidates)>> =
     Value<T>::kOnlyCandidates;
 
+template <typename T, typename = void>
+inline constexpr std::u32string_view kExample{};
+
+template <typename T>
+inline constexpr std::u32string_view kExample<T, std::void_t<decltype(Value<T>::kExample)>> =
+    Value<T>::kExample;
+
 /// The description of T, the same object for each use in a module.
 template <typename T>
-inline constexpr ValueType kValueType{Value<T>::kName,  kOnlyCandidates<T>,   std::is_same_v<T, bool>, std::is_same_v<T, std::filesystem::path>, &readInto<T>,
-                                      &makeValue<T>,    Order<T>::kCompare,    Candidates<T>::kOf};
+inline constexpr ValueType kValueType{Value<T>::kName,
+                                      kExample<T>,
+                                      kOnlyCandidates<T>,
+                                      std::is_same_v<T, bool>,
+                                      std::is_same_v<T, std::filesystem::path>,
+                                      &readInto<T>,
+                                      &makeValue<T>,
+                                      Order<T>::kCompare,
+                                      candidatesOf<T>()};
 
 /// The text of a value that a program gives, such as a default: a text as it is, and other values as they are written.
 inline std::u32string textOf(std::u32string_view text) { return std::u32string(text); }

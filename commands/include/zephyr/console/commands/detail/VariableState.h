@@ -70,7 +70,10 @@ public:
     explicit VariableState(T byDefault) : mDefault(byDefault), mOwn(std::move(byDefault)) {}
 
     VariableState(Getter getter, Setter setter, T byDefault)
-        : mDefault(byDefault), mOwn(std::move(byDefault)), mGetter(std::move(getter)), mSetter(std::move(setter))
+        : mDefault(byDefault),
+          mOwn(std::move(byDefault)),
+          mGetter(std::move(getter)),
+          mSetter(std::move(setter))
     {}
 
     T value() const { return mGetter ? mGetter() : mOwn.get(); }
