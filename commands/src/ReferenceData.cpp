@@ -6,6 +6,8 @@
 #include "zephyr/console/Console.h"
 
 #include <algorithm>
+#include <iterator>
+#include <memory>
 
 namespace zephyr::console::commands {
 
@@ -65,7 +67,7 @@ ReferenceCommand untyped(const ConsoleCommand& command, Console& scratch)
 ReferenceData referenceData(Console& console)
 {
     ReferenceData data;
-    Console scratch;
+    const auto scratch = std::make_unique<Console>();
     console.forEachCommand([&](const ConsoleCommand& command) {
         if (const auto* const variable = dynamic_cast<const VariableCommand*>(&command)) {
             if (!variable->limits().isHidden()) {
@@ -75,7 +77,7 @@ ReferenceData referenceData(Console& console)
         } else if (const auto* const made = dynamic_cast<const TypedCommand*>(&command)) {
             data.commands.push_back(typed(*made));
         } else {
-            data.commands.push_back(untyped(command, scratch));
+            data.commands.push_back(untyped(command, *scratch));
         }
     });
     console.forEachAlias([&](const std::u32string& name, const std::vector<std::u32string>& lines) {

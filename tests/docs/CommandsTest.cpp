@@ -1,10 +1,10 @@
 // Runs the examples of docs/commands.md as they are printed there.
 
-#include "commands/Batch.h"
-#include "commands/SetUp.h"
-#include "commands/Settings.h"
-#include "commands/Types.h"
-#include "commands/Wind.h"
+#include "commands_guide/Batch.h"
+#include "commands_guide/SetUp.h"
+#include "commands_guide/Settings.h"
+#include "commands_guide/Types.h"
+#include "commands_guide/Wind.h"
 #include "docs/Guide.h"
 #include "support/TemporaryDirectory.h"
 

@@ -1,9 +1,6 @@
 #ifndef ZEPHYR_CONSOLE_COMMANDS_DETAIL_VARIABLEBASE_H
 #define ZEPHYR_CONSOLE_COMMANDS_DETAIL_VARIABLEBASE_H
 
-#include "zephyr/console/commands/detail/Export.h"
-#include "zephyr/console/commands/detail/ValueType.h"
-
 #include <string>
 
 namespace zephyr::console::commands::detail {
@@ -20,10 +17,10 @@ protected:
 };
 
 /// The value of a variable as texts.
-class ZEPHYR_CONSOLE_COMMANDS_EXPORT VariableBase
+class VariableBase
 {
 public:
-    ZEPHYR_CONSOLE_COMMANDS_NO_EXPORT virtual ~VariableBase() = 0;
+    virtual ~VariableBase() = default;
 
     VariableBase(const VariableBase&) = delete;
     VariableBase& operator=(const VariableBase&) = delete;
@@ -45,8 +42,6 @@ public:
 protected:
     VariableBase() = default;
 };
-
-inline VariableBase::~VariableBase() = default;
 
 } // namespace zephyr::console::commands::detail
 
