@@ -13,7 +13,7 @@ struct TextPlace
     std::size_t entry = 0;  ///< Index into the log, or kInputLine.
     std::size_t offset = 0; ///< In code points of the entry's shownText(): an echoed line's prompt counts.
 
-    auto operator<=>(const TextPlace&) const = default;
+    auto operator<=>(const TextPlace&) const = default; // NOLINT(modernize-use-nullptr): there is no pointer
 };
 
 /// The entry of places in the input line, which comes after all others. Its offsets count the prompt too.

@@ -1,5 +1,5 @@
-#include "qt/view/ViewedConsole.h"
 #include "view/ViewPointer.h"
+#include "qt/view/ViewedConsole.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -18,9 +18,9 @@ protected:
     {
         const auto plan = frame();
         const int rowsOfLog = static_cast<int>(plan->log.size());
-        const FramePlan::PlacedRow& placed =
-            row < rowsOfLog ? plan->log[static_cast<std::size_t>(row)]
-                            : plan->input[static_cast<std::size_t>(row - rowsOfLog)];
+        const FramePlan::PlacedRow& placed = row < rowsOfLog
+                                                 ? plan->log[static_cast<std::size_t>(row)]
+                                                 : plan->input[static_cast<std::size_t>(row - rowsOfLog)];
         return {placed.row.x + column * plan->font->spaceWidth() + 1.0,
                 placed.top + plan->font->lineHeight() / 2.0};
     }
@@ -44,7 +44,8 @@ protected:
     std::uint64_t time = 1;
     std::optional<std::size_t> cursor;
     int pastes = 0;
-    ViewPointer pointer{context, view, {[this](std::size_t offset) { cursor = offset; }, [this] { ++pastes; }}};
+    ViewPointer pointer{
+        context, view, {[this](std::size_t offset) { cursor = offset; }, [this] { ++pastes; }}};
 };
 
 TEST_F(ViewPointerTest, SelectsWhatItIsDraggedOver)
