@@ -17,7 +17,7 @@ namespace zephyr::console::qt {
 
 namespace {
 
-constexpr int kSearchMs = 8; // of a frame, for the search of a long log
+constexpr int kSearchMs = 8;           // of a frame, for the search of a long log
 constexpr std::size_t kMostOffers = 8; // in view
 constexpr double kZoomStep = 1.1;
 constexpr int kMostZoom = 20; // steps either way
@@ -25,9 +25,8 @@ constexpr double kMinPointSize = 1.0;
 
 ViewAction actionOf(const KeyPress& press)
 {
-    return press.text.empty()
-               ? viewActionOf(press.key, static_cast<Qt::KeyboardModifiers>(press.modifiers))
-               : ViewAction::None;
+    return press.text.empty() ? viewActionOf(press.key, static_cast<Qt::KeyboardModifiers>(press.modifiers))
+                              : ViewAction::None;
 }
 
 } // namespace
@@ -255,8 +254,7 @@ std::optional<RowScroll::Log> View::logOf(const Console& console, const FramePla
 std::shared_ptr<const ViewFont> View::fontFor(const Look& look)
 {
     const double size = std::max(kMinPointSize, look.fontSize);
-    if (mFont == nullptr || mFont->font().family() != look.fontFamily ||
-        mFont->font().pointSizeF() != size) {
+    if (mFont == nullptr || mFont->font().family() != look.fontFamily || mFont->font().pointSizeF() != size) {
         mFont = std::make_shared<const ViewFont>(look.fontFamily, size);
     }
     return mFont;
@@ -322,6 +320,42 @@ std::optional<TextPlace> View::placeNear(QPointF point)
         offset -= std::min(offset, plan->cursor) - plan->composition;
     }
     return TextPlace{placed->row.entry, offset};
+}
+
+std::optional<QRectF> View::areaOf(TextPlace place)
+{
+    const std::shared_ptr<const FramePlan> plan = mShare.plan();
+    if (!plan) {
+        return std::nullopt;
+    }
+    const bool isInput = place.entry == kInputLine;
+    if (isInput && place.offset >= plan->composition) { // which is no part of the line
+        place.offset += plan->cursor - plan->composition;
+    }
+    const std::vector<FramePlan::PlacedRow>& rows = isInput ? plan->input : plan->log;
+    const auto behind = std::find_if(rows.begin(), rows.end(), [&](const FramePlan::PlacedRow& placed) {
+        return placed.row.place() > place;
+    });
+    if (behind == rows.begin() || std::prev(behind)->row.entry != place.entry) {
+        return std::nullopt;
+    }
+    const FramePlan::PlacedRow& placed = *std::prev(behind);
+    if (place.offset > placed.row.end) {
+        return std::nullopt; // further down in the entry than the frame reaches
+    }
+    const std::shared_ptr<const ViewFont> font = fontFor(zoomedLook());
+    const RowLayout layout(placed.row.text, *font);
+    const std::size_t index = place.offset - placed.row.begin;
+    const double left = layout.xOf(index);
+    const double right = index < placed.row.text.size() ? layout.xOf(layout.nextGrapheme(index)) : left;
+    return QRectF(placed.row.x + std::min(left, right), placed.top, std::abs(right - left),
+                  font->lineHeight());
+}
+
+void View::select(const TextRange& range)
+{
+    mSelection.begin(range, Unit::Grapheme);
+    publish();
 }
 
 void View::select(TextPlace place, Unit unit)
