@@ -53,18 +53,18 @@ TEST_F(AnOverlaidForm, HasTheConsoleInItsTree)
     ASSERT_NE(nullptr, terminal());
     EXPECT_TRUE(terminal()->state().invisible);
     overlay.host().setOpen(true);
-    QAccessibleInterface* const form = QAccessible::queryAccessibleInterface(&this->form);
+    QAccessibleInterface* const around = QAccessible::queryAccessibleInterface(&form);
     QAccessibleInterface* const pane = QAccessible::queryAccessibleInterface(&overlay);
-    EXPECT_EQ(form, pane->parent());
-    EXPECT_LE(0, form->indexOfChild(pane));
+    EXPECT_EQ(around, pane->parent());
+    EXPECT_LE(0, around->indexOfChild(pane));
     EXPECT_EQ(pane, terminal()->parent());
     EXPECT_EQ(QAccessible::Pane, pane->role());
-    EXPECT_EQ(form->rect(), pane->rect());
-    EXPECT_EQ(form->rect(), terminal()->rect());
-    EXPECT_EQ(this->form.windowHandle(), terminal()->window());
+    EXPECT_EQ(around->rect(), pane->rect());
+    EXPECT_EQ(around->rect(), terminal()->rect());
+    EXPECT_EQ(form.windowHandle(), terminal()->window());
     EXPECT_FALSE(terminal()->state().invisible);
     EXPECT_TRUE(terminal()->state().focused);
-    EXPECT_EQ(form->window(), pane->window());
+    EXPECT_EQ(around->window(), pane->window());
 }
 
 TEST_F(AnOverlaidForm, HasTheFocusAgainWhenTheConsoleCloses)
@@ -102,7 +102,7 @@ TEST_F(AnOverlaidForm, KnowsWhereTheCharactersOfTheOverlayAre)
     console->write(U"abc", console::Output);
     overlay.grab(); // paints
     QAccessibleTextInterface& text = *terminal()->textInterface();
-    const int offset = text.text(0, -1).indexOf("abc") + 1;
+    const auto offset = static_cast<int>(text.text(0, -1).indexOf("abc")) + 1;
     const QRect b = text.characterRect(offset);
     EXPECT_TRUE(terminal()->rect().contains(b));
     EXPECT_EQ(offset, text.offsetAtPoint(b.center()));
