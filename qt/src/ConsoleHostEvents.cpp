@@ -299,11 +299,7 @@ bool ConsoleHost::Private::isOnConsole(const QObject& watched, QPointF onScreen)
     if (!mOpen || mObject.isBehindPopupOrDialog()) {
         return false;
     }
-    QRectF area = mObject.area();
-    if (!mIsPlain && mView.look().part == Look::Part::UpperHalf) {
-        area.setHeight(area.height() / 2);
-    }
-    return area.contains(onScreen) || (&watched == mObject.get() && hasNoPlace(onScreen));
+    return coveredArea().contains(onScreen) || (&watched == mObject.get() && hasNoPlace(onScreen));
 }
 
 bool ConsoleHost::Private::filterPointer(const QObject& watched, QEvent& event)
@@ -343,6 +339,16 @@ void ConsoleHost::Private::usePointer(const QSinglePointEvent& pointer)
     }
 }
 
+/// What the console covers of the screen while it is open.
+QRectF ConsoleHost::Private::coveredArea() const
+{
+    QRectF area = mObject.area();
+    if (!mIsPlain && mView.look().part == Look::Part::UpperHalf) {
+        area.setHeight(area.height() / 2);
+    }
+    return area;
+}
+
 /// A place on the screen as a place in the painted frame, which may be larger or smaller than the object.
 QPointF ConsoleHost::Private::inFrame(QPointF onScreen) const
 {
@@ -352,6 +358,17 @@ QPointF ConsoleHost::Private::inFrame(QPointF onScreen) const
     return area.isEmpty() || painted.isEmpty() ? place
                                                : QPointF(place.x() * painted.width() / area.width(),
                                                          place.y() * painted.height() / area.height());
+}
+
+/// The area on the screen of one in the painted frame.
+QRectF ConsoleHost::Private::onScreen(const QRectF& inFrame) const
+{
+    const QRectF area = mObject.area();
+    const QSize painted = mPainter.painted().device;
+    const double x = painted.isEmpty() ? 1.0 : area.width() / painted.width();
+    const double y = painted.isEmpty() ? 1.0 : area.height() / painted.height();
+    return QRectF(inFrame.x() * x, inFrame.y() * y, inFrame.width() * x, inFrame.height() * y)
+        .translated(area.topLeft());
 }
 
 bool ConsoleHost::Private::filterWheel(const QObject& watched, const QWheelEvent& event)

@@ -46,6 +46,11 @@ ConsoleHost::Private::Private(ConsoleHost& host, const std::shared_ptr<Console>&
             {[this](const KeyPress& press) { pressFromView(press); }, [this] { requestRepaint(); }}),
       mViewPointer(host, mView,
                    {[this](std::size_t offset) { placeCursor(offset); }, [this] { pastePrimary(); }}),
+      mAccessibility(mObject, mConsole, mView,
+                     {[this] { return mIsPlain.load(); }, [this] { return coveredArea(); },
+                      [this](QPointF place) { return inFrame(place); },
+                      [this](const QRectF& area) { return onScreen(area); },
+                      [this](std::size_t offset) { placeCursor(offset); }}),
       mServices(mConsole),
       mHistoryDue(host,
                   [this] {
@@ -64,6 +69,7 @@ void ConsoleHost::Private::start()
     if (!console) {
         return;
     }
+    mAccessibility.start();
     mWatch->start(*console);
     syncSize(*console);
     console->setDepthLimit(kDefaultDepthLimit);
@@ -72,6 +78,7 @@ void ConsoleHost::Private::start()
 
 void ConsoleHost::Private::end()
 {
+    mAccessibility.end();
     mServices.end();
     mHistory.end();
     mHistoryDue.end();
@@ -376,6 +383,7 @@ bool ConsoleHost::Private::syncOpenState()
         mFocus.giveBack(mObject);
     }
     mInputMethod.restart();
+    mAccessibility.setOpen(open);
     if (!mHost.isNull()) {
         emit mHost->openChanged(open);
     }
@@ -405,6 +413,7 @@ void ConsoleHost::Private::onConsoleChanged()
     if (!syncOpenState() && mOpen && mWatch->toldSize() > shown) {
         requestRepaint();
     }
+    mAccessibility.update();
 }
 
 void ConsoleHost::Private::requestRepaint()
@@ -412,6 +421,7 @@ void ConsoleHost::Private::requestRepaint()
     if (const BorrowedConsole console(mConsole); console) {
         mAskedSize = console->logSize();
     }
+    mAccessibility.update();
     if (!mHost.isNull()) {
         emit mHost->repaintNeeded();
     }

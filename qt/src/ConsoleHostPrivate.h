@@ -19,6 +19,7 @@
 #include "PassedEvent.h"
 #include "PointerInput.h"
 #include "WheelTurns.h"
+#include "accessible/ConsoleAccessibility.h"
 #include "view/View.h"
 #include "view/ViewPointer.h"
 #include "zephyr/console/qt/ConsoleHost.h"
@@ -143,7 +144,9 @@ private:
     void placeCursor(std::size_t offset);
     void pastePrimary();
     void usePointer(const QSinglePointEvent& pointer);
+    QRectF coveredArea() const;
     QPointF inFrame(QPointF onScreen) const;
+    QRectF onScreen(const QRectF& inFrame) const;
     void syncSize(Console& console) const;
     void afterConsoleActed(bool changed);
     void tellNeighbours();
@@ -183,6 +186,7 @@ private:
     ChangeNotice mBlinkDue; // from the thread that paints
     View mView;
     ViewPointer mViewPointer;
+    ConsoleAccessibility mAccessibility;
     FramePainter mPainter; // on whatever thread paints
 
     LogServices mServices;

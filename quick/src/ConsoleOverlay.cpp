@@ -10,6 +10,7 @@
 #include <QCursor>
 #include <QImage>
 #include <QPainter>
+#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQmlInfo>
 #include <QQuickWindow>
@@ -74,6 +75,7 @@ void ConsoleOverlay::componentComplete()
 {
     QQuickItem::componentComplete();
     showConsole();
+    showToAssistiveTechnology();
     if (mOpensAtStart) {
         mHost->setOpen(true);
     }
@@ -89,6 +91,20 @@ void ConsoleOverlay::showConsole()
     startMirror();
     mHost->setHistoryFile(mHistoryFile);
     syncOpen();
+}
+
+/// Assistive technology is shown only the items that have an attached Accessible, which QML alone can attach.
+void ConsoleOverlay::showToAssistiveTechnology()
+{
+    QQmlEngine* const engine = qmlEngine(this);
+    if (engine == nullptr) {
+        return;
+    }
+    QQmlComponent component(engine);
+    component.setData("import QtQuick\nQtObject { function show(item) { item.Accessible.ignored = false } }",
+                      {});
+    const std::unique_ptr<QObject> script(component.create());
+    QMetaObject::invokeMethod(script.get(), "show", Q_ARG(QVariant, QVariant::fromValue<QObject*>(this)));
 }
 
 bool ConsoleOverlay::isOpen() const { return mHost ? mHost->isOpen() : mOpensAtStart; }

@@ -29,6 +29,7 @@ namespace zephyr::console::quick {
 class ConsoleOverlay : public QQuickItem
 {
     Q_OBJECT
+    Q_CLASSINFO("ZephyrConsole", "overlay") // to assistive technology it is the console and nothing else
     QML_ELEMENT
 
     /// The console that is shown. By default one of the overlay's own; null brings that back. In the overlay's own
@@ -193,6 +194,7 @@ private:
     void followLook();
     void useHandle(ConsoleHandle* handle);
     void showConsole();
+    void showToAssistiveTechnology();
     void startMirror();
     void syncOpen();
     void followParent();

@@ -333,6 +333,42 @@ std::optional<TextPlace> View::placeNear(QPointF point)
     return TextPlace{placed->row.entry, offset};
 }
 
+std::optional<QRectF> View::areaOf(TextPlace place)
+{
+    const std::shared_ptr<const FramePlan> plan = mShare.plan();
+    if (!plan) {
+        return std::nullopt;
+    }
+    const bool isInput = place.entry == kInputLine;
+    if (isInput && place.offset >= plan->composition) { // which is no part of the line
+        place.offset += plan->cursor - plan->composition;
+    }
+    const std::vector<FramePlan::PlacedRow>& rows = isInput ? plan->input : plan->log;
+    const auto behind = std::find_if(rows.begin(), rows.end(), [&](const FramePlan::PlacedRow& placed) {
+        return placed.row.place() > place;
+    });
+    if (behind == rows.begin() || std::prev(behind)->row.entry != place.entry) {
+        return std::nullopt;
+    }
+    const FramePlan::PlacedRow& placed = *std::prev(behind);
+    if (place.offset > placed.row.end) {
+        return std::nullopt; // further down in the entry than the frame reaches
+    }
+    const std::shared_ptr<const ViewFont> font = fontFor(zoomedLook());
+    const RowLayout layout(placed.row.text, *font);
+    const std::size_t index = place.offset - placed.row.begin;
+    const double left = layout.xOf(index);
+    const double right = index < placed.row.text.size() ? layout.xOf(layout.nextGrapheme(index)) : left;
+    return QRectF(placed.row.x + std::min(left, right), placed.top, std::abs(right - left),
+                  font->lineHeight());
+}
+
+void View::select(const TextRange& range)
+{
+    mSelection.begin(range, Unit::Grapheme);
+    publish();
+}
+
 void View::select(TextPlace place, Unit unit)
 {
     const BorrowedConsole console(mConsole);

@@ -14,6 +14,7 @@
 #include "zephyr/console/qt/Look.h"
 
 #include <QPointF>
+#include <QRectF>
 #include <QString>
 #include <QTimer>
 
@@ -80,6 +81,12 @@ public:
 
     /// The text at or nearest to a place; none if no frame was painted.
     std::optional<TextPlace> placeNear(QPointF point);
+
+    /// Where a code point stands in the last frame; none if that doesn't show it.
+    std::optional<QRectF> areaOf(TextPlace place);
+
+    /// Selects a range of the text.
+    void select(const TextRange& range);
 
     /// Selects the unit at a place.
     void select(TextPlace place, Unit unit);

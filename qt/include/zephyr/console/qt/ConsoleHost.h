@@ -55,6 +55,9 @@ namespace zephyr::console::qt {
 /// Inside the object's rectangle the wheel, touchpads and fingers scroll an open console, and the mouse is the console's
 /// too unless setMouse() says otherwise.
 ///
+/// Assistive technology hears an open console as a text in the role QAccessible::Terminal, which has the focus: the
+/// newest part of the log and the input line. Everything is told as it changes, if anybody listens.
+///
 /// Several hosts may show one console if one thread paints them all.
 class ZEPHYR_CONSOLE_QT_EXPORT ConsoleHost : public QObject
 {
