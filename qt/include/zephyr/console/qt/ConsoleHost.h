@@ -40,11 +40,17 @@ namespace zephyr::console::qt {
 /// - keys that type text;
 /// - Backspace, Delete, Left, Right, Up, Down, Home, End, Page Up, Page Down, Tab, Backtab, Return and Enter, also with
 ///   Shift; Backspace, Delete, Left and Right with Ctrl too; and Ctrl+V, also with Shift;
-/// - Escape and dead keys, also with Shift, which belong to whoever types even where they do nothing.
+/// - Escape and dead keys, also with Shift, which belong to whoever types even where they do nothing;
+/// - unless it is plain, Shift+Insert, Ctrl+F, Ctrl+R, Ctrl with plus, minus and 0; Ctrl+C while something is selected;
+///   and Alt+C in the find bar.
 ///
 /// These then act nowhere else, not as a shortcut either. All other keys reach the host as if the console were closed:
-/// function keys, modifier keys, and shortcuts with Ctrl, Alt or Meta. Alt and a letter opens the host's menus; on
+/// function keys, modifier keys, and other shortcuts with Ctrl, Alt or Meta. Alt and a letter opens the host's menus; on
 /// macOS, where Alt is the Option key, it types. A key's repeats and release go where its press went.
+///
+/// What is painted is a view of the console, unless setPlain() says otherwise: long lines wrap, the log scrolls by rows
+/// and stays in place while output arrives, text is selected with the mouse, what fits the line is offered. Escape closes
+/// what is on top: offers, a bar, the selection; then, if the line is empty, the console.
 ///
 /// While a line runs, the keys that arrive wait until it has ended, and then act in their order; repeats of Return are
 /// dropped. Only the keys that open and close the console act at once. So a command may process events.
