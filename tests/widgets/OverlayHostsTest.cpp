@@ -21,6 +21,8 @@ using console::widgets::ConsoleOverlay;
 class OverlayOn : public testing::TestWithParam<HostKind>
 {
 protected:
+    OverlayOn() { overlay->host().setPlain(true); }
+
     OverlayOn()
     {
         for (int i = 0; i < 60; ++i) {
