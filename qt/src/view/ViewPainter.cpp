@@ -226,10 +226,8 @@ void ViewPainter::addMark()
     if (mPlan->mark.isEmpty()) {
         return;
     }
-    const std::u32string text =
-        QString(QStringLiteral("%1 new below")).arg(mPlan->newEntries).toStdU32String();
     addGround(mPlan->mark, mState->look.text);
-    addText(cutToWidth(text, mPlan->mark.width(), *mPlan->font),
+    addText(cutToWidth(mPlan->markText, mPlan->mark.width(), *mPlan->font),
             mPlan->mark.topLeft() + QPoint(mPlan->font->lineHeight() / 2, 0), inkOn(mState->look));
 }
 
