@@ -22,7 +22,8 @@ protected:
         addCompletingCommand(*console, U"cmd", {U"alpha", U"beta"});
         open();
         for (int line = 0; line < 60; ++line) {
-            console->write(U"a line that is longer than the frame is wide, so that it goes on in another row", console::Output);
+            console->write(U"a line that is longer than the frame is wide, so that it goes on in another row",
+                           console::Output);
         }
     }
 
