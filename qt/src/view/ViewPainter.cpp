@@ -238,16 +238,24 @@ void ViewPainter::addBar()
 
     // The cursor stays in view: what is left of the room is for the text before it.
     const double room = place.width() - label - statusWidth - 2 * mPlan->font->lineHeight();
-    const std::u32string text = withSigns(bar.text);
-    const double cursor = textOf(text)->layout().xOf(bar.cursor);
+    const std::u32string text =
+        withSigns(bar.text.substr(0, bar.cursor) + bar.composition + bar.text.substr(bar.cursor));
+    const RowLayout& layout = textOf(text)->layout();
+    const std::size_t composed = bar.cursor + bar.composition.size();
+    const double cursor = layout.xOf(composed);
     const double left = label - std::max(0.0, cursor - std::max(0.0, room));
     const QRectF field(label, place.top(), std::max(0.0, room) + mPlan->font->lineHeight(), place.height());
     if (field.isEmpty()) {
         return;
     }
-    addText(text, QPointF(std::floor(left), place.top()), mState->look.input, field);
+    if (addText(text, QPointF(std::floor(left), place.top()), mState->look.input, field) > 0.0 &&
+        !bar.composition.empty()) {
+        const int from = layout.unitAt(bar.cursor);
+        mItems.back().marks.push_back({from, layout.unitAt(composed) - from, {}, mState->look.input, true});
+    }
     const QRectF caret(left + cursor, place.top(), std::max(1.0, mPlan->font->spaceWidth() / 4),
                        place.height());
+    mCursor = (caret & field).toAlignedRect();
     addGround(caret & field, mState->look.input);
 }
 
@@ -274,7 +282,12 @@ void ViewPainter::addList()
     if (mPlan->list.isEmpty()) {
         return;
     }
-    addGround(mPlan->list, boxColor(mState->look));
+    addGround(mPlan->list | mPlan->note, boxColor(mState->look));
+    if (!mPlan->note.isEmpty()) {
+        const int space = static_cast<int>(std::ceil(mPlan->font->spaceWidth()));
+        addText(cutToWidth(mPlan->noteText, mPlan->note.width() - space, *mPlan->font),
+                mPlan->note.topLeft() + QPoint(space, 0), withAlpha(mState->look.text, kDimAlpha));
+    }
     const int rows = mPlan->list.height() / mPlan->font->lineHeight();
     for (int i = 0; i < rows; ++i) {
         addOffer(mPlan->listFirst + static_cast<std::size_t>(i), i);
@@ -291,11 +304,11 @@ void ViewPainter::addOffer(std::size_t index, int row)
         addGround(place, mState->look.input);
     }
     const QColor ink = isSelected ? inkOn(mState->look) : mState->look.input;
-    const int space = static_cast<int>(mPlan->font->spaceWidth());
+    const int space = static_cast<int>(std::ceil(mPlan->font->spaceWidth()));
     const int left = place.left() + space;
     addText(cutToWidth(withSigns(offer.text), place.right() - left, *mPlan->font), QPoint(left, place.top()),
             ink);
-    const int description = left + static_cast<int>(mPlan->font->spaceWidth() * (mPlan->listColumns + 2));
+    const int description = left + mPlan->listTexts + 2 * space;
     addText(cutToWidth(withSigns(offer.description), place.right() - description, *mPlan->font),
             QPoint(description, place.top()), withAlpha(ink, kDimAlpha));
 }
