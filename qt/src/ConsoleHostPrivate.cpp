@@ -380,11 +380,15 @@ void ConsoleHost::Private::followNeighbour(const ActedEvent& event)
 }
 
 /// Offers what fits the line that another host or the program left. A line that runs is not yet what it will be.
-void ConsoleHost::Private::followLine(Console& console)
+/// \return whether the view looks different, which asks for no frame yet.
+bool ConsoleHost::Private::followLine(Console& console)
 {
-    if (!mIsPlain && !console.isRunning()) {
-        mView.afterConsoleActed(console);
+    if (mIsPlain || console.isRunning()) {
+        return false;
     }
+    const QScopedValueRollback<bool> pressed(mIsKeyPressed, true);
+    mView.afterConsoleActed(console);
+    return std::exchange(mHasKeyChangedView, false);
 }
 
 bool ConsoleHost::Private::syncOpenState()
@@ -433,11 +437,10 @@ void ConsoleHost::Private::onConsoleChanged()
 {
     const std::shared_ptr<Private> keep = shared_from_this();
     mView.onLogGrown();
-    if (const BorrowedConsole console(mConsole); mOpen && console) {
-        followLine(*console);
-    }
+    const BorrowedConsole console(mConsole);
+    const bool hasChanged = mOpen && console && followLine(*console);
     const std::size_t shown = std::max(mPainter.painted().logSize, mAskedSize);
-    if (!syncOpenState() && mOpen && mWatch->toldSize() > shown) {
+    if (!syncOpenState() && mOpen && (hasChanged || mWatch->toldSize() > shown)) {
         requestRepaint();
     }
     mAccessibility.update();

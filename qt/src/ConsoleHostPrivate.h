@@ -79,7 +79,7 @@ public:
     void setOpen(bool open);
 
     /// Follows the console's own open flag, and announces a change. \return whether it changed.
-    void followLine(Console& console);
+    bool followLine(Console& console);
     bool syncOpenState();
 
     /// Must be called when the size of the object changed: what was painted before tells no size any more.
