@@ -196,6 +196,9 @@ void ConsoleHost::Private::deliverNow(Console& console, const KeyPress& press, b
 void ConsoleHost::Private::onViewChanged()
 {
     const BorrowedConsole console(mConsole);
+    if (!mOpen) {
+        return; // nothing of it is shown
+    }
     if (mIsKeyPressed && console && !console->isRunning()) {
         mHasKeyChangedView = true;
     } else {
@@ -316,7 +319,9 @@ void ConsoleHost::Private::setPlain(bool plain)
 {
     mIsPlain = plain;
     mChanges.forget();
-    requestRepaint();
+    if (mOpen) {
+        requestRepaint();
+    }
 }
 
 bool ConsoleHost::Private::lookForChange(const Console& console)
