@@ -72,6 +72,8 @@ std::vector<std::u32string> detail::parts(const std::u32string& text, std::size_
     return result.size() == count ? result : std::vector<std::u32string>();
 }
 
+/// \cond SPECIALISATIONS The members are as Value says.
+
 std::optional<QString> Value<QString>::read(const std::u32string& text)
 {
     return QString::fromStdU32String(text);
@@ -139,5 +141,7 @@ std::optional<QSizeF> Value<QSizeF>::read(const std::u32string& text)
 }
 
 std::u32string Value<QSizeF>::write(QSizeF value) { return writeTwo(value.width(), U'x', value.height()); }
+
+/// \endcond
 
 } // namespace zephyr::console::commands

@@ -19,6 +19,9 @@ std::optional<SwitchWord> readSwitch(const Form& form, const std::u32string& wor
 /// The words of a line, each with the parameter that it is for.
 struct SortedWords
 {
+    /// \param form the parameters.
+    /// \param words the line, without the command.
+    /// \param first the first of them that is no name of a sub-command.
     /// \param usageName what errors call the form.
     /// Throws ArgumentError for a word that is for none.
     SortedWords(const Form& form, const std::vector<std::u32string>& words, std::size_t first,

@@ -15,6 +15,8 @@ namespace zephyr::console::commands {
 class TypedCommand : public ConsoleCommand, public detail::Placed
 {
 public:
+    /// \param name what a line begins with.
+    /// \param description one sentence for help.
     /// \param forms at most one without a name, which runs where no other is named.
     TypedCommand(std::u32string name, std::u32string description, std::vector<detail::Form> forms);
 

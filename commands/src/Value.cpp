@@ -19,6 +19,8 @@ fs::path pathOfText(const std::u32string& text) { return StringUtil::toString(te
 
 } // namespace
 
+/// \cond SPECIALISATIONS The members are as Value says.
+
 std::optional<bool> Value<bool>::read(const std::u32string& text)
 {
     if (text == kOn || text == U"true" || text == U"1") {
@@ -67,5 +69,7 @@ std::vector<std::u32string> Value<fs::path>::candidates(const std::u32string& ty
     std::sort(files.begin(), files.end());
     return files;
 }
+
+/// \endcond
 
 } // namespace zephyr::console::commands

@@ -14,6 +14,8 @@ namespace zephyr::console::commands {
 class ValueRules
 {
 public:
+    /// \param type the type of the values, which must outlive the rules.
+    /// \param limits the limits, with values that are read here.
     /// \param label what errors call the value: "speed" or "/heading".
     /// Throws `std::invalid_argument` for limits that the type can't have.
     ValueRules(const detail::ValueType& type, const detail::LimitData& limits, std::u32string label);

@@ -23,10 +23,19 @@ class Command
 public:
     /// See command().
     ZEPHYR_CONSOLE_COMMANDS_EXPORT Command(std::u32string name, std::u32string description);
+
+    /// Copies the description, and the functions with it.
     ZEPHYR_CONSOLE_COMMANDS_EXPORT Command(const Command& other);
+
+    /// Takes over the description. The other may only be assigned to or destroyed then.
     ZEPHYR_CONSOLE_COMMANDS_EXPORT Command(Command&& other) noexcept;
+
+    /// As the copying constructor.
     ZEPHYR_CONSOLE_COMMANDS_EXPORT Command& operator=(const Command& other);
+
+    /// As the moving constructor.
     ZEPHYR_CONSOLE_COMMANDS_EXPORT Command& operator=(Command&& other) noexcept;
+
     ZEPHYR_CONSOLE_COMMANDS_EXPORT ~Command();
 
     /// Makes `fn` run for the word `name` after the command's. Parameters and throws as run(). A name that was given before

@@ -14,8 +14,8 @@ namespace detail {
 /// A unit of time as a fraction of a second, in lowest terms.
 struct TimeUnit
 {
-    std::int64_t numerator;
-    std::int64_t denominator;
+    std::int64_t numerator;   ///< Above 0.
+    std::int64_t denominator; ///< Above 0.
 };
 
 /// The count of `unit` that `text` is, such as `250ms`; nothing if it is no duration. Throws CommandError for one that
@@ -37,6 +37,7 @@ ZEPHYR_CONSOLE_COMMANDS_EXPORT std::u32string unitSuffix(TimeUnit unit);
 template <typename Rep, typename Period>
 struct Value<std::chrono::duration<Rep, Period>>
 {
+    /// \cond SPECIALISATIONS The members are as Value says.
     using Duration = std::chrono::duration<Rep, Period>;
 
     static constexpr std::u32string_view kName = U"duration";
@@ -62,6 +63,7 @@ struct Value<std::chrono::duration<Rep, Period>>
     {
         return Value<Rep>::write(value.count()) + detail::unitSuffix(kUnit);
     }
+    /// \endcond
 };
 
 } // namespace zephyr::console::commands

@@ -21,6 +21,7 @@ ZEPHYR_CONSOLE_COMMANDS_EXPORT std::vector<std::u32string> parts(const std::u32s
 template <glm::length_t Length, typename T, glm::qualifier Q>
 struct Value<glm::vec<Length, T, Q>>
 {
+    /// \cond SPECIALISATIONS The members are as Value says.
     using Vector = glm::vec<Length, T, Q>;
 
     static constexpr std::u32string_view kName = U"vector";
@@ -48,6 +49,7 @@ struct Value<glm::vec<Length, T, Q>>
         }
         return text;
     }
+    /// \endcond
 };
 
 } // namespace zephyr::console::commands

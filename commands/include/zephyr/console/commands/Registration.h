@@ -58,6 +58,7 @@ public:
     /// Removes the command that add() added.
     Registration(Added added) : mPlace(std::move(added.mPlace)) {}
 
+    /// Takes over the other's command.
     Registration(Registration&& other) noexcept : mPlace(std::move(other.mPlace)) { other.mPlace.reset(); }
 
     /// Removes its own command, and takes over the other's.

@@ -42,17 +42,20 @@ using EnumName = std::pair<E, std::u32string>;
 template <>
 struct Value<bool>
 {
+    /// \cond SPECIALISATIONS The members are as Value says.
     static constexpr std::u32string_view kName = U"switch";
     static constexpr bool kOnlyCandidates = true;
     ZEPHYR_CONSOLE_COMMANDS_EXPORT static std::optional<bool> read(const std::u32string& text);
     ZEPHYR_CONSOLE_COMMANDS_EXPORT static std::u32string write(bool value);
     ZEPHYR_CONSOLE_COMMANDS_EXPORT static std::vector<std::u32string> candidates();
+    /// \endcond
 };
 
 /// Whole numbers in decimal digits. What T can't hold is refused.
 template <typename T>
 struct Value<T, std::enable_if_t<detail::kIsInteger<T>>>
 {
+    /// \cond SPECIALISATIONS The members are as Value says.
     static constexpr std::u32string_view kName = U"whole number";
 
     static std::optional<T> read(const std::u32string& text)
@@ -75,6 +78,7 @@ struct Value<T, std::enable_if_t<detail::kIsInteger<T>>>
             return detail::writeUnsigned(value);
         }
     }
+    /// \endcond
 };
 
 /// Numbers such as `12`, `-0.5`, `1e-3`, `inf` and `nan`, with a point in every locale. Written with the fewest digits
@@ -82,47 +86,57 @@ struct Value<T, std::enable_if_t<detail::kIsInteger<T>>>
 template <typename T>
 struct Value<T, std::enable_if_t<std::is_floating_point_v<T>>>
 {
+    /// \cond SPECIALISATIONS The members are as Value says.
     static constexpr std::u32string_view kName = U"number";
     static std::optional<T> read(const std::u32string& text) { return detail::readFloating(text, T()); }
     static std::u32string write(T value) { return detail::writeFloating(value); }
+    /// \endcond
 };
 
 /// One code point.
 template <>
 struct Value<char32_t>
 {
+    /// \cond SPECIALISATIONS The members are as Value says.
     static constexpr std::u32string_view kName = U"character";
     ZEPHYR_CONSOLE_COMMANDS_EXPORT static std::optional<char32_t> read(const std::u32string& text);
     ZEPHYR_CONSOLE_COMMANDS_EXPORT static std::u32string write(char32_t value);
+    /// \endcond
 };
 
 /// Any text.
 template <>
 struct Value<std::u32string>
 {
+    /// \cond SPECIALISATIONS The members are as Value says.
     static constexpr std::u32string_view kName = U"text";
     static std::optional<std::u32string> read(const std::u32string& text) { return text; }
     static std::u32string write(const std::u32string& value) { return value; }
+    /// \endcond
 };
 
 /// Any text, in UTF-8.
 template <>
 struct Value<std::string>
 {
+    /// \cond SPECIALISATIONS The members are as Value says.
     static constexpr std::u32string_view kName = U"text";
     ZEPHYR_CONSOLE_COMMANDS_EXPORT static std::optional<std::string> read(const std::u32string& text);
     ZEPHYR_CONSOLE_COMMANDS_EXPORT static std::u32string write(const std::string& value);
+    /// \endcond
 };
 
 /// A file's name, which Tab completes.
 template <>
 struct Value<std::filesystem::path>
 {
+    /// \cond SPECIALISATIONS The members are as Value says.
     static constexpr std::u32string_view kName = U"file";
     ZEPHYR_CONSOLE_COMMANDS_EXPORT static std::optional<std::filesystem::path>
     read(const std::u32string& text);
     ZEPHYR_CONSOLE_COMMANDS_EXPORT static std::u32string write(const std::filesystem::path& value);
     ZEPHYR_CONSOLE_COMMANDS_EXPORT static std::vector<std::u32string> candidates(const std::u32string& typed);
+    /// \endcond
 };
 
 namespace detail {
@@ -130,10 +144,11 @@ template <typename E>
 using EnumNamesOf = decltype(enumNames(std::declval<E>()));
 }
 
-/// Enumerations, by the names that `enumNames()` gives.
+/// Enumerations, by the names that `enumNames()` gives. A value without a name is written as an empty text.
 template <typename E>
 struct Value<E, std::enable_if_t<std::is_enum_v<E>, std::void_t<detail::EnumNamesOf<E>>>>
 {
+    /// \cond SPECIALISATIONS The members are as Value says.
     static constexpr std::u32string_view kName = U"name";
     static constexpr bool kOnlyCandidates = true;
 
@@ -147,7 +162,6 @@ struct Value<E, std::enable_if_t<std::is_enum_v<E>, std::void_t<detail::EnumName
         return std::nullopt;
     }
 
-    /// An empty text for a value without a name.
     static std::u32string write(E value)
     {
         for (const EnumName<E>& named : enumNames(E())) {
@@ -166,6 +180,7 @@ struct Value<E, std::enable_if_t<std::is_enum_v<E>, std::void_t<detail::EnumName
         }
         return names;
     }
+    /// \endcond
 };
 
 } // namespace zephyr::console::commands

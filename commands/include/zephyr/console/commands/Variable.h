@@ -21,8 +21,8 @@ namespace detail {
 /// A variable's command, and its limits.
 struct AddedVariable
 {
-    Added added;
-    std::shared_ptr<const ValueRules> rules;
+    Added added;                             ///< What its registration is made of.
+    std::shared_ptr<const ValueRules> rules; ///< The limits, as checkLimits() takes them.
 };
 
 /// Registers the command of a variable. Throws `std::invalid_argument` as Variable's constructor does.

@@ -35,8 +35,13 @@ public:
         return *this;
     }
 
+    /// Whether readOnly() was called.
     bool isReadOnly() const { return mIsReadOnly; }
+
+    /// Whether hidden() was called.
     bool isHidden() const { return mIsHidden; }
+
+    /// What archived() said, or true.
     bool isArchived() const { return mIsArchived; }
 
 private:
