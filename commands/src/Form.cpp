@@ -48,6 +48,9 @@ FormParameter bind(const Parameter& described, const Shape& shape)
     if (described.form() == Parameter::Form::Option && shape.need == Need::Rest) {
         refuse(described, " is an option, and can't take several words");
     }
+    if (described.isNamed() && shape.need == Need::Rest) {
+        refuse(described, " takes several words, and can't be typed by its name");
+    }
     if (described.defaultText() &&
         (shape.need != Need::Required || described.form() == Parameter::Form::Flag)) {
         refuse(described, " has no use for a default");
@@ -108,7 +111,7 @@ std::u32string FormParameter::usage() const
 std::u32string FormParameter::help() const
 {
     std::u32string text = isArgument() ? capitals(described.name()) : rules.label();
-    text += U": " + expected();
+    text += (isArgument() && isSwitch() ? U" or " + switchHead() : U"") + U": " + expected();
     if (described.defaultText()) {
         text += U", by default " + rules.withUnit(quoted(*described.defaultText()));
     }
@@ -131,13 +134,13 @@ Form::Form(std::u32string formName, std::u32string formDescription, Function fun
 bool Form::hasSwitches() const
 {
     return std::any_of(parameters.begin(), parameters.end(),
-                       [](const FormParameter& parameter) { return !parameter.isArgument(); });
+                       [](const FormParameter& parameter) { return parameter.isSwitch(); });
 }
 
 std::optional<std::size_t> Form::switchNamed(const std::u32string& switchName) const
 {
     for (std::size_t i = 0; i < parameters.size(); ++i) {
-        if (!parameters[i].isArgument() && parameters[i].described.name() == switchName) {
+        if (parameters[i].isSwitch() && parameters[i].described.name() == switchName) {
             return i;
         }
     }

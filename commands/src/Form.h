@@ -23,6 +23,12 @@ struct FormParameter
     bool isArgument() const { return described.form() == Parameter::Form::Argument; }
     bool isFlag() const { return described.form() == Parameter::Form::Flag; }
 
+    /// Whether a word that begins with a slash may be for it.
+    bool isSwitch() const { return isFlag() || described.isNamed(); }
+
+    /// How it begins as a switch: `/name`, with `=` unless it is a flag.
+    std::u32string switchHead() const { return U"/" + described.name() + (isFlag() ? U"" : U"="); }
+
     /// Whether the function runs without it.
     bool canBeMissing() const;
 

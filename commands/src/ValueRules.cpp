@@ -78,7 +78,7 @@ void ValueRules::check(const std::u32string& text, const void* value) const
     checkRange(text, value);
     for (const CheckData& check : mLimits.checks) {
         if (!check.isGood(value)) {
-            refuse(text, check.complaint);
+            refuse(text.empty() ? U"''" : text, check.complaint);
         }
     }
 }
@@ -160,6 +160,7 @@ std::vector<std::u32string> ValueRules::candidates(const std::u32string& typed) 
     if (values.empty() && mType->candidates != nullptr) {
         values = mType->candidates(typed);
     }
+    values.insert(values.end(), mLimits.offers.begin(), mLimits.offers.end());
     if (mLimits.candidates) {
         const std::vector<std::u32string> more = mLimits.candidates();
         values.insert(values.end(), more.begin(), more.end());

@@ -66,6 +66,20 @@ TEST_F(CommandCompletion, OffersWhatTheHostSays)
     EXPECT_EQ(Texts({"load \"long storm\""}), completionsOf("load \"long st"));
 }
 
+TEST_F(CommandCompletion, OffersValuesByPlaceOrByName)
+{
+    add(
+        mConsole, U"place", U"", [](double, std::optional<double>) {},
+        argument(U"x").offers(1, 2.5).orByName(), argument(U"y").offers(3).orByName());
+    EXPECT_EQ(
+        Texts({"place /x=", "place /y=", "place /x=1", "place /x=2.5", "place /y=3", "place 1", "place 2.5"}),
+        completionsOf("place "));
+    EXPECT_EQ(Texts({"place 1 /y=3", "place 1 3"}), completionsOf("place 1 "));
+    EXPECT_EQ(Texts({"place /x=1 /y=3"}), completionsOf("place /x=1 "));
+    EXPECT_EQ(Texts({"place /x=2.5"}), completionsOf("place /x=2"));
+    EXPECT_EQ(Texts(), textsOfAnswer("place 7"));
+}
+
 TEST_F(CommandCompletion, OffersFiles)
 {
     const TemporaryDirectory directory;

@@ -1,5 +1,5 @@
-#include "sandbox/commands/QuitCommand.h"
 #include "sandbox/SandboxFixture.h"
+#include "sandbox/commands/SandboxCommands.h"
 #include "support/TemporaryDirectory.h"
 
 namespace zephyr::test {

@@ -1,6 +1,6 @@
 #include "sandbox/program/Batch.h"
 
-#include "sandbox/commands/QuitCommand.h"
+#include "sandbox/commands/SandboxCommands.h"
 #include "sandbox/program/Complaint.h"
 #include "sandbox/program/LogPrinter.h"
 #include "sandbox/program/Sandbox.h"

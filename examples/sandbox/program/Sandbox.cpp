@@ -1,14 +1,9 @@
 #include "sandbox/program/Sandbox.h"
 
-#include "sandbox/commands/AliasSaveCommand.h"
-#include "sandbox/commands/LogSaveCommand.h"
-#include "sandbox/commands/ObstacleCommand.h"
-#include "sandbox/commands/ParticlesCommand.h"
-#include "sandbox/commands/QuitCommand.h"
-#include "sandbox/commands/SimCommand.h"
-#include "sandbox/commands/WindCommand.h"
+#include "sandbox/commands/SandboxCommands.h"
 #include "zephyr/common/SystemPaths.h"
 #include "zephyr/console/RunConsoleFileCommand.h"
+#include "zephyr/console/commands/StandardCommands.h"
 
 #include <filesystem>
 #include <system_error>
@@ -41,13 +36,13 @@ Sandbox::Sandbox() : mConsole(std::make_shared<console::Console>())
     for (const std::filesystem::path& directory : dataDirectories()) {
         mConsole->appendRunpath(directory);
     }
-    mConsole->registerCommand(std::make_unique<WindCommand>(mSimulation));
-    mConsole->registerCommand(std::make_unique<SimCommand>(mSimulation, mClock, mRecording));
-    mConsole->registerCommand(std::make_unique<ParticlesCommand>(mSimulation));
-    mConsole->registerCommand(std::make_unique<ObstacleCommand>(mSimulation));
-    mConsole->registerCommand(std::make_unique<AliasSaveCommand>());
-    mConsole->registerCommand(std::make_unique<LogSaveCommand>());
-    mConsole->registerCommand(std::make_unique<QuitCommand>([this] { quit(); }));
+    addWind(*mConsole, mSimulation);
+    addSim(*mConsole, mSimulation, mClock, mRecording);
+    addParticles(*mConsole, mSimulation);
+    addObstacle(*mConsole, mSimulation);
+    addQuit(*mConsole, [this] { quit(); });
+    console::commands::addAliasSave(*mConsole);
+    console::commands::addLogSave(*mConsole);
     mConsole->registerCommand(std::make_unique<console::RunConsoleFileCommand>());
 }
 

@@ -1,7 +1,7 @@
 #ifndef ZEPHYR_SANDBOX_PROGRAM_SANDBOX_H
 #define ZEPHYR_SANDBOX_PROGRAM_SANDBOX_H
 
-#include "sandbox/commands/Recording.h"
+#include "sandbox/recording/Recording.h"
 #include "sandbox/simulation/Simulation.h"
 #include "sandbox/simulation/SimulationClock.h"
 #include "zephyr/console/Console.h"

@@ -1,7 +1,7 @@
-#include "sandbox/commands/Recording.h"
+#include "sandbox/recording/Recording.h"
 
-#include "sandbox/commands/AnswerIndent.h"
-#include "sandbox/commands/FileWriting.h"
+#include "sandbox/recording/AnswerIndent.h"
+#include "sandbox/recording/FileWriting.h"
 #include "sandbox/simulation/Simulation.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"

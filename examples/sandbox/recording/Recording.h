@@ -1,7 +1,7 @@
-#ifndef ZEPHYR_SANDBOX_COMMANDS_RECORDING_H
-#define ZEPHYR_SANDBOX_COMMANDS_RECORDING_H
+#ifndef ZEPHYR_SANDBOX_RECORDING_RECORDING_H
+#define ZEPHYR_SANDBOX_RECORDING_RECORDING_H
 
-#include "sandbox/commands/PositionRecorder.h"
+#include "sandbox/recording/PositionRecorder.h"
 
 #include <chrono>
 #include <cstdint>
