@@ -1,6 +1,7 @@
 #include "ValueRules.h"
 
 #include "ArgumentError.h"
+#include "OutOfRange.h"
 #include "Words.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/commands/Failure.h"
@@ -61,6 +62,9 @@ void ValueRules::read(const std::u32string& text, void* optional) const
     const void* value = nullptr;
     try {
         value = mType->read(text, optional);
+    } catch (const OutOfRange& error) {
+        refuseOutOfRange(text, error.isBelow());
+        throw ArgumentError{mLabel + U": " + StringUtil::toU32String(error.what())};
     } catch (const CommandError& error) {
         throw ArgumentError{mLabel + U": " + StringUtil::toU32String(error.what())};
     }
@@ -80,6 +84,20 @@ void ValueRules::check(const std::u32string& text, const void* value) const
         if (!check.isGood(value)) {
             refuse(text.empty() ? U"''" : text, check.complaint);
         }
+    }
+}
+
+/// Throws what the limits say of a number that the type can't hold, if they say anything.
+void ValueRules::refuseOutOfRange(const std::u32string& text, bool isBelow) const
+{
+    if (!mChoices.empty()) {
+        refuse(U"'" + text + U"'", U"is not " + mExpected);
+    }
+    if (isBelow && mLowest) {
+        refuse(text, U"is below " + withUnit(*mLimits.lowest));
+    }
+    if (!isBelow && mHighest) {
+        refuse(text, U"is above " + withUnit(*mLimits.highest));
     }
 }
 
