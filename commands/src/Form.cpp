@@ -99,11 +99,9 @@ bool FormParameter::canBeMissing() const
 
 std::u32string FormParameter::usage() const
 {
-    std::u32string text = isArgument() ? capitals(described.name()) : rules.label();
+    std::u32string text = isArgument() ? capitals(described.name()) : byName();
     if (need == Need::Rest) {
         text += U"...";
-    } else if (!isArgument() && !isFlag()) {
-        text += U"=" + rules.placeholder();
     }
     return canBeMissing() ? U"[" + text + U"]" : text;
 }
@@ -111,7 +109,7 @@ std::u32string FormParameter::usage() const
 std::u32string FormParameter::help() const
 {
     std::u32string text = isArgument() ? capitals(described.name()) : rules.label();
-    text += (isArgument() && isSwitch() ? U" or " + switchHead() : U"") + U": " + expected();
+    text += (isArgument() && isSwitch() ? U" or " + byName() : U"") + U": " + expected();
     if (described.defaultText()) {
         text += U", by default " + rules.withUnit(quoted(*described.defaultText()));
     }

@@ -147,8 +147,8 @@ TEST_F(CommandWords, MayBeTypedByPlaceOrByName)
     EXPECT_EQ(Texts({"    x: 10 is above 9.", usage}), textsOfAnswer("place /x=10"));
     EXPECT_EQ(Texts({"    place: '/z' is not /x or /y.", usage}), textsOfAnswer("place /z=10"));
     EXPECT_EQ(5, x);
-    EXPECT_EQ("    Usage: place X [Y]\n        \n        X or /x=: a number from 0 to 9.\n        Y or /y=: "
-              "a number.",
+    EXPECT_EQ("    Usage: place X [Y]\n        \n        X or /x=NUMBER: a number from 0 to 9.\n        "
+              "Y or /y=NUMBER: a number.",
               textsOfAnswer("help place").front());
 }
 
