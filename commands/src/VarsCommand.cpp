@@ -15,6 +15,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
+const std::u32string kNoVariables = U"There are no variables.";
+
 constexpr char kFileHead[] = "// Variables, as vars save wrote them.\n";
 
 std::vector<std::u32string> list(Console& console, const std::optional<std::u32string>& prefix)
@@ -25,6 +27,9 @@ std::vector<std::u32string> list(Console& console, const std::optional<std::u32s
             lines.push_back(variable.name() + U" " + variable.shownValue());
         }
     });
+    if (lines.empty()) {
+        lines.push_back(prefix ? U"No variable's name begins with '" + *prefix + U"'." : kNoVariables);
+    }
     return lines;
 }
 
