@@ -4,7 +4,6 @@
 #include "sandbox/simulation/NumberText.h"
 #include "sandbox/simulation/Simulation.h"
 #include "sandbox/simulation/SimulationClock.h"
-#include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 #include "zephyr/console/commands/Command.h"
 
@@ -12,11 +11,13 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zephyr::sandbox {
 
 namespace commands = console::commands;
+using commands::add;
 using commands::argument;
 using commands::command;
 using commands::fail;
@@ -84,21 +85,19 @@ std::string removeDisc(Simulation& simulation, std::size_t number)
     return "Removed obstacle " + std::to_string(number) + ".";
 }
 
-std::string particlesText(Simulation& simulation)
+std::string particlesText(const Simulation& simulation)
 {
     return "Particles: " + std::to_string(simulation.particles().size()) + ".";
 }
 
-void takeSteps(Simulation& simulation, const Recording& recording, unsigned steps, commands::Answer& answer,
-               Console& console)
+std::string takeSteps(Simulation& simulation, const Recording& recording, unsigned steps)
 {
-    if (recording.complainIfWorking(console)) {
-        return;
-    }
+    recording.refuseIfWorking();
     for (unsigned i = 0; i < steps; ++i) {
         simulation.step();
     }
-    answer << "Now at step " << simulation.stepCount() << " (" << textOf(simulation.time()) << " s).";
+    return "Now at step " + std::to_string(simulation.stepCount()) + " (" + textOf(simulation.time()) +
+           " s).";
 }
 
 Parameter steps(Parameter parameter, unsigned byDefault)
@@ -153,7 +152,7 @@ void addSim(Console& console, Simulation& simulation, SimulationClock& clock, Re
                 U"record",
                 U"Moves the simulation on and writes the places of its first 100 particles to a CSV file.",
                 [&](const std::filesystem::path& path, unsigned count, Console& own) {
-                    recording.start(StringUtil::toU32String(path.string()), count, own);
+                    recording.start(path, count, own);
                 },
                 option(U"path", U"Quote a name with spaces.")
                     .check([](const std::filesystem::path& path) { return !path.empty(); }, U"is no file"),
@@ -181,10 +180,8 @@ void addSim(Console& console, Simulation& simulation, SimulationClock& clock, Re
                     .offers(0.5, 1, 2))
             .sub(
                 U"step", U"Moves the simulation on at once, paused or not.",
-                [&](unsigned count, commands::Answer& answer, Console& own) {
-                    takeSteps(simulation, recording, count, answer, own);
-                },
-                steps(argument(U"n", U"Steps of 1/120 s."), 1).offers(1, 120, 600)));
+                [&](unsigned count) { return takeSteps(simulation, recording, count); },
+                steps(argument(U"count", U"Steps of 1/120 s."), 1).offers(1, 120, 600)));
 }
 
 void addParticles(Console& console, Simulation& simulation)
@@ -203,7 +200,7 @@ void addParticles(Console& console, Simulation& simulation)
                              }
                              return particlesText(simulation);
                          },
-                         argument(U"n").between(0U, kMaxParticleCount).offers(1000, 4000, 20000)));
+                         argument(U"count").between(0U, kMaxParticleCount).offers(1000, 4000, 20000)));
 }
 
 void addObstacle(Console& console, Simulation& simulation)
@@ -230,7 +227,7 @@ void addObstacle(Console& console, Simulation& simulation)
             .sub(
                 U"remove", U"Removes an obstacle; those behind it move up one number.",
                 [&](std::size_t number) { return removeDisc(simulation, number); },
-                argument(U"n", U"A number that 'obstacle list' shows.")));
+                argument(U"number", U"As 'obstacle list' shows it.")));
 }
 
 void addQuit(Console& console, std::function<void()> beforeThrow)
