@@ -36,13 +36,22 @@ Sandbox::Sandbox() : mConsole(std::make_shared<console::Console>())
     for (const std::filesystem::path& directory : dataDirectories()) {
         mConsole->appendRunpath(directory);
     }
+    addCommands();
+}
+
+void Sandbox::addCommands()
+{
     addWind(*mConsole, mSimulation);
     addSim(*mConsole, mSimulation, mClock, mRecording);
     addParticles(*mConsole, mSimulation);
     addObstacle(*mConsole, mSimulation);
     addQuit(*mConsole, [this] { quit(); });
     console::commands::addAliasSave(*mConsole);
+    console::commands::addClear(*mConsole, [this] { clear(); });
+    console::commands::addEcho(*mConsole);
+    console::commands::addHistory(*mConsole);
     console::commands::addLogSave(*mConsole);
+    console::commands::addVars(*mConsole);
     mConsole->registerCommand(std::make_unique<console::RunConsoleFileCommand>());
 }
 
@@ -58,6 +67,13 @@ void Sandbox::quit()
     mRecording.end(*mConsole);
     if (mWhenQuitting) {
         mWhenQuitting();
+    }
+}
+
+void Sandbox::clear()
+{
+    if (mWhenClearing) {
+        mWhenClearing();
     }
 }
 
