@@ -15,7 +15,8 @@ constexpr char32_t kQuote = U'"';
 constexpr char32_t kSwitch = U'/';
 constexpr std::u32string_view kVowels = U"aeiouAEIOU";
 
-bool isBlank(char32_t c) { return QChar::isSpace(c) || c < U' '; }
+/// Whether `c` may be lost where a word begins or ends, as the console trims a file's lines of byte order marks too.
+bool isBlank(char32_t c) { return QChar::isSpace(c) || c < U' ' || c == QChar::ByteOrderMark; }
 
 } // namespace
 

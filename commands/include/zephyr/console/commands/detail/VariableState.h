@@ -14,13 +14,25 @@
 
 namespace zephyr::console::commands::detail {
 
+/// Whether a T has the size of a word of the processor.
+template <typename T>
+inline constexpr bool kIsWord = sizeof(T) == 1 || sizeof(T) == 2 || sizeof(T) == 4 || sizeof(T) == 8;
+
+/// A T where the processor can read it in one step. Some have a lesser alignment by nature, such as a pair of integers, and
+/// compilers call a library for those.
+template <typename T>
+struct alignas(kIsWord<T> ? sizeof(T) : alignof(T)) Aligned
+{
+    T value;
+};
+
 /// Whether a T is read and written in one step by the processor.
-template <typename T, bool = std::is_trivially_copyable_v<T>>
+template <typename T, bool = kIsWord<T> && std::is_trivially_copyable_v<T>>
 struct IsLockFree : std::false_type
 {};
 
 template <typename T>
-struct IsLockFree<T, true> : std::bool_constant<std::atomic<T>::is_always_lock_free>
+struct IsLockFree<T, true> : std::bool_constant<std::atomic<Aligned<T>>::is_always_lock_free>
 {};
 
 /// A value that one thread sets and any may read, without a lock where the type allows.
@@ -28,12 +40,12 @@ template <typename T, bool = IsLockFree<T>::value>
 class SharedValue
 {
 public:
-    explicit SharedValue(T value) : mValue(value) {}
-    T get() const { return mValue.load(std::memory_order_acquire); }
-    void set(T value) { mValue.store(value, std::memory_order_release); }
+    explicit SharedValue(T value) : mValue(Aligned<T>{value}) {}
+    T get() const { return mValue.load(std::memory_order_acquire).value; }
+    void set(T value) { mValue.store(Aligned<T>{value}, std::memory_order_release); }
 
 private:
-    std::atomic<T> mValue;
+    std::atomic<Aligned<T>> mValue;
 };
 
 template <typename T>
