@@ -109,10 +109,6 @@ Parameter steps(Parameter parameter, unsigned byDefault)
 
 void addWind(Console& console, Simulation& simulation)
 {
-    const Parameter heading = argument(U"heading", U"0 is up, 90 right.")
-                                  .between(0, kFullCircle)
-                                  .unit(U"degrees")
-                                  .offers(0, 90, 180, 270);
     add(console,
         command(U"wind", U"The wind over the field.")
             .sub(
@@ -133,8 +129,12 @@ void addWind(Console& console, Simulation& simulation)
                     return setWind(simulation, speed, to);
                 },
                 argument(U"speed").between(0, kMaxWindSpeed).unit(U"m/s").offers(0, 5, 12, 30).orByName(),
-                Parameter(heading).orByName().check([](double to) { return to < kFullCircle; },
-                                                    U"is 0 degrees again"))
+                argument(U"heading", U"0 is up, 90 right.")
+                    .between(0, kFullCircle)
+                    .unit(U"degrees")
+                    .offers(0, 90, 180, 270)
+                    .orByName()
+                    .check([](double to) { return to < kFullCircle; }, U"is 0 degrees again"))
             .sub(U"show", U"Shows the wind's speed, its heading and the gust on top of it.",
                  [&] { return windText(simulation); }));
 }
