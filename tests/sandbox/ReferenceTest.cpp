@@ -18,7 +18,10 @@ std::string textOf(const QJsonValue& object, const char* key)
     return object[QLatin1String(key)].toString().toStdString();
 }
 
-bool contains(const std::string& text, const std::string& part) { return text.find(part) != text.npos; }
+bool contains(const std::string& text, const std::string& part)
+{
+    return text.find(part) != std::string::npos;
+}
 
 std::string printedReference(const char* format)
 {
