@@ -76,7 +76,7 @@ Added addVars(Console& console)
                command(U"vars", U"Lists, saves and resets variables.")
                    .run(&list, prefix)
                    .sub(U"save", U"Writes a console file that brings back what differs from its default.",
-                        &save, argument(U"file", U"The extension may be left out; quote a name with spaces."))
+                        &save, fileArgument(U"The extension may be left out; quote a name with spaces."))
                    .sub(U"reset", U"Restores the defaults.", &reset, prefix));
 }
 
