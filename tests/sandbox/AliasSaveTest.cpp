@@ -158,7 +158,10 @@ TEST_F(AliasSave, NeedsOneName)
     define(U"calm", U"wind set 0");
     const std::string nothing = "file: nothing given; expected a file.";
     expectErrors("alias_save",
-                 {{"", nothing}, {"> out.txt", nothing}, {"a b", "alias_save: 'b' is one word too many."}},
+                 {{"", nothing},
+                  {"\"\"", "file: '' is no file."},
+                  {"> out.txt", nothing},
+                  {"a b", "alias_save: 'b' is one word too many."}},
                  "alias_save FILE");
 }
 
