@@ -12,7 +12,7 @@ Answer::Answer(IWriteableConsole& console) : mConsole(console) {}
 
 void Answer::append(std::u32string_view text)
 {
-    for (std::size_t end = text.find(U'\n'); end != text.npos; end = text.find(U'\n')) {
+    for (std::size_t end = text.find(U'\n'); end != std::u32string_view::npos; end = text.find(U'\n')) {
         mLine += text.substr(0, end);
         mHasBegun = true; // an empty line too
         flush();

@@ -43,18 +43,19 @@ std::vector<std::u32string> CompletedLine::candidates(const std::vector<Offer>& 
 {
     const std::u32string typed = unquoted(mLast);
     const std::size_t blank = mLast.rfind(kBlank);
-    const std::u32string kept = blank == mLast.npos ? std::u32string() : unquoted(mLast.substr(0, blank + 1));
+    const std::u32string kept =
+        blank == std::u32string::npos ? std::u32string() : unquoted(mLast.substr(0, blank + 1));
     std::vector<std::u32string> result;
     for (const Offer& offer : offers) {
         const std::u32string whole = offer.head + offer.value;
-        if (!whole.starts_with(typed) || whole == typed || whole.find(kQuote) != whole.npos) {
+        if (!whole.starts_with(typed) || whole == typed || whole.find(kQuote) != std::u32string::npos) {
             continue;
         }
         // What was typed without quotes needs none, such as a file's name that begins with a slash.
         const bool needsQuotes =
-            !offer.value.empty() && (typed.empty() || offer.value.find(kBlank) != whole.npos);
+            !offer.value.empty() && (typed.empty() || offer.value.find(kBlank) != std::u32string::npos);
         std::u32string candidate = offer.head + (needsQuotes ? quoted(offer.value) : offer.value);
-        if (blank != mLast.npos) {
+        if (blank != std::u32string::npos) {
             candidate = whole.substr(kept.size()) + kQuote; // which a blank in a word has open
         }
         if (std::find(result.begin(), result.end(), candidate) == result.end()) {

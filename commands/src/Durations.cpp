@@ -94,7 +94,7 @@ std::optional<std::int64_t> readWholeDuration(const std::u32string& text, TimeUn
     if (!amount) {
         return std::nullopt;
     }
-    if (equal(amount->unit, unit) && amount->number.find(U'.') == amount->number.npos) {
+    if (equal(amount->unit, unit) && amount->number.find(U'.') == std::u32string::npos) {
         return readSigned(amount->number, lowest, highest);
     }
     const std::optional<long double> number = readFloating(amount->number, 0.0L);

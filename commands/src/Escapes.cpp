@@ -47,7 +47,7 @@ std::u32string escapeOf(char32_t c)
 std::optional<char32_t> takeEscape(std::u32string_view& word)
 {
     const std::size_t end = word.find(kEnd);
-    if (!word.starts_with(kBegin) || end == word.npos) {
+    if (!word.starts_with(kBegin) || end == std::u32string_view::npos) {
         return std::nullopt;
     }
     const std::u32string_view digits = word.substr(kBegin.size(), end - kBegin.size());

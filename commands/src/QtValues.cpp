@@ -43,7 +43,7 @@ std::optional<QColor> readLongColour(const QString& text)
 {
     std::array<quint16, 4> channels{};
     for (std::size_t i = 0; i < channels.size(); ++i) {
-        const auto at = static_cast<qsizetype>(1 + i * kChannelDigits);
+        const qsizetype at = 1 + static_cast<qsizetype>(i) * kChannelDigits;
         bool isNumber = false;
         channels[i] = text.mid(at, kChannelDigits).toUShort(&isNumber, kHexadecimal);
         if (!isNumber) {
@@ -64,7 +64,8 @@ std::vector<std::u32string> detail::parts(const std::u32string& text, std::size_
 {
     std::vector<std::u32string> result;
     std::size_t begin = 0;
-    for (std::size_t end = text.find(separator); end != text.npos; end = text.find(separator, begin)) {
+    for (std::size_t end = text.find(separator); end != std::u32string::npos;
+         end = text.find(separator, begin)) {
         result.push_back(text.substr(begin, end - begin));
         begin = end + 1;
     }

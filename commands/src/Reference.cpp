@@ -21,7 +21,7 @@ std::u32string plain(const std::u32string& text)
 {
     std::u32string result;
     for (const char32_t c : text) {
-        if (kSpecialInMarkdown.find(c) != kSpecialInMarkdown.npos) {
+        if (kSpecialInMarkdown.find(c) != std::u32string_view::npos) {
             result += U'\\';
         }
         result += c == U'\n' ? U' ' : c;
@@ -32,7 +32,7 @@ std::u32string plain(const std::u32string& text)
 /// `text` as code, which may hold back-quotes.
 std::u32string code(const std::u32string& text)
 {
-    const bool hasQuote = text.find(U'`') != text.npos;
+    const bool hasQuote = text.find(U'`') != std::u32string::npos;
     return hasQuote ? U"`` " + text + U" ``" : U"`" + text + U"`";
 }
 

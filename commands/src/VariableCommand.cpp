@@ -16,7 +16,6 @@
 namespace zephyr::console::commands {
 
 using detail::VariableBase;
-using detail::WordReader;
 
 namespace {
 
@@ -24,19 +23,6 @@ const std::u32string kUsage = U"Usage";
 const std::u32string kNothing = U" "; // a help text that is empty would be called one that isn't provided
 const std::u32string kDefault = U"default";
 const std::u32string kEscapedBegin = U"/escaped=";
-
-/// Reads one text by the rules.
-class RuledWord : public WordReader
-{
-public:
-    RuledWord(const ValueRules& rules, const std::u32string& text) : mRules(rules), mText(text) {}
-
-    void read(void* optional) const override { mRules.read(mText, optional); }
-
-private:
-    const ValueRules& mRules;
-    const std::u32string& mText;
-};
 
 bool isPlainWord(const std::u32string& text)
 {
@@ -67,9 +53,9 @@ VariableCommand::VariableCommand(std::u32string name, std::u32string description
       mLimits(limits),
       mState(std::move(state))
 {
-    const std::u32string help = usage() + kFurtherLine + mDescription + kFurtherLine + capitals(U"value") +
-                                U": " + mRules->expected() + U", by default " + shownDefault() + U".";
-    registerArgHandler(kUsage, {}, help, kNothing);
+    const std::u32string about = usage() + kFurtherLine + mDescription + kFurtherLine + capitals(U"value") +
+                                 U": " + mRules->expected() + U", by default " + shownDefault() + U".";
+    registerArgHandler(kUsage, {}, about, kNothing);
 }
 
 std::u32string VariableCommand::usage() const
@@ -129,7 +115,8 @@ void VariableCommand::set(const std::vector<std::u32string>& words) const
     }
     const std::shared_ptr<VariableBase> state = mState; // who is told of the change may remove the variable
     const std::shared_ptr<const ValueRules> rules = mRules;
-    state->setFrom(RuledWord(*rules, textOfWord(words[0], mName)));
+    const std::u32string text = textOfWord(words[0], mName);
+    state->setFrom([&](void* optional) { rules->read(text, optional); });
 }
 
 void VariableCommand::reset() const

@@ -77,7 +77,7 @@ std::u32string orList(const std::vector<std::u32string>& texts)
 
 std::u32string withArticle(std::u32string_view name)
 {
-    const bool isVowel = !name.empty() && kVowels.find(name.front()) != kVowels.npos;
+    const bool isVowel = !name.empty() && kVowels.find(name.front()) != std::u32string_view::npos;
     return (isVowel ? U"an " : U"a ") + std::u32string(name);
 }
 
@@ -92,13 +92,14 @@ std::u32string capitals(std::u32string_view name)
 std::u32string_view lastWord(std::u32string_view name)
 {
     const std::size_t blank = name.rfind(U' ');
-    return blank == name.npos ? name : name.substr(blank + 1);
+    return blank == std::u32string_view::npos ? name : name.substr(blank + 1);
 }
 
 void requireName(const std::u32string& name, const char* what)
 {
     const bool isGood = !name.empty() && name.front() != kSwitch && name != U">" && name != U">!" &&
-                        name.find(kQuote) == name.npos && std::none_of(name.begin(), name.end(), isBlank);
+                        name.find(kQuote) == std::u32string_view::npos &&
+                        std::none_of(name.begin(), name.end(), isBlank);
     if (!isGood) {
         throw std::invalid_argument(std::string(what) + " can't be named '" + StringUtil::toString(name) +
                                     "'");

@@ -51,9 +51,8 @@ TEST_F(Vars, SavesWhatDiffersFromItsDefault)
 
 TEST_F(Vars, SavesAnyText)
 {
-    for (const char* text :
-         {"", "default", "two words", "\"quoted\"", "a\nb", "\\u{41}", "/x", ">", "\xEF\xBF\xBF", "\t",
-          "end\uFEFF"}) {
+    for (const char* text : {"", "default", "two words", "\"quoted\"", "a\nb", "\\u{41}", "/x", ">",
+                             "\xEF\xBF\xBF", "\t", "end\uFEFF"}) {
         mTitle.set(text);
         textsOfAnswer("vars save mine.console");
         mTitle.set("lost");

@@ -8,7 +8,13 @@
 #include "docs/Guide.h"
 #include "support/TemporaryDirectory.h"
 
+#include <QAccessible>
+#include <QAccessibleInterface>
+#include <QWindow>
+
 #include <gtest/gtest.h>
+
+#include <memory>
 
 namespace zephyr::test {
 namespace {
@@ -53,12 +59,39 @@ TEST_F(CommandsGuide, EndsABatchRunWithAnErrorWhereACommandFails)
 TEST_F(CommandsGuide, SetsUpWhatManyProgramsWant)
 {
     mDirectory.write("startup.console", "echo ready\n");
-    const std::string reference = setUp(mConsole);
+    QWindow window;
+    console::qt::ConsoleHost host(&window);
+    const std::string reference = setUp(host);
     for (const char* command : {"alias\\_save", "clear", "echo", "history", "log\\_save", "vars"}) {
         EXPECT_NE(std::string::npos, reference.find("\n## " + std::string(command) + "\n")) << command;
     }
     EXPECT_NE(std::string::npos, reference.find("\n`vars save FILE`\n"));
-    EXPECT_EQ(U"    ready", mConsole.snapshot().lines()[3].text);
+    EXPECT_EQ(U"    ready", host.console()->snapshot().lines()[3].text);
+}
+
+/// What assistive technology reads of the console in `window`.
+std::string visibleText(QWindow& window)
+{
+    QAccessibleInterface* const pane = QAccessible::queryAccessibleInterface(&window);
+    return pane->child(0)->textInterface()->text(0, -1).toStdString();
+}
+
+TEST_F(CommandsGuide, ClearsTheView)
+{
+    const auto console = std::make_shared<console::Console>();
+    QWindow window;
+    {
+        console::qt::ConsoleHost host(console, &window);
+        setUp(host);
+        window.show();
+        host.setOpen(true);
+        console->execute(U"echo old");
+        EXPECT_NE(std::string::npos, visibleText(window).find("old"));
+        console->execute(U"clear");
+        EXPECT_EQ(std::string::npos, visibleText(window).find("old"));
+        EXPECT_NE(nullptr, console->lookupCommand(U"clear"));
+    }
+    EXPECT_EQ(nullptr, console->lookupCommand(U"clear"));
 }
 
 } // namespace

@@ -63,7 +63,7 @@ private:
     struct Data;
 
     template <typename Fn, typename... Parameters>
-    Command& describe(std::u32string name, std::u32string description, Fn&& fn,
+    Command& describe(std::u32string&& name, std::u32string&& description, Fn&& fn,
                       const Parameters&... parameters)
     {
         using Kept = std::decay_t<Fn>;
@@ -72,12 +72,12 @@ private:
                     detail::makeFunction(std::forward<Fn>(fn), typename detail::Signature<Kept>::Takes()),
                     {parameters...});
         } else {
-            static_assert(!std::is_same_v<Kept, Kept>,
-                          "This function can't be a command: it must have one signature, whose parameters "
-                          "are values that "
-                          "Value<T> reads, std::optional or std::vector of them, Answer& or Console&, a "
-                          "result that can be "
-                          "written, and no more parameters described than it has.");
+            static_assert(
+                !std::is_same_v<Kept, Kept>,
+                "This function can't be a command: it must have one signature, whose parameters are "
+                "values that Value<T> reads, std::optional or std::vector of them, Answer& or "
+                "Console&, a result that can be written, and no more parameters described than it "
+                "has.");
         }
         return *this;
     }

@@ -74,7 +74,7 @@ public:
              const VariableLimits& limits = {})
         : Variable(console, std::move(name),
                    std::make_shared<State>(std::move(getter), std::move(setter), std::move(byDefault)),
-                   std::move(description), std::move(limits))
+                   std::move(description), limits)
     {}
 
     Variable(const Variable&) = delete;

@@ -30,12 +30,15 @@ struct KnownSignature
     using Only = typename OnlyOf<Ps...>::Type;
 };
 
-/// What a function takes and returns. Unknown for what can be called in several ways, or not at all.
-template <typename Fn, typename = void>
-struct Signature
+struct UnknownSignature
 {
     static constexpr bool kIsKnown = false;
 };
+
+/// What a function takes and returns. Unknown for what can be called in several ways, or not at all.
+template <typename Fn, typename = void>
+struct Signature : UnknownSignature
+{};
 
 template <typename Fn>
 struct Signature<Fn, std::void_t<decltype(&Fn::operator())>> : Signature<decltype(&Fn::operator())>

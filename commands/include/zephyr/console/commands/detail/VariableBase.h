@@ -1,20 +1,10 @@
 #ifndef ZEPHYR_CONSOLE_COMMANDS_DETAIL_VARIABLEBASE_H
 #define ZEPHYR_CONSOLE_COMMANDS_DETAIL_VARIABLEBASE_H
 
+#include <functional>
 #include <string>
 
 namespace zephyr::console::commands::detail {
-
-/// Reads a word into a variable of a type that only the header knows.
-class WordReader
-{
-public:
-    /// Reads the word into a `std::optional<T>`. Throws what is wrong with it.
-    virtual void read(void* optional) const = 0;
-
-protected:
-    ~WordReader() = default;
-};
 
 /// The value of a variable as texts.
 class VariableBase
@@ -33,8 +23,8 @@ public:
     /// The default, as it is read.
     virtual std::u32string defaultText() const = 0;
 
-    /// Makes what `word` reads the value.
-    virtual void setFrom(const WordReader& word) = 0;
+    /// Makes what `read` puts into a `std::optional<T>` the value. `read` throws what is wrong with it.
+    virtual void setFrom(const std::function<void(void* optional)>& read) = 0;
 
     /// Makes the default the value.
     virtual void reset() = 0;

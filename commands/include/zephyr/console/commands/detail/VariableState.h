@@ -18,16 +18,16 @@ namespace zephyr::console::commands::detail {
 template <typename T>
 inline constexpr bool kIsWord = sizeof(T) == 1 || sizeof(T) == 2 || sizeof(T) == 4 || sizeof(T) == 8;
 
-/// A T where the processor can read it in one step. Some have a lesser alignment by nature, such as a pair of integers, and
-/// compilers call a library for those.
+/// A T of a word's size where the processor can read it in one step. Some have a lesser alignment by nature, such as a pair
+/// of integers, and compilers call a library for those.
 template <typename T>
-struct alignas(kIsWord<T> ? sizeof(T) : alignof(T)) Aligned
+struct alignas(sizeof(T)) Aligned
 {
     T value;
 };
 
 /// Whether a T is read and written in one step by the processor.
-template <typename T, bool = kIsWord<T> && std::is_trivially_copyable_v<T>>
+template <typename T, bool = kIsWord<T>&& std::is_trivially_copyable_v<T>>
 struct IsLockFree : std::false_type
 {};
 
@@ -110,10 +110,10 @@ public:
     std::u32string defaultText() const override { return Value<T>::write(mDefault); }
     void reset() override { set(mDefault); }
 
-    void setFrom(const WordReader& word) override
+    void setFrom(const std::function<void(void* optional)>& read) override
     {
         std::optional<T> value;
-        word.read(&value);
+        read(&value);
         set(*value);
     }
 
