@@ -87,8 +87,8 @@ protected:
     QImage awaitRest()
     {
         QImage before;
-        const QImage picture = program.pictureThat(
-            [&](const QImage& p) { return std::exchange(before, p) == p && isDrawn(p); });
+        const QImage picture =
+            program.pictureThat([&](const QImage& p) { return std::exchange(before, p) == p && isDrawn(p); });
         EXPECT_TRUE(isDrawn(picture));
         return picture;
     }

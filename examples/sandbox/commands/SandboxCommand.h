@@ -27,6 +27,9 @@ bool hasOneForm(const SubCommandWords& words);
 std::optional<std::u32string> givenValue(const SubCommandWords& words, std::size_t index,
                                          const std::u32string& name);
 
+// Where a list of values ends early, GCC warns of members without an initializer.
+// NOLINTBEGIN(readability-redundant-member-init)
+
 /// A switch that a sub-command knows.
 struct SubCommandSwitch
 {
@@ -44,6 +47,8 @@ struct SubCommand
     std::vector<SubCommandSwitch> switches = {};
     std::vector<std::u32string> examples = {}; ///< Plain words that Tab offers.
 };
+
+// NOLINTEND(readability-redundant-member-init)
 
 /// Base of the sandbox's commands whose second word says what to do. They share how words are sorted, how bad ones are
 /// answered, and completion.
