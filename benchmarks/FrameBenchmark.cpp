@@ -1,6 +1,7 @@
 // The cost of a frame with the console in it, in full HD and premultiplied ARGB. The floor only draws the pixels: one
 // fillRect(), and one drawStaticText() for each visible log line.
 
+#include "support/Canvas.h"
 #include "support/TextEdit.h"
 #include "support/Workload.h"
 #include "zephyr/common/ElapsedSimTime.h"
@@ -10,7 +11,6 @@
 
 #include <QFont>
 #include <QFontMetrics>
-#include <QImage>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QScrollBar>
@@ -35,25 +35,6 @@ enum class View
 };
 
 const ElapsedSimTime kFrameTime(Time(1.0 / 60.0));
-
-/// A picture with an active painter.
-class Canvas
-{
-public:
-    Canvas() : mImage(kWidth, kHeight, QImage::Format_ARGB32_Premultiplied), mPainter(begun(mImage)) {}
-
-    QPainter& painter() { return *mPainter; }
-
-private:
-    static std::unique_ptr<QPainter> begun(QImage& image)
-    {
-        image.fill(Qt::darkCyan);
-        return std::make_unique<QPainter>(&image);
-    }
-
-    QImage mImage;
-    std::unique_ptr<QPainter> mPainter;
-};
 
 int linesThatFit(const QFont& font) { return kHeight / QFontMetrics(font).height(); }
 

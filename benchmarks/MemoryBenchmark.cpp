@@ -1,6 +1,8 @@
 // The memory of a log line: the growth of the allocated memory, overhead and spare room included, divided by the number
 // of lines. The figures are the same in every run. The times mean nothing.
 
+#include "support/Canvas.h"
+#include "support/HostedLog.h"
 #include "support/Workload.h"
 #include "zephyr/common/ElapsedSimTime.h"
 #include "zephyr/common/Time.h"
@@ -132,17 +134,58 @@ void measureRendererAfterEveryLine(benchmark::State& state)
     }
 }
 
+/// What the host kit keeps beside the log while the console is open, the picture of the view included.
+void measureOpenKit(benchmark::State& state)
+{
+    Canvas canvas;
+    HostedLog log(logLength(state));
+    HostedLog other(0); // so that Qt already has the letters
+    other.host().setOpen(true);
+    other.host().paint(canvas.painter());
+    for (auto _ : state) {
+        const double before = bytesInUse();
+        log.host().setOpen(true);
+        log.host().paint(canvas.painter());
+        reportSince(state, before);
+    }
+}
+
+void measureClosedKit(benchmark::State& state)
+{
+    Canvas canvas;
+    HostedLog log(logLength(state));
+    HostedLog other(0);
+    other.host().setOpen(true);
+    other.host().paint(canvas.painter());
+    for (auto _ : state) {
+        const double before = bytesInUse();
+        log.host().setOpen(true);
+        log.host().paint(canvas.painter());
+        log.host().setOpen(false);
+        log.host().paint(canvas.painter());
+        reportSince(state, before);
+    }
+}
+
 void memorySettings(benchmark::internal::Benchmark* registered)
 {
     registered->Apply(logLengths)->Iterations(1)->Repetitions(1);
 }
 
+void kitSettings(benchmark::internal::Benchmark* registered)
+{
+    constexpr std::int64_t kHugeLog = 1000000; // lines
+    registered->Apply(memorySettings)->Arg(kHugeLog);
+}
+
 BENCHMARK(measureVector)->Name("memory/floor")->Apply(memorySettings);
-BENCHMARK(measureConsole)->Name("memory/console")->Apply(memorySettings);
+BENCHMARK(measureConsole)->Name("memory/console")->Apply(kitSettings);
 BENCHMARK(measureSnapshot)->Name("memory/snapshot")->Apply(memorySettings);
 BENCHMARK(measureRefreshedSnapshot)->Name("memory/refreshed")->Apply(memorySettings);
 BENCHMARK(measureRendererAfterAFrame)->Name("memory/first_frame")->Apply(memorySettings);
 BENCHMARK(measureRendererAfterEveryLine)->Name("memory/every_line")->Apply(memorySettings);
+BENCHMARK(measureOpenKit)->Name("memory/kit_open")->Apply(kitSettings);
+BENCHMARK(measureClosedKit)->Name("memory/kit_closed")->Apply(kitSettings);
 
 } // namespace
 } // namespace zephyr::bench

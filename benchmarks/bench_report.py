@@ -20,11 +20,17 @@ ROWS = {
     "first_frame": ("first frame of a fresh renderer", 1.2),
     "first_frame_oldest": ("the same, scrolled to the oldest line", None),
     "jump": ("from the newest line to the oldest, which was never shown", None),
+    "kit_unchanged": ("kit's view, nothing changed; floor: `render`", 0.55),
+    "kit_one_line": ("kit's view, one line written since; floor: `refresh` and `render`", 1.00),
+    "kit_first_frame": ("kit's view, first frame; floor: `snapshot` and `render`", None),
+    "kit_long_line": ("kit's view, one line of so many code points; floor: an empty log", 1.50),
+    "kit_long_line_key": ("the same after a key", 1.50),
     "snapshot": ("`snapshot` by value", 1.05),
     "write": ("`write` of code points", 1.3),
     "write_utf8": ("`write` of UTF-8", 1.3),
     "write_redirected": ("`write` while redirected", 1.5),
     "execute": ("`execute` of five words among 1,000 commands", 1.3),
+    "typed_command": ("a line for a command made of a function, beside one written by hand", 1.5),
     "run_file": ("`runFile` of 100,000 lines", 1.1),
     "key": ("a key that types", None),
     "first_tab": ("a Tab that asks for 1,000 candidates, an erasure and a key", None),
@@ -38,6 +44,8 @@ MEMORY = {
     "refreshed": "snapshot that was refreshed",
     "first_frame": "renderer after a frame",
     "every_line": "renderer that has shown every line",
+    "kit_open": "open kit, its picture included",
+    "kit_closed": "kit after closing",
 }
 OTHERS = {"textedit": "`QPlainTextEdit`", "tcl": "Tcl", "lua": "Lua"}
 FEWEST_REPETITIONS = 5
@@ -75,6 +83,10 @@ class Results:
             return 0.0
         low, middle, high = statistics.quantiles(times, n=4)
         return (high - low) / 2 / middle
+
+    def amount_of(self, who, length):
+        key = ("memory", who, length)
+        return amount(self.bytes[key]) if key in self.bytes else ""
 
     def lengths(self, row):
         return sorted({key[2] for key in self.times if key[0] == row})
@@ -125,7 +137,7 @@ def print_memory(results):
     print("\n| bytes a line | " + " | ".join(length_name(length) for length in lengths) + " |")
     print("|---|" + "--:|" * len(lengths))
     for who, title in MEMORY.items():
-        print(f"| {title} | " + " | ".join(amount(results.bytes["memory", who, length]) for length in lengths) + " |")
+        print(f"| {title} | " + " | ".join(results.amount_of(who, length) for length in lengths) + " |")
 
 
 def write_data(results, folder):
@@ -137,7 +149,7 @@ def write_data(results, folder):
             times = [results.median(row, who, length) for who in COLUMNS]
             lines.append(" ".join([str(length[0])] + [str(time) if time else "NaN" for time in times]))
         (folder / f"{row}.dat").write_text("\n".join(lines) + "\n")
-    lines = [" ".join([str(length[0])] + [str(results.bytes["memory", who, length]) for who in MEMORY])
+    lines = [" ".join([str(length[0])] + [str(results.bytes.get(("memory", who, length), "NaN")) for who in MEMORY])
              for length in results.lengths("memory")]
     (folder / "memory.dat").write_text("\n".join(lines) + "\n")
 

@@ -1,5 +1,6 @@
 #include "CommandTable.h"
 
+#include <iterator>
 #include <utility>
 
 namespace zephyr::console {
@@ -17,6 +18,7 @@ bool CommandTable::remove(const std::u32string& name)
     if (entry.empty()) {
         return false;
     }
+    ++mRemovals;
     retire(std::move(entry.mapped()));
     return true;
 }
@@ -27,33 +29,37 @@ ConsoleCommand* CommandTable::find(const std::u32string& name) const
     return found == mCommands.end() ? nullptr : found->second.get();
 }
 
-std::optional<std::vector<std::u32string>> CommandTable::candidates(std::vector<std::u32string>&& words)
+std::optional<std::vector<std::u32string>> CommandTable::candidates(std::vector<std::u32string>&& words,
+                                                                    bool endsWithBlank)
 {
     ConsoleCommand* const command = words.empty() ? nullptr : find(words.front());
     if (command == nullptr) {
         return std::nullopt;
     }
     const Call call(*this, *command);
-    return command->getAutoCompleteResults(ConsoleArgs(std::move(words)));
+    return command->getAutoCompleteResults(ConsoleArgs(std::move(words), endsWithBlank));
 }
 
 void CommandTable::forEach(const std::function<void(const ConsoleCommand&)>& fn)
 {
-    // `fn` may change the table, so each step looks for the next name.
+    // `fn` may change the table. Where it removes commands, the next name is searched for; to do so at each step would
+    // cost most of the walk.
     for (auto next = mCommands.begin(); next != mCommands.end();) {
         const std::u32string name = next->first;
+        const std::size_t removals = mRemovals;
         // The pointer is null while add() destroys the previous command.
         if (const ConsoleCommand* const command = next->second.get(); command != nullptr) {
             const Call call(*this, *command);
             fn(*command);
         }
-        next = mCommands.upper_bound(name);
+        next = mRemovals == removals ? std::next(next) : mCommands.upper_bound(name);
     }
 }
 
 void CommandTable::clear()
 {
     auto commands = std::exchange(mCommands, {});
+    ++mRemovals;
     for (auto& [name, command] : commands) {
         retire(std::move(command));
     }

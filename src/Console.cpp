@@ -188,6 +188,12 @@ char32_t Console::cursorChar() const { return mPrivate->mCursorChar; }
 unsigned Console::cursorPosition() const { return mPrivate->lock()->line.cursorPosition(); }
 std::u32string Console::activeInput() const { return mPrivate->lock()->line.text(); }
 
+ConsoleInput Console::readInput() const
+{
+    const auto parts = mPrivate->lock();
+    return {parts->line.text(), parts->line.cursorPosition()};
+}
+
 bool Console::keyPressed(int key, int modifiers, const std::u32string& text)
 {
     Private& parts = *mPrivate;
@@ -278,7 +284,8 @@ bool Console::Private::autoComplete(bool backwards)
         return true;
     }
     std::u32string line = mConsole.activeInput();
-    if (auto candidates = mCommands.candidates(splitString(line, kWordDelimiter))) {
+    const bool endsWithBlank = !line.empty() && line.back() == kWordDelimiter;
+    if (auto candidates = mCommands.candidates(splitString(line, kWordDelimiter), endsWithBlank)) {
         mCompletion.begin(std::move(*candidates), std::move(line));
         applyCompletion(backwards);
     }
@@ -452,6 +459,11 @@ std::size_t Console::logSize() const { return mPrivate->lock()->log.entries().si
 void Console::readLog(std::size_t first, std::size_t count, std::vector<LogEntry>& entries) const
 {
     mPrivate->lock()->log.read(first, count, entries);
+}
+
+LogPart Console::readLogPart(std::size_t index, std::size_t first, std::size_t count) const
+{
+    return mPrivate->lock()->log.readPart(index, first, count);
 }
 
 void Console::Private::appendLine(std::u32string text, ConsoleMessageType type, unsigned indent)

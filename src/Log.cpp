@@ -33,6 +33,16 @@ void Log::read(std::size_t first, std::size_t count, std::vector<LogEntry>& entr
                    mLog.begin() + static_cast<std::ptrdiff_t>(end));
 }
 
+LogPart Log::readPart(std::size_t index, std::size_t first, std::size_t count) const
+{
+    if (index >= mLog.size()) {
+        return {};
+    }
+    const LogEntry& entry = mLog[index];
+    const std::size_t begin = std::min(first, entry.text.size());
+    return {entry.text.substr(begin, count), entry.text.size(), entry.type, entry.indent};
+}
+
 void Log::endRedirection()
 {
     if (mRedirectStream.is_open()) {

@@ -27,6 +27,10 @@ public:
     /// Replaces the contents of `entries` by up to `count` entries of the log, from index `first` on.
     void read(std::size_t first, std::size_t count, std::vector<LogEntry>& entries) const;
 
+    /// Up to `count` code points of the entry `index`, from code point `first` on; an empty part of length 0 if there is
+    /// no such entry.
+    LogPart readPart(std::size_t index, std::size_t first, std::size_t count) const;
+
     /// Whether a redirect file is open.
     bool isRedirected() const { return mRedirectStream.is_open(); }
 

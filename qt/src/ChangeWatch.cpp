@@ -1,32 +1,31 @@
 #include "ChangeWatch.h"
 
 #include "SnapshotRefresh.h"
+#include "zephyr/console/Console.h"
 
 #include <new>
 #include <utility>
 
 namespace zephyr::console::qt {
 
-bool ChangeWatch::lookForChange(const Console& console)
+bool ChangeWatch::lookForChange(const Console& console) { return look(console, 0); }
+
+bool ChangeWatch::lookForChangeOrScroll(const Console& console)
 {
-    if (!takeOrRefresh(mSeen, console)) {
-        return false;
-    }
+    return takeOrRefresh(mSnapshot, console) && look(console, mSnapshot->scrollOffset());
+}
+
+bool ChangeWatch::look(const Console& console, std::uint32_t scrollOffset)
+{
     try {
-        View view{mSeen->lines().size(), mSeen->activeInput(), mSeen->cursorPosition(),
-                  mSeen->scrollOffset()};
-        const bool isChanged = mView != view;
-        mView = std::move(view);
+        ConsoleInput input = console.readInput();
+        Seen seen{console.logSize(), std::move(input.text), input.cursor, scrollOffset};
+        const bool isChanged = mSeen != seen;
+        mSeen = std::move(seen);
         return isChanged;
     } catch (const std::bad_alloc&) {
         return false;
     }
-}
-
-const std::vector<LogEntry>& ChangeWatch::lines() const
-{
-    static const std::vector<LogEntry> kNone;
-    return mSeen ? mSeen->lines() : kNone;
 }
 
 } // namespace zephyr::console::qt

@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace zephyr::console {
 class Console;
@@ -19,34 +18,36 @@ namespace zephyr::console::qt {
 class ChangeWatch
 {
 public:
-    /// Looks at the console. \return whether its log, input line, cursor or scroll position changed since the last
-    /// look; true at the first. Where memory runs out it is false, and a later look sees the change.
+    /// Looks at the console. \return whether its log, input line or cursor changed since the last look; true at the
+    /// first. Where memory runs out it is false, and a later look sees the change.
     bool lookForChange(const Console& console);
 
-    /// The log as it was at the last look; empty before the first.
-    const std::vector<LogEntry>& lines() const;
+    /// The same, and whether its scroll position changed, which takes a copy of the log.
+    bool lookForChangeOrScroll(const Console& console);
 
-    /// Frees the copy of the log that is compared with. The next look counts as the first.
+    /// Forgets the last look, and frees the copy of the log. The next look counts as the first.
     void forget()
     {
+        mSnapshot.reset();
         mSeen.reset();
-        mView.reset();
     }
 
 private:
-    /// What changes in an open console's view.
-    struct View
+    /// What changes in an open console.
+    struct Seen
     {
         std::size_t logSize;
         std::u32string input;
         std::uint32_t cursorPosition;
         std::uint32_t scrollOffset;
 
-        bool operator==(const View&) const = default;
+        bool operator==(const Seen&) const = default;
     };
 
-    std::optional<ConsoleSnapshot> mSeen;
-    std::optional<View> mView; // at the last look
+    bool look(const Console& console, std::uint32_t scrollOffset);
+
+    std::optional<ConsoleSnapshot> mSnapshot;
+    std::optional<Seen> mSeen; // at the last look
 };
 
 } // namespace zephyr::console::qt

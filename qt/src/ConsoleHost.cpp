@@ -136,6 +136,16 @@ void ConsoleHost::setMouse(Mouse mouse) { mPrivate->setMouse(mouse); }
 
 ConsoleHost::Mouse ConsoleHost::mouse() const { return mPrivate->mouse(); }
 
+void ConsoleHost::setLook(const Look& look) { mPrivate->view().setLook(look); }
+
+const Look& ConsoleHost::look() const { return mPrivate->view().look(); }
+
+void ConsoleHost::setPlain(bool plain) { mPrivate->setPlain(plain); }
+
+bool ConsoleHost::isPlain() const { return mPrivate->isPlain(); }
+
+void ConsoleHost::clearView() { mPrivate->view().clear(); }
+
 void ConsoleHost::setDepthLimit(unsigned depth) { mPrivate->setDepthLimit(depth); }
 
 void ConsoleHost::copyLog() { mPrivate->services().copyLog(); }
@@ -143,6 +153,11 @@ void ConsoleHost::copyLog() { mPrivate->services().copyLog(); }
 void ConsoleHost::copyLastAnswer() { mPrivate->services().copyLastAnswer(); }
 
 bool ConsoleHost::mirrorLog(const QString& fileName) { return mPrivate->services().mirrorLog(fileName); }
+
+bool ConsoleHost::setHistoryFile(const QString& fileName, int maxLines)
+{
+    return mPrivate->setHistoryFile(fileName, maxLines);
+}
 
 void ConsoleHost::captureQtMessages(bool capture) { mPrivate->services().captureQtMessages(capture); }
 

@@ -230,7 +230,9 @@ Taker ConsoleHost::Private::takerOfPress(const QKeyEvent& event)
 
 bool ConsoleHost::Private::isForConsole(const QKeyEvent& event) const
 {
-    return isToggle(event) || (mOpen && isForOpenConsole(event));
+    return isToggle(event) ||
+           (mOpen && (isForOpenConsole(event) ||
+                      (!mIsPlain && mView.wants(event.key(), static_cast<int>(event.modifiers())))));
 }
 
 /// An input method that is on keeps the press of a dead key to itself, so that only its release is heard.
@@ -297,7 +299,7 @@ bool ConsoleHost::Private::isOnConsole(const QObject& watched, QPointF onScreen)
     if (!mOpen || mObject.isBehindPopupOrDialog()) {
         return false;
     }
-    return mObject.area().contains(onScreen) || (&watched == mObject.get() && hasNoPlace(onScreen));
+    return coveredArea().contains(onScreen) || (&watched == mObject.get() && hasNoPlace(onScreen));
 }
 
 bool ConsoleHost::Private::filterPointer(const QObject& watched, QEvent& event)
@@ -311,8 +313,62 @@ bool ConsoleHost::Private::filterPointer(const QObject& watched, QEvent& event)
     if (mObject.isItem() && pointer.buttons() == Qt::NoButton && pointer.isUpdateEvent()) {
         return false; // a scene ends the hovering of what lies below by itself, if it hears of the move
     }
-    return mPointer.takes(pointer,
-                          mMouse == Mouse::Console && isOnConsole(watched, pointer.globalPosition()));
+    const bool isTaken =
+        mPointer.takes(pointer, mMouse == Mouse::Console && isOnConsole(watched, pointer.globalPosition()));
+    if (isTaken && !mIsPlain) {
+        usePointer(pointer);
+    }
+    return isTaken;
+}
+
+/// Does in the view what the mouse asks for.
+void ConsoleHost::Private::usePointer(const QSinglePointEvent& pointer)
+{
+    const QPointF place =
+        hasNoPlace(pointer.globalPosition()) ? pointer.position() : inFrame(pointer.globalPosition());
+    switch (pointer.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::TabletPress:
+        mViewPointer.press({place, pointer.button(), pointer.modifiers(), pointer.timestamp()});
+        break;
+    case QEvent::MouseMove:
+    case QEvent::TabletMove: mViewPointer.move(place); break;
+    case QEvent::MouseButtonRelease:
+    case QEvent::TabletRelease: mViewPointer.release(place); break;
+    default: break;
+    }
+}
+
+/// What the console covers of the screen while it is open.
+QRectF ConsoleHost::Private::coveredArea() const
+{
+    QRectF area = mObject.area();
+    if (!mIsPlain && mView.look().part == Look::Part::UpperHalf) {
+        area.setHeight(area.height() / 2);
+    }
+    return area;
+}
+
+/// A place on the screen as a place in the painted frame, which may be larger or smaller than the object.
+QPointF ConsoleHost::Private::inFrame(QPointF onScreen) const
+{
+    const QRectF area = mObject.area();
+    const QSize painted = mPainter.painted().device;
+    const QPointF place = onScreen - area.topLeft();
+    return area.isEmpty() || painted.isEmpty() ? place
+                                               : QPointF(place.x() * painted.width() / area.width(),
+                                                         place.y() * painted.height() / area.height());
+}
+
+/// The area on the screen of one in the painted frame.
+QRectF ConsoleHost::Private::onScreen(const QRectF& inFrame) const
+{
+    const QRectF area = mObject.area();
+    const QSize painted = mPainter.painted().device;
+    const double x = painted.isEmpty() ? 1.0 : area.width() / painted.width();
+    const double y = painted.isEmpty() ? 1.0 : area.height() / painted.height();
+    return QRectF(inFrame.x() * x, inFrame.y() * y, inFrame.width() * x, inFrame.height() * y)
+        .translated(area.topLeft());
 }
 
 bool ConsoleHost::Private::filterWheel(const QObject& watched, const QWheelEvent& event)

@@ -2,15 +2,20 @@
 
 #include "ActedEvent.h"
 #include "ConsoleKeys.h"
+#include "HistoryStore.h"
+#include "KeyText.h"
 #include "zephyr/common/Angle.h"
 #include "zephyr/console/Console.h"
 
+#include <QClipboard>
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QPainter>
 #include <QThread>
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <new>
 #include <utility>
 
@@ -20,6 +25,7 @@ namespace {
 
 constexpr int kLookMs = 10;                   // for the end of a line that another host or the program runs
 constexpr double kWheelDegreesPerLine = 10.0; // as the console counts them
+constexpr double kMostLines = 1e6;            // that a turn of the wheel may ask for
 constexpr double kMaxLength = 1 << 30; // pixels; an item can be larger than any number that the console holds
 
 } // namespace
@@ -36,7 +42,22 @@ ConsoleHost::Private::Private(ConsoleHost& host, const std::shared_ptr<Console>&
       mWatch(std::make_shared<ConsoleWatch>(host, [this] { onConsoleChanged(); })),
       mBlinkTimer(host, [this] { requestRepaint(); }),
       mBlinkDue(host, [this] { mBlinkTimer.start(); }),
-      mServices(mConsole)
+      mView(host, mConsole,
+            {[this](const KeyPress& press) { pressFromView(press); }, [this] { requestRepaint(); }}),
+      mViewPointer(host, mView,
+                   {[this](std::size_t offset) { placeCursor(offset); }, [this] { pastePrimary(); }}),
+      mAccessibility(mObject, mConsole, mView,
+                     {[this] { return mIsPlain.load(); }, [this] { return coveredArea(); },
+                      [this](QPointF place) { return inFrame(place); },
+                      [this](const QRectF& area) { return onScreen(area); },
+                      [this](std::size_t offset) { placeCursor(offset); }}),
+      mServices(mConsole),
+      mHistoryDue(host,
+                  [this] {
+                      const std::shared_ptr<Private> keep = shared_from_this();
+                      mHistory.catchUp();
+                  }),
+      mHistory(mConsole, [this] { mHistoryDue.post(); })
 {
     mLineEnds.setInterval(kLookMs);
     QObject::connect(&mLineEnds, &QTimer::timeout, &host, [this] { onWaitedForLine(); });
@@ -48,6 +69,7 @@ void ConsoleHost::Private::start()
     if (!console) {
         return;
     }
+    mAccessibility.start();
     mWatch->start(*console);
     syncSize(*console);
     console->setDepthLimit(kDefaultDepthLimit);
@@ -56,7 +78,10 @@ void ConsoleHost::Private::start()
 
 void ConsoleHost::Private::end()
 {
+    mAccessibility.end();
     mServices.end();
+    mHistory.end();
+    mHistoryDue.end();
     if (const BorrowedConsole console(mConsole); console) {
         mWatch->end(*console);
     }
@@ -69,6 +94,21 @@ void ConsoleHost::Private::setDepthLimit(unsigned depth)
 {
     if (const BorrowedConsole console(mConsole); console) {
         console->setDepthLimit(depth);
+    }
+}
+
+bool ConsoleHost::Private::setHistoryFile(const QString& fileName, int maxLines)
+{
+    const std::shared_ptr<Private> keep = shared_from_this();
+    if (fileName.isEmpty()) {
+        mHistory.end();
+        return false;
+    }
+    try {
+        const auto most = static_cast<std::size_t>(std::max(1, maxLines));
+        return mHistory.start(fileName, std::make_unique<HistoryStore>(fileName, most));
+    } catch (const std::exception&) { // no memory, or no thread
+        return false;
     }
 }
 
@@ -100,7 +140,8 @@ void ConsoleHost::Private::deliver(const KeyPress& press)
     if (!console) {
         return;
     }
-    if (press.key == kConsoleToggleKey || (mWaiting.empty() && !console->isRunning())) {
+    if (press.key == kConsoleToggleKey || (mWaiting.empty() && !console->isRunning()) ||
+        (mOpen && !mIsPlain && mView.actsAtOnce(press))) {
         deliverNow(*console, press);
     } else if (!(press.isRepeat && runsLine(press.key))) {
         mWaiting.push_back(press);
@@ -136,17 +177,48 @@ void ConsoleHost::Private::deliverNow(Console& console, const KeyPress& press)
 {
     syncSize(console);
     const bool wasOpen = mOpen;
-    bool changed = wasOpen && mChanges.lookForChange(console);
-    const std::size_t sizeBefore = mChanges.lines().size();
-    replaceText(console, press);
-    mKeys.press(console, press.key, press.modifiers, press.text);
-    if (wasOpen) {
-        changed = mChanges.lookForChange(console) || changed;
+    bool changed = wasOpen && lookForChange(console);
+    if (wasOpen && !mIsPlain && press.key != kConsoleToggleKey) {
+        pressInView(console, press);
+    } else {
+        pressOnConsole(console, press);
     }
-    if (wasOpen && runsLine(press.key)) {
-        mServices.lastAnswer().find(mChanges.lines(), sizeBefore);
+    if (wasOpen) {
+        changed = lookForChange(console) || changed;
     }
     afterConsoleActed(changed);
+}
+
+/// Presses a key on the view, and on the console if the view has no use for it.
+void ConsoleHost::Private::pressInView(Console& console, const KeyPress& press)
+{
+    if (!mView.press(console, press)) {
+        replaceText(console, press);
+        mView.pressOnConsole(console, press);
+    }
+    mView.afterConsoleActed(console);
+}
+
+void ConsoleHost::Private::pressOnConsole(Console& console, const KeyPress& press)
+{
+    const bool findsAnswer = mOpen && runsLine(press.key);
+    const std::size_t sizeBefore = findsAnswer ? console.logSize() : 0;
+    replaceText(console, press);
+    if (runsLine(press.key)) {
+        mHistory.noteLine(console);
+    }
+    mKeys.press(console, press.key, press.modifiers, press.text);
+    mHistory.keepLine(console);
+    if (findsAnswer) {
+        mServices.lastAnswer().find(console, sizeBefore);
+    }
+}
+
+void ConsoleHost::Private::pressFromView(const KeyPress& press)
+{
+    if (const BorrowedConsole console(mConsole); console) {
+        pressOnConsole(*console, press);
+    }
 }
 
 /// Erases what a commit of an input method replaces, by the keys that a person would press for it.
@@ -179,16 +251,62 @@ void ConsoleHost::Private::scroll(double lines)
         return;
     }
     syncSize(*console);
+    if (!mIsPlain) {
+        mView.scrollBy(static_cast<std::int64_t>(std::clamp(lines, -kMostLines, kMostLines)));
+        return;
+    }
     console->mouseWheel(Angle(lines * kWheelDegreesPerLine), Angle(0.0));
-    afterConsoleActed(mChanges.lookForChange(*console));
+    afterConsoleActed(lookForChange(*console));
 }
 
 /// Shows what an input method composes.
 void ConsoleHost::Private::compose(const QString& text)
 {
-    if (mPainter.setComposition(text)) {
+    if (!mIsPlain) {
+        mView.setComposition(text);
+    } else if (mPainter.setComposition(text)) {
         requestRepaint();
     }
+}
+
+/// Moves the cursor as the arrow keys do.
+void ConsoleHost::Private::placeCursor(std::size_t offset)
+{
+    const BorrowedConsole console(mConsole);
+    if (!console || console->isRunning()) {
+        return;
+    }
+    const std::size_t cursor = console->cursorPosition();
+    const std::size_t target = std::min(offset, console->activeInput().size());
+    const Qt::Key key = target < cursor ? Qt::Key_Left : Qt::Key_Right;
+    for (std::size_t i = std::min(target, cursor); i < std::max(target, cursor); ++i) {
+        deliver({key, Qt::NoModifier, {}});
+    }
+}
+
+/// Pastes X11's primary selection, or the clipboard where there is none.
+void ConsoleHost::Private::pastePrimary()
+{
+    const QClipboard& clipboard = *QGuiApplication::clipboard();
+    if (!clipboard.supportsSelection()) {
+        deliver({Qt::Key_V, Qt::ControlModifier, {}});
+        return;
+    }
+    if (const std::u32string text = typedText(clipboard.text(QClipboard::Selection)); !text.empty()) {
+        deliver({0, Qt::NoModifier, text});
+    }
+}
+
+void ConsoleHost::Private::setPlain(bool plain)
+{
+    mIsPlain = plain;
+    mChanges.forget();
+    requestRepaint();
+}
+
+bool ConsoleHost::Private::lookForChange(const Console& console)
+{
+    return mIsPlain ? mChanges.lookForChangeOrScroll(console) : mChanges.lookForChange(console);
 }
 
 // The open state, and what follows from what the console did
@@ -213,7 +331,7 @@ void ConsoleHost::Private::setOpen(bool open)
     } else {
         console->close();
     }
-    afterConsoleActed(mOpen && mChanges.lookForChange(*console));
+    afterConsoleActed(mOpen && lookForChange(*console));
 }
 
 /// Follows up what the console did. `changed` says whether the open console looks different, as far as is known.
@@ -240,7 +358,7 @@ void ConsoleHost::Private::followNeighbour(const ActedEvent& event)
 {
     const BorrowedConsole console(mConsole);
     if (mOpen && event.sender() != this && console && event.console() == &*console) {
-        mChanges.lookForChange(*console);
+        lookForChange(*console);
         requestRepaint();
     }
 }
@@ -258,13 +376,14 @@ bool ConsoleHost::Private::syncOpenState()
     mWatch->setOpen(open);
     forgetInput();
     if (open) {
-        mChanges.lookForChange(*console);
+        lookForChange(*console);
         mFocus.remember(mObject);
     } else {
         mChanges.forget();
         mFocus.giveBack(mObject);
     }
     mInputMethod.restart();
+    mAccessibility.setOpen(open);
     if (!mHost.isNull()) {
         emit mHost->openChanged(open);
     }
@@ -277,6 +396,8 @@ void ConsoleHost::Private::forgetInput()
 {
     mDeadKeys.clear();
     mPainter.setComposition({});
+    mView.reset();
+    mViewPointer.cancel();
     mWheel.clear();
     if (!mOpen) {
         mWaiting.clear();
@@ -287,10 +408,12 @@ void ConsoleHost::Private::forgetInput()
 void ConsoleHost::Private::onConsoleChanged()
 {
     const std::shared_ptr<Private> keep = shared_from_this();
+    mView.onLogGrown();
     const std::size_t shown = std::max(mPainter.painted().logSize, mAskedSize);
     if (!syncOpenState() && mOpen && mWatch->toldSize() > shown) {
         requestRepaint();
     }
+    mAccessibility.update();
 }
 
 void ConsoleHost::Private::requestRepaint()
@@ -298,6 +421,7 @@ void ConsoleHost::Private::requestRepaint()
     if (const BorrowedConsole console(mConsole); console) {
         mAskedSize = console->logSize();
     }
+    mAccessibility.update();
     if (!mHost.isNull()) {
         emit mHost->repaintNeeded();
     }
@@ -317,7 +441,7 @@ void ConsoleHost::Private::paint(QPainter& painter)
     if (!painter.isActive()) {
         return;
     }
-    mPainter.paint(*console, painter);
+    mPainter.paint(*console, painter, mIsPlain ? nullptr : &mView.share());
     mWatch->framePainted();
     if (mBlinkTimer.setDue(mPainter.secondsToBlink())) {
         if (isOnHostThread) {

@@ -10,6 +10,7 @@
 #include "FocusReturn.h"
 #include "FramePainter.h"
 #include "HeldKeys.h"
+#include "HistoryFile.h"
 #include "HostedObject.h"
 #include "InputMethod.h"
 #include "KeyDelivery.h"
@@ -18,6 +19,9 @@
 #include "PassedEvent.h"
 #include "PointerInput.h"
 #include "WheelTurns.h"
+#include "accessible/ConsoleAccessibility.h"
+#include "view/View.h"
+#include "view/ViewPointer.h"
 #include "zephyr/console/qt/ConsoleHost.h"
 
 #include <QPointF>
@@ -35,6 +39,7 @@ class QInputMethodEvent;
 class QInputMethodQueryEvent;
 class QKeyEvent;
 class QPainter;
+class QSinglePointEvent;
 class QTouchEvent;
 class QWheelEvent;
 
@@ -88,8 +93,17 @@ public:
     void setMouse(Mouse mouse) { mMouse = mouse; }
     Mouse mouse() const { return mMouse; }
 
+    /// Sets whether the console is drawn by ConsoleRenderer, without a view of its own.
+    void setPlain(bool plain);
+    bool isPlain() const { return mIsPlain; }
+
+    View& view() { return mView; }
+
     std::shared_ptr<Console> console() const { return mConsole->lend(); }
     LogServices& services() { return mServices; }
+
+    /// Keeps the history in the file `fileName`, or in none if that is empty. \return whether the file was read.
+    bool setHistoryFile(const QString& fileName, int maxLines);
 
 private:
     // Each of these handles one kind of event, and returns whether the console took it.
@@ -123,6 +137,16 @@ private:
     void replaceText(Console& console, const KeyPress& press);
     void scroll(double lines);
     void compose(const QString& text);
+    bool lookForChange(const Console& console);
+    void pressInView(Console& console, const KeyPress& press);
+    void pressOnConsole(Console& console, const KeyPress& press);
+    void pressFromView(const KeyPress& press);
+    void placeCursor(std::size_t offset);
+    void pastePrimary();
+    void usePointer(const QSinglePointEvent& pointer);
+    QRectF coveredArea() const;
+    QPointF inFrame(QPointF onScreen) const;
+    QRectF onScreen(const QRectF& inFrame) const;
     void syncSize(Console& console) const;
     void afterConsoleActed(bool changed);
     void tellNeighbours();
@@ -139,6 +163,7 @@ private:
     ToggleKeys mToggleKeys;
     Mouse mMouse = Mouse::Console;
     std::atomic<bool> mOpen{false};
+    std::atomic<bool> mIsPlain{false};
 
     PassedEvent mPassed;
     HeldKeys mHeldKeys;
@@ -159,9 +184,14 @@ private:
     std::size_t mAskedSize = 0; // number of entries in the log when a frame was last asked for
     BlinkTimer mBlinkTimer;
     ChangeNotice mBlinkDue; // from the thread that paints
-    FramePainter mPainter;  // on whatever thread paints
+    View mView;
+    ViewPointer mViewPointer;
+    ConsoleAccessibility mAccessibility;
+    FramePainter mPainter; // on whatever thread paints
 
     LogServices mServices;
+    ChangeNotice mHistoryDue; // from the thread that reads and writes the file
+    HistoryFile mHistory;
 };
 
 } // namespace zephyr::console::qt

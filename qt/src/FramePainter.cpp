@@ -1,8 +1,13 @@
 #include "FramePainter.h"
 
+#include "PainterState.h"
 #include "SnapshotRefresh.h"
+#include "view/FramePlan.h"
+#include "view/ViewShare.h"
+#include "view/ViewState.h"
 #include "zephyr/common/ElapsedSimTime.h"
 #include "zephyr/common/Time.h"
+#include "zephyr/console/Console.h"
 
 #include <QFont>
 #include <QFontMetrics>
@@ -16,6 +21,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <memory>
 #include <new>
 #include <string>
 #include <utility>
@@ -27,19 +33,6 @@ namespace {
 
 constexpr double kSecondsToRetry = 0.1; // where memory ran out
 constexpr char32_t kFullBlock = 0x2588; // the cursor
-
-/// Saves a painter's state, and restores it at the end of the scope.
-class PainterState
-{
-public:
-    explicit PainterState(QPainter& painter) : mPainter(painter) { mPainter.save(); }
-    ~PainterState() { mPainter.restore(); }
-    PainterState(const PainterState&) = delete;
-    PainterState& operator=(const PainterState&) = delete;
-
-private:
-    QPainter& mPainter;
-};
 
 /// Resets the state that the renderer relies on and that the host's painting may have changed. The clip stays, since it
 /// limits the frame.
@@ -127,21 +120,58 @@ std::optional<FramePainter::Layer> FramePainter::layerFor(const QPainter& painte
                                : Layer{pixels, ratio, ratio};
 }
 
-void FramePainter::paint(const Console& console, QPainter& painter)
+void FramePainter::paint(const Console& console, QPainter& painter, ViewShare* view)
+{
+    followThread();
+    try {
+        if (view != nullptr) {
+            paintView(console, painter, *view);
+        } else {
+            paintSnapshot(console, painter);
+        }
+    } catch (const std::bad_alloc&) {
+        return; // the frame stays incomplete
+    }
+}
+
+void FramePainter::paintSnapshot(const Console& console, QPainter& painter)
 {
     takeOrRefresh(mSnapshot, console);
     if (!mSnapshot) {
         return; // memory ran out
     }
-    followThread();
-    const bool isFirst = mIsFirstFrame.exchange(false);
-    const double seconds = restartFrameClock(isFirst);
+    mBlinkRate = mSnapshot->cursorBlinkRate();
+    const double seconds = restartFrameClock(mIsFirstFrame.exchange(false));
     mBlinkClock.advance(seconds, mSnapshot->cursorPosition());
-    try {
-        render(seconds, painter);
-    } catch (const std::bad_alloc&) {
-        return; // the frame stays incomplete
+    render(seconds, painter);
+}
+
+void FramePainter::paintView(const Console& console, QPainter& painter, ViewShare& view)
+{
+    const std::shared_ptr<const ViewState> state = view.state();
+    const ConsoleInput input = console.readInput();
+    mBlinkRate = state->blinkRate;
+    mBlinkClock.advance(restartFrameClock(mIsFirstFrame.exchange(false)), input.cursor);
+    const QSize size = logicalSize(painter);
+    const std::shared_ptr<const FramePlan> plan = mViewFrames.plan(console, input, state, size);
+    view.setPlan(plan);
+    const PainterState painterState(painter);
+    resetState(painter);
+    mViewFrames.paint(painter, mBlinkClock.isCursorShown(mBlinkRate));
+    const std::lock_guard lock(mMutex);
+    mPainted = {plan->logSize, size, plan->size, plan->font->lineHeight(), mViewFrames.cursor()};
+}
+
+/// The size of a painter's device in the painter's own pixels.
+QSize FramePainter::logicalSize(const QPainter& painter)
+{
+    if (const std::optional<Layer> layer = layerFor(painter)) {
+        return {static_cast<int>(layer->pixels.width() / layer->scaleX),
+                static_cast<int>(layer->pixels.height() / layer->scaleY)};
     }
+    const QPaintDevice& device = *painter.device();
+    return {static_cast<int>(device.width() / device.devicePixelRatioF()),
+            static_cast<int>(device.height() / device.devicePixelRatioF())};
 }
 
 /// Lays all text out anew on another thread: Qt keeps the data of a font for each thread, and a layout holds that of
@@ -150,6 +180,7 @@ void FramePainter::followThread()
 {
     if (const std::thread::id self = std::this_thread::get_id(); std::exchange(mThread, self) != self) {
         mRenderer = ConsoleRenderer();
+        mViewFrames = {};
         mBlinkClock = {};
     }
 }
@@ -175,7 +206,7 @@ void FramePainter::renderFrame(double seconds, QPainter& painter)
     const QRect cursor = cursorRectangle(*mSnapshot, metrics, size.height());
     paintComposition(painter, cursor);
     const std::lock_guard lock(mMutex);
-    mPainted = {mSnapshot->lines().size(), size, metrics.height(), cursor};
+    mPainted = {mSnapshot->lines().size(), size, size, metrics.height(), cursor};
 }
 
 /// Paints over the input from the cursor on, as the text that is composed is about to be inserted there.
@@ -207,6 +238,7 @@ FramePainter::Painted FramePainter::painted() const
 void FramePainter::forgetSize()
 {
     const std::lock_guard lock(mMutex);
+    mPainted.device = {};
     mPainted.size = {};
 }
 
@@ -247,7 +279,7 @@ double FramePainter::restartFrameClock(bool isFirst)
 
 double FramePainter::secondsToBlink() const
 {
-    return mSnapshot ? mBlinkClock.secondsToChange(mSnapshot->cursorBlinkRate()) : kSecondsToRetry;
+    return mBlinkRate > 0.0 ? mBlinkClock.secondsToChange(mBlinkRate) : kSecondsToRetry;
 }
 
 void FramePainter::rest()
@@ -255,6 +287,8 @@ void FramePainter::rest()
     mLayer = QImage();
     mSnapshot.reset();
     mRenderer = ConsoleRenderer(); // which keeps the layout of every line that was shown
+    mViewFrames = {};
+    mBlinkRate = 0.0;
     mBlinkClock = {};
 }
 

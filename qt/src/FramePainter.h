@@ -1,6 +1,7 @@
 #ifndef ZEPHYR_CONSOLE_QT_FRAMEPAINTER_H
 #define ZEPHYR_CONSOLE_QT_FRAMEPAINTER_H
 
+#include "view/ViewFrames.h"
 #include "zephyr/console/ConsoleRenderer.h"
 #include "zephyr/console/ConsoleSnapshot.h"
 #include "zephyr/console/detail/BlinkClock.h"
@@ -25,14 +26,17 @@ class Console;
 
 namespace zephyr::console::qt {
 
+class ViewShare;
+
 /// Paints one console, frame after frame, and keeps what the next frame needs. For one thread at a time, the one that
 /// paints, unless a function says otherwise.
 class FramePainter
 {
 public:
-    /// Paints the console over the whole device of an active painter, and leaves the painter's state as it was.
-    /// Where memory runs out, it paints what it copied for an earlier frame, a part of the frame, or nothing.
-    void paint(const Console& console, QPainter& painter);
+    /// Paints the console over the whole device of an active painter, and leaves the painter's state as it was: as
+    /// ConsoleRenderer draws it, or the view that `view` tells, if that isn't null. Where memory runs out, it paints what
+    /// it copied for an earlier frame, a part of the frame, or nothing.
+    void paint(const Console& console, QPainter& painter, ViewShare* view);
 
     /// The seconds from the last frame until the cursor next changes between shown and hidden, or until the next try if
     /// memory ran out before there was a frame.
@@ -42,7 +46,8 @@ public:
     struct Painted
     {
         std::size_t logSize = 0; ///< Number of entries in the log then.
-        QSize size;              ///< Of what was painted on, in logical pixels; empty before the first frame.
+        QSize device;            ///< Of what was painted on, in logical pixels; empty before the first frame.
+        QSize size;              ///< Of what the console covered of that, which is its page.
         int lineHeight = 0;      ///< In logical pixels.
         QRect cursor;            ///< In logical pixels; beyond the size where the prompt is out of view.
     };
@@ -72,6 +77,9 @@ private:
     };
 
     static std::optional<Layer> layerFor(const QPainter& painter);
+    static QSize logicalSize(const QPainter& painter);
+    void paintView(const Console& console, QPainter& painter, ViewShare& view);
+    void paintSnapshot(const Console& console, QPainter& painter);
     void render(double seconds, QPainter& painter);
     double restartFrameClock(bool isFirst);
     void followThread();
@@ -81,10 +89,12 @@ private:
 
     std::optional<ConsoleSnapshot> mSnapshot;
     ConsoleRenderer mRenderer;
+    ViewFrames mViewFrames;
     std::atomic<bool> mIsFirstFrame{true};
     std::thread::id mThread;        // that painted last
     QElapsedTimer mFrameClock;      // since the last frame
     detail::BlinkClock mBlinkClock; // in step with the renderer's
+    double mBlinkRate = 0.0;        // of the last frame; 0 before there was one
     QImage mLayer;
 
     mutable std::mutex mMutex; // guards what follows

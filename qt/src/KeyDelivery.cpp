@@ -1,6 +1,7 @@
 #include "KeyDelivery.h"
 
 #include "ConsoleKeys.h"
+#include "ForcedUnwinding.h"
 #include "zephyr/console/Console.h"
 #include "zephyr/console/DepthLimitError.h"
 #include "zephyr/console/ExceptionLine.h"
@@ -12,15 +13,6 @@
 #include <new>
 #include <system_error>
 #include <utility>
-
-#if defined(__GLIBCXX__) && __has_include(<cxxabi.h>)
-#include <cxxabi.h>
-#define ZEPHYR_HAS_FORCED_UNWINDING
-// The handler's reference is bound to no object, which the undefined-behaviour sanitizer takes for a null reference.
-#define ZEPHYR_CATCHES_FORCED_UNWINDING __attribute__((no_sanitize("null")))
-#else
-#define ZEPHYR_CATCHES_FORCED_UNWINDING
-#endif
 
 namespace zephyr::console::qt {
 
@@ -92,13 +84,9 @@ ZEPHYR_CATCHES_FORCED_UNWINDING bool KeyDelivery::tryToDo(const std::function<vo
         } else {
             report(console, exceptionLine(std::current_exception()));
         }
-#ifdef ZEPHYR_HAS_FORCED_UNWINDING
-    } catch (const abi::__forced_unwind&) {
-        throw; // the command ends its thread with pthread_exit(), which ends the program where it isn't let through
-#endif
-    } catch (...) {
-        report(console, exceptionLine(std::current_exception()));
     }
+    ZEPHYR_LET_FORCED_UNWINDING_THROUGH
+    catch (...) { report(console, exceptionLine(std::current_exception())); }
     return false;
 }
 
@@ -116,11 +104,10 @@ ZEPHYR_CATCHES_FORCED_UNWINDING void KeyDelivery::report(Console& console, const
         console.write(line, Output);
     } catch (const std::bad_alloc&) {
         throw;
-#ifdef ZEPHYR_HAS_FORCED_UNWINDING
-    } catch (const abi::__forced_unwind&) {
-        throw;
-#endif
-    } catch (...) { // the observer's; the line is written
+    }
+    ZEPHYR_LET_FORCED_UNWINDING_THROUGH
+    catch (...)
+    { // the observer's; the line is written
     }
     mCaught(QString::fromStdU32String(line));
 }

@@ -4,10 +4,9 @@
 #include <QString>
 
 #include <cstddef>
-#include <vector>
 
 namespace zephyr::console {
-struct LogEntry;
+class Console;
 }
 
 namespace zephyr::console::qt {
@@ -17,15 +16,15 @@ namespace zephyr::console::qt {
 class LastAnswer
 {
 public:
-    /// Finds the answer to a line that was run when the log had `sizeBefore` entries. If the line left no echo, or
-    /// `log` ends before it because memory ran out, the answer before it stays.
-    void find(const std::vector<LogEntry>& log, std::size_t sizeBefore);
+    /// Finds the answer to a line that was run when the log had `sizeBefore` entries. If the line left no echo,
+    /// the answer before it stays.
+    void find(const Console& console, std::size_t sizeBefore);
 
     /// Whether there is no answer, or the last one has no entries.
     bool isEmpty() const { return mBegin >= mEnd; }
 
-    /// The answer as text; `log` is the log that it was found in, which may have grown since.
-    QString text(const std::vector<LogEntry>& log) const;
+    /// The answer as text. Throws `std::bad_alloc`.
+    QString text(const Console& console) const;
 
 private:
     std::size_t mBegin = 0; // index of the first entry

@@ -52,7 +52,7 @@ void LogServices::copyLog() const
 void LogServices::copyLastAnswer() const
 {
     if (const BorrowedConsole console(mConsole); console && !mLastAnswer.isEmpty()) {
-        tryPutOnClipboard([&] { return mLastAnswer.text(console->snapshot().lines()); });
+        tryPutOnClipboard([&] { return mLastAnswer.text(*console); });
     }
 }
 

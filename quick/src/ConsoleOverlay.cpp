@@ -10,6 +10,7 @@
 #include <QCursor>
 #include <QImage>
 #include <QPainter>
+#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQmlInfo>
 #include <QQuickWindow>
@@ -74,6 +75,7 @@ void ConsoleOverlay::componentComplete()
 {
     QQuickItem::componentComplete();
     showConsole();
+    showToAssistiveTechnology();
     if (mOpensAtStart) {
         mHost->setOpen(true);
     }
@@ -85,8 +87,24 @@ void ConsoleOverlay::showConsole()
     connect(mHost.get(), &qt::ConsoleHost::openChanged, this, &ConsoleOverlay::syncOpen);
     connect(mHost.get(), &qt::ConsoleHost::exceptionCaught, this, &ConsoleOverlay::exceptionCaught);
     mHost->captureQtMessages(mCapturesQtMessages);
+    mHost->setLook(mLook);
     startMirror();
+    mHost->setHistoryFile(mHistoryFile);
     syncOpen();
+}
+
+/// Assistive technology is shown only the items that have an attached Accessible, which QML alone can attach.
+void ConsoleOverlay::showToAssistiveTechnology()
+{
+    QQmlEngine* const engine = qmlEngine(this);
+    if (engine == nullptr) {
+        return;
+    }
+    QQmlComponent component(engine);
+    component.setData("import QtQuick\nQtObject { function show(item) { item.Accessible.ignored = false } }",
+                      {});
+    const std::unique_ptr<QObject> script(component.create());
+    QMetaObject::invokeMethod(script.get(), "show", Q_ARG(QVariant, QVariant::fromValue<QObject*>(this)));
 }
 
 bool ConsoleOverlay::isOpen() const { return mHost ? mHost->isOpen() : mOpensAtStart; }
@@ -118,6 +136,34 @@ void ConsoleOverlay::syncOpen()
 /// Qt offers the wheel to every item, whatever buttons it accepts.
 void ConsoleOverlay::wheelEvent(QWheelEvent* event) { event->setAccepted(keepsMouse()); }
 
+// Look
+
+void ConsoleOverlay::setPart(Part part)
+{
+    setLook(&qt::Look::part, part == Whole ? qt::Look::Part::Whole : qt::Look::Part::UpperHalf);
+}
+
+void ConsoleOverlay::followLook()
+{
+    if (mHost) {
+        mHost->setLook(mLook);
+    }
+    emit lookChanged();
+}
+
+/// What the console doesn't cover isn't a part of it for the mouse either.
+bool ConsoleOverlay::contains(const QPointF& point) const
+{
+    return QQuickItem::contains(point) && (part() == Whole || point.y() < height() / 2);
+}
+
+void ConsoleOverlay::clear()
+{
+    if (mHost) {
+        mHost->clearView();
+    }
+}
+
 // What the kit does besides
 
 void ConsoleOverlay::setMirrorFile(const QString& file)
@@ -135,6 +181,17 @@ void ConsoleOverlay::startMirror()
 {
     if (!mHost->mirrorLog(mMirrorFile) && !mMirrorFile.isEmpty()) {
         qmlWarning(this) << "the log can't be written to " + mMirrorFile;
+    }
+}
+
+void ConsoleOverlay::setHistoryFile(const QString& file)
+{
+    if (file != mHistoryFile) {
+        mHistoryFile = file;
+        if (mHost) {
+            mHost->setHistoryFile(mHistoryFile);
+        }
+        emit historyFileChanged();
     }
 }
 

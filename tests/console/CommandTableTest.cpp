@@ -149,6 +149,31 @@ TEST_F(CommandTables, VisitCommandsInOrderOfTheirNames)
     EXPECT_EQ(names, (Names{U"Z", U"a", U"ab", U"b"}));
 }
 
+TEST_F(CommandTables, VisitWhatIsThereWhenItsTurnComes)
+{
+    for (const char32_t* name : {U"a", U"c", U"d", U"e", U"f"}) {
+        add(name);
+    }
+    Names names;
+    mTable.forEach([&](const ConsoleCommand& command) {
+        names.push_back(command.name());
+        if (names.back() == U"a") {
+            add(U"b");
+            add(U"Z");
+        } else if (names.back() == U"b") {
+            mTable.remove(U"b");
+            mTable.remove(U"c");
+        } else if (names.back() == U"d") {
+            add(U"d");
+            add(U"e");
+        } else if (names.back() == U"e") {
+            mTable.remove(U"f");
+            add(U"g");
+        }
+    });
+    EXPECT_EQ(names, (Names{U"a", U"b", U"d", U"e", U"g"}));
+}
+
 TEST_F(CommandTables, KeepTheVisitedCommandUntilItsVisitEnds)
 {
     const Life a = add(U"a");
@@ -174,9 +199,9 @@ TEST_F(CommandTables, AskTheNamedCommandForCandidates)
     auto command = std::make_unique<test::ScriptedCommand>(U"cmd");
     command->onComplete = [](const ConsoleArgs& args) { return test::wordsOf(args); };
     mTable.add(U"cmd", std::move(command));
-    EXPECT_EQ(mTable.candidates({U"cmd", U"a"}), (std::optional(Names{U"cmd", U"a"})));
-    EXPECT_EQ(mTable.candidates({U"other", U"a"}), std::nullopt);
-    EXPECT_EQ(mTable.candidates({}), std::nullopt);
+    EXPECT_EQ(mTable.candidates({U"cmd", U"a"}, false), (std::optional(Names{U"cmd", U"a"})));
+    EXPECT_EQ(mTable.candidates({U"other", U"a"}, false), std::nullopt);
+    EXPECT_EQ(mTable.candidates({}, false), std::nullopt);
 }
 
 } // namespace

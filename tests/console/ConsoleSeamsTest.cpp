@@ -62,6 +62,45 @@ TEST(ConsoleLogReading, CopiesTypeAndIndent)
     EXPECT_EQ(entries[0].indent, 3U);
 }
 
+TEST(ConsoleLogReading, CopiesAPartOfAnEntry)
+{
+    Console console;
+    console.writeIndented(U"abcdef", Prompt, 2);
+    const LogPart part = console.readLogPart(2, 3, 2);
+    EXPECT_EQ(part.text, U"bc");
+    EXPECT_EQ(part.length, 8U);
+    EXPECT_EQ(part.type, Prompt);
+    EXPECT_EQ(part.indent, 2U);
+    EXPECT_EQ(console.readLogPart(2, 6, std::numeric_limits<std::size_t>::max()).text, U"ef");
+    EXPECT_EQ(console.readLogPart(2, 8, 1).text, U"");
+    EXPECT_EQ(console.readLogPart(2, 100, 1).length, 8U);
+    EXPECT_EQ(console.readLogPart(2, 0, 0).text, U"");
+    EXPECT_EQ(console.readLogPart(3, 0, 1).length, 0U) << "no such entry";
+}
+
+TEST(ConsoleInputReading, CopiesLineAndCursorTogether)
+{
+    Console console;
+    console.open();
+    test::ConsoleDriver user{console};
+    user.type("abc");
+    user.press(test::KeyLeft);
+    EXPECT_EQ(console.readInput().text, U"abc");
+    EXPECT_EQ(console.readInput().cursor, 2U);
+    std::atomic<bool> isDone{false};
+    std::thread reader([&] {
+        while (!isDone) {
+            const ConsoleInput input = console.readInput();
+            ASSERT_EQ(input.cursor, input.text.size() - 1);
+        }
+    });
+    for (int i = 0; i < 1000; ++i) {
+        user.type("x");
+    }
+    isDone = true;
+    reader.join();
+}
+
 TEST(ConsoleLogReading, SeesWholeEntriesWhileOtherThreadsWrite)
 {
     Console console;

@@ -1,4 +1,5 @@
 #include "GoCommand.h"
+#include "KeepHistory.h"
 #include "LampCommand.h"
 #include "LinePrinter.h"
 #include "Overlay.h"
@@ -133,6 +134,23 @@ TEST(EmbeddingGuide, SetsUpTheServicesOfTheKit)
     copy.trigger();
     EXPECT_EQ("said\n", QGuiApplication::clipboard()->text());
     EXPECT_EQ("Zephyr Console:\n\nQt info: opened\n>> say\nsaid\n\n", directory.read("log"));
+}
+
+TEST(EmbeddingGuide, KeepsTheHistoryInAFile)
+{
+    const TemporaryDirectory directory;
+    const QString folder = QString::fromStdString((directory.path() / "new").string());
+    const auto console = std::make_shared<Console>();
+    QWindow window;
+    {
+        ConsoleHost host(console, &window);
+        keepHistory(host, folder);
+        host.setOpen(true);
+        for (const char key : std::string("say\r")) {
+            QTest::keyClick(&window, key);
+        }
+    }
+    EXPECT_EQ("say\n", directory.read("new/console-history"));
 }
 
 TEST(EmbeddingGuide, ShowsWhatItsCommandsAnswer)

@@ -329,6 +329,12 @@ TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereAPartOfItsLogIsReadOrItsHis
         std::vector<LogEntry> entries;
         console.readLog(0, 10, entries);
     });
+    failEverywhere([](Console& console) {
+        console.writeIndented(U"a text that needs memory of its own", 4);
+        console.readLogPart(console.logSize() - 1, 0, 100);
+    });
+    failEverywhere([](Console& console) { console.readInput(); },
+                   typing("a line that needs memory of its own"));
     failEverywhere([](Console& console) { console.addToHistory(U"a line that needs memory of its own"); });
     failEverywhere([](Console& console) { console.history(); },
                    typing("a line that needs memory of its own\n"));

@@ -127,6 +127,7 @@ TEST_F(ConsoleHostInputMethod, HearsOfTheConsolesLine)
 
 TEST_F(ConsoleHostInputMethod, KnowsWhereTheCursorIs)
 {
+    host.setPlain(true);
     open();
     frame();
     const QRectF atStart = ask(Qt::ImCursorRectangle).toRectF();

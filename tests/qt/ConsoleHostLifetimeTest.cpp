@@ -183,7 +183,7 @@ TEST_F(ConsoleHostLifetime, MayBeEndedByACompletion)
     };
     key(Qt::Key_X, "x");
     key(Qt::Key_Tab, "\t");
-    EXPECT_EQ(U" done", console->activeInput());
+    EXPECT_EQ(U"x done", console->activeInput());
 }
 
 TEST_F(ConsoleHostLifetime, OutlivesTheWindowThatACommandDestroys)

@@ -65,6 +65,7 @@ class ConsoleHostPaint : public HostedConsole
 protected:
     ConsoleHostPaint()
     {
+        host.setPlain(true);
         console->write(U"a line of text", console::Output);
         console->write(U"second line", console::Output);
     }

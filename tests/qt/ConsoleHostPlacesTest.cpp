@@ -55,6 +55,7 @@ protected:
     void put(QObject& events)
     {
         host = std::make_unique<ConsoleHost>(console, &events);
+        host->setPlain(true);
         for (int i = 0; i < 60; ++i) {
             console->write(U"a line of the log", console::Output);
         }

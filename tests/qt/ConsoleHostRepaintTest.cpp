@@ -124,6 +124,7 @@ TEST_F(ConsoleHostRepaint, IsNotAskedForByAKeyThatChangesNothing)
 
 TEST_F(ConsoleHostRepaint, IsAskedForByCursorAndWheel)
 {
+    host.setPlain(true);
     for (int i = 0; i < 100; ++i) {
         console->newline();
     }

@@ -93,6 +93,7 @@ TEST_F(ConsoleHostRunning, TogglesAtOnce)
 
 TEST_F(ConsoleHostRunning, ScrollsAtOnce)
 {
+    host.setPlain(true);
     for (int i = 0; i < 100; ++i) {
         console->newline();
     }

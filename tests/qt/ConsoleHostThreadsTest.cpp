@@ -59,6 +59,8 @@ private:
 class ConsoleHostThreads : public HostedConsole
 {
 protected:
+    ConsoleHostThreads() { host.setPlain(true); }
+
     QImage expected(double seconds) const
     {
         QImage frame(160, 90, QImage::Format_ARGB32_Premultiplied);

@@ -15,6 +15,7 @@ class ConsoleHostWheel : public HostedConsole
 protected:
     ConsoleHostWheel()
     {
+        host.setPlain(true);
         for (int i = 0; i < 300; ++i) {
             console->newline();
         }
@@ -153,6 +154,7 @@ TEST_F(ConsoleHostWheel, PagesByTheSizeThatTheWindowHadAtTheStart)
     QWindow sized;
     sized.resize(640, 300);
     ConsoleHost put(console, &sized);
+    put.setPlain(true);
     put.setOpen(true);
     sendKey(sized, QEvent::KeyPress, Qt::Key_PageUp);
     EXPECT_EQ(static_cast<unsigned>(300 / lineHeight), scrolled());

@@ -384,6 +384,7 @@ TEST(AGraphicsView, IsScrolledByItsConsole)
         console->newline();
     }
     ConsoleHost host(console, &view);
+    host.setPlain(true);
     const int before = view.verticalScrollBar()->value();
     const QPoint middle = view.viewport()->rect().center();
     const auto turn = [&](QObject& receiver) {

@@ -1,75 +1,86 @@
 #include "LastAnswer.h"
 
-#include "zephyr/console/ConsoleSnapshot.h"
+#include "zephyr/console/Console.h"
 
 #include <gtest/gtest.h>
+
+#include <cstddef>
+#include <string>
+#include <vector>
 
 namespace zephyr::console::qt {
 namespace {
 
-using Log = std::vector<LogEntry>;
-
-const LogEntry kEcho{U"a line", Input, 0};
-const LogEntry kOne{U"one", Output, 0};
-const LogEntry kTwo{U"two", Output, 0};
-const LogEntry kEmpty{U"", Output, 0};
-
-TEST(LastAnswer, IsEmptyUntilThereIsOne)
+/// A console whose log is written without a line being run.
+class LastAnswerTest : public testing::Test
 {
-    EXPECT_TRUE(LastAnswer().isEmpty());
-    EXPECT_EQ("", LastAnswer().text({kEcho, kOne}));
+protected:
+    /// Writes entries: a text that begins with `>` is the echo of a line.
+    void write(const std::vector<std::u32string>& entries)
+    {
+        for (const std::u32string& entry : entries) {
+            const bool isEcho = entry.compare(0, 1, U">") == 0;
+            console.write(isEcho ? entry.substr(1) : entry, isEcho ? Input : Output);
+        }
+    }
+
+    Console console;
+    const std::size_t begin = console.logSize();
+    LastAnswer answer;
+};
+
+TEST_F(LastAnswerTest, IsEmptyUntilThereIsOne)
+{
+    EXPECT_TRUE(answer.isEmpty());
+    EXPECT_EQ("", answer.text(console));
 }
 
-TEST(LastAnswer, IsWhatFollowsTheEchoWithoutTheEmptyEntryAtTheEnd)
+TEST_F(LastAnswerTest, IsWhatFollowsTheEchoWithoutTheEmptyEntryAtTheEnd)
 {
-    const Log log{kOne, kEcho, kTwo, kOne, kEmpty};
-    LastAnswer answer;
-    answer.find(log, 1);
+    write({U"one", U">a line", U"two", U"one", U""});
+    answer.find(console, begin + 1);
     EXPECT_FALSE(answer.isEmpty());
-    EXPECT_EQ("two\none\n", answer.text(log));
+    EXPECT_EQ("two\none\n", answer.text(console));
 }
 
-TEST(LastAnswer, ReachesToTheEndWhereNoEmptyEntryFollows)
+TEST_F(LastAnswerTest, ReachesToTheEndWhereNoEmptyEntryFollows)
 {
-    const Log log{kEcho, kOne, kTwo};
-    LastAnswer answer;
-    answer.find(log, 0);
-    EXPECT_EQ("one\ntwo\n", answer.text(log));
+    write({U">a line", U"one", U"two"});
+    answer.find(console, begin);
+    EXPECT_EQ("one\ntwo\n", answer.text(console));
 }
 
-TEST(LastAnswer, LeavesOutWhatCameBeforeTheEcho)
+TEST_F(LastAnswerTest, LeavesOutWhatCameBeforeTheEcho)
 {
-    const Log log{kOne, kTwo, kEcho, kOne, kEmpty};
-    LastAnswer answer;
-    answer.find(log, 1);
-    EXPECT_EQ("one\n", answer.text(log));
+    write({U"one", U"two", U">a line", U"one", U""});
+    answer.find(console, begin + 1);
+    EXPECT_EQ("one\n", answer.text(console));
 }
 
-TEST(LastAnswer, HoldsTheEchoesOfLinesThatTheLineRan)
+TEST_F(LastAnswerTest, HoldsTheEchoesOfLinesThatTheLineRan)
 {
-    const Log log{kEcho, kEcho, kOne, kEmpty};
-    LastAnswer answer;
-    answer.find(log, 0);
-    EXPECT_EQ(">> a line\none\n", answer.text(log));
+    write({U">a line", U">a line", U"one", U""});
+    answer.find(console, begin);
+    EXPECT_EQ(">> a line\none\n", answer.text(console));
 }
 
-TEST(LastAnswer, IsEmptyWhereNothingWasAnswered)
+TEST_F(LastAnswerTest, IsEmptyWhereNothingWasAnswered)
 {
-    LastAnswer answer;
-    answer.find({kEcho, kEmpty}, 0);
+    write({U">a line", U""});
+    answer.find(console, begin);
     EXPECT_TRUE(answer.isEmpty());
-    answer.find({kEcho}, 0);
+    write({U">a line"});
+    answer.find(console, begin + 2);
     EXPECT_TRUE(answer.isEmpty());
 }
 
-TEST(LastAnswer, StaysTheSameWhenTheLogGrowsOrALineLeavesNoEcho)
+TEST_F(LastAnswerTest, StaysTheSameWhenTheLogGrowsOrALineLeavesNoEcho)
 {
-    Log log{kEcho, kOne, kEmpty};
-    LastAnswer answer;
-    answer.find(log, 0);
-    log.push_back(kTwo);
-    answer.find(log, 3);
-    EXPECT_EQ("one\n", answer.text(log));
+    write({U">a line", U"one", U""});
+    answer.find(console, begin);
+    write({U"two"});
+    answer.find(console, begin + 3);
+    EXPECT_EQ("one\n", answer.text(console));
 }
 
 } // namespace

@@ -2,12 +2,12 @@
 #include "ConsoleLender.h"
 #include "FramePainter.h"
 #include "KeyDelivery.h"
-#include "LastAnswer.h"
 #include "LogMirror.h"
 #include "MirrorFile.h"
 #include "SnapshotRefresh.h"
 #include "faults/FailingAllocation.h"
 #include "support/TemporaryDirectory.h"
+#include "view/ViewShare.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 #include "zephyr/console/qt/ConsoleHost.h"
@@ -105,35 +105,35 @@ TEST_F(MemoryFault, LeavesAChangeForTheNextLook)
     EXPECT_EQ(2, seen) << "once, and not again";
 }
 
-TEST_F(MemoryFault, LeavesTheLastAnswerWhereTheLogCouldNotBeCopied)
-{
-    LastAnswer answer;
-    const std::vector<LogEntry> log = {{U"line", Input, 0}, {U"said", Output, 0}, {{}, Output, 0}};
-    answer.find(log, 0);
-    answer.find({}, log.size());
-    EXPECT_EQ("said\n", answer.text(log));
-}
+/// Whether a frame is painted by ConsoleRenderer or as a view.
+class FrameMemoryFault : public MemoryFault, public testing::WithParamInterface<bool>
+{};
 
-TEST_F(MemoryFault, LeavesAFrameForTheNextTime)
+TEST_P(FrameMemoryFault, LeavesAFrameForTheNextTime)
 {
-    QImage expected(400, 200, QImage::Format_ARGB32_Premultiplied);
+    ViewShare share;
+    ViewShare* const view = GetParam() ? &share : nullptr;
+    QImage expected(200, 90, QImage::Format_ARGB32_Premultiplied);
     QImage image(expected.size(), expected.format());
     expected.fill(Qt::white);
     {
         QPainter painter(&expected);
-        FramePainter().paint(mConsole, painter);
+        FramePainter().paint(mConsole, painter, view);
     }
     FramePainter frames;
     QPainter painter(&image);
     const int failures = failAtEachAllocation([&](std::size_t) {
         image.fill(Qt::white);
         frames.beginAnew(); // or the cursor would blink with the time that the attempts take
-        frames.paint(mConsole, painter);
+        frames.paint(mConsole, painter, view);
         EXPECT_GT(frames.secondsToBlink(), 0.0);
     });
     EXPECT_GT(failures, 0);
     EXPECT_EQ(expected, image);
 }
+
+INSTANTIATE_TEST_SUITE_P(, FrameMemoryFault, testing::Bool(),
+                         [](const auto& tested) { return tested.param ? "OfAView" : "OfTheRenderer"; });
 
 TEST_F(MemoryFault, EndsNoKey)
 {

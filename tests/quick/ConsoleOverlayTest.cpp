@@ -216,6 +216,20 @@ TEST_F(ConsoleOverlayItem, WarnsOfAMirrorThatCanNotBeWritten)
               warnings);
 }
 
+TEST_F(ConsoleOverlayItem, KeepsTheHistoryInAFile)
+{
+    const TemporaryDirectory directory;
+    const QString path = QString::fromStdString(directory.write("history", "one\n").string());
+    showOverRed("historyFile: '" + path.toUtf8() + "'");
+    EXPECT_EQ(path, overlay().property("historyFile").toString());
+    EXPECT_EQ(std::vector<std::u32string>{U"one"}, console().history());
+
+    overlay().setProperty("historyFile", "/nowhere/history");
+    overlay().setProperty("historyFile", "");
+    EXPECT_TRUE(log().empty()) << "nothing was typed";
+    EXPECT_TRUE(warnings.empty());
+}
+
 TEST_F(ConsoleOverlayItem, CapturesQtsMessagesIfAsked)
 {
     showOverRed();

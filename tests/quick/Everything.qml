@@ -17,6 +17,7 @@ Window {
         console: shared
         open: false
         mirrorFile: "log.txt"
+        historyFile: "history.txt"
         captureQtMessages: true
         takesMouse: true
         onOpenChanged: print(overlay.open ? "opened" : "closed")

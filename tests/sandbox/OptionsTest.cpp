@@ -46,19 +46,22 @@ TEST(Options, AskForAWindowAndNothingElseByDefault)
     EXPECT_TRUE(none.keys.isEmpty());
     EXPECT_EQ(std::nullopt, none.screenshot);
     EXPECT_FALSE(none.quits);
+    EXPECT_FALSE(none.isPlain);
     EXPECT_FALSE(none.printsLog);
 }
 
 TEST(Options, ReadAllOfAWindow)
 {
-    const Options all = optionsOf({"--size", "640x480", "--exec", "a b", "--exec=c", "--type", "`x\\n",
-                                   "--screenshot", "p.png", "--quit", "--print-log", "--no-startup"});
+    const Options all =
+        optionsOf({"--size", "640x480", "--exec", "a b", "--exec=c", "--type", "`x\\n", "--screenshot",
+                   "p.png", "--quit", "--print-log", "--plain", "--no-startup"});
     EXPECT_EQ(QSize(640, 480), all.size);
     EXPECT_EQ(QStringList({"a b", "c"}), all.lines);
     EXPECT_EQ("`x\\n", all.keys);
     EXPECT_EQ("p.png", all.screenshot);
     EXPECT_TRUE(all.quits);
     EXPECT_TRUE(all.printsLog);
+    EXPECT_TRUE(all.isPlain);
     EXPECT_TRUE(std::holds_alternative<NoStartup>(all.startup));
 }
 
@@ -120,7 +123,7 @@ TEST(Options, RefuseMissingValues)
 TEST(Options, RefuseAWindowsOptionsInABatch)
 {
     for (const char* const option :
-         {"--size=2x2", "--exec=a", "--type=a", "--screenshot=a", "--quit", "--print-log"}) {
+         {"--size=2x2", "--exec=a", "--type=a", "--screenshot=a", "--quit", "--print-log", "--plain"}) {
         const std::string name = QString(option).section('=', 0, 0).toStdString();
         EXPECT_EQ("'" + name + "' needs a window, which '--batch' does without.",
                   errorOf({"--batch", "f.console", option}));

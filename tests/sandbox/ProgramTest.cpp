@@ -61,8 +61,8 @@ TEST(Program, PrintsAllOptionsAsHelpWhereThereIsNoScreen)
     EXPECT_EQ("", ended.err);
     for (const char* const option :
          {"--help ", "--version ", "--size <WxH>", "--exec <LINE>", "--type <TEXT>", "--screenshot <FILE>",
-          "--quit ", "--print-log ", "--batch <FILE.console>", "--no-startup ", "--startup <NAME>",
-          "--probe-keys "}) {
+          "--quit ", "--print-log ", "--plain ", "--batch <FILE.console>", "--no-startup ",
+          "--startup <NAME>", "--probe-keys "}) {
         EXPECT_NE(std::string::npos, ended.out.find("  " + std::string(option))) << option;
     }
 }

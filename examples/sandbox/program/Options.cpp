@@ -29,12 +29,13 @@ constexpr const char* kScreenshotOption = "screenshot";
 constexpr const char* kQuitOption = "quit";
 constexpr const char* kPrintLogOption = "print-log";
 constexpr const char* kBatchOption = "batch";
+constexpr const char* kPlainOption = "plain";
 constexpr const char* kNoStartupOption = "no-startup";
 constexpr const char* kStartupOption = "startup";
 constexpr const char* kProbeKeysOption = "probe-keys";
 
-constexpr std::array kWindowOnly{kSizeOption,       kExecOption, kTypeOption,
-                                 kScreenshotOption, kQuitOption, kPrintLogOption};
+constexpr std::array kWindowOnly{kSizeOption, kExecOption,     kTypeOption, kScreenshotOption,
+                                 kQuitOption, kPrintLogOption, kPlainOption};
 constexpr std::array kWithFile{kBatchOption, kScreenshotOption, kStartupOption};
 
 constexpr char kBadSize[] = "'--size' takes WIDTHxHEIGHT, each from 1 to 16384, not '%1'.";
@@ -61,6 +62,8 @@ void declareOptions(QCommandLineParser& parser)
         {kPrintLogOption, "Print the console's log to standard output at the end."},
         {kBatchOption, "Run a console file without a window and print the log to standard output.",
          "FILE.console"},
+        {kPlainOption,
+         "Draw the console with the library's renderer alone, which doesn't wrap, select or find."},
         {kNoStartupOption, "Don't run startup.console."},
         {kStartupOption, "Run the console file NAME from the runpath in place of startup.console.", "NAME"},
         {kProbeKeysOption,
@@ -135,6 +138,7 @@ Options optionsOf(const QCommandLineParser& parser)
     options.screenshot = valueOf(kScreenshotOption, parser);
     options.quits = parser.isSet(kQuitOption);
     options.printsLog = parser.isSet(kPrintLogOption);
+    options.isPlain = parser.isSet(kPlainOption);
     return options;
 }
 

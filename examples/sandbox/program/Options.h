@@ -39,6 +39,7 @@ struct Options
     QString keys;                      ///< Text to type after that.
     std::optional<QString> screenshot; ///< File for a picture of the window after that.
     bool quits = false;                ///< End the program after that.
+    bool isPlain = false;              ///< Draw the console as it is without a view.
     bool printsLog = false;            ///< Print the console's log when the program ends.
 };
 

@@ -39,12 +39,13 @@ double restarted(QElapsedTimer& clock)
 
 } // namespace
 
-SandboxWindow::SandboxWindow(Sandbox& sandbox)
+SandboxWindow::SandboxWindow(Sandbox& sandbox, bool isPlain)
     : mSandbox(sandbox),
       mObstacleMouse(sandbox.simulation()),
       mConsoleHost(std::make_unique<console::qt::ConsoleHost>(sandbox.sharedConsole(), this))
 {
     setTitle(kTitle);
+    mConsoleHost->setPlain(isPlain);
     mSandbox.recording().moveToBackground();
     using console::qt::ConsoleHost;
     QObject::connect(mConsoleHost.get(), &ConsoleHost::exceptionCaught, this, [this] {

@@ -29,8 +29,9 @@ class Sandbox;
 class SandboxWindow : public QRasterWindow
 {
 public:
-    /// Moves the sandbox's recordings to the background, where the window keeps them working.
-    explicit SandboxWindow(Sandbox& sandbox);
+    /// Moves the sandbox's recordings to the background, where the window keeps them working. A plain window draws the
+    /// console without the kit's view.
+    explicit SandboxWindow(Sandbox& sandbox, bool isPlain = false);
 
     /// `callback` is called once, after the window has been painted for the first time.
     void whenShown(std::function<void()> callback);

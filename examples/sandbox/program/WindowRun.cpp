@@ -47,7 +47,7 @@ void followOptions(const Options& options, Sandbox& sandbox, SandboxWindow& wind
 
 int showWindow(const Options& options, Sandbox& sandbox)
 {
-    SandboxWindow window(sandbox);
+    SandboxWindow window(sandbox, options.isPlain);
     window.resize(options.size);
     window.whenShown([&] { followOptions(options, sandbox, window); });
     window.show();

@@ -25,8 +25,8 @@ namespace zephyr::console {
 /// passes it key presses, wheel turns and sizes, and draws its snapshot() with a ConsoleRenderer.
 ///
 /// - Threads: the thread that constructs it, the host's, owns it and makes all calls, except that any thread may call
-///   the writers (write(), writeIndented(), newline()), snapshot(), refresh(), logSize(), readLog(), setObserver(),
-///   addObserver() and removeObserver() at any time. The console holds no lock while a command, a completion, a callback
+///   the writers (write(), writeIndented(), newline()), snapshot(), refresh(), logSize(), readLog(), readLogPart(),
+///   readInput(), setObserver(), addObserver() and removeObserver() at any time. The console holds no lock while a command, a completion, a callback
 ///   or an observer runs.
 /// - Ownership: it owns its registered commands and its log. Pointers that it returns stay its own.
 /// - Failure: lines in the log answer what a user does wrong. Exceptions leave through the function that the host called,
@@ -199,6 +199,14 @@ public:
     /// range that reaches beyond the log is cut. From any thread; O(count). Throws `std::bad_alloc`, after which
     /// `entries` may hold anything.
     void readLog(std::size_t first, std::size_t count, std::vector<LogEntry>& entries) const;
+
+    /// A copy of up to `count` code points of the text of the log's entry `index`, from code point `first` on, so that a
+    /// view of a very long entry needs no copy of the whole. A range that reaches beyond the text is cut; an entry that
+    /// isn't there is an empty part of length 0. From any thread; O(count). Throws `std::bad_alloc`.
+    LogPart readLogPart(std::size_t index, std::size_t first, std::size_t count) const;
+
+    /// A copy of the input line and its cursor, taken in one step. From any thread. Throws `std::bad_alloc`.
+    ConsoleInput readInput() const;
 
     /// Sets a function that is called after each entry that was appended to the log, by the thread that appended
     /// it, and after the console was opened or closed; an empty one removes it. This is the host program's own

@@ -5,6 +5,7 @@
 #include "zephyr/console/ConsoleMessageType.h"
 #include "zephyr/console/Texts.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -30,6 +31,23 @@ inline std::u32string shownText(const LogEntry& entry)
 {
     return entry.type == Input ? kPrompt + entry.text : entry.text;
 }
+
+/// A part of the text of a log entry, made by Console::readLogPart().
+struct LogPart
+{
+    std::u32string text;              ///< The code points of the part.
+    std::size_t length = 0;           ///< The number of code points of the whole text.
+    ConsoleMessageType type = Output; ///< The entry's type.
+    std::uint32_t indent = 0;         ///< The entry's indent.
+};
+
+/// The input line and where its cursor is, made by Console::readInput() in one step.
+struct ConsoleInput
+{
+    std::u32string text; ///< The line being typed, in code points.
+    std::uint32_t cursor =
+        0; ///< The insertion point, in code points from the line's start; may lie past its end.
+};
 
 /// A copy of everything that drawing a console needs, made by Console::snapshot(). It is copied in one step, so its
 /// lines, input and cursor belong together. It doesn't say whether the console is open or how large the window is.

@@ -2,6 +2,7 @@
 #define ZEPHYR_CONSOLE_QT_CONSOLEHOST_H
 
 #include "zephyr/console/Console.h"
+#include "zephyr/console/qt/Look.h"
 #include "zephyr/console/qt/ToggleKeys.h"
 #include "zephyr/console/qt/detail/Export.h"
 
@@ -39,11 +40,17 @@ namespace zephyr::console::qt {
 /// - keys that type text;
 /// - Backspace, Delete, Left, Right, Up, Down, Home, End, Page Up, Page Down, Tab, Backtab, Return and Enter, also with
 ///   Shift; Backspace, Delete, Left and Right with Ctrl too; and Ctrl+V, also with Shift;
-/// - Escape and dead keys, also with Shift, which belong to whoever types even where they do nothing.
+/// - Escape and dead keys, also with Shift, which belong to whoever types even where they do nothing;
+/// - unless it is plain, Shift+Insert, Ctrl+F, Ctrl+R, Ctrl with plus, minus and 0; Ctrl+C while something is selected;
+///   and Alt+C in the find bar.
 ///
 /// These then act nowhere else, not as a shortcut either. All other keys reach the host as if the console were closed:
-/// function keys, modifier keys, and shortcuts with Ctrl, Alt or Meta. Alt and a letter opens the host's menus; on
+/// function keys, modifier keys, and other shortcuts with Ctrl, Alt or Meta. Alt and a letter opens the host's menus; on
 /// macOS, where Alt is the Option key, it types. A key's repeats and release go where its press went.
+///
+/// What is painted is a view of the console, unless setPlain() says otherwise: long lines wrap, the log scrolls by rows
+/// and stays in place while output arrives, text is selected with the mouse, what fits the line is offered. Escape closes
+/// what is on top: offers, a bar, the selection; then, if the line is empty, the console.
 ///
 /// While a line runs, the keys that arrive wait until it has ended, and then act in their order; repeats of Return are
 /// dropped. Only the keys that open and close the console act at once. So a command may process events.
@@ -53,6 +60,9 @@ namespace zephyr::console::qt {
 ///
 /// Inside the object's rectangle the wheel, touchpads and fingers scroll an open console, and the mouse is the console's
 /// too unless setMouse() says otherwise.
+///
+/// Assistive technology hears an open console as a text in the role QAccessible::Terminal, which has the focus: the
+/// newest part of the log and the input line. Everything is told as it changes, if anybody listens.
 ///
 /// Several hosts may show one console if one thread paints them all.
 class ZEPHYR_CONSOLE_QT_EXPORT ConsoleHost : public QObject
@@ -79,7 +89,8 @@ public:
     /// The same with a console of its own, which is destroyed with this object.
     explicit ConsoleHost(QObject* object);
 
-    /// Ends the mirror of the log and the capture of Qt's messages. A command that a key runs may destroy this object.
+    /// Ends the mirror of the log, the history's file and the capture of Qt's messages. A command that a key runs may
+    /// destroy this object.
     ~ConsoleHost() override;
 
     /// Paints the console over the frame if it is open, and leaves the painter's state as it was. Call it at the end
@@ -108,6 +119,23 @@ public:
 
     /// Whom the mouse belongs to inside the object while the console is open.
     Mouse mouse() const;
+
+    /// Sets how the console looks: font, colours, and the part of the object that it covers. The user's zoom of the
+    /// session applies to the new font size too.
+    void setLook(const Look& look);
+
+    /// How the console looks.
+    const Look& look() const;
+
+    /// Sets whether the console is drawn by ConsoleRenderer, and keys and wheel do what they do in Console and no more:
+    /// nothing wraps, and there is nothing to select, to find or to choose from. At first it is not.
+    void setPlain(bool plain);
+
+    /// Whether the console is drawn by ConsoleRenderer.
+    bool isPlain() const;
+
+    /// Hides what the log holds so far. The log itself keeps it, and so do copies and mirrors.
+    void clearView();
 
     /// How deep lines may run inside of lines, unless setDepthLimit() says otherwise. A console file that runs itself
     /// takes about 2 kB of stack a level, so that all levels take a quarter of a stack of 512 kB.
@@ -148,6 +176,26 @@ public:
     /// that was installed before is still called. Asking again puts the handler back on top if another was installed
     /// since. A process that fork() makes leaves its messages to the handler before, unless it asks for them itself.
     void captureQtMessages(bool capture);
+
+    /// How many lines a history file has at most, unless setHistoryFile() says otherwise.
+    static constexpr int kDefaultHistoryLines = 1000;
+
+    /// Keeps the history in a file: adds the file's lines to the console's history, behind what is there and but for
+    /// lines that it has, and to the file each line that is typed and that the console records, once it has run. Ends
+    /// an earlier file; an empty name only does that. Off at first.
+    ///
+    /// - The file holds a line for each of the history's in UTF-8, oldest first, and `maxLines` of them at most (at
+    ///   least 1): the oldest are dropped. Equal lines in a row are one. Backslashes and control characters are escaped.
+    ///   Lines of more than 64 kB are left out. A file that the kit makes is for its user only.
+    /// - Several programs may use the file at once. They take turns by a lock file beside it, whose name ends in ".lock".
+    /// - A thread of its own reads and writes, so that no disk holds up typing. This call waits for the lines for a
+    ///   second at most, and adds them later where that isn't enough; the end waits as long for what is to be written.
+    /// - A file that can't be read, is larger than 64 MB, or is no ordinary file is left alone. That, or else the first
+    ///   write that fails, is one line in the log. What couldn't be written is tried again with the next line.
+    /// - A process that fork() makes leaves the file alone.
+    ///
+    /// \return whether the file was read. One that doesn't exist has no lines.
+    bool setHistoryFile(const QString& fileName, int maxLines = kDefaultHistoryLines);
 
 signals:
     /// The console no longer looks as it was painted: a key acted, the log grew, or the cursor blinked. Emitted at each

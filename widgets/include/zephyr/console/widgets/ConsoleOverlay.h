@@ -31,6 +31,7 @@ namespace zephyr::console::widgets {
 class ZEPHYR_CONSOLE_WIDGETS_EXPORT ConsoleOverlay : public QWidget
 {
     Q_OBJECT
+    Q_CLASSINFO("ZephyrConsole", "overlay") // to assistive technology it is the console and nothing else
 
 public:
     /// Puts `console`, or a console of its own if that is null, over `over`.

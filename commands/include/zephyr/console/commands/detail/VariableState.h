@@ -1,0 +1,126 @@
+#ifndef ZEPHYR_CONSOLE_COMMANDS_DETAIL_VARIABLESTATE_H
+#define ZEPHYR_CONSOLE_COMMANDS_DETAIL_VARIABLESTATE_H
+
+#include "zephyr/console/commands/Value.h"
+#include "zephyr/console/commands/detail/VariableBase.h"
+
+#include <atomic>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace zephyr::console::commands::detail {
+
+/// Whether a T is read and written in one step by the processor.
+template <typename T, bool = std::is_trivially_copyable_v<T>>
+struct IsLockFree : std::false_type
+{};
+
+template <typename T>
+struct IsLockFree<T, true> : std::bool_constant<std::atomic<T>::is_always_lock_free>
+{};
+
+/// A value that one thread sets and any may read, without a lock where the type allows.
+template <typename T, bool = IsLockFree<T>::value>
+class SharedValue
+{
+public:
+    explicit SharedValue(T value) : mValue(value) {}
+    T get() const { return mValue.load(std::memory_order_acquire); }
+    void set(T value) { mValue.store(value, std::memory_order_release); }
+
+private:
+    std::atomic<T> mValue;
+};
+
+template <typename T>
+class SharedValue<T, false>
+{
+public:
+    explicit SharedValue(T value) : mValue(std::move(value)) {}
+
+    T get() const
+    {
+        const std::lock_guard<std::mutex> lock(mMutex);
+        return mValue;
+    }
+
+    void set(T value)
+    {
+        const std::lock_guard<std::mutex> lock(mMutex);
+        mValue = std::move(value);
+    }
+
+private:
+    mutable std::mutex mMutex;
+    T mValue;
+};
+
+/// A variable's value and default, and who is told of changes.
+template <typename T>
+class VariableState final : public VariableBase
+{
+public:
+    using Getter = std::function<T()>;
+    using Setter = std::function<void(const T&)>;
+
+    explicit VariableState(T byDefault) : mDefault(byDefault), mOwn(std::move(byDefault)) {}
+
+    VariableState(Getter getter, Setter setter, T byDefault)
+        : mDefault(byDefault),
+          mOwn(std::move(byDefault)),
+          mGetter(std::move(getter)),
+          mSetter(std::move(setter))
+    {}
+
+    T value() const { return mGetter ? mGetter() : mOwn.get(); }
+    const T& byDefault() const { return mDefault; }
+
+    void set(const T& value)
+    {
+        const std::u32string before = text();
+        if (mSetter) {
+            mSetter(value);
+        } else {
+            mOwn.set(value);
+        }
+        if (text() != before) {
+            callObservers();
+        }
+    }
+
+    void addObserver(Setter observer) { mObservers.push_back(std::move(observer)); }
+
+    std::u32string text() const override { return Value<T>::write(value()); }
+    std::u32string defaultText() const override { return Value<T>::write(mDefault); }
+    void reset() override { set(mDefault); }
+
+    void setFrom(const WordReader& word) override
+    {
+        std::optional<T> value;
+        word.read(&value);
+        set(*value);
+    }
+
+private:
+    void callObservers()
+    {
+        const std::vector<Setter> observers = mObservers; // one may add others
+        for (const Setter& observer : observers) {
+            observer(value());
+        }
+    }
+
+    const T mDefault;
+    SharedValue<T> mOwn;
+    Getter mGetter;
+    Setter mSetter;
+    std::vector<Setter> mObservers;
+};
+
+} // namespace zephyr::console::commands::detail
+
+#endif

@@ -1,0 +1,499 @@
+#include "View.h"
+
+#include "../KeyPress.h"
+#include "RowLayout.h"
+#include "ViewKeys.h"
+#include "zephyr/console/Console.h"
+
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace zephyr::console::qt {
+
+namespace {
+
+constexpr int kSearchMs = 8;           // of a frame, for the search of a long log
+constexpr std::size_t kMostOffers = 8; // in view
+constexpr double kZoomStep = 1.1;
+constexpr int kMostZoom = 20; // steps either way
+constexpr double kMinPointSize = 1.0;
+
+ViewAction actionOf(const KeyPress& press)
+{
+    return press.text.empty() ? viewActionOf(press.key, static_cast<Qt::KeyboardModifiers>(press.modifiers))
+                              : ViewAction::None;
+}
+
+} // namespace
+
+View::View(QObject& context, std::shared_ptr<ConsoleLender> console, Host host)
+    : mConsole(std::move(console)), mHost(std::move(host))
+{
+    mSearch.setInterval(0);
+    mShare.setState(std::make_shared<const ViewState>(state()));
+    QObject::connect(&mSearch, &QTimer::timeout, &context, [this] { searchOn(); });
+}
+
+// Keys
+
+bool View::wants(int key, int modifiers) const
+{
+    if (mFind.isOpen() && FindBar::wants(key, modifiers)) {
+        return true;
+    }
+    const ViewAction action = viewActionOf(key, static_cast<Qt::KeyboardModifiers>(modifiers));
+    return action == ViewAction::Copy ? !mSelection.range().isEmpty() : action != ViewAction::None;
+}
+
+bool View::actsAtOnce(const KeyPress& press) const
+{
+    switch (actionOf(press)) {
+    case ViewAction::Copy:
+    case ViewAction::Find:
+    case ViewAction::PageUp:
+    case ViewAction::PageDown:
+    case ViewAction::ZoomIn:
+    case ViewAction::ZoomOut:
+    case ViewAction::ZoomToNormal: return true;
+    case ViewAction::Leave: return mFind.isOpen() || !mSelection.range().isEmpty();
+    default: return mFind.isOpen();
+    }
+}
+
+bool View::press(Console& console, const KeyPress& press)
+{
+    if (mRecall.isOpen() && pressOnRecallBar(console, press)) {
+        return true;
+    }
+    if (mFind.isOpen() && pressOnFindBar(press)) {
+        return true;
+    }
+    switch (actionOf(press)) {
+    case ViewAction::Leave: leave(console); return true;
+    case ViewAction::Copy: copySelection(false); return true;
+    case ViewAction::Paste: mHost.press({Qt::Key_V, Qt::ControlModifier, {}}); return true;
+    case ViewAction::Find: openFindBar(); return true;
+    case ViewAction::Recall: openRecallBar(console); return true;
+    case ViewAction::PageUp: page(1); return true;
+    case ViewAction::PageDown: page(-1); return true;
+    case ViewAction::ZoomIn: zoom(1); return true;
+    case ViewAction::ZoomOut: zoom(-1); return true;
+    case ViewAction::ZoomToNormal: zoom(-mZoom); return true;
+    default: break;
+    }
+    if (mFind.isOpen()) {
+        return true; // a key that would change the line, which is not what the user looks at
+    }
+    mScroll.follow();
+    mSelection.clear();
+    publish();
+    return false;
+}
+
+/// What is on top is left first. An open console with an empty line is left last.
+void View::leave(Console& console)
+{
+    if (mFind.isOpen()) {
+        mFind.close();
+        mSearch.stop();
+    } else if (mOffers.isShown()) {
+        mOffers.dismiss();
+    } else if (!mSelection.range().isEmpty()) {
+        mSelection.clear();
+    } else if (console.activeInput().empty()) {
+        console.close();
+    }
+    publish();
+}
+
+bool View::pressOnFindBar(const KeyPress& press)
+{
+    if (!mFind.press(press)) {
+        return false;
+    }
+    mSearch.start();
+    searchOn();
+    if (const BorrowedConsole console(mConsole); console) {
+        revealHit(*console); // which the key may have stepped to
+        publish();
+    }
+    return true;
+}
+
+void View::openFindBar()
+{
+    if (!mFind.isOpen()) {
+        const std::shared_ptr<const FramePlan> plan = mShare.plan();
+        const bool hasRows = plan && !plan->log.empty();
+        const TextPlace from = hasRows ? TextPlace{plan->log.back().row.entry, plan->log.back().row.end}
+                                       : TextPlace{kInputLine, 0};
+        mFind.open(from, mFirstEntry);
+    }
+    publish();
+}
+
+bool View::searchOn()
+{
+    const BorrowedConsole console(mConsole);
+    if (!console) {
+        return false;
+    }
+    const auto before = mFind.find().current;
+    QElapsedTimer clock;
+    clock.start();
+    bool isMore = true;
+    while (isMore && clock.elapsed() < kSearchMs) {
+        isMore = mFind.search(*console);
+    }
+    if (!isMore) {
+        mSearch.stop();
+    }
+    if (mFind.find().current != before) {
+        revealHit(*console);
+    }
+    publish();
+    return isMore;
+}
+
+/// Scrolls to the hit that is the current one now.
+void View::revealHit(const Console& console)
+{
+    const std::optional<TextPlace> current = mFind.find().current;
+    const std::shared_ptr<const FramePlan> plan = mShare.plan();
+    std::optional<RowScroll::Log> log = plan ? logOf(console, *plan) : std::nullopt;
+    if (current && log) {
+        log->page = std::max(1, log->page - (plan->bar.isEmpty() ? 1 : 0)); // the bar takes a row
+        mScroll.reveal(*current, *log);
+    }
+}
+
+bool View::pressOnRecallBar(Console& console, const KeyPress& press)
+{
+    if (actionOf(press) == ViewAction::Leave) {
+        mRecall.close();
+        publish();
+        return true;
+    }
+    switch (mRecall.press(press)) {
+    case RecallBar::Result::Stays: publish(); return true;
+    case RecallBar::Result::Taken: takeRecalled(console); return press.key == Qt::Key_Tab;
+    default: return actionOf(press) == ViewAction::None;
+    }
+}
+
+void View::openRecallBar(Console& console)
+{
+    mFind.close();
+    mScroll.follow();
+    mRecall.open(console.history());
+    publish();
+}
+
+/// Puts the line that was found on the input line, where the key that took it acts next.
+void View::takeRecalled(Console& console)
+{
+    mRecall.close();
+    if (const std::optional<std::size_t> record = mRecall.record()) {
+        recallRecord(console, *record, [this](Qt::Key key) { mHost.press({key, Qt::NoModifier, {}}); });
+    }
+    publish();
+}
+
+PressKey View::presser() const
+{
+    return [this](int key, int modifiers, const std::u32string& text) {
+        mHost.press({key, modifiers, text});
+    };
+}
+
+void View::pressOnConsole(Console& console, const KeyPress& press)
+{
+    mOffers.pressKey(console, press.key, press.modifiers, press.text, presser());
+}
+
+void View::afterConsoleActed(Console& console)
+{
+    mOffers.update(console);
+    publish();
+}
+
+void View::pickOffer(std::size_t index)
+{
+    const BorrowedConsole console(mConsole);
+    if (console && !console->isRunning()) {
+        mOffers.pick(*console, mOfferWindow.first() + index, presser());
+        publish();
+    }
+}
+
+/// The part of the offers that a frame may show.
+ViewState::List View::offers(Console& console)
+{
+    ViewState::List list;
+    if (!mOffers.isShown() || mFind.isOpen() || mRecall.isOpen()) {
+        return list;
+    }
+    mOfferWindow.follow(mOffers.count(), mOffers.selected(), kMostOffers);
+    for (std::size_t i = 0; i < mOfferWindow.size(); ++i) {
+        Offer offer = mOffers.at(console, mOfferWindow.first() + i);
+        list.offers.push_back({std::move(offer.text), std::move(offer.description)});
+    }
+    list.first = mOfferWindow.first();
+    list.count = mOffers.count();
+    if (const std::optional<std::size_t> selected = mOffers.selected()) {
+        list.selected = *selected - list.first;
+    }
+    return list;
+}
+
+// Scrolling
+
+std::optional<RowScroll::Log> View::logOf(const Console& console, const FramePlan& plan)
+{
+    if (console.logSize() <= mFirstEntry) {
+        return std::nullopt;
+    }
+    mRows.setFormat(fontFor(zoomedLook()), rowWidth(plan.size));
+    return RowScroll::Log{console, mRows, mFirstEntry, std::max(1, plan.page)};
+}
+
+std::shared_ptr<const ViewFont> View::fontFor(const Look& look)
+{
+    const double size = std::max(kMinPointSize, look.fontSize);
+    if (mFont == nullptr || mFont->font().family() != look.fontFamily || mFont->font().pointSizeF() != size) {
+        mFont = std::make_shared<const ViewFont>(look.fontFamily, size);
+    }
+    return mFont;
+}
+
+void View::scrollBy(std::int64_t rows)
+{
+    const BorrowedConsole console(mConsole);
+    const std::shared_ptr<const FramePlan> plan = mShare.plan();
+    if (!console || !plan) {
+        return;
+    }
+    if (const auto log = logOf(*console, *plan)) {
+        mScroll.scrollBy(rows, *log);
+    }
+    publish();
+}
+
+/// A page is a row less than what is in view, so that no row is skipped.
+void View::page(int direction)
+{
+    if (const std::shared_ptr<const FramePlan> plan = mShare.plan()) {
+        scrollBy(std::int64_t{direction} * std::max(1, plan->page - 1));
+    }
+}
+
+void View::scrollToShare(double share)
+{
+    const BorrowedConsole console(mConsole);
+    const std::shared_ptr<const FramePlan> plan = mShare.plan();
+    if (!console || !plan) {
+        return;
+    }
+    if (const auto log = logOf(*console, *plan)) {
+        if (share >= 1.0) {
+            mScroll.follow();
+        } else {
+            mScroll.showAtTop(placeAtShare(share, mFirstEntry, *console), *log);
+        }
+    }
+    publish();
+}
+
+void View::showNewest()
+{
+    mScroll.follow();
+    publish();
+}
+
+// Selecting
+
+std::optional<TextPlace> View::placeNear(QPointF point)
+{
+    const std::shared_ptr<const FramePlan> plan = mShare.plan();
+    const FramePlan::PlacedRow* const placed =
+        plan ? plan->rowNear(static_cast<int>(std::floor(point.y()))) : nullptr;
+    if (placed == nullptr) {
+        return std::nullopt;
+    }
+    const RowLayout layout(placed->row.text, *fontFor(zoomedLook()));
+    std::size_t offset = placed->row.begin + layout.indexNear(point.x() - placed->row.x);
+    if (placed->row.entry == kInputLine && offset > plan->composition) { // which is no part of the line
+        offset -= std::min(offset, plan->cursor) - plan->composition;
+    }
+    return TextPlace{placed->row.entry, offset};
+}
+
+std::optional<QRectF> View::areaOf(TextPlace place)
+{
+    const std::shared_ptr<const FramePlan> plan = mShare.plan();
+    if (!plan) {
+        return std::nullopt;
+    }
+    const bool isInput = place.entry == kInputLine;
+    if (isInput && place.offset >= plan->composition) { // which is no part of the line
+        place.offset += plan->cursor - plan->composition;
+    }
+    const std::vector<FramePlan::PlacedRow>& rows = isInput ? plan->input : plan->log;
+    const auto behind = std::find_if(rows.begin(), rows.end(), [&](const FramePlan::PlacedRow& placed) {
+        return placed.row.place() > place;
+    });
+    if (behind == rows.begin() || std::prev(behind)->row.entry != place.entry) {
+        return std::nullopt;
+    }
+    const FramePlan::PlacedRow& placed = *std::prev(behind);
+    if (place.offset > placed.row.end) {
+        return std::nullopt; // further down in the entry than the frame reaches
+    }
+    const std::shared_ptr<const ViewFont> font = fontFor(zoomedLook());
+    const RowLayout layout(placed.row.text, *font);
+    const std::size_t index = place.offset - placed.row.begin;
+    const double left = layout.xOf(index);
+    const double right = index < placed.row.text.size() ? layout.xOf(layout.nextGrapheme(index)) : left;
+    return QRectF(placed.row.x + std::min(left, right), placed.top, std::abs(right - left),
+                  font->lineHeight());
+}
+
+void View::select(const TextRange& range)
+{
+    mSelection.begin(range, Unit::Grapheme);
+    publish();
+}
+
+void View::select(TextPlace place, Unit unit)
+{
+    const BorrowedConsole console(mConsole);
+    if (console) {
+        mSelection.begin(unitAround(place, unit, *console, console->readInput()), unit);
+        publish();
+    }
+}
+
+void View::extendTo(TextPlace place)
+{
+    const BorrowedConsole console(mConsole);
+    if (console) {
+        mSelection.extendTo(unitAround(place, mSelection.unit(), *console, console->readInput()));
+        publish();
+    }
+}
+
+void View::selectNothing()
+{
+    mSelection.clear();
+    publish();
+}
+
+void View::copySelection(bool toPrimary)
+{
+    const BorrowedConsole console(mConsole);
+    QClipboard* const clipboard = QGuiApplication::clipboard();
+    if (!console || mSelection.range().isEmpty() || (toPrimary && !clipboard->supportsSelection())) {
+        return;
+    }
+    clipboard->setText(textOf(mSelection.range(), *console, console->readInput()),
+                       toPrimary ? QClipboard::Selection : QClipboard::Clipboard);
+}
+
+// The rest
+
+void View::setComposition(const QString& text)
+{
+    if (std::exchange(mComposition, text) != text) {
+        publish();
+    }
+}
+
+void View::setLook(const Look& look)
+{
+    mLook = look;
+    publish();
+}
+
+Look View::zoomedLook() const
+{
+    Look look = mLook;
+    look.fontSize = std::max(kMinPointSize, mLook.fontSize * std::pow(kZoomStep, mZoom));
+    return look;
+}
+
+void View::zoom(int steps)
+{
+    mZoom = std::clamp(mZoom + steps, -kMostZoom, kMostZoom);
+    publish();
+}
+
+void View::clear()
+{
+    const BorrowedConsole console(mConsole);
+    if (console) {
+        mFirstEntry = console->logSize();
+        mScroll.follow();
+        mSelection.clear();
+        mFind.close();
+        publish();
+    }
+}
+
+void View::reset()
+{
+    mFind.close();
+    mRecall.close();
+    mSearch.stop();
+    mSelection.clear();
+    mScroll.follow();
+    mComposition.clear();
+    mOffers.dismiss();
+    publish();
+}
+
+void View::onLogGrown()
+{
+    if (mFind.isOpen()) {
+        mSearch.start();
+    }
+}
+
+ViewState View::state()
+{
+    ViewState state;
+    state.look = zoomedLook();
+    if (const BorrowedConsole console(mConsole); console) {
+        state.blinkRate = console->cursorBlinkRate();
+        state.list = offers(*console);
+    }
+    state.firstEntry = mFirstEntry;
+    state.top = mScroll.top();
+    state.sizeSeen = mScroll.sizeSeen();
+    state.selection = mSelection.range();
+    state.composition = mComposition;
+    if (mFind.isOpen()) {
+        state.find = mFind.find();
+        state.bar = mFind.bar();
+    } else if (mRecall.isOpen()) {
+        state.bar = mRecall.bar();
+        state.recalled = mRecall.line();
+    }
+    return state;
+}
+
+/// Shows the next frame what there is now.
+void View::publish()
+{
+    ViewState now = state();
+    if (now != *mShare.state()) {
+        mShare.setState(std::make_shared<const ViewState>(std::move(now)));
+        mHost.changed();
+    }
+}
+
+} // namespace zephyr::console::qt

@@ -1,0 +1,70 @@
+#include "ViewFrames.h"
+
+#include "FramePlan.h"
+#include "ViewState.h"
+#include "zephyr/console/Console.h"
+
+#include <optional>
+
+namespace zephyr::console::qt {
+
+std::shared_ptr<const FramePlan> ViewFrames::plan(const Console& console, const ConsoleInput& input,
+                                                  const std::shared_ptr<const ViewState>& state, QSize size)
+{
+    if (!isPlanned(console, input, *state, size)) {
+        mPlan = nullptr; // where memory runs out, the next frame is planned anew
+        mState = state;
+        mInput = input;
+        mSize = size;
+        mPlan = std::make_shared<const FramePlan>(
+            planFrame(*state, console, input, fontFor(state->look), mRows, size));
+    }
+    return mPlan;
+}
+
+/// Whether the last plan still holds. The log only ever grows.
+bool ViewFrames::isPlanned(const Console& console, const ConsoleInput& input, const ViewState& state,
+                           QSize size) const
+{
+    return mPlan != nullptr && mPlan->logSize == console.logSize() && mSize == size &&
+           mInput.cursor == input.cursor && mInput.text == input.text &&
+           (mState.get() == &state || *mState == state);
+}
+
+const std::shared_ptr<const ViewFont>& ViewFrames::fontFor(const Look& look)
+{
+    if (mFont == nullptr || mFont->font().family() != look.fontFamily ||
+        mFont->font().pointSizeF() != look.fontSize) {
+        mFont = std::make_shared<const ViewFont>(look.fontFamily, look.fontSize);
+    }
+    return mFont;
+}
+
+void ViewFrames::paint(QPainter& painter, bool isCursorShown)
+{
+    if (updatePicture(painter, isCursorShown)) {
+        mPicture.draw(painter);
+    } else {
+        mPicture = {};
+        mPainter.paint(painter, *mPlan, *mState, isCursorShown);
+    }
+}
+
+/// Makes the picture show the frame. \return whether a picture serves for the painter.
+bool ViewFrames::updatePicture(const QPainter& painter, bool isCursorShown)
+{
+    const std::optional<double> ratio = ViewPicture::ratioFor(painter);
+    const Shown wanted{ratio ? mPlan : nullptr, isCursorShown, ratio.value_or(0.0)};
+    if (wanted.plan != nullptr && wanted == mShown) {
+        return true;
+    }
+    mShown = {};
+    if (wanted.plan == nullptr || !mPicture.update(mPlan, mState->look.background, wanted.ratio,
+                                                   mPainter.itemsOf(*mPlan, *mState, isCursorShown))) {
+        return false;
+    }
+    mShown = wanted;
+    return true;
+}
+
+} // namespace zephyr::console::qt

@@ -1,0 +1,171 @@
+#include "view/ViewPointer.h"
+#include "qt/view/ViewedConsole.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QTest>
+
+#include <optional>
+
+namespace zephyr::console::qt {
+namespace {
+
+class ViewPointerTest : public ViewedConsole
+{
+protected:
+    /// The middle of a row of the last frame, at the left end of a code point.
+    QPointF at(int row, int column)
+    {
+        const auto plan = frame();
+        const int rowsOfLog = static_cast<int>(plan->log.size());
+        const FramePlan::PlacedRow& placed = row < rowsOfLog
+                                                 ? plan->log[static_cast<std::size_t>(row)]
+                                                 : plan->input[static_cast<std::size_t>(row - rowsOfLog)];
+        return {placed.row.x + column * plan->font->spaceWidth() + 1.0,
+                placed.top + plan->font->lineHeight() / 2.0};
+    }
+
+    void pressAt(QPointF place, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
+                 Qt::MouseButton button = Qt::LeftButton)
+    {
+        pointer.press({place, button, modifiers, time});
+        time += 10;
+    }
+
+    void click(QPointF place, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        pressAt(place, modifiers);
+        pointer.release(place);
+    }
+
+    /// Waits until a next press begins a new click.
+    void pause() { time += 10'000; }
+
+    std::uint64_t time = 1;
+    std::optional<std::size_t> cursor;
+    int pastes = 0;
+    ViewPointer pointer{
+        context, view, {[this](std::size_t offset) { cursor = offset; }, [this] { ++pastes; }}};
+};
+
+TEST_F(ViewPointerTest, SelectsWhatItIsDraggedOver)
+{
+    write(5);
+    pressAt(at(2, 2));
+    pointer.move(at(4, 3));
+    pointer.release(at(4, 3));
+    EXPECT_EQ((TextRange{{2, 2}, {4, 3}}), state().selection);
+    click(at(3, 0));
+    pause();
+    EXPECT_TRUE(state().selection.isEmpty());
+}
+
+TEST_F(ViewPointerTest, SelectsAWordByADoubleClickAndALineByATripleClick)
+{
+    write(5);
+    click(at(3, 1));
+    click(at(3, 1));
+    EXPECT_EQ((TextRange{{3, 0}, {3, 4}}), state().selection);
+    click(at(3, 1));
+    EXPECT_EQ((TextRange{{3, 0}, {3, 6}}), state().selection);
+    click(at(3, 1));
+    EXPECT_TRUE(state().selection.isEmpty()) << "a fourth click begins anew";
+}
+
+TEST_F(ViewPointerTest, TakesSlowClicksForSingleOnes)
+{
+    write(5);
+    click(at(3, 1));
+    pause();
+    click(at(3, 1));
+    EXPECT_TRUE(state().selection.isEmpty());
+}
+
+TEST_F(ViewPointerTest, ExtendsTheSelectionByShiftAndAClick)
+{
+    write(5);
+    click(at(2, 1));
+    pause();
+    click(at(4, 2), Qt::ShiftModifier);
+    EXPECT_EQ((TextRange{{2, 1}, {4, 2}}), state().selection);
+    pause();
+    click(at(3, 2), Qt::ShiftModifier);
+    EXPECT_EQ((TextRange{{2, 1}, {3, 2}}), state().selection);
+}
+
+TEST_F(ViewPointerTest, ScrollsWhileItIsDraggedBeyondTheEdge)
+{
+    write(200);
+    const auto plan = frame();
+    pressAt(at(3, 0));
+    pointer.move({10.0, -30.0});
+    frame();
+    const TextPlace before = state().selection.from;
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        frame();
+        return state().selection.from.entry + 5 < before.entry;
+    }));
+    pointer.release({10.0, -30.0});
+    EXPECT_LT(frame()->log.front().row.entry, plan->log.front().row.entry);
+}
+
+TEST_F(ViewPointerTest, PlacesTheCursorByAClickOnTheInputLine)
+{
+    type(U"abc def");
+    click(at(2, 3 + 4));
+    EXPECT_EQ(4U, cursor);
+    cursor.reset();
+    pause();
+    click(at(0, 1));
+    EXPECT_EQ(std::nullopt, cursor) << "in the log there is none";
+    pause();
+    click(at(2, 0));
+    EXPECT_EQ(0U, cursor) << "on the prompt";
+}
+
+TEST_F(ViewPointerTest, PastesByTheMiddleButton)
+{
+    pressAt(at(0, 0), Qt::NoModifier, Qt::MiddleButton);
+    EXPECT_EQ(1, pastes);
+}
+
+TEST_F(ViewPointerTest, DragsTheScrollBar)
+{
+    write(1000);
+    const QRect thumb = frame()->thumb;
+    const QRect track = frame()->track;
+    EXPECT_EQ(track.bottom(), thumb.bottom());
+    pressAt(thumb.center());
+    pointer.move(QPointF(thumb.center()) - QPointF(0, thumb.top() / 2.0));
+    const std::size_t middle = frame()->log.front().row.entry;
+    EXPECT_NEAR(500.0, static_cast<double>(middle), 30.0);
+    pointer.move({static_cast<double>(thumb.x()), -100.0});
+    EXPECT_EQ("Zephyr Console:", first());
+    EXPECT_EQ(track.top(), frame()->thumb.top());
+    pointer.move({0.0, 1000.0});
+    pointer.release({0.0, 1000.0});
+    EXPECT_EQ("line 999", last());
+}
+
+TEST_F(ViewPointerTest, PicksAnOffer)
+{
+    type(U"hel");
+    const QRect list = frame()->list;
+    ASSERT_FALSE(list.isEmpty());
+    click(list.topLeft() + QPointF(3, 3));
+    EXPECT_EQ(U"help", console->activeInput().substr(0, 4));
+}
+
+TEST_F(ViewPointerTest, ShowsTheNewestLinesByAClickOnTheMark)
+{
+    write(200);
+    view.scrollBy(10);
+    write(3);
+    const QRect mark = frame()->mark;
+    ASSERT_FALSE(mark.isEmpty());
+    click(mark.center());
+    EXPECT_EQ("line 202", last());
+}
+
+} // namespace
+} // namespace zephyr::console::qt
