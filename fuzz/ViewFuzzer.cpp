@@ -58,7 +58,9 @@ public:
     void step(FuzzedDataProvider& data)
     {
         switch (data.ConsumeIntegralInRange(0, 9)) {
-        case 0: press(data.PickValueInArray({Qt::Key_Return, Qt::Key_Tab, Qt::Key_Backtab, Qt::Key_Left}), 0); break;
+        case 0:
+            press(data.PickValueInArray({Qt::Key_Return, Qt::Key_Tab, Qt::Key_Backtab, Qt::Key_Left}), 0);
+            break;
         case 1: pressUsedKey(data); break;
         case 2: type(text(data, 8)); break;
         case 3: write(data); break;
@@ -87,9 +89,9 @@ private:
 
     void pressUsedKey(FuzzedDataProvider& data)
     {
-        const KeyUse& use =
-            keyUses()[data.ConsumeIntegralInRange<std::size_t>(0, keyUses().size() - 1)];
-        press(use.key, static_cast<int>(use.modifiers | (data.ConsumeBool() ? Qt::ShiftModifier : Qt::NoModifier)));
+        const KeyUse& use = keyUses()[data.ConsumeIntegralInRange<std::size_t>(0, keyUses().size() - 1)];
+        press(use.key,
+              static_cast<int>(use.modifiers | (data.ConsumeBool() ? Qt::ShiftModifier : Qt::NoModifier)));
     }
 
     void type(const std::u32string& typed)

@@ -29,15 +29,14 @@ ConsoleCommand* CommandTable::find(const std::u32string& name) const
     return found == mCommands.end() ? nullptr : found->second.get();
 }
 
-std::optional<std::vector<std::u32string>> CommandTable::candidates(std::vector<std::u32string>&& words,
-                                                                    bool endsWithBlank)
+std::optional<std::vector<std::u32string>> CommandTable::candidates(std::vector<std::u32string>&& words)
 {
     ConsoleCommand* const command = words.empty() ? nullptr : find(words.front());
     if (command == nullptr) {
         return std::nullopt;
     }
     const Call call(*this, *command);
-    return command->getAutoCompleteResults(ConsoleArgs(std::move(words), endsWithBlank));
+    return command->getAutoCompleteResults(ConsoleArgs(std::move(words)));
 }
 
 void CommandTable::forEach(const std::function<void(const ConsoleCommand&)>& fn)

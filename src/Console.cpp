@@ -284,8 +284,7 @@ bool Console::Private::autoComplete(bool backwards)
         return true;
     }
     std::u32string line = mConsole.activeInput();
-    const bool endsWithBlank = !line.empty() && line.back() == kWordDelimiter;
-    if (auto candidates = mCommands.candidates(splitString(line, kWordDelimiter), endsWithBlank)) {
+    if (auto candidates = mCommands.candidates(splitString(line, kWordDelimiter))) {
         mCompletion.begin(std::move(*candidates), std::move(line));
         applyCompletion(backwards);
     }

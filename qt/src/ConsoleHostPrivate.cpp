@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QThread>
 
 #include <algorithm>
@@ -43,7 +44,7 @@ ConsoleHost::Private::Private(ConsoleHost& host, const std::shared_ptr<Console>&
       mBlinkTimer(host, [this] { requestRepaint(); }),
       mBlinkDue(host, [this] { mBlinkTimer.start(); }),
       mView(host, mConsole,
-            {[this](const KeyPress& press) { pressFromView(press); }, [this] { requestRepaint(); }}),
+            {[this](const KeyPress& press) { pressFromView(press); }, [this] { onViewChanged(); }}),
       mViewPointer(host, mView,
                    {[this](std::size_t offset) { placeCursor(offset); }, [this] { pastePrimary(); }}),
       mAccessibility(mObject, mConsole, mView,
@@ -186,12 +187,25 @@ void ConsoleHost::Private::deliverNow(Console& console, const KeyPress& press)
     if (wasOpen) {
         changed = lookForChange(console) || changed;
     }
+    changed = std::exchange(mHasKeyChangedView, false) || changed;
     afterConsoleActed(changed);
+}
+
+/// A key asks for one frame, whatever it changes. While a line runs, other keys and events ask for theirs at once.
+void ConsoleHost::Private::onViewChanged()
+{
+    const BorrowedConsole console(mConsole);
+    if (mIsKeyPressed && console && !console->isRunning()) {
+        mHasKeyChangedView = true;
+    } else {
+        requestRepaint();
+    }
 }
 
 /// Presses a key on the view, and on the console if the view has no use for it.
 void ConsoleHost::Private::pressInView(Console& console, const KeyPress& press)
 {
+    const QScopedValueRollback<bool> pressed(mIsKeyPressed, true);
     if (!mView.press(console, press)) {
         replaceText(console, press);
         mView.pressOnConsole(console, press);

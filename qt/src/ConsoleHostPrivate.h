@@ -141,6 +141,7 @@ private:
     void pressInView(Console& console, const KeyPress& press);
     void pressOnConsole(Console& console, const KeyPress& press);
     void pressFromView(const KeyPress& press);
+    void onViewChanged();
     void placeCursor(std::size_t offset);
     void pastePrimary();
     void usePointer(const QSinglePointEvent& pointer);
@@ -183,7 +184,9 @@ private:
     ChangeWatch mChanges;
     std::size_t mAskedSize = 0; // number of entries in the log when a frame was last asked for
     BlinkTimer mBlinkTimer;
-    ChangeNotice mBlinkDue; // from the thread that paints
+    ChangeNotice mBlinkDue;          // from the thread that paints
+    bool mIsKeyPressed = false;      // on the view
+    bool mHasKeyChangedView = false; // so that a frame is due
     View mView;
     ViewPointer mViewPointer;
     ConsoleAccessibility mAccessibility;

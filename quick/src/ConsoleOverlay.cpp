@@ -88,6 +88,7 @@ void ConsoleOverlay::showConsole()
     connect(mHost.get(), &qt::ConsoleHost::exceptionCaught, this, &ConsoleOverlay::exceptionCaught);
     mHost->captureQtMessages(mCapturesQtMessages);
     mHost->setLook(mLook);
+    mHost->setPlain(mIsPlain);
     startMirror();
     mHost->setHistoryFile(mHistoryFile);
     syncOpen();
@@ -137,6 +138,17 @@ void ConsoleOverlay::syncOpen()
 void ConsoleOverlay::wheelEvent(QWheelEvent* event) { event->setAccepted(keepsMouse()); }
 
 // Look
+
+void ConsoleOverlay::setPlain(bool plain)
+{
+    if (plain != mIsPlain) {
+        mIsPlain = plain;
+        if (mHost) {
+            mHost->setPlain(plain);
+        }
+        emit plainChanged();
+    }
+}
 
 void ConsoleOverlay::setPart(Part part)
 {

@@ -55,6 +55,10 @@ class ConsoleOverlay : public QQuickItem
     /// Whether the open console keeps the mouse and touches from what lies below it. True by default.
     Q_PROPERTY(bool takesMouse READ takesMouse WRITE setTakesMouse NOTIFY takesMouseChanged FINAL)
 
+    /// Whether the console is drawn without the view: nothing wraps, and there is nothing to select, to find or to choose
+    /// from. False by default.
+    Q_PROPERTY(bool plain READ isPlain WRITE setPlain NOTIFY plainChanged FINAL)
+
     /// The font's family. "Consolas" by default, or the system's monospaced font where there is none.
     Q_PROPERTY(QString fontFamily READ fontFamily WRITE setFontFamily NOTIFY lookChanged FINAL)
 
@@ -110,6 +114,9 @@ public:
     bool takesMouse() const { return mTakesMouse; }
     void setTakesMouse(bool take);
 
+    bool isPlain() const { return mIsPlain; }
+    void setPlain(bool plain);
+
     const QString& fontFamily() const { return mLook.fontFamily; }
     void setFontFamily(const QString& family) { setLook(&qt::Look::fontFamily, family); }
 
@@ -158,6 +165,7 @@ signals:
     void historyFileChanged();
     void captureQtMessagesChanged();
     void takesMouseChanged();
+    void plainChanged();
     void lookChanged();
     /// \endcond
 
@@ -212,6 +220,7 @@ private:
     bool mOpensAtStart = false;
     bool mCapturesQtMessages = false;
     bool mTakesMouse = true;
+    bool mIsPlain = false;
     bool mIsShownOpen = false; // what openChanged() last announced
 
     std::unique_ptr<qt::ConsoleHost> mHost; // null until the component is complete

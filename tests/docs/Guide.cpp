@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <fstream>
-#include <sstream>
 #include <stdexcept>
 
 namespace zephyr::test {
@@ -19,15 +18,11 @@ const std::string kFence = "```";
 const std::string kTextFence = "```text";
 const std::string kPrompt = ">> ";
 
-/// An entry as the guide shows it, line by line, without spaces at the ends, which a reader couldn't see.
-Lines shown(const LogLine& entry)
+/// An entry as the guide shows it, without spaces at its end, which a reader couldn't see.
+std::string shown(const LogLine& entry)
 {
-    std::istringstream text((entry.type == console::Input ? kPrompt : "") + entry.text + "\n");
-    Lines lines;
-    for (std::string line; std::getline(text, line);) {
-        lines.push_back(line.substr(0, line.find_last_not_of(' ') + 1));
-    }
-    return lines;
+    const std::string text = (entry.type == console::Input ? kPrompt : "") + entry.text;
+    return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
 /// What the log gains when `line` is executed, as the guide shows it.
@@ -35,8 +30,7 @@ Lines shownAfter(const std::string& line, console::Console& console)
 {
     Lines lines;
     for (const LogLine& entry : logOf(line, console)) {
-        const Lines more = shown(entry);
-        lines.insert(lines.end(), more.begin(), more.end());
+        lines.push_back(shown(entry));
     }
     return lines;
 }

@@ -1,27 +1,43 @@
 #ifndef ZEPHYR_TESTS_MINIMAL_CONSOLEPICTURE_H
 #define ZEPHYR_TESTS_MINIMAL_CONSOLEPICTURE_H
 
-#include "support/PlainRenderer.h"
 #include "zephyr/console/Console.h"
+#include "zephyr/console/qt/ConsoleHost.h"
 
+#include <QCoreApplication>
 #include <QFontMetrics>
 #include <QImage>
+#include <QInputMethodEvent>
 #include <QPainter>
+#include <QWindow>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <memory>
+#include <string>
 
 namespace zephyr::test {
 
-/// Picture of a window of one colour under a console whose cursor is visible. `size` is in the display's pixels.
-inline QImage consolePicture(const console::Console& console, const QColor& behind, QSize size, int scale)
+/// Picture of a window of one colour under a console whose cursor is visible, after `input` was typed into it. `size` is
+/// in the display's pixels.
+inline QImage consolePicture(console::Console& console, const std::u32string& input, const QColor& behind,
+                             QSize size, int scale)
 {
     QImage picture(size, QImage::Format_RGB32);
     picture.setDevicePixelRatio(scale);
     picture.fill(behind);
+    QWindow window; // never shown
+    window.resize(size / scale);
+    const std::shared_ptr<console::Console> lent(&console, [](console::Console*) {});
+    console::qt::ConsoleHost host(lent, &window);
+    host.setOpen(false);
+    host.setOpen(true);
+    QInputMethodEvent typed;
+    typed.setCommitString(QString::fromStdU32String(input));
+    QCoreApplication::sendEvent(&window, &typed);
     QPainter painter(&picture);
-    PlainRenderer().render(0.0, console.snapshot(), painter);
+    host.paint(painter);
     return picture;
 }
 

@@ -64,11 +64,7 @@ protected:
     /// Whether `picture` shows the expected console with `input` as its input line.
     bool isOpen(const QImage& picture, const std::u32string& input)
     {
-        console.open();
-        for (const char32_t c : input) {
-            console.keyPressed(Qt::Key_unknown, Qt::NoModifier, std::u32string(1, c));
-        }
-        const QImage expected = consolePicture(console, host.color, kSize * scale, scale);
+        const QImage expected = consolePicture(console, input, host.color, kSize * scale, scale);
         const int lineHeight = QFontMetrics(*console.snapshot().font()).height();
         return showsTheSameText(expected, picture, scale * lineHeight, host.tolerance);
     }

@@ -33,11 +33,7 @@ protected:
     bool isOpen(const QImage& picture, const std::u32string& input)
     {
         console::Console console;
-        console.open();
-        for (const char32_t c : input) {
-            console.keyPressed(Qt::Key_unknown, Qt::NoModifier, std::u32string(1, c));
-        }
-        const QImage expected = consolePicture(console, kGround, kSize * scale, scale);
+        const QImage expected = consolePicture(console, input, kGround, kSize * scale, scale);
         const int lineHeight = QFontMetrics(*console.snapshot().font()).height();
         constexpr double kTolerance = 0.01;
         return showsTheSameText(expected, picture, scale * lineHeight, kTolerance);

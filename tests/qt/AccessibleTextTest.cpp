@@ -90,7 +90,8 @@ TEST_F(AnAccessibleText, TellsOnlyWhatDiffersAndCutsNoLetter)
     console.keyPressed(Qt::Key_Left, 0, {});
     console.keyPressed(Qt::Key_Backspace, 0, {});
     type(U"\U0001F601");
-    EXPECT_EQ((Changes{{4, QString::fromUcs4(U"\U0001F600"), QString::fromUcs4(U"\U0001F601"), false}}), update());
+    EXPECT_EQ((Changes{{4, QString::fromUcs4(U"\U0001F600"), QString::fromUcs4(U"\U0001F601"), false}}),
+              update());
 }
 
 TEST_F(AnAccessibleText, KnowsTheOffsetOfEachPlace)

@@ -67,7 +67,8 @@ TEST_F(AnAccessibleConsole, IsInvisibleAndEmptyWhileClosed)
         EXPECT_EQ("", all());
         EXPECT_TRUE(accessible().rect().isEmpty());
         EXPECT_EQ(-1, text().offsetAtPoint(window.mapToGlobal(QPoint(5, 5))));
-        EXPECT_EQ(nullptr, pane().childAt(window.mapToGlobal(QPoint(5, 5)).x(), window.mapToGlobal(QPoint(5, 5)).y()));
+        EXPECT_EQ(nullptr,
+                  pane().childAt(window.mapToGlobal(QPoint(5, 5)).x(), window.mapToGlobal(QPoint(5, 5)).y()));
     };
     expectClosed();
     open();

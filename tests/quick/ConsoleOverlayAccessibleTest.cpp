@@ -44,7 +44,8 @@ TEST_F(ConsoleOverlayAccessible, TellsWhatIsTypedAndAnswered)
 {
     AccessibleEvents events;
     show("TextInput { focus: true; Accessible.name: 'editor'; Accessible.role: Accessible.EditableText }"
-         "ConsoleOverlay { objectName: 'overlay'; Command { name: 'say'; onRun: (args, answer) => answer.write('Hi.') } }");
+         "ConsoleOverlay { objectName: 'overlay'; Command { name: 'say'; onRun: (args, answer) => "
+         "answer.write('Hi.') } }");
     pressToggle();
     EXPECT_TRUE(events.has("focus Console"));
     type("say");

@@ -140,7 +140,7 @@ TEST_F(ConsoleOverlayInput, LetsTheMouseThroughBesideIt)
 
 TEST_F(ConsoleOverlayInput, ScrollsTheLogByTheWheel)
 {
-    showOverMouseArea("open: true");
+    showOverMouseArea("plain: true; open: true");
     for (int i = 0; i < 60; ++i) {
         console().write("a line", console::Output);
     }

@@ -1,5 +1,6 @@
 #include "minimal/ConsolePicture.h"
 #include "quick/Scene.h"
+#include "support/PlainRenderer.h"
 #include "support/TemporaryDirectory.h"
 
 #include <QClipboard>
@@ -17,7 +18,13 @@ const QColor kRed(100, 0, 0);
 /// Whether `picture` shows the open console over one dark colour, with its cursor or without.
 bool showsConsole(const QImage& picture, const Console& console, QColor behind, int scale)
 {
-    const QImage expected = consolePicture(console, behind, picture.size(), scale);
+    QImage expected(picture.size(), QImage::Format_RGB32);
+    expected.setDevicePixelRatio(scale);
+    expected.fill(behind);
+    {
+        QPainter painter(&expected);
+        PlainRenderer().render(0.0, console.snapshot(), painter);
+    }
     const int lineHeight = QFontMetrics(*console.snapshot().font()).height();
     return showsTheSameText(expected, picture, scale * lineHeight, 0.01) &&
            expected.pixel(expected.width() - 1, expected.height() - 1) ==
@@ -29,7 +36,7 @@ class ConsoleOverlayItem : public Scene
 protected:
     void showOverRed(const QByteArray& overlayProperties = {})
     {
-        show("ConsoleOverlay { objectName: 'overlay'; " + overlayProperties + " }\n" +
+        show("ConsoleOverlay { objectName: 'overlay'; plain: true; " + overlayProperties + " }\n" +
              "Rectangle { anchors.fill: parent; color: '#640000' }");
     }
 

@@ -131,7 +131,7 @@ protected:
     unsigned scrollOffset() { return sandbox.console().snapshot().scrollOffset(); }
 
     int shown = 0;
-    PaintedWindow window{sandbox};
+    PaintedWindow window{sandbox, true};
 };
 
 TEST_F(SandboxWindow, ReportsOnceThatItIsShown)

@@ -64,6 +64,8 @@ private:
 class Window : public Canvas
 {
 public:
+    Window() { overlay.host().setPlain(true); }
+
     ConsoleOverlay overlay{this};
 };
 
@@ -181,7 +183,9 @@ TEST(ConsoleOverlay, SharesOneConsoleBetweenTwoWindowsInEitherOrderOfDestruction
         auto first = std::make_unique<Canvas>();
         auto second = std::make_unique<Canvas>();
         auto* firstOverlay = new ConsoleOverlay(first.get(), console);
+        firstOverlay->host().setPlain(true);
         auto* secondOverlay = new ConsoleOverlay(second.get(), console);
+        secondOverlay->host().setPlain(true);
         firstOverlay->host().setOpen(true);
         secondOverlay->host().setOpen(true);
         (isFirstGone ? first : second).reset();
@@ -240,6 +244,7 @@ TEST(ConsoleOverlay, IsNoPaneOrPageOfAContainer)
     const int items = dialog.window->layout()->count();
     for (const HostWindow* host : {&splitter, &stack, &tabs, &box, &mdi, &dialog}) {
         auto* overlay = new ConsoleOverlay(host->over);
+        overlay->host().setPlain(true);
         overlay->host().setOpen(true);
         showSettled(*host->window);
         EXPECT_TRUE(overlay->isVisible());
@@ -257,6 +262,7 @@ TEST(ConsoleOverlay, StaysAboveThePageThatBecomesCurrent)
     for (const char* kind : {"StackedWidget", "TabWidget", "ToolBox"}) {
         HostWindow host = hostOfKind(kind);
         auto* overlay = new ConsoleOverlay(host.over);
+        overlay->host().setPlain(true);
         writeLines(*overlay->console());
         host.over->setProperty("currentIndex", 1);
         const QImage second = showSettled(*host.window);
@@ -272,6 +278,7 @@ TEST(ConsoleOverlay, DoesNotMoveWithWhatScrollsBelow)
 {
     HostWindow host = hostOfKind("ScrollingViewport");
     auto* overlay = new ConsoleOverlay(host.over);
+    overlay->host().setPlain(true);
     writeLines(*overlay->console());
     showSettled(*host.window);
     QScrollBar& bar = *static_cast<QScrollArea&>(*host.window).verticalScrollBar();
@@ -289,6 +296,7 @@ TEST(ConsoleOverlay, LiesOverTheItemsOfAGraphicsViewThatScrolls)
 {
     HostWindow host = hostOfKind("GraphicsView");
     auto* overlay = new ConsoleOverlay(static_cast<QGraphicsView&>(*host.window).viewport());
+    overlay->host().setPlain(true);
     writeLines(*overlay->console());
     showSettled(*host.window);
     QScrollBar& bar = *static_cast<QGraphicsView&>(*host.window).verticalScrollBar();
@@ -312,6 +320,7 @@ TEST(ConsoleOverlay, StaysOnADockWidgetThatIsUndockedAndDocked)
     window.addDockWidget(Qt::LeftDockWidgetArea, dock);
     window.setCentralWidget(new Canvas);
     auto* overlay = new ConsoleOverlay(canvas);
+    overlay->host().setPlain(true);
     writeLines(*overlay->console());
     showSettled(window);
     overlay->host().setOpen(true);

@@ -32,6 +32,7 @@ private:
 void expectConsoleOver(QWidget& window, Canvas& native)
 {
     auto* overlay = new ConsoleOverlay(&window);
+    overlay->host().setPlain(true);
     for (int i = 0; i < 60; ++i) {
         overlay->console()->write(U"a line of the log", console::Output);
     }

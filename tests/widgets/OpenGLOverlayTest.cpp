@@ -67,6 +67,7 @@ void expectConsoleOver(QWidget& over, OpenGLPicture& picture)
 {
     QWidget& window = *over.window();
     auto* overlay = new ConsoleOverlay(&over);
+    overlay->host().setPlain(true);
     for (int i = 0; i < 60; ++i) {
         overlay->console()->write(U"a line of the log", console::Output);
     }

@@ -23,6 +23,7 @@ class OverlayOn : public testing::TestWithParam<HostKind>
 protected:
     OverlayOn()
     {
+        overlay->host().setPlain(true);
         for (int i = 0; i < 60; ++i) {
             overlay->console()->write(U"a line of the log", console::Output);
         }

@@ -47,6 +47,8 @@ void turnWheelDown(QWidget& window, QPoint place)
 class OverlayKeysOn : public testing::TestWithParam<HostKind>
 {
 protected:
+    OverlayKeysOn() { overlay->host().setPlain(true); }
+
     HostWindow host = GetParam().make();
     ConsoleOverlay* const overlay = new ConsoleOverlay(host.over);
 };
@@ -84,6 +86,7 @@ class OverlayOnEditor : public testing::Test
 protected:
     OverlayOnEditor()
     {
+        overlay->host().setPlain(true);
         window->resize(480, 320);
         showSettled(*window);
     }

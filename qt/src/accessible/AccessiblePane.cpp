@@ -14,7 +14,8 @@ namespace zephyr::console::qt {
 
 namespace {
 
-constexpr const char* kOverlayInfo = "ZephyrConsole"; // Q_CLASSINFO of the classes that are nothing but a console
+constexpr const char* kOverlayInfo =
+    "ZephyrConsole"; // Q_CLASSINFO of the classes that are nothing but a console
 
 bool isOverlay(const QObject& object) { return object.metaObject()->indexOfClassInfo(kOverlayInfo) >= 0; }
 

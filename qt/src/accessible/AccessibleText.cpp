@@ -110,8 +110,8 @@ void AccessibleText::updateLog(const Console& console, std::size_t firstEntry, s
 {
     const std::size_t size = console.logSize();
     const Added added = readNew(console, std::max(mLogSize, firstEntry), size);
-    const auto shown =
-        std::find_if(mPieces.begin(), mPieces.end(), [&](const Piece& piece) { return piece.entry >= firstEntry; });
+    const auto shown = std::find_if(mPieces.begin(), mPieces.end(),
+                                    [&](const Piece& piece) { return piece.entry >= firstEntry; });
     dropBefore(added.isAll ? static_cast<std::size_t>(shown - mPieces.begin()) : mPieces.size(), changes);
     mLogSize = size;
     if (added.pieces.empty()) {
@@ -153,9 +153,9 @@ std::size_t AccessibleText::piecesTooMany() const
         return 0;
     }
     const std::size_t tooMany = mPieces.size() - std::min(mPieces.size(), kMostEntries / 2);
-    const auto kept = std::lower_bound(
-        mPieces.begin(), mPieces.end(), mLogEnd - kMostUnits / 2,
-        [](const Piece& piece, qsizetype offset) { return piece.begin < offset; });
+    const auto kept =
+        std::lower_bound(mPieces.begin(), mPieces.end(), mLogEnd - kMostUnits / 2,
+                         [](const Piece& piece, qsizetype offset) { return piece.begin < offset; });
     const auto tooLong = static_cast<std::size_t>(kept - mPieces.begin());
     return std::min(mPieces.size() - 1, std::max(tooMany, tooLong));
 }
@@ -205,7 +205,8 @@ std::optional<TextPlace> AccessibleText::placeAt(int offset) const
     const auto after = std::upper_bound(mPieces.begin(), mPieces.end(), offset,
                                         [](int at, const Piece& piece) { return at < piece.begin; });
     const Piece& piece = *std::prev(after);
-    return TextPlace{piece.entry, piece.offset + codePointsIn(text.sliced(piece.begin, offset - piece.begin))};
+    return TextPlace{piece.entry,
+                     piece.offset + codePointsIn(text.sliced(piece.begin, offset - piece.begin))};
 }
 
 std::optional<int> AccessibleText::offsetOf(TextPlace place) const
@@ -215,12 +216,14 @@ std::optional<int> AccessibleText::offsetOf(TextPlace place) const
         const auto units = unitsOf(text.sliced(mLogEnd, mInputEnd - mLogEnd), place.offset);
         return units ? std::optional(static_cast<int>(mLogEnd + *units)) : std::nullopt;
     }
-    const auto found = std::lower_bound(mPieces.begin(), mPieces.end(), place.entry,
-                                        [](const Piece& piece, std::size_t entry) { return piece.entry < entry; });
+    const auto found =
+        std::lower_bound(mPieces.begin(), mPieces.end(), place.entry,
+                         [](const Piece& piece, std::size_t entry) { return piece.entry < entry; });
     if (found == mPieces.end() || found->entry != place.entry || place.offset < found->offset) {
         return std::nullopt;
     }
-    const qsizetype end = endOf(static_cast<std::size_t>(found - mPieces.begin())) - 1; // without the line feed
+    const qsizetype end =
+        endOf(static_cast<std::size_t>(found - mPieces.begin())) - 1; // without the line feed
     const auto units = unitsOf(text.sliced(found->begin, end - found->begin), place.offset - found->offset);
     return units ? std::optional(static_cast<int>(found->begin + *units)) : std::nullopt;
 }

@@ -24,8 +24,10 @@ namespace zephyr::console::qt {
 namespace {
 
 constexpr const char* kProperty = "_zephyr_console_accessibility"; // of the object that a console is on
-constexpr const char* kCountProperty = "_zephyr_console_count"; // of the application: the consoles that were started
-constexpr qsizetype kMostTold = 2048; // code units of one change, so that a flood of output is not spoken for hours
+constexpr const char* kCountProperty =
+    "_zephyr_console_count"; // of the application: the consoles that were started
+constexpr qsizetype kMostTold =
+    2048; // code units of one change, so that a flood of output is not spoken for hours
 
 bool isOnApplicationThread() { return QThread::currentThread() == QCoreApplication::instance()->thread(); }
 
@@ -170,7 +172,8 @@ std::vector<AccessibleText::Change> ConsoleAccessibility::readText()
 
 void ConsoleAccessibility::tell(const AccessibleText::Change& change)
 {
-    const qsizetype skipped = change.isOutput ? std::max<qsizetype>(0, change.inserted.size() - kMostTold) : 0;
+    const qsizetype skipped =
+        change.isOutput ? std::max<qsizetype>(0, change.inserted.size() - kMostTold) : 0;
     const int position = change.position + static_cast<int>(skipped);
     const QString inserted = change.inserted.sliced(skipped);
     const auto sendWithCursor = [this](QAccessibleTextCursorEvent&& event) {
@@ -209,7 +212,8 @@ void ConsoleAccessibility::tellCursor()
 void ConsoleAccessibility::followFocus()
 {
     if (QAccessible::isActive() && mIsHeard && hasFocus()) {
-        QMetaObject::invokeMethod(this, [this] { tellFocus(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this] { tellFocus(); }, Qt::QueuedConnection);
     }
 }
 
@@ -309,7 +313,8 @@ int ConsoleAccessibility::offsetAt(QPoint onScreen)
         return -1;
     }
     const std::optional<QRectF> behind = mView.areaOf(*place);
-    if (behind && behind->left() > point.x() && place->offset > 0) { // the nearest gap is behind the character
+    if (behind && behind->left() > point.x() &&
+        place->offset > 0) { // the nearest gap is behind the character
         --place->offset;
     }
     return text().offsetOf(*place).value_or(-1);

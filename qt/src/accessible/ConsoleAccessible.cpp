@@ -21,7 +21,10 @@ bool ConsoleAccessible::isOpen() const { return isValid() && mConsole->isOpen();
 
 QWindow* ConsoleAccessible::window() const { return isValid() ? mConsole->window() : nullptr; }
 
-QAccessibleInterface* ConsoleAccessible::parent() const { return isValid() ? mConsole->parentInterface() : nullptr; }
+QAccessibleInterface* ConsoleAccessible::parent() const
+{
+    return isValid() ? mConsole->parentInterface() : nullptr;
+}
 
 QString ConsoleAccessible::text(QAccessible::Text kind) const
 {
@@ -67,7 +70,10 @@ int ConsoleAccessible::selectionCount() const
     return isOpen() && mConsole->selection() != ConsoleAccessibility::Offsets{} ? 1 : 0;
 }
 
-void ConsoleAccessible::addSelection(int startOffset, int endOffset) { setSelection(0, startOffset, endOffset); }
+void ConsoleAccessible::addSelection(int startOffset, int endOffset)
+{
+    setSelection(0, startOffset, endOffset);
+}
 
 void ConsoleAccessible::removeSelection(int index) { setSelection(index, 0, 0); }
 

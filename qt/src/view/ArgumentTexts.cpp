@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <utility>
 
+#include <memory>
+
 namespace zephyr::console::qt {
 
 namespace {
@@ -60,10 +62,10 @@ void ArgumentTexts::read(Console& console, const std::u32string& name)
     if (command == nullptr || command->argHandlerCount() == 0) {
         return;
     }
-    Console scratch; // the only way to a description is to have it written
+    const auto scratch = std::make_unique<Console>(); // the only way to a description is to have it written
     std::map<std::u32string, std::u32string> descriptions;
     command->forEachArg([&](const std::u32string& argument) {
-        descriptions.emplace(argument, printedDescription(*command, argument, scratch));
+        descriptions.emplace(argument, printedDescription(*command, argument, *scratch));
     });
     mDescriptions = std::move(descriptions);
     mCommand = name;

@@ -195,7 +195,7 @@ private:
     /// entry that does.
     double shareBefore(std::size_t entry, std::size_t offset, double ofEmpty) const
     {
-        const double count = static_cast<double>(mPlan.logSize - std::min(mPlan.logSize, mState.firstEntry));
+        const auto count = static_cast<double>(mPlan.logSize - std::min(mPlan.logSize, mState.firstEntry));
         const std::size_t size = EntryText(mConsole, entry).size();
         const double part = size > 0 ? static_cast<double>(offset) / static_cast<double>(size) : ofEmpty;
         const double before = static_cast<double>(entry - std::min(entry, mState.firstEntry)) + part;

@@ -75,8 +75,8 @@ Tone toneOf(const EntryText& text)
 /// Where the rows begin that don't begin an entry: below its text. A narrow window has no room for that.
 double hangingIndent(const EntryText& text, const ViewFont& font, double width)
 {
-    const double spaces = text.type() == Input ? std::u32string_view(kPrompt).size() : text.indent();
-    const double indent = spaces * font.spaceWidth();
+    const std::size_t spaces = text.type() == Input ? std::u32string_view(kPrompt).size() : text.indent();
+    const double indent = static_cast<double>(spaces) * font.spaceWidth();
     return indent <= width * kMaxHangingShare ? indent : 0.0;
 }
 
@@ -182,7 +182,7 @@ std::shared_ptr<const LogRows::Segment> LogRows::segment(const EntryText& text, 
         mUsed.splice(mUsed.begin(), mUsed, kept->second);
         return *kept->second;
     }
-    const auto made = std::make_shared<const Segment>(layOut(text, entry, index));
+    auto made = std::make_shared<const Segment>(layOut(text, entry, index));
     keep(made);
     return made;
 }

@@ -129,7 +129,7 @@ void View::openFindBar()
 {
     if (!mFind.isOpen()) {
         const std::shared_ptr<const FramePlan> plan = mShare.plan();
-        const bool hasRows = plan && !plan->log.empty();
+        const bool hasRows = mScroll.top() && plan && !plan->log.empty();
         const TextPlace from = hasRows ? TextPlace{plan->log.back().row.entry, plan->log.back().row.end}
                                        : TextPlace{kInputLine, 0};
         mFind.open(from, mFirstEntry);
@@ -452,7 +452,9 @@ void View::reset()
     mSelection.clear();
     mScroll.follow();
     mComposition.clear();
-    mOffers.dismiss();
+    if (const BorrowedConsole console(mConsole); console) {
+        mOffers.update(*console); // of a closed console, or of an empty line
+    }
     publish();
 }
 

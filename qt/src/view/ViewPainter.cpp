@@ -68,7 +68,7 @@ void markPart(std::vector<PaintItem::Mark>& marks, const TextRange& range, Paint
     if (from < to) {
         mark.begin = layout.unitAt(from.offset - row.begin);
         mark.length = layout.unitAt(to.offset - row.begin) - mark.begin;
-        marks.push_back(std::move(mark));
+        marks.push_back(mark);
     }
 }
 

@@ -108,12 +108,14 @@ private:
 QImage wrapping(double ratio)
 {
     Scene scene;
-    scene.write(U"A line that is longer than the window is wide goes on in the next row, wrapped at its words, and is "
+    scene.write(U"A line that is longer than the window is wide goes on in the next row, wrapped at its "
+                U"words, and is "
                 U"copied as the one line that it is.");
     scene.write(U"    Where it begins with an indent, the rows that follow keep it.");
-    scene.write(U"Wide \u6f22\u5b57\u304b\u306a \ud55c\uad6d\uc5b4, from the right "
-                U"\u0627\u0644\u0633\u0644\u0627\u0645 \u05e9\u05dc\u05d5\u05dd, marks e\u0301 a\u0308\u0323, signs "
-                U"\u2211 \u263a \U0001F600, a tab\there.");
+    scene.write(
+        U"Wide \u6f22\u5b57\u304b\u306a \ud55c\uad6d\uc5b4, from the right "
+        U"\u0627\u0644\u0633\u0644\u0627\u0645 \u05e9\u05dc\u05d5\u05dd, marks e\u0301 a\u0308\u0323, signs "
+        U"\u2211 \u263a \U0001F600, a tab\there.");
     scene.write(U"Qt warning: the texture is larger than the card can hold");
     scene.write(U"Qt critical: the file of the scene can't be read");
     scene.type("wind set a line being typed that wraps as well, with the cursor always in sight at its end");

@@ -270,7 +270,7 @@ TEST_F(ViewTest, KeepsTheLineWhereNothingIsRecalled)
 {
     type(U"help one\nabc");
     press(Qt::Key_R, kCtrl);
-    type(U"nowhere");
+    type(U"zzz");
     EXPECT_EQ(U"not found", state().bar->status);
     press(Qt::Key_Right);
     EXPECT_EQ(U"abc", console->activeInput());
@@ -286,6 +286,17 @@ TEST_F(ViewTest, OffersWhatFitsTheLine)
     EXPECT_FALSE(frame()->list.isEmpty());
     press(Qt::Key_Tab);
     EXPECT_EQ(U"help ", console->activeInput());
+}
+
+TEST_F(ViewTest, OffersFromTheFirstLetterOn)
+{
+    console->close();
+    view.reset();
+    console->open();
+    view.reset();
+    EXPECT_TRUE(state().list.offers.empty());
+    type(U"h");
+    EXPECT_EQ(1U, state().list.offers.size());
 }
 
 TEST_F(ViewTest, PutsTheOfferOnTheLineThatIsPicked)
