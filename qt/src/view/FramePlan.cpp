@@ -8,6 +8,7 @@
 #include "zephyr/console/ConsoleSnapshot.h"
 
 #include <QFontMetrics>
+#include <QString>
 
 #include <algorithm>
 #include <cmath>
@@ -186,7 +187,9 @@ private:
         mPlan.newEntries = mPlan.logSize - std::min(mPlan.logSize, seen);
         if (mPlan.newEntries > 0) {
             const int room = std::max(0, mPlan.size.width() - kScrollBarWidth - kScrollBarMargin);
-            const int width = std::min(room, mFont.lineHeight() * 10);
+            mPlan.markText = QString(QStringLiteral("%1 new below")).arg(mPlan.newEntries).toStdU32String();
+            const double text = columns(mPlan.markText) * mFont.spaceWidth();
+            const int width = std::min(room, mFont.lineHeight() + static_cast<int>(std::ceil(text)));
             mPlan.mark = QRect(room - width, mPlan.log.back().top, width, mFont.lineHeight());
         }
     }

@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace zephyr::console {
@@ -45,7 +46,8 @@ struct FramePlan
     std::vector<TextRange> hits; ///< Of what is looked for, in the rows of the log, in order.
     int page = 0;                ///< How many rows of the log there is room for.
     std::size_t newEntries = 0;  ///< Below the view, since its end was last in it.
-    QRect mark;                  ///< Says how many there are; empty if there are none.
+    std::u32string markText;     ///< Says how many there are; empty if there are none.
+    QRect mark;                  ///< Where it stands; empty if there are none.
     QRect track;                 ///< Of the scroll bar; empty while all of the log is in view.
     QRect thumb;                 ///< Of the scroll bar.
     QRect list;                  ///< The list of offers; empty for none.

@@ -209,13 +209,14 @@ void ViewPainter::addBar()
 
     // The cursor stays in view: what is left of the room is for the text before it.
     const double room = place.width() - label - statusWidth - 2 * mPlan->font->lineHeight();
-    const double cursor = textOf(bar.text)->layout().xOf(bar.cursor);
+    const std::u32string text = withSigns(bar.text);
+    const double cursor = textOf(text)->layout().xOf(bar.cursor);
     const double left = label - std::max(0.0, cursor - std::max(0.0, room));
     const QRectF field(label, place.top(), std::max(0.0, room) + mPlan->font->lineHeight(), place.height());
     if (field.isEmpty()) {
         return;
     }
-    addText(bar.text, QPointF(std::floor(left), place.top()), mState->look.input, field);
+    addText(text, QPointF(std::floor(left), place.top()), mState->look.input, field);
     const QRectF caret(left + cursor, place.top(), std::max(1.0, mPlan->font->spaceWidth() / 4),
                        place.height());
     addGround(caret & field, mState->look.input);
@@ -226,10 +227,8 @@ void ViewPainter::addMark()
     if (mPlan->mark.isEmpty()) {
         return;
     }
-    const std::u32string text =
-        QString(QStringLiteral("%1 new below")).arg(mPlan->newEntries).toStdU32String();
     addGround(mPlan->mark, mState->look.text);
-    addText(cutToWidth(text, mPlan->mark.width(), *mPlan->font),
+    addText(cutToWidth(mPlan->markText, mPlan->mark.width(), *mPlan->font),
             mPlan->mark.topLeft() + QPoint(mPlan->font->lineHeight() / 2, 0), inkOn(mState->look));
 }
 
