@@ -217,9 +217,8 @@ void View::takeRecalled(Console& console)
 
 PressKey View::presser() const
 {
-    return [this](int key, int modifiers, const std::u32string& text) {
-        mHost.press({key, modifiers, text});
-    };
+    return
+        [this](int key, int modifiers, const std::u32string& text) { mHost.press({key, modifiers, text}); };
 }
 
 void View::pressOnConsole(Console& console, const KeyPress& press)
