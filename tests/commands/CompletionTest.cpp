@@ -56,9 +56,8 @@ TEST_F(CommandCompletion, OffersTheValuesOfAType)
 TEST_F(CommandCompletion, OffersWhatTheHostSays)
 {
     add(
-        mConsole, U"load", U"", [](std::string) {}, argument(U"scene").candidates([] {
-            return std::vector<std::u32string>{U"forest", U"long storm"};
-        }));
+        mConsole, U"load", U"", [](std::string) {},
+        argument(U"scene").candidates([] { return std::vector<std::u32string>{U"forest", U"long storm"}; }));
     EXPECT_EQ(Texts({"load forest", "load \"long storm\""}), completionsOf("load "));
     EXPECT_EQ(Texts({"load \"long storm\""}), completionsOf("load lo"));
     EXPECT_EQ(Texts({"load \"long storm\""}), completionsOf("load \"lo"));
@@ -88,8 +87,7 @@ TEST_F(CommandCompletion, OffersFiles)
     directory.write("two words.txt", "");
     directory.write("deep/three.txt", "");
     directory.write(".hidden", "");
-    add(
-        mConsole, U"show", U"", [](std::filesystem::path, bool) {}, argument(U"file"), flag(U"all"));
+    add(mConsole, U"show", U"", [](std::filesystem::path, bool) {}, argument(U"file"), flag(U"all"));
     EXPECT_EQ(Texts({"show /all", "show deep/", "show one.txt", "show \"two words.txt\""}),
               completionsOf("show "));
     EXPECT_EQ(Texts({"show one.txt"}), completionsOf("show o"));

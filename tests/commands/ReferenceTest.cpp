@@ -70,8 +70,7 @@ TEST_F(Reference, IsJson)
 
 TEST_F(Reference, ShowsHowAnArgumentIsTypedByName)
 {
-    add(
-        mConsole, U"aim", U"Aims.", [](double) {}, argument(U"angle").orByName());
+    add(mConsole, U"aim", U"Aims.", [](double) {}, argument(U"angle").orByName());
     EXPECT_NE(std::string::npos,
               reference(mConsole).find("\n`aim ANGLE`\n\n- `ANGLE` or `/angle=NUMBER`: a number.\n"));
     const QJsonObject all =
