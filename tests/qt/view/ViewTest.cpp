@@ -255,6 +255,16 @@ TEST_F(ViewTest, SearchesTheHistory)
     EXPECT_FALSE(state().bar);
 }
 
+TEST_F(ViewTest, ShowsTheBeginningOfAVeryLongLineOfTheHistory)
+{
+    console->addToHistory(U"long " + std::u32string(1000000, U'x'));
+    press(Qt::Key_R, kCtrl);
+    type(U"long");
+    ASSERT_TRUE(state().recalled);
+    EXPECT_LT(state().recalled->size(), 10000U);
+    EXPECT_EQ(U"long x", state().recalled->substr(0, 6));
+}
+
 TEST_F(ViewTest, RunsTheLineThatWasFound)
 {
     type(U"help one\nhelp two\n");
