@@ -38,7 +38,7 @@ std::vector<std::u32string> ConsoleCommand::getAutoCompleteResults(const Console
 void ConsoleCommand::registerArgHandler(const std::u32string& name, const ArgHandlerFn& handler,
                                         const std::u32string& description, const std::u32string& helpText)
 {
-    if (mArgHandlers.find(name) == mArgHandlers.end()) { // first, so that a duplicate copies nothing
+    if (!mArgHandlers.contains(name)) { // first, so that a duplicate copies nothing
         mArgHandlers.try_emplace(name, ArgHandler{name, handler, description, helpText});
     }
 }

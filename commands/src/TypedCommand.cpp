@@ -75,6 +75,7 @@ const Form* TypedCommand::formNamed(const std::u32string& formName) const
 std::vector<std::u32string> TypedCommand::usages() const
 {
     std::vector<std::u32string> lines;
+    lines.reserve(mForms.size());
     for (const Form& form : mForms) {
         lines.push_back(form.usage(mName));
     }

@@ -121,7 +121,7 @@ TEST_F(AnAccessibleText, KnowsTheOffsetOfEachPlace)
 TEST_F(AnAccessibleText, HasTheBarBelowTheInputLineAndTheCursorInIt)
 {
     type(U"abc");
-    state.bar = ViewState::Bar{U"Find: ", U"xyz", 2, U"1 of 5"};
+    state.bar = ViewState::Bar{U"Find: ", U"xyz", 2, U"1 of 5", {}};
     update();
     EXPECT_EQ(">> abc\nFind: xyz 1 of 5", all());
     EXPECT_EQ(15, text.cursor());

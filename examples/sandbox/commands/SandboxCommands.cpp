@@ -70,6 +70,7 @@ std::string addDisc(Simulation& simulation, double x, double y, double radius)
 std::vector<std::string> listDiscs(const Simulation& simulation)
 {
     std::vector<std::string> lines;
+    lines.reserve(simulation.obstacles().size());
     for (std::size_t i = 0; i < simulation.obstacles().size(); ++i) {
         lines.push_back(obstacleText(simulation, i));
     }

@@ -58,20 +58,24 @@ std::optional<std::size_t> rankOf(std::u32string_view name, std::u32string_view 
 
 void CommandNames::read(Console& console)
 {
-    std::vector<std::u32string> names;
-    const auto add = [&names](std::u32string name) {
+    std::vector<std::u32string> commands;
+    std::vector<std::u32string> aliases;
+    const auto add = [](std::vector<std::u32string>& to, std::u32string name) {
         if (!name.empty() && name.find(U' ') == std::u32string::npos) {
-            names.push_back(std::move(name));
+            to.push_back(std::move(name));
         }
     };
-    console.forEachCommand([&add](const ConsoleCommand& command) { add(nameOf(command)); });
-    if (!std::is_sorted(names.begin(),
-                        names.end())) { // by the names that the commands were registered under, they are
-        std::sort(names.begin(), names.end());
+    console.forEachCommand([&](const ConsoleCommand& command) { add(commands, nameOf(command)); });
+    if (!std::is_sorted(commands.begin(),
+                        commands.end())) { // they are by the names that they were registered under
+        std::sort(commands.begin(), commands.end());
     }
-    const auto commands = static_cast<std::ptrdiff_t>(names.size());
-    console.forEachAlias([&add](const std::u32string& name, const auto&) { add(name); });
-    std::inplace_merge(names.begin(), names.begin() + commands, names.end());
+    console.forEachAlias([&](const std::u32string& name, const auto&) { add(aliases, name); });
+    std::vector<std::u32string> names;
+    names.reserve(commands.size() + aliases.size());
+    std::merge(std::move_iterator(commands.begin()), std::move_iterator(commands.end()),
+               std::move_iterator(aliases.begin()), std::move_iterator(aliases.end()),
+               std::back_inserter(names));
     names.erase(std::unique(names.begin(), names.end()), names.end());
     mNames = SharedTexts(std::move(names));
     mFolded.clear();

@@ -67,7 +67,7 @@ void FindBar::restart()
     mFinder.selectNearest(from);
 }
 
-ViewState::Bar FindBar::bar() const { return {U"Find: ", mLine.text(), mLine.cursor(), status()}; }
+ViewState::Bar FindBar::bar() const { return {U"Find: ", mLine.text(), mLine.cursor(), status(), {}}; }
 
 ViewState::Find FindBar::find() const
 {

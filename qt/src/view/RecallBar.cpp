@@ -67,7 +67,8 @@ std::optional<std::u32string> RecallBar::line() const
 
 ViewState::Bar RecallBar::bar() const
 {
-    return {U"History: ", mLine.text(), mLine.cursor(), mSearch.isFailed() ? U"not found" : U"Ctrl+R: older"};
+    return {
+        U"History: ", mLine.text(), mLine.cursor(), mSearch.isFailed() ? U"not found" : U"Ctrl+R: older", {}};
 }
 
 } // namespace zephyr::console::qt

@@ -11,31 +11,32 @@ constexpr Qt::KeyboardModifiers kShift = Qt::ShiftModifier;
 constexpr Qt::KeyboardModifiers kCtrl = Qt::ControlModifier;
 constexpr Qt::KeyboardModifiers kAlt = Qt::AltModifier;
 
+constexpr const char* kEnter = "runs the line";
+constexpr const char* kRecall = "recall earlier and later lines of the history";
+constexpr const char* kMove = "move the cursor";
+constexpr const char* kMoveWord = "move to the beginning of a word";
+constexpr const char* kErase = "erase a character";
+constexpr const char* kEraseWord = "erase to the beginning of the word, or of the next one";
+constexpr const char* kPaste = "paste the clipboard, as one line";
+constexpr const char* kOffer = "step through what fits the line, on and back";
+constexpr const char* kPage = "show the page above and the page below";
+constexpr const char* kCopy = "copies what is selected; without a selection it is the program's";
+constexpr const char* kFind = "finds text in the log";
+constexpr const char* kSearch = "searches the history";
+constexpr const char* kZoom = "make the text larger, smaller, and as large as at first";
+constexpr const char* kLeave =
+    "closes what is on top: the offers, a bar, the selection; then, if the line is empty, the console";
+constexpr const char* kToggle = "open and close the console";
+constexpr const char* kOlderHit = "go to the next older hit";
+constexpr const char* kNewerHit = "go back to the newer hit";
+constexpr const char* kCase = "tells upper and lower case apart, or no longer";
+constexpr const char* kRecords = "show an older line, and a newer one";
+
 } // namespace
 
 const std::vector<KeyUse>& keyUses()
 {
     using Action = ViewAction;
-    constexpr const char* kEnter = "runs the line";
-    constexpr const char* kRecall = "recall earlier and later lines of the history";
-    constexpr const char* kMove = "move the cursor";
-    constexpr const char* kMoveWord = "move to the beginning of a word";
-    constexpr const char* kErase = "erase a character";
-    constexpr const char* kEraseWord = "erase to the beginning of the word, or of the next one";
-    constexpr const char* kPaste = "paste the clipboard, as one line";
-    constexpr const char* kOffer = "step through what fits the line, on and back";
-    constexpr const char* kPage = "show the page above and the page below";
-    constexpr const char* kCopy = "copies what is selected; without a selection it is the program's";
-    constexpr const char* kFind = "finds text in the log";
-    constexpr const char* kSearch = "searches the history";
-    constexpr const char* kZoom = "make the text larger, smaller, and as large as at first";
-    constexpr const char* kLeave =
-        "closes what is on top: the offers, a bar, the selection; then, if the line is empty, the console";
-    constexpr const char* kToggle = "open and close the console";
-    constexpr const char* kOlderHit = "go to the next older hit";
-    constexpr const char* kNewerHit = "go back to the newer hit";
-    constexpr const char* kCase = "tells upper and lower case apart, or no longer";
-    constexpr const char* kRecords = "show an older line, and a newer one";
     static const std::vector<KeyUse> uses{
         {"Back-quote, Shift+Escape", kToggle, Qt::Key_QuoteLeft, kNone, Action::None},
         {"Back-quote, Shift+Escape", kToggle, Qt::Key_Escape, kShift, Action::None},

@@ -22,10 +22,10 @@ struct ViewState
     struct Bar
     {
         std::u32string label;
-        std::u32string text;             ///< What is typed into it.
-        std::size_t cursor = 0;          ///< Index into text.
-        std::u32string status;           ///< At the right.
-        std::u32string composition = {}; ///< What an input method composes at the cursor.
+        std::u32string text;        ///< What is typed into it.
+        std::size_t cursor = 0;     ///< Index into text.
+        std::u32string status;      ///< At the right.
+        std::u32string composition; ///< What an input method composes at the cursor.
 
         bool operator==(const Bar&) const = default;
     };

@@ -52,7 +52,7 @@ private:
         state.composition = LaidOutText((*test::mixedText(3)).text).text();
         state.find.query = (*test::mixedText(2)).text;
         if (*rc::gen::inRange(0, 3) == 0) {
-            state.bar = ViewState::Bar{U"Find: ", (*test::mixedText()).text, 0, U"1 of 2"};
+            state.bar = ViewState::Bar{U"Find: ", (*test::mixedText()).text, 0, U"1 of 2", {}};
         }
         if (*rc::gen::inRange(0, 3) == 0) {
             state.recalled = (*test::mixedText()).text;

@@ -240,7 +240,7 @@ TEST_F(AFramePlan, CountsWhatIsNewOnlyBelowTheView)
 
 TEST_F(AFramePlan, HasABarBelowTheInputLine)
 {
-    state.bar = ViewState::Bar{U"Find: ", U"text", 4, U"1 of 3"};
+    state.bar = ViewState::Bar{U"Find: ", U"text", 4, U"1 of 3", {}};
     const FramePlan frame = plan();
     EXPECT_FALSE(frame.bar.isEmpty());
     EXPECT_TRUE(QRect(QPoint(0, 0), frame.size).contains(frame.bar));

@@ -217,7 +217,7 @@ private:
     {
         mView.state.bar.reset();
         if (isHeads()) {
-            mView.state.bar = ViewState::Bar{U"Find: ", text(), 0, U"1 of 2"};
+            mView.state.bar = ViewState::Bar{U"Find: ", text(), 0, U"1 of 2", {}};
             mView.state.bar->cursor = below(mView.state.bar->text.size() + 1);
         }
     }
@@ -457,7 +457,7 @@ TEST(ViewPainter, PutsTheListAndTheBarOnALightGroundInALightLook)
     view.state.look.text = view.state.look.input = Qt::black;
     view.state.list.offers = {{U"help", U"Says what there is."}};
     view.state.list.count = 1;
-    view.state.bar = ViewState::Bar{U"Find: ", U"row", 3, U"1 of 1"};
+    view.state.bar = ViewState::Bar{U"Find: ", U"row", 3, U"1 of 1", {}};
     const QImage frame = view.paint();
     EXPECT_GT(qGray(frame.pixel(view.plan->list.bottomRight() * view.ratio)), 150);
     EXPECT_GT(qGray(frame.pixel(view.plan->bar.center() * view.ratio)), 150);
