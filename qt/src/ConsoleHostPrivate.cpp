@@ -44,9 +44,11 @@ ConsoleHost::Private::Private(ConsoleHost& host, const std::shared_ptr<Console>&
       mBlinkTimer(host, [this] { requestRepaint(); }),
       mBlinkDue(host, [this] { mBlinkTimer.start(); }),
       mView(host, mConsole,
-            {[this](const KeyPress& press) { pressFromView(press); }, [this] { onViewChanged(); }}),
+            {[this](const KeyPress& press) { pressFromView(press); }, [this] { onViewChanged(); },
+             [this](const std::function<void()>& work) { onViewTimer(work); }}),
       mViewPointer(host, mView,
-                   {[this](std::size_t offset) { placeCursor(offset); }, [this] { pastePrimary(); }}),
+                   {[this](std::size_t offset) { placeCursor(offset); }, [this] { pastePrimary(); },
+                    [this](const std::function<void()>& work) { onViewTimer(work); }}),
       mAccessibility(mObject, mConsole, mView,
                      {[this] { return mIsPlain.load(); }, [this] { return coveredArea(); },
                       [this](QPointF place) { return inFrame(place); },
@@ -202,6 +204,16 @@ void ConsoleHost::Private::onViewChanged()
     }
 }
 
+void ConsoleHost::Private::onViewTimer(const std::function<void()>& work)
+{
+    const std::shared_ptr<Private> keep = shared_from_this();
+    try {
+        work();
+    } catch (const std::bad_alloc&) {
+        return; // the next frame shows what there is
+    }
+}
+
 /// Presses a key on the view, and on the console if the view has no use for it.
 void ConsoleHost::Private::pressInView(Console& console, const KeyPress& press)
 {
@@ -286,6 +298,7 @@ void ConsoleHost::Private::compose(const QString& text)
 /// Moves the cursor as the arrow keys do.
 void ConsoleHost::Private::placeCursor(std::size_t offset)
 {
+    const std::shared_ptr<Private> keep = shared_from_this(); // assistive technology asks from outside of events
     const BorrowedConsole console(mConsole);
     if (!console || console->isRunning()) {
         return;

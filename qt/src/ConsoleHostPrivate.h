@@ -31,6 +31,7 @@
 #include <atomic>
 #include <cstddef>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -154,6 +155,7 @@ private:
     void followNeighbour(const ActedEvent& event);
     void onConsoleChanged();
     void onWaitedForLine();
+    void onViewTimer(const std::function<void()>& work);
     void forgetInput();
     void requestRepaint();
 

@@ -36,7 +36,9 @@ View::View(QObject& context, std::shared_ptr<ConsoleLender> console, Host host)
 {
     mSearch.setInterval(0);
     mShare.setState(std::make_shared<const ViewState>(state()));
-    QObject::connect(&mSearch, &QTimer::timeout, &context, [this] { searchOn(); });
+    QObject::connect(&mSearch, &QTimer::timeout, &context, [this] {
+        mHost.onTimer([this] { searchOn(); });
+    });
 }
 
 // Keys

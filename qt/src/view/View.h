@@ -39,6 +39,8 @@ public:
     {
         std::function<void(const KeyPress&)> press; ///< Presses a key on the console.
         std::function<void()> changed;              ///< What a frame shows changed.
+        /// Does what a timer is due for. This object must outlive it.
+        std::function<void(const std::function<void()>& work)> onTimer = [](const auto& work) { work(); };
     };
 
     /// Timers run as long as `context` lives.

@@ -26,7 +26,9 @@ constexpr std::size_t kPromptSize = std::u32string_view(kPrompt).size();
 ViewPointer::ViewPointer(QObject& context, View& view, Host host) : mView(view), mHost(std::move(host))
 {
     mScrollsOn.setInterval(kScrollMs);
-    QObject::connect(&mScrollsOn, &QTimer::timeout, &context, [this] { dragText(); });
+    QObject::connect(&mScrollsOn, &QTimer::timeout, &context, [this] {
+        mHost.onTimer([this] { dragText(); });
+    });
 }
 
 void ViewPointer::press(const Press& press)

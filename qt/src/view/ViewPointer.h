@@ -27,6 +27,8 @@ public:
     {
         std::function<void(std::size_t offset)> placeCursor; ///< In code points of the input line.
         std::function<void()> paste; ///< X11's primary selection, or else the clipboard.
+        /// Does what a timer is due for. This object must outlive it.
+        std::function<void(const std::function<void()>& work)> onTimer = [](const auto& work) { work(); };
     };
 
     /// A press of a button.
