@@ -220,8 +220,9 @@ private:
         const double begin = shareBefore(top.entry, top.begin, 0.0);
         const double end = mFollows ? 1.0 : shareBefore(bottom.entry, bottom.end, 1.0);
         const int length = std::max(kMinThumb, static_cast<int>(std::lround((end - begin) * height)));
-        const double outside = begin + (1.0 - end);
-        const double place = outside > 0.0 ? begin / outside : 1.0;
+        mPlan.above = begin;
+        mPlan.outside = begin + (1.0 - end);
+        const double place = mPlan.outside > 0.0 ? begin / mPlan.outside : 1.0;
         const int left = mPlan.size.width() - kScrollBarWidth;
         mPlan.track = QRect(left, 0, kScrollBarWidth, height);
         mPlan.thumb =

@@ -50,6 +50,8 @@ struct FramePlan
     QRect mark;                  ///< Where it stands; empty if there are none.
     QRect track;                 ///< Of the scroll bar; empty while all of the log is in view.
     QRect thumb;                 ///< Of the scroll bar.
+    double above = 0.0;          ///< The share of the log that is above the view, from 0 to 1.
+    double outside = 0.0;        ///< The share of the log that is above or below the view.
     QRect list;                  ///< The list of offers; empty for none.
     std::size_t listFirst = 0;   ///< The index into the state's offers of its first line.
     int listColumns = 0;         ///< The number of columns that its texts take, without the descriptions.

@@ -15,6 +15,7 @@ class QObject;
 
 namespace zephyr::console::qt {
 
+struct FramePlan;
 class View;
 
 /// What the buttons of the mouse do in a view: they select, drag the scroll bar, pick an offer, place the cursor, paste.
@@ -60,6 +61,7 @@ private:
 
     void pressLeft(const Press& press, int clicks);
     int countClicks(const Press& press);
+    void pressScrollBar(const FramePlan& plan, QPointF place);
     void dragScrollBar(QPointF place);
     void dragText();
 

@@ -138,13 +138,45 @@ TEST_F(ViewPointerTest, DragsTheScrollBar)
     pressAt(thumb.center());
     pointer.move(QPointF(thumb.center()) - QPointF(0, thumb.top() / 2.0));
     const std::size_t middle = frame()->log.front().row.entry;
-    EXPECT_NEAR(500.0, static_cast<double>(middle), 30.0);
+    const double below = 1002.0 - static_cast<double>(frame()->log.size()); // of the top, at the end
+    EXPECT_NEAR(below / 2, static_cast<double>(middle), 3.0);
     pointer.move({static_cast<double>(thumb.x()), -100.0});
     EXPECT_EQ("Zephyr Console:", first());
     EXPECT_EQ(track.top(), frame()->thumb.top());
     pointer.move({0.0, 1000.0});
     pointer.release({0.0, 1000.0});
     EXPECT_EQ("line 999", last());
+}
+
+TEST_F(ViewPointerTest, ScrollsNothingByAClickOnTheThumb)
+{
+    for (const int lines : {40, 960}) { // of the log, 1000 at last
+        write(lines);
+        view.scrollBy(lines / 3);
+        const std::string before = first();
+        const QRect thumb = frame()->thumb;
+        for (const int y : {thumb.top(), thumb.center().y(), thumb.bottom()}) {
+            click(QPointF(thumb.x() + 1.0, y));
+            EXPECT_EQ(before, first());
+        }
+        pressAt(thumb.center());
+        pointer.move(thumb.center() - QPoint(5, 0));
+        EXPECT_EQ(before, first()) << "the pointer moves to the side";
+        pointer.release(thumb.center());
+        view.showNewest();
+    }
+}
+
+TEST_F(ViewPointerTest, KeepsTheThumbUnderThePointer)
+{
+    write(1000);
+    view.scrollBy(300);
+    const QRect thumb = frame()->thumb;
+    pressAt(thumb.center());
+    for (const int moved : {-1, -10, -100, -3, 0, 20}) {
+        pointer.move(thumb.center() + QPoint(0, moved));
+        EXPECT_NEAR(thumb.top() + moved, frame()->thumb.top(), 1);
+    }
 }
 
 TEST_F(ViewPointerTest, PicksAnOffer)
