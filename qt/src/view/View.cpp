@@ -36,9 +36,7 @@ View::View(QObject& context, std::shared_ptr<ConsoleLender> console, Host host)
 {
     mSearch.setInterval(0);
     mShare.setState(std::make_shared<const ViewState>(state()));
-    QObject::connect(&mSearch, &QTimer::timeout, &context, [this] {
-        mHost.onTimer([this] { searchOn(); });
-    });
+    QObject::connect(&mSearch, &QTimer::timeout, &context, [this] { mHost.onTimer([this] { searchOn(); }); });
 }
 
 // Keys
@@ -319,7 +317,7 @@ void View::showNewest()
 
 // Selecting
 
-std::optional<TextPlace> View::placeNear(QPointF point)
+std::optional<TextPlace> View::placeNear(QPointF point, Unit unit)
 {
     const std::shared_ptr<const FramePlan> plan = mShare.plan();
     const FramePlan::PlacedRow* const placed =
@@ -328,7 +326,9 @@ std::optional<TextPlace> View::placeNear(QPointF point)
         return std::nullopt;
     }
     const RowLayout layout(placed->row.text, *fontFor(zoomedLook()));
-    std::size_t offset = placed->row.begin + layout.indexNear(point.x() - placed->row.x);
+    const double x = point.x() - placed->row.x;
+    std::size_t offset =
+        placed->row.begin + (unit == Unit::Grapheme ? layout.indexNear(x) : layout.indexAt(x));
     if (placed->row.entry == kInputLine && offset > plan->composition) { // which is no part of the line
         offset -= std::min(offset, plan->cursor) - plan->composition;
     }

@@ -81,8 +81,9 @@ public:
 
     // Selecting, by places in logical pixels of the last frame
 
-    /// The text at or nearest to a place; none if no frame was painted.
-    std::optional<TextPlace> placeNear(QPointF point);
+    /// The text at or nearest to a place; none if no frame was painted. For graphemes it is the nearest gap between two,
+    /// for words and lines the grapheme.
+    std::optional<TextPlace> placeNear(QPointF point, Unit unit = Unit::Grapheme);
 
     /// Where a code point stands in the last frame; none if that doesn't show it.
     std::optional<QRectF> areaOf(TextPlace place);
@@ -96,6 +97,9 @@ public:
     /// Extends what is selected up to the unit at a place. Where nothing is selected, it begins where the last
     /// selection began.
     void extendTo(TextPlace place);
+
+    /// What a selection grows by.
+    Unit selectionUnit() const { return mSelection.unit(); }
 
     /// Selects nothing.
     void selectNothing();

@@ -76,14 +76,26 @@ void ViewPointer::pressLeft(const Press& press, int clicks)
         mView.showNewest();
     } else if (plan->track.contains(point)) {
         pressScrollBar(*plan, press.place);
-    } else if (const auto place = mView.placeNear(press.place)) {
-        mDrag = Drag::Text;
-        mIsClick = clicks == 1 && !press.modifiers.testFlag(Qt::ShiftModifier);
-        if (press.modifiers.testFlag(Qt::ShiftModifier)) {
-            mView.extendTo(*place);
-        } else {
-            mView.select(*place, clicks == 1 ? Unit::Grapheme : clicks == 2 ? Unit::Word : Unit::Line);
-        }
+    } else {
+        pressText(press, clicks);
+    }
+}
+
+void ViewPointer::pressText(const Press& press, int clicks)
+{
+    const bool extends = press.modifiers.testFlag(Qt::ShiftModifier);
+    const Unit clicked = clicks == 1 ? Unit::Grapheme : clicks == 2 ? Unit::Word : Unit::Line;
+    const Unit unit = extends ? mView.selectionUnit() : clicked;
+    const auto place = mView.placeNear(press.place, unit);
+    if (!place) {
+        return;
+    }
+    mDrag = Drag::Text;
+    mIsClick = clicks == 1 && !extends;
+    if (extends) {
+        mView.extendTo(*place);
+    } else {
+        mView.select(*place, unit);
     }
 }
 
@@ -167,7 +179,7 @@ void ViewPointer::dragText()
     } else {
         mScrollsOn.stop();
     }
-    if (const auto place = mView.placeNear(mPlace)) {
+    if (const auto place = mView.placeNear(mPlace, mView.selectionUnit())) {
         mView.extendTo(*place);
     }
 }

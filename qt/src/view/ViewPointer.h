@@ -60,6 +60,7 @@ private:
     };
 
     void pressLeft(const Press& press, int clicks);
+    void pressText(const Press& press, int clicks);
     int countClicks(const Press& press);
     void pressScrollBar(const FramePlan& plan, QPointF place);
     void dragScrollBar(QPointF place);

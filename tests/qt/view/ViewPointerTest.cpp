@@ -72,6 +72,32 @@ TEST_F(ViewPointerTest, SelectsAWordByADoubleClickAndALineByATripleClick)
     EXPECT_TRUE(state().selection.isEmpty()) << "a fourth click begins anew";
 }
 
+TEST_F(ViewPointerTest, SelectsTheWordOfTheLetterThatIsDoubleClicked)
+{
+    console->write(U"foo a bar", Output);
+    const auto wordAt = [this](int column) {
+        const QPointF nearItsEnd = at(2, column) + QPointF(0.7 * frame()->font->spaceWidth(), 0);
+        click(nearItsEnd);
+        click(nearItsEnd);
+        pause();
+        return state().selection;
+    };
+    EXPECT_EQ((TextRange{{2, 0}, {2, 3}}), wordAt(2));
+    EXPECT_EQ((TextRange{{2, 4}, {2, 5}}), wordAt(4));
+    EXPECT_EQ((TextRange{{2, 6}, {2, 9}}), wordAt(8));
+    EXPECT_TRUE(wordAt(20).isEmpty()) << "behind the line";
+}
+
+TEST_F(ViewPointerTest, ExtendsByTheWordsThatItIsDraggedOver)
+{
+    console->write(U"foo a bar", Output);
+    const QPointF nearTheEndOfA = at(2, 4) + QPointF(0.7 * frame()->font->spaceWidth(), 0);
+    click(at(2, 1));
+    pressAt(at(2, 1));
+    pointer.move(nearTheEndOfA);
+    EXPECT_EQ((TextRange{{2, 0}, {2, 5}}), state().selection);
+}
+
 TEST_F(ViewPointerTest, TakesSlowClicksForSingleOnes)
 {
     write(5);
