@@ -18,6 +18,7 @@ namespace {
 
 constexpr int kScrollMs = 50;        // between two rows that a drag beyond the edge scrolls
 constexpr double kPixelsPerRow = 20; // beyond the edge, of which each adds a row
+constexpr double kEdge = 2; // pixels that count as beyond it, since the pointer can't leave a full screen
 
 constexpr std::size_t kPromptSize = std::u32string_view(kPrompt).size();
 
@@ -161,15 +162,16 @@ void ViewPointer::dragScrollBar(QPointF place)
     mView.scrollToShare(way < 1.0 ? way * plan->outside : 1.0);
 }
 
-/// Extends the selection to the pointer, and scrolls while that is above the text or below it.
+/// Extends the selection to the pointer, and scrolls while that is at the upper or lower edge or beyond.
 void ViewPointer::dragText()
 {
     const std::shared_ptr<const FramePlan> plan = mView.share().plan();
     if (mDrag != Drag::Text || !plan || plan->log.empty()) {
         return;
     }
-    const double below = mPlace.y() - plan->size.height();
-    const double beyond = mPlace.y() < 0.0 ? -mPlace.y() : -std::max(0.0, below);
+    const double above = kEdge - mPlace.y();
+    const double below = mPlace.y() - (plan->size.height() - kEdge);
+    const double beyond = above > 0.0 ? above : -std::max(0.0, below);
     if (beyond != 0.0) {
         mView.scrollBy(
             static_cast<std::int64_t>(std::copysign(1.0 + std::abs(beyond) / kPixelsPerRow, beyond)));

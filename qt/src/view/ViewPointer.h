@@ -76,7 +76,7 @@ private:
     std::uint64_t mPressTime = 0;
     Qt::MouseButton mPressButton = Qt::NoButton;
     int mClicks = 0;
-    QTimer mScrollsOn; // while the pointer is above or below the text
+    QTimer mScrollsOn; // while the pointer is at the upper or lower edge or beyond
 };
 
 } // namespace zephyr::console::qt

@@ -119,6 +119,21 @@ TEST_F(ViewPointerTest, ExtendsTheSelectionByShiftAndAClick)
     EXPECT_EQ((TextRange{{2, 1}, {3, 2}}), state().selection);
 }
 
+/// In a window that fills the screen, the pointer can't go beyond the edge.
+TEST_F(ViewPointerTest, ScrollsWhileItIsDraggedAlongTheEdge)
+{
+    write(200);
+    pressAt(at(3, 0));
+    pointer.move({10.0, 0.0});
+    const std::size_t before = frame()->log.front().row.entry;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return frame()->log.front().row.entry + 5 < before; }));
+    pointer.move({10.0, 100.0});
+    const std::size_t top = frame()->log.front().row.entry;
+    pointer.move({10.0, size.height() - 1.0});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return frame()->log.front().row.entry > top + 5; }));
+    pointer.release({10.0, size.height() - 1.0});
+}
+
 TEST_F(ViewPointerTest, ScrollsWhileItIsDraggedBeyondTheEdge)
 {
     write(200);
