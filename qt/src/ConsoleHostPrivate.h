@@ -135,6 +135,7 @@ private:
     void deliver(const KeyPress& press);
     void deliverWaiting();
     void deliverNow(Console& console, const KeyPress& press);
+    void act(Console& console, const std::function<void()>& work);
     void replaceText(Console& console, const KeyPress& press);
     void scroll(double lines);
     void compose(const QString& text);
@@ -144,6 +145,7 @@ private:
     void pressFromView(const KeyPress& press);
     void onViewChanged();
     void placeCursor(std::size_t offset);
+    void moveCursor(Console& console, std::size_t offset);
     void pastePrimary();
     void usePointer(const QSinglePointEvent& pointer);
     QRectF coveredArea() const;

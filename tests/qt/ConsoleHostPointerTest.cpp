@@ -98,5 +98,56 @@ TEST_F(ConsoleHostPointer, GoesOnWithADragWhenAnotherButtonIsReleased)
     EXPECT_EQ("one two", copied());
 }
 
+TEST_F(ConsoleHostPointer, LeavesTheFindBarByAClickOnTheInputLine)
+{
+    type("abcdef");
+    const QPointF second = at(1);
+    click(Qt::Key_F, Qt::ControlModifier);
+    type("xyz");
+    paint();
+    click(second);
+    EXPECT_EQ(1U, console->cursorPosition());
+    type("Q");
+    EXPECT_EQ("aQbcdef", input());
+}
+
+TEST_F(ConsoleHostPointer, TakesTheRecalledLineByAClickOnIt)
+{
+    type("alpha beta\n");
+    type("other\n");
+    const QPointF fourth = at(3);
+    click(Qt::Key_R, Qt::ControlModifier);
+    type("alp");
+    paint();
+    click(fourth);
+    EXPECT_EQ("alpha beta", input());
+    EXPECT_EQ(3U, console->cursorPosition());
+    type("Q");
+    EXPECT_EQ("alpQha beta", input());
+}
+
+TEST_F(ConsoleHostPointer, LeavesTheHistorysBarThatFoundNothing)
+{
+    type("abcdef");
+    const QPointF second = at(1);
+    click(Qt::Key_R, Qt::ControlModifier);
+    paint();
+    click(second);
+    EXPECT_EQ("abcdef", input());
+    EXPECT_EQ(1U, console->cursorPosition());
+}
+
+TEST_F(ConsoleHostPointer, AsksForOneFrameHoweverFarItMovesTheCursor)
+{
+    type("0123456789012345678901234567890123456789");
+    const QPointF first = at(0);
+    press(first);
+    paint();
+    repaints.clear();
+    release(first);
+    EXPECT_EQ(0U, console->cursorPosition());
+    EXPECT_EQ(1, repaints.size());
+}
+
 } // namespace
 } // namespace zephyr::test

@@ -204,6 +204,18 @@ void View::takeRecalled(Console& console)
     publish();
 }
 
+void View::returnToLine(Console& console)
+{
+    mFind.close();
+    mSearch.stop();
+    if (mRecall.isOpen()) {
+        takeRecalled(console);
+    }
+    mScroll.follow();
+    mSelection.clear();
+    publish();
+}
+
 PressKey View::presser() const
 {
     return [this](int key, int modifiers, const std::u32string& text) {

@@ -63,6 +63,10 @@ public:
     /// Presses a key on the console that press() left to it. Tab does what the list of offers promises.
     void pressOnConsole(Console& console, const KeyPress& press);
 
+    /// Must be called before the input line is changed otherwise than by a key: closes bars, where a line that was
+    /// recalled goes on the input line, selects nothing and shows the newest rows.
+    void returnToLine(Console& console);
+
     /// Must be called after something was done with the console: offers what fits its line now.
     void afterConsoleActed(Console& console);
 
