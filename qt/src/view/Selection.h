@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <algorithm>
+#include <optional>
 
 namespace zephyr::console {
 class Console;
@@ -53,14 +54,21 @@ public:
         mUnit = unit;
     }
 
-    /// Ends at another unit of text, before or behind the first one.
+    /// Ends at another unit of text, before or behind the first one. It begins there if it has begun nowhere.
     void extendTo(const TextRange& end)
     {
-        mRange = {std::min(mAnchor.from, end.from), std::max(mAnchor.to, end.to)};
+        const TextRange anchor = mAnchor.value_or(end);
+        mAnchor = anchor;
+        mRange = {std::min(anchor.from, end.from), std::max(anchor.to, end.to)};
     }
 
-    /// Selects nothing.
-    void clear() { mRange = {}; }
+    /// Selects nothing, and forgets where it began.
+    void clear()
+    {
+        mAnchor.reset();
+        mRange = {};
+        mUnit = Unit::Grapheme;
+    }
 
     /// What it grows by.
     Unit unit() const { return mUnit; }
@@ -69,7 +77,7 @@ public:
     const TextRange& range() const { return mRange; }
 
 private:
-    TextRange mAnchor;
+    std::optional<TextRange> mAnchor;
     TextRange mRange;
     Unit mUnit = Unit::Grapheme;
 };

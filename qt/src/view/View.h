@@ -98,8 +98,8 @@ public:
     /// Selects the unit at a place.
     void select(TextPlace place, Unit unit);
 
-    /// Extends what is selected up to the unit at a place. Where nothing is selected, it begins where the last
-    /// selection began.
+    /// Extends what is selected up to the unit at a place. Where nothing is selected, it begins where the text was
+    /// clicked last, or at the place if it was cleared since.
     void extendTo(TextPlace place);
 
     /// What a selection grows by.

@@ -175,6 +175,18 @@ TEST(Selection, GrowsFromItsAnchorInBothDirections)
     EXPECT_TRUE(selection.range().isEmpty());
 }
 
+TEST(Selection, BeginsWhereItIsExtendedToAfterItWasCleared)
+{
+    Selection selection;
+    selection.begin({{5, 10}, {5, 14}}, Unit::Word);
+    selection.clear();
+    selection.extendTo({{7, 3}, {7, 3}});
+    EXPECT_TRUE(selection.range().isEmpty());
+    EXPECT_EQ(Unit::Grapheme, selection.unit());
+    selection.extendTo({{6, 1}, {6, 1}});
+    EXPECT_EQ((TextRange{{6, 1}, {7, 3}}), selection.range());
+}
+
 RC_GTEST_PROP(SelectionProperties, AUnitHoldsItsPlaceAndCutsNoGrapheme, ())
 {
     Console console;

@@ -119,6 +119,30 @@ TEST_F(ViewPointerTest, ExtendsTheSelectionByShiftAndAClick)
     EXPECT_EQ((TextRange{{2, 1}, {3, 2}}), state().selection);
 }
 
+TEST_F(ViewPointerTest, BeginsToSelectAtTheFirstClickWithShift)
+{
+    write(5);
+    click(at(4, 2), Qt::ShiftModifier);
+    EXPECT_TRUE(state().selection.isEmpty());
+    pause();
+    click(at(3, 2), Qt::ShiftModifier);
+    EXPECT_EQ((TextRange{{3, 2}, {4, 2}}), state().selection);
+}
+
+TEST_F(ViewPointerTest, SelectsNothingThatWasCleared)
+{
+    write(5);
+    click(at(3, 1));
+    pause();
+    view.clear();
+    write(5);
+    click(at(1, 2), Qt::ShiftModifier);
+    EXPECT_TRUE(state().selection.isEmpty());
+    pause();
+    click(at(0, 0), Qt::ShiftModifier);
+    EXPECT_EQ((TextRange{{7, 0}, {8, 2}}), state().selection);
+}
+
 /// In a window that fills the screen, the pointer can't go beyond the edge.
 TEST_F(ViewPointerTest, ScrollsWhileItIsDraggedAlongTheEdge)
 {
