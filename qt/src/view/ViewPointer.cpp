@@ -166,7 +166,7 @@ void ViewPointer::dragScrollBar(QPointF place)
 void ViewPointer::dragText()
 {
     const std::shared_ptr<const FramePlan> plan = mView.share().plan();
-    if (mDrag != Drag::Text || !plan || plan->log.empty()) {
+    if (mDrag != Drag::Text || !plan) {
         return;
     }
     const double above = kEdge - mPlace.y();

@@ -143,6 +143,23 @@ TEST_F(ViewPointerTest, SelectsNothingThatWasCleared)
     EXPECT_EQ((TextRange{{7, 0}, {8, 2}}), state().selection);
 }
 
+TEST_F(ViewPointerTest, SelectsInTheInputLineWhereNoRowOfTheLogIsInView)
+{
+    type(U"abc def");
+    view.clear();
+    pressAt(at(0, 3));
+    pointer.move(at(0, 6));
+    pointer.release(at(0, 6));
+    EXPECT_EQ((TextRange{{kInputLine, 3}, {kInputLine, 6}}), state().selection);
+    write(5);
+    size = {640, 20};
+    ASSERT_TRUE(frame()->log.empty());
+    pause();
+    pressAt(at(0, 4));
+    pointer.move(at(0, 9));
+    EXPECT_EQ((TextRange{{kInputLine, 4}, {kInputLine, 9}}), state().selection);
+}
+
 /// In a window that fills the screen, the pointer can't go beyond the edge.
 TEST_F(ViewPointerTest, ScrollsWhileItIsDraggedAlongTheEdge)
 {
