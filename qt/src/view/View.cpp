@@ -73,10 +73,10 @@ bool View::press(Console& console, const KeyPress& press)
     if (mFind.isOpen() && pressOnFindBar(press)) {
         return true;
     }
-    switch (actionOf(press)) {
+    const ViewAction action = actionOf(press);
+    switch (action) {
     case ViewAction::Leave: leave(console); return true;
     case ViewAction::Copy: copySelection(false); return true;
-    case ViewAction::Paste: mHost.press({Qt::Key_V, Qt::ControlModifier, {}}); return true;
     case ViewAction::Find: openFindBar(); return true;
     case ViewAction::Recall: openRecallBar(console); return true;
     case ViewAction::PageUp: page(1); return true;
@@ -92,7 +92,10 @@ bool View::press(Console& console, const KeyPress& press)
     mScroll.follow();
     mSelection.clear();
     publish();
-    return false;
+    if (action == ViewAction::Paste) {
+        mHost.press({Qt::Key_V, Qt::ControlModifier, {}});
+    }
+    return action == ViewAction::Paste;
 }
 
 /// What is on top is left first. An open console with an empty line is left last.

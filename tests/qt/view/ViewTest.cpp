@@ -98,6 +98,18 @@ TEST_F(ViewTest, ShowsTheNewestLinesWhenAKeyActsOnTheConsole)
     EXPECT_EQ("line 99", last());
 }
 
+TEST_F(ViewTest, ShowsTheNewestLinesWhenShiftAndInsertPaste)
+{
+    QGuiApplication::clipboard()->setText("pasted");
+    write(100);
+    press(Qt::Key_PageUp);
+    select({60, 0}, {60, 3});
+    press(Qt::Key_Insert, Qt::ShiftModifier);
+    EXPECT_EQ(U"pasted", console->activeInput());
+    EXPECT_EQ("line 99", last());
+    EXPECT_TRUE(state().selection.isEmpty());
+}
+
 TEST_F(ViewTest, ScrollsToAShareOfTheLog)
 {
     write(1000);
