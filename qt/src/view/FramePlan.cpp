@@ -113,11 +113,13 @@ private:
         if (mState.top && mConsole.logSize() > 0) {
             found =
                 rowsFrom(std::max(*mState.top, TextPlace{mState.firstEntry, 0}), mConsole, mRows, mPlan.page);
-            mFollows = static_cast<int>(found.size()) < mPlan.page;
+            mFollows = mPlan.page > 0 && (found.empty() || !mRows.rowAfter(mConsole, found.back()));
         }
         if (mFollows) {
             found = newestRows(mConsole, mRows, mState.firstEntry, mPlan.page);
         }
+        mPlan.top = mState.top;
+        mPlan.reachesEnd = mFollows;
         for (Row& row : found) {
             const int top = topOf(static_cast<int>(mPlan.log.size()), mFont);
             mPlan.log.push_back({std::move(row), top});

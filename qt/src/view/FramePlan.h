@@ -58,6 +58,9 @@ struct FramePlan
     QRect bar;                   ///< The bar below the input line; empty for none.
     std::size_t logSize = 0;     ///< The log's number of entries.
 
+    std::optional<TextPlace> top; ///< What the state has at the top.
+    bool reachesEnd = false;      ///< Whether the newest row is in view.
+
     /// The row of the log or the input line that is at `y` or nearest to it; null if there is none.
     const PlacedRow* rowNear(int y) const;
 

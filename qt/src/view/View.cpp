@@ -324,6 +324,14 @@ void View::scrollToShare(double share)
     publish();
 }
 
+/// Follows the newest row again where its end came into view, as in a window that became larger.
+void View::followFromEnd()
+{
+    if (mScroll.top() && mScroll.top() == mShare.topAtEnd()) {
+        showNewest();
+    }
+}
+
 void View::showNewest()
 {
     mScroll.follow();
@@ -477,6 +485,7 @@ void View::reset()
 
 void View::onLogGrown()
 {
+    followFromEnd();
     if (mFind.isOpen()) {
         mSearch.start();
     }

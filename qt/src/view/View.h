@@ -143,6 +143,7 @@ private:
     void zoom(int steps);
     void revealHit(const Console& console);
     void page(int direction);
+    void followFromEnd();
     std::optional<RowScroll::Log> logOf(const Console& console, const FramePlan& plan);
     std::shared_ptr<const ViewFont> fontFor(const Look& look);
     Look zoomedLook() const;

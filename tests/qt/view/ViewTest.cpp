@@ -62,6 +62,46 @@ TEST_F(ViewTest, FollowsAgainWhenItIsScrolledDownToTheEnd)
     EXPECT_EQ("line 100", last());
 }
 
+TEST_F(ViewTest, FollowsAgainOnceTheEndIsInViewInALargerWindow)
+{
+    write(60);
+    view.scrollBy(3);
+    frame();
+    size = {640, 500};
+    EXPECT_EQ("line 59", last());
+    write(40);
+    EXPECT_EQ("line 99", last());
+    EXPECT_EQ(0U, frame()->newEntries);
+}
+
+TEST_F(ViewTest, FollowsAgainOnceTheEndIsInViewInSmallerText)
+{
+    write(60);
+    view.scrollBy(3);
+    frame();
+    press(Qt::Key_Minus, kCtrl);
+    press(Qt::Key_Minus, kCtrl);
+    press(Qt::Key_Minus, kCtrl);
+    EXPECT_EQ("line 59", last());
+    write(40);
+    EXPECT_EQ("line 99", last());
+}
+
+TEST_F(ViewTest, FollowsAgainWhereAFrameShowsNewLinesBeforeTheViewHearsOfThem)
+{
+    write(60);
+    view.scrollBy(3);
+    size = {640, 500};
+    frame();
+    for (int i = 0; i < 40; ++i) {
+        console->write(U"new", Output);
+    }
+    frame();
+    view.onLogGrown();
+    EXPECT_EQ("new", last());
+    EXPECT_EQ(0U, frame()->newEntries);
+}
+
 TEST_F(ViewTest, PagesByTheRowsInViewLessOne)
 {
     write(200);
