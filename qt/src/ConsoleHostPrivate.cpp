@@ -3,7 +3,6 @@
 #include "ActedEvent.h"
 #include "ConsoleKeys.h"
 #include "HistoryStore.h"
-#include "KeyText.h"
 #include "zephyr/common/Angle.h"
 #include "zephyr/console/Console.h"
 
@@ -308,8 +307,8 @@ void ConsoleHost::Private::compose(const QString& text)
 /// Moves the cursor in the line that is shown, which may be a recalled one.
 void ConsoleHost::Private::placeCursor(std::size_t offset)
 {
-    const std::shared_ptr<Private> keep =
-        shared_from_this(); // assistive technology asks from outside of events
+    // Assistive technology asks for this outside of events.
+    const std::shared_ptr<Private> keep = shared_from_this();
     const BorrowedConsole console(mConsole);
     if (!console || !mOpen || console->isRunning() || !mWaiting.empty()) {
         return; // by the time that the cursor could move, the line may be another one
@@ -334,7 +333,9 @@ void ConsoleHost::Private::pastePrimary()
         deliver({Qt::Key_V, Qt::ControlModifier, {}});
         return;
     }
-    if (const std::u32string text = typedText(clipboard.text(QClipboard::Selection)); !text.empty()) {
+    // What no key typed goes on the line as it is, as the clipboard's text does.
+    const std::u32string text = clipboard.text(QClipboard::Selection).toStdU32String();
+    if (!text.empty()) {
         deliver({0, Qt::NoModifier, text});
     }
 }
