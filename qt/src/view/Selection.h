@@ -62,6 +62,9 @@ public:
         mRange = {std::min(anchor.from, end.from), std::max(anchor.to, end.to)};
     }
 
+    /// Ends the range at a place that is in it.
+    void cutAt(TextPlace end) { mRange.to = end; }
+
     /// Selects nothing, and forgets where it began.
     void clear()
     {

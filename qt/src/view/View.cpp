@@ -1,6 +1,7 @@
 #include "View.h"
 
 #include "../KeyPress.h"
+#include "EntryText.h"
 #include "RowLayout.h"
 #include "ViewKeys.h"
 #include "zephyr/console/Console.h"
@@ -390,8 +391,12 @@ std::optional<QRectF> View::areaOf(TextPlace place)
 
 void View::select(const TextRange& range)
 {
-    mSelection.begin(range, Unit::Grapheme);
-    publish();
+    const BorrowedConsole console(mConsole);
+    if (console) {
+        mSelection.begin(range, Unit::Grapheme);
+        mSizeSelected = console->logSize();
+        publish();
+    }
 }
 
 void View::select(TextPlace place, Unit unit)
@@ -399,6 +404,7 @@ void View::select(TextPlace place, Unit unit)
     const BorrowedConsole console(mConsole);
     if (console) {
         mSelection.begin(unitAround(place, unit, *console, console->readInput()), unit);
+        mSizeSelected = console->logSize();
         publish();
     }
 }
@@ -408,6 +414,19 @@ void View::extendTo(TextPlace place)
     const BorrowedConsole console(mConsole);
     if (console) {
         mSelection.extendTo(unitAround(place, mSelection.unit(), *console, console->readInput()));
+        mSizeSelected = console->logSize();
+        publish();
+    }
+}
+
+/// Keeps entries that have come since out of a selection that reaches from the log into the input line, below them.
+void View::cutSelection(const Console& console)
+{
+    const TextRange& range = mSelection.range();
+    const bool spansEnd = range.from.entry < mSizeSelected && range.to.entry == kInputLine;
+    if (spansEnd && console.logSize() > mSizeSelected) {
+        const std::size_t last = mSizeSelected - 1;
+        mSelection.cutAt({last, EntryText(console, last).size()});
         publish();
     }
 }
@@ -422,6 +441,9 @@ void View::copySelection(bool toPrimary)
 {
     const BorrowedConsole console(mConsole);
     QClipboard* const clipboard = QGuiApplication::clipboard();
+    if (console) {
+        cutSelection(*console);
+    }
     if (!console || mSelection.range().isEmpty() || (toPrimary && !clipboard->supportsSelection())) {
         return;
     }
@@ -486,6 +508,9 @@ void View::reset()
 void View::onLogGrown()
 {
     followFromEnd();
+    if (const BorrowedConsole console(mConsole); console) {
+        cutSelection(*console);
+    }
     if (mFind.isOpen()) {
         mSearch.start();
     }

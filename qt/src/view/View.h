@@ -144,6 +144,7 @@ private:
     void revealHit(const Console& console);
     void page(int direction);
     void followFromEnd();
+    void cutSelection(const Console& console);
     std::optional<RowScroll::Log> logOf(const Console& console, const FramePlan& plan);
     std::shared_ptr<const ViewFont> fontFor(const Look& look);
     Look zoomedLook() const;
@@ -162,6 +163,7 @@ private:
     QString mComposition;
     RowScroll mScroll;
     Selection mSelection;
+    std::size_t mSizeSelected = 0; // of the log, when the selection was made
     FindBar mFind;
     RecallBar mRecall;
     Offers mOffers;

@@ -212,6 +212,20 @@ TEST_F(ViewTest, SelectsWordsAndLines)
     EXPECT_EQ((TextRange{{2, 0}, {2, 18}}), state().selection);
 }
 
+TEST_F(ViewTest, KeepsNewLinesOutOfASelectionThatReachesIntoTheInputLine)
+{
+    write(5);
+    select({3, 0}, {kInputLine, 2});
+    console->write(U"new", Output);
+    press(Qt::Key_C, kCtrl); // before the view hears of it
+    EXPECT_EQ("line 1\nline 2\nline 3\nline 4", clipboard().toStdString());
+    select({3, 0}, {kInputLine, 2});
+    write(5);
+    EXPECT_EQ((TextRange{{3, 0}, {7, 3}}), state().selection);
+    press(Qt::Key_C, kCtrl);
+    EXPECT_EQ("line 1\nline 2\nline 3\nline 4\nnew", clipboard().toStdString());
+}
+
 TEST_F(ViewTest, ExtendsTheSelectionToBothSidesOfWhereItBegan)
 {
     write(10);
