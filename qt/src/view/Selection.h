@@ -38,8 +38,8 @@ enum class Unit
 QString textOf(const TextRange& range, const Console& console, const ConsoleInput& input);
 
 /// The unit of text around `place`. At a boundary of words it is the one behind; where a line ends there is none, and the
-/// range is empty, as it is for a grapheme. Of a word or a line that is very long only the part around the place counts,
-/// some thousands of code points.
+/// range is empty, as it is for a grapheme. Of one that is very long only the part around the place counts: some thousands
+/// of code points of a word, about a million on each side of a line.
 TextRange unitAround(TextPlace place, Unit unit, const Console& console, const ConsoleInput& input);
 
 /// What the user has selected: where it began, in what units, and where it ends.
