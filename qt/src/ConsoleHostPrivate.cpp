@@ -47,6 +47,7 @@ ConsoleHost::Private::Private(ConsoleHost& host, const std::shared_ptr<Console>&
              [this](const std::function<void()>& work) { onViewTimer(work); }}),
       mViewPointer(host, mView,
                    {[this](std::size_t offset) { placeCursor(offset); }, [this] { pastePrimary(); },
+                    [this](const std::u32string& text) { pickOffer(text); },
                     [this](const std::function<void()>& work) { onViewTimer(work); }}),
       mAccessibility(mObject, mConsole, mView,
                      {[this] { return mIsPlain.load(); }, [this] { return coveredArea(); },
@@ -340,9 +341,22 @@ void ConsoleHost::Private::pastePrimary()
     }
 }
 
+void ConsoleHost::Private::pickOffer(const std::u32string& text)
+{
+    const BorrowedConsole console(mConsole);
+    if (!console || console->isRunning()) {
+        return;
+    }
+    act(*console, [&] {
+        const QScopedValueRollback<bool> pressed(mIsKeyPressed, true);
+        mView.pickOffer(*console, text);
+    });
+}
+
 void ConsoleHost::Private::setPlain(bool plain)
 {
     mIsPlain = plain;
+    mViewPointer.cancel();
     mChanges.forget();
     requestRepaint();
 }

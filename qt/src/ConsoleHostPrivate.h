@@ -147,6 +147,7 @@ private:
     void placeCursor(std::size_t offset);
     void moveCursor(Console& console, std::size_t offset);
     void pastePrimary();
+    void pickOffer(const std::u32string& text);
     void usePointer(const QSinglePointEvent& pointer);
     QRectF coveredArea() const;
     QPointF inFrame(QPointF onScreen) const;

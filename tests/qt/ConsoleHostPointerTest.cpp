@@ -98,6 +98,17 @@ TEST_F(ConsoleHostPointer, GoesOnWithADragWhenAnotherButtonIsReleased)
     EXPECT_EQ("one two", copied());
 }
 
+TEST_F(ConsoleHostPointer, EndsADragWhenTheConsoleBecomesPlain)
+{
+    type("one two three");
+    press(at(0));
+    move(at(3));
+    host.setPlain(true);
+    host.setPlain(false);
+    move(at(7));
+    EXPECT_EQ("one", copied());
+}
+
 TEST_F(ConsoleHostPointer, LeavesTheFindBarByAClickOnTheInputLine)
 {
     type("abcdef");
@@ -147,6 +158,18 @@ TEST_F(ConsoleHostPointer, AsksForOneFrameHoweverFarItMovesTheCursor)
     release(first);
     EXPECT_EQ(0U, console->cursorPosition());
     EXPECT_EQ(1, repaints.size());
+}
+
+TEST_F(ConsoleHostPointer, TellsTheOtherHostsOfTheConsoleWhatItPicked)
+{
+    RecordingWindow otherWindow;
+    ConsoleHost other(console, &otherWindow);
+    type("hel");
+    const QPointF list = at(1, 1);
+    QSignalSpy otherRepaints(&other, &ConsoleHost::repaintNeeded);
+    click(list);
+    EXPECT_EQ("help ", input());
+    EXPECT_EQ(1, otherRepaints.size());
 }
 
 } // namespace

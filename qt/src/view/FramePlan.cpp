@@ -97,6 +97,7 @@ public:
         placeMark();
         placeScrollBar();
         placeList();
+        noteOffers();
     }
 
 private:
@@ -250,6 +251,14 @@ private:
         mPlan.list =
             QRect(left, top, std::max(0, std::min(listWidth(), mPlan.size.width() - left - kScrollBarWidth)),
                   rows * mFont.lineHeight());
+    }
+
+    void noteOffers()
+    {
+        const auto count = static_cast<std::size_t>(mPlan.list.height() / mFont.lineHeight());
+        for (std::size_t i = mPlan.listFirst; i < mPlan.listFirst + count; ++i) {
+            mPlan.offers.push_back(mState.list.offers[i].text);
+        }
     }
 
     int listWidth()

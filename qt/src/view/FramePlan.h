@@ -61,6 +61,8 @@ struct FramePlan
     std::optional<TextPlace> top; ///< What the state has at the top.
     bool reachesEnd = false;      ///< Whether the newest row is in view.
 
+    std::vector<std::u32string> offers; ///< The texts that the list shows, from top to bottom.
+
     /// The row of the log or the input line that is at `y` or nearest to it; null if there is none.
     const PlacedRow* rowNear(int y) const;
 

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cmath>
 #include <utility>
+#include <vector>
 
 namespace zephyr::console::qt {
 
@@ -238,11 +239,17 @@ void View::afterConsoleActed(Console& console)
     publish();
 }
 
-void View::pickOffer(std::size_t index)
+void View::pickOffer(Console& console, const std::u32string& text)
 {
-    const BorrowedConsole console(mConsole);
-    if (console && !console->isRunning()) {
-        mOffers.pick(*console, mOfferWindow.first() + index, presser());
+    const std::shared_ptr<const ViewState> shown = mShare.state();
+    const std::vector<ViewState::Offer>& offers = shown->list.offers;
+    const auto found = std::find_if(offers.begin(), offers.end(),
+                                    [&](const ViewState::Offer& offer) { return offer.text == text; });
+    if (found != offers.end()) {
+        mScroll.follow();
+        mSelection.clear();
+        mOffers.pick(console, mOfferWindow.first() + static_cast<std::size_t>(found - offers.begin()),
+                     presser());
         publish();
     }
 }

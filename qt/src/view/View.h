@@ -70,8 +70,8 @@ public:
     /// Must be called after something was done with the console: offers what fits its line now.
     void afterConsoleActed(Console& console);
 
-    /// Puts an offer on the input line. `index` counts the offers of the last state.
-    void pickOffer(std::size_t index);
+    /// Puts an offer on the input line, and shows the newest rows. Does nothing if the list doesn't show it any more.
+    void pickOffer(Console& console, const std::u32string& text);
 
     // Scrolling, in rows towards older ones
 

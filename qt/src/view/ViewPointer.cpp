@@ -71,8 +71,8 @@ void ViewPointer::pressLeft(const Press& press, int clicks)
     }
     const QPoint point = pixelOf(press.place);
     if (plan->list.contains(point)) {
-        mView.pickOffer(plan->listFirst +
-                        static_cast<std::size_t>((point.y() - plan->list.top()) / plan->font->lineHeight()));
+        mHost.pickOffer(plan->offers[static_cast<std::size_t>((point.y() - plan->list.top()) /
+                                                              plan->font->lineHeight())]);
     } else if (plan->mark.contains(point)) {
         mView.showNewest();
     } else if (plan->track.contains(point)) {

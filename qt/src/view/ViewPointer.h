@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 
 class QObject;
 
@@ -28,6 +29,7 @@ public:
     {
         std::function<void(std::size_t offset)> placeCursor; ///< In code points of the input line.
         std::function<void()> paste; ///< X11's primary selection, or else the clipboard.
+        std::function<void(const std::u32string& text)> pickOffer; ///< From the list of offers.
         /// Does what a timer is due for. This object must outlive it.
         std::function<void(const std::function<void()>& work)> onTimer = [](const auto& work) { work(); };
     };

@@ -44,8 +44,10 @@ protected:
     std::uint64_t time = 1;
     std::optional<std::size_t> cursor;
     int pastes = 0;
-    ViewPointer pointer{
-        context, view, {[this](std::size_t offset) { cursor = offset; }, [this] { ++pastes; }}};
+    ViewPointer pointer{context,
+                        view,
+                        {[this](std::size_t offset) { cursor = offset; }, [this] { ++pastes; },
+                         [this](const std::u32string& text) { view.pickOffer(*console, text); }}};
 };
 
 TEST_F(ViewPointerTest, SelectsWhatItIsDraggedOver)
@@ -268,6 +270,32 @@ TEST_F(ViewPointerTest, PicksAnOffer)
     ASSERT_FALSE(list.isEmpty());
     click(list.topLeft() + QPointF(3, 3));
     EXPECT_EQ(U"help", console->activeInput().substr(0, 4));
+}
+
+TEST_F(ViewPointerTest, ShowsTheLineOnWhichItPutsAnOffer)
+{
+    write(100);
+    type(U"hel");
+    view.scrollBy(10);
+    const QRect list = frame()->list;
+    ASSERT_FALSE(list.isEmpty());
+    click(list.topLeft() + QPointF(3, 3));
+    EXPECT_EQ(U"help", console->activeInput().substr(0, 4));
+    EXPECT_EQ("line 99", last());
+}
+
+TEST_F(ViewPointerTest, PicksWhatTheUserSees)
+{
+    type(U"al");
+    const QRect list = frame()->list;
+    ASSERT_FALSE(list.isEmpty());
+    console->keyPressed(Qt::Key_Backspace, 0, {}); // and no frame since
+    console->keyPressed(Qt::Key_Backspace, 0, {});
+    console->keyPressed(0, 0, U"h");
+    view.afterConsoleActed(*console);
+    ASSERT_EQ(U"help", state().list.offers.at(0).text.substr(0, 4));
+    click(list.topLeft() + QPointF(3, 3));
+    EXPECT_EQ(U"h", console->activeInput()) << "where alias stood";
 }
 
 TEST_F(ViewPointerTest, ShowsTheNewestLinesByAClickOnTheMark)

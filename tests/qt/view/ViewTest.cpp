@@ -370,7 +370,7 @@ TEST_F(ViewTest, PutsTheOfferOnTheLineThatIsPicked)
     test::addCommand(*console, U"hear");
     type(U"he");
     ASSERT_EQ(2U, state().list.offers.size());
-    view.pickOffer(1);
+    view.pickOffer(*console, U"help");
     EXPECT_EQ(U"help", console->activeInput().substr(0, 4));
 }
 
