@@ -29,14 +29,15 @@ ConsoleCommand* CommandTable::find(const std::u32string& name) const
     return found == mCommands.end() ? nullptr : found->second.get();
 }
 
-std::optional<std::vector<std::u32string>> CommandTable::candidates(std::vector<std::u32string>&& words)
+std::optional<std::vector<std::u32string>> CommandTable::candidates(std::vector<std::u32string>&& words,
+                                                                    bool endsWithBlank)
 {
     ConsoleCommand* const command = words.empty() ? nullptr : find(words.front());
     if (command == nullptr) {
         return std::nullopt;
     }
     const Call call(*this, *command);
-    return command->getAutoCompleteResults(ConsoleArgs(std::move(words)));
+    return command->getAutoCompleteResults(ConsoleArgs(std::move(words), endsWithBlank));
 }
 
 void CommandTable::forEach(const std::function<void(const ConsoleCommand&)>& fn)

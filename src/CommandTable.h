@@ -57,9 +57,11 @@ public:
     /// The command filed under exactly `name`, or null.
     ConsoleCommand* find(const std::u32string& name) const;
 
-    /// Asks the command named by the first of `words` for candidates for the last of them, as a Call of the command.
-    /// Throws what the command throws. \return nothing if there is no such command.
-    std::optional<std::vector<std::u32string>> candidates(std::vector<std::u32string>&& words);
+    /// Asks the command named by the first of `words` for candidates for the last of them, or for one more if the line
+    /// ends with a blank, as a Call of the command. Throws what the command throws. \return nothing if there is no such
+    /// command.
+    std::optional<std::vector<std::u32string>> candidates(std::vector<std::u32string>&& words,
+                                                          bool endsWithBlank);
 
     /// Calls `fn` with each command in ascending order of name, as a Call of the command. `fn` may change the table.
     void forEach(const std::function<void(const ConsoleCommand&)>& fn);

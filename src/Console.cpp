@@ -284,7 +284,8 @@ bool Console::Private::autoComplete(bool backwards)
         return true;
     }
     std::u32string line = mConsole.activeInput();
-    if (auto candidates = mCommands.candidates(splitString(line, kWordDelimiter))) {
+    const bool endsWithBlank = !line.empty() && line.back() == kWordDelimiter;
+    if (auto candidates = mCommands.candidates(splitString(line, kWordDelimiter), endsWithBlank)) {
         mCompletion.begin(std::move(*candidates), std::move(line));
         applyCompletion(backwards);
     }

@@ -2,6 +2,8 @@
 # Runs clang-tidy and cppcheck over the libraries and programs; any finding fails.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
+source scripts/packages.sh
+scripts/install-packages.sh "${lint_packages[@]}"
 cmake --preset lint >/dev/null
 
 # clang-tidy reads what the build compiles, so a source that the build leaves out would pass unread.
@@ -12,13 +14,13 @@ if [ -n "$unread" ]; then
   printf 'error: the build leaves these files out, so clang-tidy would not read them:\n%s\n' "$unread" >&2
   exit 1
 fi
-run-clang-tidy -quiet -p build/lint "^$PWD/(?!build/)" >build/lint/clang-tidy.log 2>&1 || {
+"run-clang-tidy-$clang_tools_version" -quiet -p build/lint "^$PWD/(?!build/)" >build/lint/clang-tidy.log 2>&1 || {
   grep -E '(warning|error):' build/lint/clang-tidy.log | sort -u >&2
   exit 1
 }
 cppcheck --quiet --enable=warning,performance,portability --std=c++20 --library=qt --error-exitcode=1 \
-  -I include -I common/include -I qt/include -I opengl/include -I widgets/include -I quick/include -I src -I quick/src \
+  -I include -I common/include -I qt/include -I opengl/include -I widgets/include -I quick/include -I commands/include -I src -I quick/src \
   -I build/lint/src/include -I build/lint/common/include -I build/lint/qt/include -I build/lint/opengl/include \
-  -I build/lint/widgets/include -I build/lint/quick/include \
-  src common/src qt/src opengl/src widgets/src quick/src examples
+  -I build/lint/widgets/include -I build/lint/quick/include -I build/lint/commands/include \
+  src common/src commands/src qt/src opengl/src widgets/src quick/src examples
 echo "clang-tidy, cppcheck: no findings"

@@ -56,6 +56,6 @@ moved=('sim pause' 'run slalom' 'sim step 1200')
 shoot simulation 960x540 '' "${moved[@]}"
 shoot sandbox 960x540 '`wind show\nwind set /speed=20\nobstacle ' "${moved[@]}"
 shoot typing 800x300 '`wind show\nwind set /speed=20 /head' 'sim pause'
-shoot help 800x560 '`help\nhelp wind\n' 'sim pause'
+shoot help 800x600 '`help\nhelp wind\n' 'sim pause'
 shoot aliases 800x420 '`alias breeze "wind set 4 90; wind show"\nbreeze\nhelp breeze\n' 'sim pause'
 shoot files 800x560 '`run list\nrun gusts\n' 'sim pause'

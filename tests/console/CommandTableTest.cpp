@@ -199,9 +199,9 @@ TEST_F(CommandTables, AskTheNamedCommandForCandidates)
     auto command = std::make_unique<test::ScriptedCommand>(U"cmd");
     command->onComplete = [](const ConsoleArgs& args) { return test::wordsOf(args); };
     mTable.add(U"cmd", std::move(command));
-    EXPECT_EQ(mTable.candidates({U"cmd", U"a"}), (std::optional(Names{U"cmd", U"a"})));
-    EXPECT_EQ(mTable.candidates({U"other", U"a"}), std::nullopt);
-    EXPECT_EQ(mTable.candidates({}), std::nullopt);
+    EXPECT_EQ(mTable.candidates({U"cmd", U"a"}, false), (std::optional(Names{U"cmd", U"a"})));
+    EXPECT_EQ(mTable.candidates({U"other", U"a"}, false), std::nullopt);
+    EXPECT_EQ(mTable.candidates({}, false), std::nullopt);
 }
 
 } // namespace

@@ -33,6 +33,16 @@ TEST(ConsoleArgs, ReadsTheCommandAndTheSubCommand)
     EXPECT_FALSE(args.hasRedirectOpen());
 }
 
+TEST(ConsoleArgs, KnowsABlankAtTheEndOfALineThatIsCompleted)
+{
+    EXPECT_FALSE(ConsoleArgs({U"cmd", U"a"}).endsWithBlank());
+    EXPECT_FALSE(ConsoleArgs({U"cmd", U"a"}, false).endsWithBlank());
+    const ConsoleArgs args({U"cmd", U"a", U">", U"f"}, true);
+    EXPECT_TRUE(args.endsWithBlank());
+    EXPECT_EQ(args.argCount(), 2U);
+    EXPECT_EQ(args.redirectTarget(), U"f");
+}
+
 TEST(ConsoleArgs, HasAnEmptySubCommandWhereThereIsOneWord)
 {
     const ConsoleArgs args({U"help"});

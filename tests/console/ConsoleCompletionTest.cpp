@@ -133,6 +133,24 @@ TEST_F(ConsoleCompletion, CompletesANewWordAfterATrailingSpace)
     EXPECT_EQ(completed("cmd a "), "cmd a alpha");
 }
 
+TEST_F(ConsoleCompletion, TellsTheCommandOfATrailingSpace)
+{
+    std::vector<bool> blanks;
+    ScriptedCommand& command = addCommand(mConsole, U"cmd");
+    command.onComplete = [&](const ConsoleArgs& args) {
+        blanks.push_back(args.endsWithBlank());
+        return Words();
+    };
+    command.onExecute = [&](const ConsoleArgs& args, Console&) { blanks.push_back(args.endsWithBlank()); };
+    for (const char* line : {"cmd", "cmd ", "cmd a", "cmd a ", "cmd a  ", "cmd \"a "}) {
+        expectNothingCompleted(line);
+        blanks.pop_back(); // Tab and Backtab ask alike
+    }
+    EXPECT_EQ(blanks, (std::vector<bool>{false, true, false, true, true, true}));
+    mConsole.execute(U"cmd a ");
+    EXPECT_FALSE(blanks.back());
+}
+
 TEST_F(ConsoleCompletion, ReplacesTheCommandWordWhenItStandsAlone)
 {
     addCmd();

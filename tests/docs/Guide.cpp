@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <fstream>
+#include <sstream>
 #include <stdexcept>
 
 namespace zephyr::test {
@@ -18,11 +19,15 @@ const std::string kFence = "```";
 const std::string kTextFence = "```text";
 const std::string kPrompt = ">> ";
 
-/// An entry as the guide shows it, without spaces at its end, which a reader couldn't see.
-std::string shown(const LogLine& entry)
+/// An entry as the guide shows it, line by line, without spaces at the ends, which a reader couldn't see.
+Lines shown(const LogLine& entry)
 {
-    const std::string text = (entry.type == console::Input ? kPrompt : "") + entry.text;
-    return text.substr(0, text.find_last_not_of(' ') + 1);
+    std::istringstream text((entry.type == console::Input ? kPrompt : "") + entry.text + "\n");
+    Lines lines;
+    for (std::string line; std::getline(text, line);) {
+        lines.push_back(line.substr(0, line.find_last_not_of(' ') + 1));
+    }
+    return lines;
 }
 
 /// What the log gains when `line` is executed, as the guide shows it.
@@ -30,7 +35,8 @@ Lines shownAfter(const std::string& line, console::Console& console)
 {
     Lines lines;
     for (const LogLine& entry : logOf(line, console)) {
-        lines.push_back(shown(entry));
+        const Lines more = shown(entry);
+        lines.insert(lines.end(), more.begin(), more.end());
     }
     return lines;
 }

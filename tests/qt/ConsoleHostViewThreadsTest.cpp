@@ -115,6 +115,14 @@ TEST_F(ViewOnARenderThread, ShowsWhatOtherThreadsWrite)
     EXPECT_TRUE(isPaintedAnew(renderer.finish()));
 }
 
+TEST_F(ViewOnARenderThread, OffersNothingOnceTheProgramHasRunALine)
+{
+    type("cm");
+    console->execute(U"help");
+    RenderThread renderer(host, kFrame);
+    EXPECT_TRUE(isPaintedAnew(renderer.finish()));
+}
+
 TEST_F(ViewOnARenderThread, TakesAnotherLook)
 {
     RenderThread renderer(host, kFrame);

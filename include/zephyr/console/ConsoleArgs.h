@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace zephyr::console {
@@ -30,6 +31,13 @@ public:
     /// exactly `>` or `>!` starts it; the last other word after that is the target (docs/decisions.md,
     /// oddity 17); a `>!` anywhere from there on asks for the target to be opened.
     ZEPHYR_CONSOLE_EXPORT ConsoleArgs(std::vector<std::u32string> words);
+
+    /// As above, for a line that is being completed: `endsWithBlank` says whether a space stands at its end, which the
+    /// words don't show.
+    ConsoleArgs(std::vector<std::u32string> words, bool endsWithBlank) : ConsoleArgs(std::move(words))
+    {
+        mEndsWithBlank = endsWithBlank;
+    }
 
     /// The command word (index 0). Without any word it reports the assertion `!mArgs.empty()` and returns an
     /// empty string that lives as long as the program.
@@ -61,9 +69,14 @@ public:
         return index < mArgs.size() ? mArgs[index] : std::u32string();
     }
 
+    /// Whether the line that is being completed ends with a space, so that its last word is finished and the
+    /// candidates are for one more. False for a line that runs.
+    bool endsWithBlank() const { return mEndsWithBlank; }
+
 private:
     std::vector<std::u32string> mArgs;
     bool mRedirectOpen = false;
+    bool mEndsWithBlank = false;
     std::u32string mRedirectTarget;
 };
 

@@ -54,7 +54,9 @@ struct FramePlan
     double outside = 0.0;        ///< The share of the log that is above or below the view.
     QRect list;                  ///< The list of offers; empty for none.
     std::size_t listFirst = 0;   ///< The index into the state's offers of its first line.
-    int listColumns = 0;         ///< The number of columns that its texts take, without the descriptions.
+    int listTexts = 0;           ///< The width of its texts, without the descriptions.
+    std::u32string noteText;     ///< What is said of the list as a whole; empty for nothing.
+    QRect note;                  ///< Where that stands; empty if there is nothing or no room for it.
     QRect bar;                   ///< The bar below the input line; empty for none.
     std::size_t logSize = 0;     ///< The log's number of entries.
 

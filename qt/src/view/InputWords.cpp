@@ -25,7 +25,10 @@ std::vector<std::u32string> splitAtSpaces(std::u32string_view line)
 
 std::u32string_view firstWord(std::u32string_view line) { return line.substr(0, line.find(kSpace)); }
 
-ConsoleArgs completionArgs(std::u32string_view line) { return {splitAtSpaces(line)}; }
+ConsoleArgs completionArgs(std::u32string_view line)
+{
+    return {splitAtSpaces(line), !line.empty() && line.back() == kSpace};
+}
 
 std::u32string completionHead(std::u32string_view line)
 {

@@ -1,0 +1,88 @@
+// Mistakes of a program, which throw when a command is added.
+
+#include "commands/CommandsFixture.h"
+
+#include <functional>
+#include <stdexcept>
+
+namespace zephyr::test {
+namespace {
+
+using namespace console::commands;
+
+/// What `mistake` throws, or nothing.
+std::string complaintAbout(const std::function<void()>& mistake)
+{
+    try {
+        mistake();
+    } catch (const std::invalid_argument& error) {
+        return error.what();
+    }
+    return {};
+}
+
+const auto kTakesNumber = [](int) {};
+
+std::string complaintAbout(const Parameter& parameter)
+{
+    return complaintAbout([&] { command(U"x", U"").run(kTakesNumber, parameter); });
+}
+
+TEST(CommandMistakes, AreNamesThatCantBeTyped)
+{
+    for (const char32_t* name : {U"", U"a b", U"a\"b", U"/a", U">", U">!", U"a\tb", U"a\u00A0b"}) {
+        EXPECT_NE("", complaintAbout([&] { command(name, U""); })) << StringUtil::toString(name);
+        EXPECT_NE("", complaintAbout(argument(name)));
+    }
+    EXPECT_EQ("a command can't be named 'a b'", complaintAbout([] { command(U"a b", U""); }));
+    EXPECT_EQ("/a=b can't have an equals sign in its name", complaintAbout(option(U"a=b")));
+}
+
+TEST(CommandMistakes, AreLimitsThatTheTypeCantHave)
+{
+    EXPECT_EQ("n can't have the limit '0.5': it is no whole number",
+              complaintAbout(argument(U"n").between(0.5, 3)));
+    EXPECT_EQ("n can't have the choice 'a': it is no whole number",
+              complaintAbout(argument(U"n").choices(1, U"a")));
+    EXPECT_EQ("n can't have the limit '99999999999': 99999999999 is above 2147483647.",
+              complaintAbout(argument(U"n").between(0, 99999999999)));
+    EXPECT_EQ("the check of n is for another type",
+              complaintAbout(argument(U"n").check([](double) { return true; }, U"")));
+    EXPECT_EQ("n can't have this default", complaintAbout(argument(U"n").byDefault(U"x")));
+}
+
+TEST(CommandMistakes, AreFormsThatTheTypeCantHave)
+{
+    EXPECT_EQ("/n is a flag, whose parameter must be a bool", complaintAbout(flag(U"n")));
+    EXPECT_EQ("/n is an option, and can't take several words",
+              complaintAbout([] { command(U"x", U"").run([](std::vector<int>) {}, option(U"n")); }));
+    EXPECT_EQ("n has no use for a default", complaintAbout([] {
+                  command(U"x", U"").run([](std::optional<int>) {}, argument(U"n").byDefault(1));
+              }));
+}
+
+TEST(CommandMistakes, AreArgumentsBehindOnesThatMayBeMissing)
+{
+    const std::string complaint = "b stands behind an argument that may be missing, or takes all words";
+    EXPECT_EQ(complaint, complaintAbout([] {
+                  command(U"x", U"").run([](std::optional<int>, int) {}, argument(U"a"), argument(U"b"));
+              }));
+    EXPECT_EQ(complaint, complaintAbout([] {
+                  command(U"x", U"").run([](std::vector<int>, std::optional<int>) {}, argument(U"a"),
+                                         argument(U"b"));
+              }));
+    EXPECT_EQ("", complaintAbout([] {
+                  command(U"x", U"").run([](std::optional<int>, int) {}, argument(U"a"), option(U"b"));
+              }));
+}
+
+TEST(CommandMistakes, AreNamesGivenTwice)
+{
+    EXPECT_EQ("/a is described twice",
+              complaintAbout([] { command(U"x", U"").run([](int, int) {}, option(U"a"), option(U"a")); }));
+    EXPECT_EQ("x has two functions for 'a'",
+              complaintAbout([] { command(U"x", U"").sub(U"a", U"", [] {}).sub(U"a", U"", [] {}); }));
+}
+
+} // namespace
+} // namespace zephyr::test

@@ -1,0 +1,183 @@
+#include "commands/Wind.h"
+#include "zephyr/console/commands/StandardCommands.h"
+#include "zephyr/console/commands/Variable.h"
+
+#include <memory>
+#include <stdexcept>
+#include <thread>
+
+namespace zephyr::test {
+namespace {
+
+using namespace console::commands;
+
+class Variables : public CommandsFixture
+{
+protected:
+    Variable<double> mWind{mConsole, U"wind.speed", 12.0, U"Wind speed.", between(0, 60).unit(U"m/s")};
+};
+
+TEST_F(Variables, AnswerValueDefaultAndRange)
+{
+    EXPECT_EQ((Lines{output("wind.speed: 12 m/s; by default 12 m/s; a number from 0 to 60 m/s.", 4)}),
+              answer(U"wind.speed"));
+    EXPECT_EQ(Texts(), textsOfAnswer("wind.speed 20"));
+    EXPECT_EQ(20.0, mWind.value());
+    EXPECT_EQ(Texts({"    wind.speed: 20 m/s; by default 12 m/s; a number from 0 to 60 m/s."}),
+              textsOfAnswer("wind.speed"));
+    EXPECT_EQ(Texts(), textsOfAnswer("wind.speed default"));
+    EXPECT_EQ(12.0, mWind.value());
+}
+
+TEST_F(Variables, AnswerWhatIsWrong)
+{
+    const std::string usage = "    Usage: wind.speed [VALUE|default]";
+    EXPECT_EQ(Texts({"    wind.speed: 75 is above 60 m/s.", usage}), textsOfAnswer("wind.speed 75"));
+    EXPECT_EQ(Texts({"    wind.speed: 'x' is not a number from 0 to 60 m/s.", usage}),
+              textsOfAnswer("wind.speed x"));
+    EXPECT_EQ(Texts({"    wind.speed: '2' is one word too many.", usage}), textsOfAnswer("wind.speed 1 2"));
+    EXPECT_EQ(12.0, mWind.value());
+    const FailureCounter failures(mConsole);
+    textsOfAnswer("wind.speed 75");
+    EXPECT_EQ(1U, failures.count());
+}
+
+TEST_F(Variables, AreDescribedByHelp)
+{
+    EXPECT_EQ(Texts({"    Usage: wind.speed [VALUE|default]\n        Wind speed.\n"
+                     "        VALUE: a number from 0 to 60 m/s, by default 12 m/s.",
+                     ""}),
+              textsOfAnswer("help wind.speed"));
+}
+
+TEST_F(Variables, AreSetByTheProgramWithinTheirLimits)
+{
+    mWind.set(30);
+    EXPECT_EQ(30.0, mWind.value());
+    try {
+        mWind.set(61);
+        ADD_FAILURE() << "61 was taken";
+    } catch (const CommandError& error) {
+        EXPECT_STREQ("wind.speed: 61 is above 60 m/s.", error.what());
+    }
+    EXPECT_EQ(30.0, mWind.value());
+    mWind.reset();
+    EXPECT_EQ(12.0, mWind.value());
+}
+
+TEST_F(Variables, TellOfChanges)
+{
+    std::vector<double> seen;
+    mWind.onChange([&](double speed) { seen.push_back(speed); });
+    mWind.set(20);
+    mWind.set(20);
+    textsOfAnswer("wind.speed 21");
+    textsOfAnswer("wind.speed 75");
+    textsOfAnswer("wind.speed default");
+    EXPECT_EQ((std::vector<double>{20, 21, 12}), seen);
+}
+
+TEST_F(Variables, MayBeDestroyedByWhoIsToldOfAChange)
+{
+    auto lamp = std::make_unique<Variable<bool>>(mConsole, U"lamp", false, U"");
+    int calls = 0;
+    lamp->onChange([&](bool) { lamp.reset(); });
+    lamp->onChange([&](bool) { ++calls; });
+    textsOfAnswer("lamp on");
+    EXPECT_EQ(nullptr, mConsole.lookupCommand(U"lamp"));
+    EXPECT_EQ(1, calls);
+}
+
+TEST_F(Variables, EndWithTheirObjects)
+{
+    {
+        const Variable<int> count(mConsole, U"count", 1, U"");
+        EXPECT_NE(nullptr, mConsole.lookupCommand(U"count"));
+    }
+    EXPECT_EQ(nullptr, mConsole.lookupCommand(U"count"));
+    auto console = std::make_unique<console::Console>();
+    const Variable<int> left(*console, U"left", 1, U"");
+    console.reset();
+    EXPECT_EQ(1, left.value());
+}
+
+TEST_F(Variables, MayBelongToTheProgram)
+{
+    int frames = 60;
+    const Variable<int> fps(
+        mConsole, U"fps", [&] { return frames; },
+        [&](int value) {
+            if (value == 61) {
+                fail(U"The screen can't do that.");
+            }
+            frames = value;
+        },
+        30, U"Frames a second.");
+    EXPECT_EQ(60, fps.value());
+    EXPECT_EQ(Texts(), textsOfAnswer("fps 59"));
+    EXPECT_EQ(59, frames);
+    EXPECT_EQ(Texts({"    The screen can't do that."}), textsOfAnswer("fps 61"));
+    EXPECT_EQ(Texts(), textsOfAnswer("fps default"));
+    EXPECT_EQ(30, frames);
+}
+
+TEST_F(Variables, MayBeReadOnlyForTheUser)
+{
+    Variable<int> steps(mConsole, U"steps", 0, U"Steps so far.", readOnly());
+    steps.set(3);
+    EXPECT_EQ(Texts({"    steps: 3; by default 0; a whole number; read-only."}), textsOfAnswer("steps"));
+    EXPECT_EQ(Texts({"    steps: '4' is not expected; the variable is read-only.", "    Usage: steps"}),
+              textsOfAnswer("steps 4"));
+    EXPECT_EQ(3, steps.value());
+    EXPECT_EQ(Texts(), completionsOf("steps "));
+}
+
+TEST_F(Variables, OfferTheirValues)
+{
+    const Variable<Mode> mode(mConsole, U"mode", Mode::Still, U"");
+    EXPECT_EQ(Texts({"mode steady", "mode gusty", "mode still", "mode default"}), completionsOf("mode "));
+    EXPECT_EQ(Texts({"mode gusty"}), completionsOf("mode g"));
+    EXPECT_EQ(Texts({"wind.speed 12", "wind.speed default"}), completionsOf("wind.speed "));
+    EXPECT_EQ(Texts(), completionsOf("wind.speed 12 "));
+}
+
+TEST_F(Variables, HoldATextThatLooksLikeTheWordForTheDefault)
+{
+    const Variable<std::u32string> name(mConsole, U"name", U"nobody", U"");
+    EXPECT_EQ(Texts(), textsOfAnswer("name \"default\""));
+    EXPECT_EQ(U"default", name.value());
+    EXPECT_EQ(Texts(), textsOfAnswer("name default"));
+    EXPECT_EQ(U"nobody", name.value());
+    EXPECT_EQ(Texts(), textsOfAnswer("name /escaped=a\\u{22}b"));
+    EXPECT_EQ(U"a\"b", name.value());
+    EXPECT_EQ("    name: 'a\\u{22' is not an escaped text.", textsOfAnswer("name /escaped=a\\u{22").front());
+    EXPECT_EQ("    name: 'a\\u{}' is not an escaped text.", textsOfAnswer("name /escaped=a\\u{}").front());
+}
+
+TEST_F(Variables, RefuseMistakesOfTheProgram)
+{
+    EXPECT_THROW(Variable<int>(mConsole, U"a b", 1, U""), std::invalid_argument);
+    EXPECT_THROW(Variable<int>(mConsole, U"a", 1, U"", between(2, 3)), std::invalid_argument);
+    EXPECT_THROW(Variable<int>(mConsole, U"a", 1, U"", between(U"x", 3)), std::invalid_argument);
+    EXPECT_EQ(nullptr, mConsole.lookupCommand(U"a"));
+}
+
+TEST_F(Variables, AreReadFromAnyThread)
+{
+    static_assert(Variable<double>::kIsLockFree && Variable<bool>::kIsLockFree &&
+                  Variable<Mode>::kIsLockFree && Variable<std::chrono::milliseconds>::kIsLockFree &&
+                  !Variable<std::string>::kIsLockFree);
+    Variable<std::string> text(mConsole, U"text", "aa", U"");
+    std::thread reader([&] {
+        for (std::string seen; seen != "zz"; seen = text.value()) {
+            EXPECT_TRUE(seen.empty() || seen[0] == seen[1]);
+        }
+    });
+    for (char c = 'a'; c <= 'z'; ++c) {
+        text.set(std::string(2, c));
+    }
+    reader.join();
+}
+
+} // namespace
+} // namespace zephyr::test
