@@ -171,7 +171,10 @@ private:
     View mView{mContext,
                std::make_shared<ConsoleLender>(mConsole),
                {[this](const KeyPress& key) { pressOnConsole(key); }, [] {}}};
-    ViewPointer mPointer{mContext, mView, {[](std::size_t) {}, [] {}}};
+    ViewPointer mPointer{mContext,
+                         mView,
+                         {[](std::size_t) {}, [] {},
+                          [this](const std::u32string& text) { mView.pickOffer(*mConsole, text); }}};
     FramePainter mPainter;
 
     void pressOnConsole(const KeyPress& key)

@@ -136,15 +136,27 @@ void ConsoleHost::setMouse(Mouse mouse) { mPrivate->setMouse(mouse); }
 
 ConsoleHost::Mouse ConsoleHost::mouse() const { return mPrivate->mouse(); }
 
-void ConsoleHost::setLook(const Look& look) { mPrivate->view().setLook(look); }
+void ConsoleHost::setLook(const Look& look)
+{
+    const std::shared_ptr<Private> keep = mPrivate;
+    keep->view().setLook(look);
+}
 
 const Look& ConsoleHost::look() const { return mPrivate->view().look(); }
 
-void ConsoleHost::setPlain(bool plain) { mPrivate->setPlain(plain); }
+void ConsoleHost::setPlain(bool plain)
+{
+    const std::shared_ptr<Private> keep = mPrivate;
+    keep->setPlain(plain);
+}
 
 bool ConsoleHost::isPlain() const { return mPrivate->isPlain(); }
 
-void ConsoleHost::clearView() { mPrivate->view().clear(); }
+void ConsoleHost::clearView()
+{
+    const std::shared_ptr<Private> keep = mPrivate;
+    keep->view().clear();
+}
 
 void ConsoleHost::setDepthLimit(unsigned depth) { mPrivate->setDepthLimit(depth); }
 

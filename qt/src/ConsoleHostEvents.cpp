@@ -313,6 +313,9 @@ bool ConsoleHost::Private::filterPointer(const QObject& watched, QEvent& event)
                isOnConsole(watched, menu.globalPos());
     }
     const auto& pointer = static_cast<QSinglePointEvent&>(event);
+    if (pointer.isUpdateEvent() && !pointer.buttons().testFlag(Qt::LeftButton)) {
+        mViewPointer.cancel(); // the release was lost, to another window for example
+    }
     if (mObject.isItem() && pointer.buttons() == Qt::NoButton && pointer.isUpdateEvent()) {
         return false; // a scene ends the hovering of what lies below by itself, if it hears of the move
     }
@@ -337,7 +340,11 @@ void ConsoleHost::Private::usePointer(const QSinglePointEvent& pointer)
     case QEvent::MouseMove:
     case QEvent::TabletMove: mViewPointer.move(place); break;
     case QEvent::MouseButtonRelease:
-    case QEvent::TabletRelease: mViewPointer.release(place); break;
+    case QEvent::TabletRelease:
+        if (pointer.button() == Qt::LeftButton) { // with which all is dragged
+            mViewPointer.release(place);
+        }
+        break;
     default: break;
     }
 }

@@ -3,7 +3,6 @@
 #include "ActedEvent.h"
 #include "ConsoleKeys.h"
 #include "HistoryStore.h"
-#include "KeyText.h"
 #include "zephyr/common/Angle.h"
 #include "zephyr/console/Console.h"
 
@@ -44,9 +43,12 @@ ConsoleHost::Private::Private(ConsoleHost& host, const std::shared_ptr<Console>&
       mBlinkTimer(host, [this] { requestRepaint(); }),
       mBlinkDue(host, [this] { mBlinkTimer.start(); }),
       mView(host, mConsole,
-            {[this](const KeyPress& press) { pressFromView(press); }, [this] { onViewChanged(); }}),
+            {[this](const KeyPress& press) { pressFromView(press); }, [this] { onViewChanged(); },
+             [this](const std::function<void()>& work) { onViewTimer(work); }}),
       mViewPointer(host, mView,
-                   {[this](std::size_t offset) { placeCursor(offset); }, [this] { pastePrimary(); }}),
+                   {[this](std::size_t offset) { placeCursor(offset); }, [this] { pastePrimary(); },
+                    [this](const std::u32string& text) { pickOffer(text); },
+                    [this](const std::function<void()>& work) { onViewTimer(work); }}),
       mAccessibility(mObject, mConsole, mView,
                      {[this] { return mIsPlain.load(); }, [this] { return coveredArea(); },
                       [this](QPointF place) { return inFrame(place); },
@@ -178,13 +180,21 @@ void ConsoleHost::Private::onWaitedForLine()
 void ConsoleHost::Private::deliverNow(Console& console, const KeyPress& press, bool isLate)
 {
     syncSize(console);
+    act(console, [&] {
+        if (mOpen && !mIsPlain && press.key != kConsoleToggleKey) {
+            pressInView(console, press, isLate);
+        } else {
+            pressOnConsole(console, press);
+        }
+    });
+}
+
+/// Does something with the console, and follows it up.
+void ConsoleHost::Private::act(Console& console, const std::function<void()>& work)
+{
     const bool wasOpen = mOpen;
     bool changed = wasOpen && lookForChange(console);
-    if (wasOpen && !mIsPlain && press.key != kConsoleToggleKey) {
-        pressInView(console, press, isLate);
-    } else {
-        pressOnConsole(console, press);
-    }
+    work();
     if (wasOpen) {
         changed = lookForChange(console) || changed;
     }
@@ -203,6 +213,16 @@ void ConsoleHost::Private::onViewChanged()
         mHasKeyChangedView = true;
     } else {
         requestRepaint();
+    }
+}
+
+void ConsoleHost::Private::onViewTimer(const std::function<void()>& work)
+{
+    const std::shared_ptr<Private> keep = shared_from_this();
+    try {
+        work();
+    } catch (const std::bad_alloc&) {
+        return; // the next frame shows what there is
     }
 }
 
@@ -245,20 +265,22 @@ void ConsoleHost::Private::replaceText(Console& console, const KeyPress& press)
     if (press.replaceStart == 0 && press.replaceLength == 0) {
         return;
     }
-    const std::size_t cursor = console.cursorPosition();
-    const ReplacedText replaced =
-        replacedText(console.activeInput(), cursor, press.replaceStart, press.replaceLength);
-    const auto pressTimes = [&](Qt::Key key, std::size_t times) {
-        for (std::size_t i = 0; i < times; ++i) {
-            mKeys.press(console, key, Qt::NoModifier, {});
-        }
-    };
-    if (replaced.first < cursor) {
-        pressTimes(Qt::Key_Left, cursor - replaced.first);
-    } else {
-        pressTimes(Qt::Key_Right, replaced.first - cursor);
+    const ReplacedText replaced = replacedText(console.activeInput(), console.cursorPosition(),
+                                               press.replaceStart, press.replaceLength);
+    moveCursor(console, replaced.first);
+    for (std::size_t i = 0; i < replaced.length; ++i) {
+        mKeys.press(console, Qt::Key_Delete, Qt::NoModifier, {});
     }
-    pressTimes(Qt::Key_Delete, replaced.length);
+}
+
+/// Moves the cursor by the keys that a person would press for it.
+void ConsoleHost::Private::moveCursor(Console& console, std::size_t offset)
+{
+    const std::size_t cursor = console.cursorPosition();
+    const Qt::Key key = offset < cursor ? Qt::Key_Left : Qt::Key_Right;
+    for (std::size_t i = std::min(offset, cursor); i < std::max(offset, cursor); ++i) {
+        mKeys.press(console, key, Qt::NoModifier, {});
+    }
 }
 
 /// Scrolls by whole lines, towards older ones where `lines` is positive.
@@ -287,19 +309,25 @@ void ConsoleHost::Private::compose(const QString& text)
     }
 }
 
-/// Moves the cursor as the arrow keys do.
+/// Moves the cursor in the line that is shown, which may be a recalled one.
 void ConsoleHost::Private::placeCursor(std::size_t offset)
 {
+    // Assistive technology asks for this outside of events.
+    const std::shared_ptr<Private> keep = shared_from_this();
     const BorrowedConsole console(mConsole);
-    if (!console || console->isRunning()) {
-        return;
+    if (!console || !mOpen || console->isRunning() || !mWaiting.empty()) {
+        return; // by the time that the cursor could move, the line may be another one
     }
-    const std::size_t cursor = console->cursorPosition();
-    const std::size_t target = std::min(offset, console->activeInput().size());
-    const Qt::Key key = target < cursor ? Qt::Key_Left : Qt::Key_Right;
-    for (std::size_t i = std::min(target, cursor); i < std::max(target, cursor); ++i) {
-        deliver({key, Qt::NoModifier, {}});
-    }
+    act(*console, [&] {
+        const QScopedValueRollback<bool> pressed(mIsKeyPressed, true);
+        if (!mIsPlain) {
+            mView.returnToLine(*console);
+        }
+        moveCursor(*console, std::min(offset, console->activeInput().size()));
+        if (!mIsPlain) {
+            mView.afterConsoleActed(*console);
+        }
+    });
 }
 
 /// Pastes X11's primary selection, or the clipboard where there is none.
@@ -310,14 +338,29 @@ void ConsoleHost::Private::pastePrimary()
         deliver({Qt::Key_V, Qt::ControlModifier, {}});
         return;
     }
-    if (const std::u32string text = typedText(clipboard.text(QClipboard::Selection)); !text.empty()) {
+    // What no key typed goes on the line as it is, as the clipboard's text does.
+    const std::u32string text = clipboard.text(QClipboard::Selection).toStdU32String();
+    if (!text.empty()) {
         deliver({0, Qt::NoModifier, text});
     }
+}
+
+void ConsoleHost::Private::pickOffer(const std::u32string& text)
+{
+    const BorrowedConsole console(mConsole);
+    if (!console || console->isRunning()) {
+        return;
+    }
+    act(*console, [&] {
+        const QScopedValueRollback<bool> pressed(mIsKeyPressed, true);
+        mView.pickOffer(*console, text);
+    });
 }
 
 void ConsoleHost::Private::setPlain(bool plain)
 {
     mIsPlain = plain;
+    mViewPointer.cancel();
     mChanges.forget();
     if (mOpen) {
         requestRepaint();

@@ -31,6 +31,7 @@
 #include <atomic>
 #include <cstddef>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -135,6 +136,7 @@ private:
     void deliver(const KeyPress& press);
     void deliverWaiting();
     void deliverNow(Console& console, const KeyPress& press, bool isLate);
+    void act(Console& console, const std::function<void()>& work);
     void replaceText(Console& console, const KeyPress& press);
     void scroll(double lines);
     void compose(const QString& text);
@@ -144,7 +146,9 @@ private:
     void pressFromView(const KeyPress& press);
     void onViewChanged();
     void placeCursor(std::size_t offset);
+    void moveCursor(Console& console, std::size_t offset);
     void pastePrimary();
+    void pickOffer(const std::u32string& text);
     void usePointer(const QSinglePointEvent& pointer);
     QRectF coveredArea() const;
     QPointF inFrame(QPointF onScreen) const;
@@ -155,6 +159,7 @@ private:
     void followNeighbour(const ActedEvent& event);
     void onConsoleChanged();
     void onWaitedForLine();
+    void onViewTimer(const std::function<void()>& work);
     void forgetInput();
     void requestRepaint();
 

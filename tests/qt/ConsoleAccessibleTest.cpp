@@ -165,6 +165,17 @@ TEST_F(AnAccessibleConsole, SelectsAndMovesTheCursorForOthers)
     EXPECT_EQ(1u, console->cursorPosition()) << "the log has no cursor";
 }
 
+TEST_F(AnAccessibleConsole, MayBeEndedByTheReceiverWhenOthersMoveTheCursor)
+{
+    auto mortal = std::make_unique<ConsoleHost>(console, &window);
+    QAccessibleTextInterface& itsText = *pane().child(0)->textInterface();
+    open();
+    type("xyz");
+    QObject::connect(mortal.get(), &ConsoleHost::repaintNeeded, &window, [&] { mortal.reset(); });
+    itsText.setCursorPosition(itsText.cursorPosition() - 2);
+    EXPECT_FALSE(mortal);
+}
+
 TEST_F(AnAccessibleConsole, TellsWhoHasTheFocusWhenItOpensAndCloses)
 {
     AccessibleEvents events;

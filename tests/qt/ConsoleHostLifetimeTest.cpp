@@ -1,8 +1,10 @@
 #include "qt/HostedConsole.h"
 #include "support/MortalCommand.h"
 #include "support/TemporaryDirectory.h"
+#include "zephyr/console/qt/Look.h"
 
 #include <QImage>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QRasterWindow>
 
@@ -241,6 +243,60 @@ TEST_F(ConsoleHostLifetime, MayBeEndedByTheReceiverWhenTheLogGrowsOrTheCursorBli
         isPainted ? void() : console->newline();
         EXPECT_TRUE(QTest::qWaitFor([&] { return !host; }, 60000)) << isPainted;
     }
+}
+
+TEST_F(ConsoleHostLifetime, MayBeEndedByTheReceiverWhileADragScrolls)
+{
+    for (int i = 0; i < 200; ++i) {
+        console->write(U"line", console::Output);
+    }
+    window->resize(160, 90);
+    paint();
+    QCoreApplication::processEvents(); // hears of the lines
+    const auto send = [this](QEvent::Type type, QPoint place, Qt::MouseButton button) {
+        QMouseEvent event(type, place, window->mapToGlobal(place), button, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(window.get(), &event);
+    };
+    send(QEvent::MouseButtonPress, {20, 40}, Qt::LeftButton);
+    send(QEvent::MouseMove, {20, -30}, Qt::NoButton);
+    paint();
+    QObject::connect(host.get(), &ConsoleHost::repaintNeeded, window.get(), [this] { host.reset(); });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !host; }, 60000));
+}
+
+TEST_F(ConsoleHostLifetime, MayBeEndedByTheReceiverWhileItSearches)
+{
+    paint();
+    sendKey(*window, QEvent::KeyPress, Qt::Key_F, Qt::ControlModifier);
+    key(Qt::Key_X, "x");
+    int asked = 0;
+    QObject::connect(host.get(), &ConsoleHost::repaintNeeded, window.get(), [&] {
+        if (++asked == 2) { // the first one is for the line, the second one for the hit in it
+            host.reset();
+        }
+    });
+    console->write(U"x", console::Output);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !host; }, 60000));
+}
+
+TEST_F(ConsoleHostLifetime, MayBeEndedByTheReceiverWhenTheLookOrTheViewIsChanged)
+{
+    console->write(U"line", console::Output);
+    const auto remake = [this] {
+        host = std::make_unique<ConsoleHost>(console, window.get());
+        QObject::connect(host.get(), &ConsoleHost::repaintNeeded, window.get(), [this] { host.reset(); });
+    };
+    remake();
+    console::qt::Look look = host->look();
+    look.fontSize = 30.0;
+    host->setLook(look);
+    EXPECT_FALSE(host);
+    remake();
+    host->clearView();
+    EXPECT_FALSE(host);
+    remake();
+    host->setPlain(true);
+    EXPECT_FALSE(host);
 }
 
 TEST_F(ConsoleHostLifetime, MayBeEndedWhileItPaintsByTheReceiverOfOpenChanged)

@@ -1,11 +1,13 @@
 // A small program for tests with real key events: a window, a widget or an item that has the keyboard, with a console
-// on it. Each time that what a user would see changes, it prints one line.
+// on it. Each time that what a user would see changes, it prints one line. A second argument is the text of X11's
+// primary selection.
 
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 #include "zephyr/console/qt/ConsoleHost.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QFocusEvent>
 #include <QPainter>
 #include <QQuickItem>
@@ -96,6 +98,9 @@ int main(int argc, char** argv)
 {
     const QApplication application(argc, argv);
     const std::string kind = argc > 1 ? argv[1] : "window";
+    if (argc > 2) {
+        QGuiApplication::clipboard()->setText(QString::fromUtf8(argv[2]), QClipboard::Selection);
+    }
     const auto console = std::make_shared<Console>();
     Reporter reporter(*console);
     const Place place = makePlace(kind);

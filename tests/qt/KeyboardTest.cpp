@@ -192,6 +192,18 @@ TEST(GermanKeyboard, ForgetsTheAccentOfTheKeyThatClosed)
     }
 }
 
+TEST(TheMiddleButton, PastesThePrimarySelectionAsItIs)
+{
+    VirtualKeyboard keyboard;
+    keyboard.setLayout({"-layout", "us"});
+    KeyboardHost host(keyboard, "window", "one\ttwo\nthree");
+    keyboard.send(press({kLeftOfOne}));
+    host.awaitLine("open: ");
+    keyboard.send({"mousemove", "100", "100", "click", "2"});
+    host.awaitLine("open: one\ttwo"); // the text has a line feed, as a text pasted by a key has
+    host.awaitLine("three");
+}
+
 TEST(GermanKeyboard, MayBeChosenWhileTheHostRuns)
 {
     VirtualKeyboard keyboard;

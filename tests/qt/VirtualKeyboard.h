@@ -13,14 +13,15 @@
 
 namespace zephyr::test {
 
-using VirtualKeyboard = VirtualDisplay; // these tests use its keyboard only
+using VirtualKeyboard = VirtualDisplay; // these tests use little but its keyboard
 
 /// A running program with a console in its window. It prints what a user would see.
 class KeyboardHost
 {
 public:
-    /// Starts the program with a "window", a "widget" or an "item", and waits until that has the focus.
-    KeyboardHost(const VirtualKeyboard& keyboard, const QString& place)
+    /// Starts the program with a "window", a "widget" or an "item", and waits until that has the focus. It has
+    /// `selected` in X11's primary selection, if that isn't empty.
+    KeyboardHost(const VirtualKeyboard& keyboard, const QString& place, const QString& selected = {})
     {
         QProcessEnvironment environment = keyboard.environment();
         environment.insert("QT_QPA_PLATFORM", "xcb");
@@ -31,7 +32,8 @@ public:
         environment.insert("TSAN_OPTIONS",
                            environment.value("TSAN_OPTIONS") + ":ignore_noninstrumented_modules=1");
         mProgram.setProcessEnvironment(environment);
-        mProgram.start(KEYBOARD_HOST_PROGRAM, {place});
+        mProgram.start(KEYBOARD_HOST_PROGRAM,
+                       selected.isEmpty() ? QStringList{place} : QStringList{place, selected});
         awaitLine("ready");
     }
 

@@ -109,6 +109,7 @@ public:
         placeMark();
         placeScrollBar();
         placeList();
+        noteOffers();
     }
 
 private:
@@ -125,11 +126,13 @@ private:
         if (mState.top && mConsole.logSize() > 0) {
             found =
                 rowsFrom(std::max(*mState.top, TextPlace{mState.firstEntry, 0}), mConsole, mRows, mPlan.page);
-            mFollows = static_cast<int>(found.size()) < mPlan.page;
+            mFollows = mPlan.page > 0 && (found.empty() || !mRows.rowAfter(mConsole, found.back()));
         }
         if (mFollows) {
             found = newestRows(mConsole, mRows, mState.firstEntry, mPlan.page);
         }
+        mPlan.top = mState.top;
+        mPlan.reachesEnd = mFollows;
         for (Row& row : found) {
             const int top = topOf(static_cast<int>(mPlan.log.size()), mFont);
             mPlan.log.push_back({std::move(row), top});
@@ -231,8 +234,9 @@ private:
         const double begin = shareBefore(top.entry, top.begin, 0.0);
         const double end = mFollows ? 1.0 : shareBefore(bottom.entry, bottom.end, 1.0);
         const int length = std::max(kMinThumb, static_cast<int>(std::lround((end - begin) * height)));
-        const double outside = begin + (1.0 - end);
-        const double place = outside > 0.0 ? begin / outside : 1.0;
+        mPlan.above = begin;
+        mPlan.outside = begin + (1.0 - end);
+        const double place = mPlan.outside > 0.0 ? begin / mPlan.outside : 1.0;
         const int left = mPlan.size.width() - kScrollBarWidth;
         mPlan.track = QRect(left, 0, kScrollBarWidth, height);
         mPlan.thumb =
@@ -279,6 +283,14 @@ private:
             .arg(begin + rows)
             .arg(mState.list.count)
             .toStdU32String();
+    }
+
+    void noteOffers()
+    {
+        const auto count = static_cast<std::size_t>(mPlan.list.height() / mFont.lineHeight());
+        for (std::size_t i = mPlan.listFirst; i < mPlan.listFirst + count; ++i) {
+            mPlan.offers.push_back(mState.list.offers[i].text);
+        }
     }
 
     int listWidth()

@@ -50,6 +50,8 @@ struct FramePlan
     QRect mark;                  ///< Where it stands; empty if there are none.
     QRect track;                 ///< Of the scroll bar; empty while all of the log is in view.
     QRect thumb;                 ///< Of the scroll bar.
+    double above = 0.0;          ///< The share of the log that is above the view, from 0 to 1.
+    double outside = 0.0;        ///< The share of the log that is above or below the view.
     QRect list;                  ///< The list of offers; empty for none.
     std::size_t listFirst = 0;   ///< The index into the state's offers of its first line.
     int listTexts = 0;           ///< The width of its texts, without the descriptions.
@@ -57,6 +59,11 @@ struct FramePlan
     QRect note;                  ///< Where that stands; empty if there is nothing or no room for it.
     QRect bar;                   ///< The bar below the input line; empty for none.
     std::size_t logSize = 0;     ///< The log's number of entries.
+
+    std::optional<TextPlace> top; ///< What the state has at the top.
+    bool reachesEnd = false;      ///< Whether the newest row is in view.
+
+    std::vector<std::u32string> offers; ///< The texts that the list shows, from top to bottom.
 
     /// The row of the log or the input line that is at `y` or nearest to it; null if there is none.
     const PlacedRow* rowNear(int y) const;

@@ -14,7 +14,9 @@ namespace zephyr::console::qt {
 
 namespace {
 
-constexpr std::size_t kReach = 4096; // code points on each side in which the end of a unit is looked for
+// Code points on each side in which the end of a unit is looked for.
+constexpr std::size_t kReach = 4096; // of a word, and at a time of a line
+constexpr std::size_t kLineReach = 256 * kReach;
 
 /// The text that places of `entry` count in.
 std::u32string read(std::size_t entry, std::size_t first, std::size_t count, const Console& console,
@@ -25,6 +27,36 @@ std::u32string read(std::size_t entry, std::size_t first, std::size_t count, con
     }
     const std::u32string line = kPrompt + input.text;
     return first < line.size() ? line.substr(first, count) : std::u32string();
+}
+
+/// Looks for the beginning of the line that holds an offset of an entry.
+std::size_t lineBegin(std::size_t entry, std::size_t offset, const Console& console,
+                      const ConsoleInput& input)
+{
+    const std::size_t least = offset - std::min(offset, kLineReach);
+    while (offset > least) {
+        const std::size_t first = std::max(least, offset - std::min(offset, kReach));
+        const std::size_t feed = read(entry, first, offset - first, console, input).rfind(U'\n');
+        if (feed != std::u32string::npos) {
+            return first + feed + 1;
+        }
+        offset = first;
+    }
+    return least;
+}
+
+/// Looks for the end of the line that holds an offset of an entry.
+std::size_t lineEnd(std::size_t entry, std::size_t offset, const Console& console, const ConsoleInput& input)
+{
+    for (const std::size_t most = offset + kLineReach; offset < most;) {
+        const std::u32string text = read(entry, offset, kReach, console, input);
+        const std::size_t feed = std::min(text.find(U'\n'), text.size());
+        offset += feed;
+        if (feed < kReach) {
+            break;
+        }
+    }
+    return offset;
 }
 
 /// The word of a text that the code point `index` is in, as half-open offsets.
@@ -69,15 +101,18 @@ TextRange unitAround(TextPlace place, Unit unit, const Console& console, const C
     const std::size_t begin = place.offset - std::min(place.offset, kReach);
     const std::u32string text = read(place.entry, begin, 2 * kReach, console, input);
     const std::size_t index = std::min(place.offset - begin, text.size());
-    const std::size_t lineBegin = index == 0 ? 0 : text.rfind(U'\n', index - 1) + 1; // 0 where there is none
-    const std::size_t lineEnd = std::min(text.find(U'\n', index), text.size());
-    if (unit == Unit::Line || index == lineEnd) {
-        const bool takesAll = unit == Unit::Line;
-        return {{place.entry, begin + (takesAll ? lineBegin : index)}, {place.entry, begin + lineEnd}};
+    if (unit == Unit::Line) {
+        const std::size_t offset = begin + index;
+        return {{place.entry, lineBegin(place.entry, offset, console, input)},
+                {place.entry, lineEnd(place.entry, offset, console, input)}};
     }
-    const auto [from, to] =
-        wordAround(std::u32string_view(text).substr(lineBegin, lineEnd - lineBegin), index - lineBegin);
-    return {{place.entry, begin + lineBegin + from}, {place.entry, begin + lineBegin + to}};
+    const std::size_t first = index == 0 ? 0 : text.rfind(U'\n', index - 1) + 1; // 0 where there is none
+    const std::size_t last = std::min(text.find(U'\n', index), text.size());
+    if (index == last) {
+        return {{place.entry, begin + index}, {place.entry, begin + index}};
+    }
+    const auto [from, to] = wordAround(std::u32string_view(text).substr(first, last - first), index - first);
+    return {{place.entry, begin + first + from}, {place.entry, begin + first + to}};
 }
 
 } // namespace zephyr::console::qt

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <algorithm>
+#include <optional>
 
 namespace zephyr::console {
 class Console;
@@ -37,8 +38,8 @@ enum class Unit
 QString textOf(const TextRange& range, const Console& console, const ConsoleInput& input);
 
 /// The unit of text around `place`. At a boundary of words it is the one behind; where a line ends there is none, and the
-/// range is empty, as it is for a grapheme. Of a word or a line that is very long only the part around the place counts,
-/// some thousands of code points.
+/// range is empty, as it is for a grapheme. Of one that is very long only the part around the place counts: some thousands
+/// of code points of a word, about a million on each side of a line.
 TextRange unitAround(TextPlace place, Unit unit, const Console& console, const ConsoleInput& input);
 
 /// What the user has selected: where it began, in what units, and where it ends.
@@ -53,14 +54,24 @@ public:
         mUnit = unit;
     }
 
-    /// Ends at another unit of text, before or behind the first one.
+    /// Ends at another unit of text, before or behind the first one. It begins there if it has begun nowhere.
     void extendTo(const TextRange& end)
     {
-        mRange = {std::min(mAnchor.from, end.from), std::max(mAnchor.to, end.to)};
+        const TextRange anchor = mAnchor.value_or(end);
+        mAnchor = anchor;
+        mRange = {std::min(anchor.from, end.from), std::max(anchor.to, end.to)};
     }
 
-    /// Selects nothing.
-    void clear() { mRange = {}; }
+    /// Ends the range at a place that is in it.
+    void cutAt(TextPlace end) { mRange.to = end; }
+
+    /// Selects nothing, and forgets where it began.
+    void clear()
+    {
+        mAnchor.reset();
+        mRange = {};
+        mUnit = Unit::Grapheme;
+    }
 
     /// What it grows by.
     Unit unit() const { return mUnit; }
@@ -69,7 +80,7 @@ public:
     const TextRange& range() const { return mRange; }
 
 private:
-    TextRange mAnchor;
+    std::optional<TextRange> mAnchor;
     TextRange mRange;
     Unit mUnit = Unit::Grapheme;
 };

@@ -1,6 +1,7 @@
 #include "View.h"
 
 #include "../KeyPress.h"
+#include "EntryText.h"
 #include "RowLayout.h"
 #include "ViewKeys.h"
 #include "zephyr/console/Console.h"
@@ -13,6 +14,7 @@
 #include <cmath>
 #include <new>
 #include <utility>
+#include <vector>
 
 namespace zephyr::console::qt {
 
@@ -38,11 +40,13 @@ View::View(QObject& context, std::shared_ptr<ConsoleLender> console, Host host)
     mSearch.setInterval(0);
     mShare.setState(std::make_shared<const ViewState>(state()));
     QObject::connect(&mSearch, &QTimer::timeout, &context, [this] {
-        try {
-            searchOn();
-        } catch (const std::bad_alloc&) {
-            mSearch.stop(); // the next key of the bar goes on
-        }
+        mHost.onTimer([this] {
+            try {
+                searchOn();
+            } catch (const std::bad_alloc&) {
+                mSearch.stop(); // the next key of the bar goes on
+            }
+        });
     });
 }
 
@@ -81,10 +85,10 @@ bool View::press(Console& console, const KeyPress& press, bool isLate)
     if (isForFindBar && pressOnFindBar(press)) {
         return true;
     }
-    switch (actionOf(press)) {
+    const ViewAction action = actionOf(press);
+    switch (action) {
     case ViewAction::Leave: leave(console); return true;
     case ViewAction::Copy: copySelection(false); return true;
-    case ViewAction::Paste: mHost.press({Qt::Key_V, Qt::ControlModifier, {}}); return true;
     case ViewAction::Find: openFindBar(); return true;
     case ViewAction::Recall: openRecallBar(console); return true;
     case ViewAction::PageUp: page(1); return true;
@@ -102,7 +106,10 @@ bool View::press(Console& console, const KeyPress& press, bool isLate)
         mSelection.clear();
         publish();
     }
-    return false;
+    if (action == ViewAction::Paste) {
+        mHost.press({Qt::Key_V, Qt::ControlModifier, {}});
+    }
+    return action == ViewAction::Paste;
 }
 
 /// What is on top is left first. An open console with an empty line is left last.
@@ -215,6 +222,18 @@ void View::takeRecalled(Console& console)
     publish();
 }
 
+void View::returnToLine(Console& console)
+{
+    mFind.close();
+    mSearch.stop();
+    if (mRecall.isOpen()) {
+        takeRecalled(console);
+    }
+    mScroll.follow();
+    mSelection.clear();
+    publish();
+}
+
 PressKey View::presser() const
 {
     return
@@ -232,11 +251,17 @@ void View::afterConsoleActed(Console& console)
     publish();
 }
 
-void View::pickOffer(std::size_t index)
+void View::pickOffer(Console& console, const std::u32string& text)
 {
-    const BorrowedConsole console(mConsole);
-    if (console && !console->isRunning()) {
-        mOffers.pick(*console, mOfferWindow.first() + index, presser());
+    const std::shared_ptr<const ViewState> shown = mShare.state();
+    const std::vector<ViewState::Offer>& offers = shown->list.offers;
+    const auto found = std::find_if(offers.begin(), offers.end(),
+                                    [&](const ViewState::Offer& offer) { return offer.text == text; });
+    if (found != offers.end()) {
+        mScroll.follow();
+        mSelection.clear();
+        mOffers.pick(console, mOfferWindow.first() + static_cast<std::size_t>(found - offers.begin()),
+                     presser());
         publish();
     }
 }
@@ -320,6 +345,14 @@ void View::scrollToShare(double share)
     publish();
 }
 
+/// Follows the newest row again where its end came into view, as in a window that became larger.
+void View::followFromEnd()
+{
+    if (mScroll.top() && mScroll.top() == mShare.topAtEnd()) {
+        showNewest();
+    }
+}
+
 void View::showNewest()
 {
     mScroll.follow();
@@ -328,7 +361,7 @@ void View::showNewest()
 
 // Selecting
 
-std::optional<TextPlace> View::placeNear(QPointF point)
+std::optional<TextPlace> View::placeNear(QPointF point, Unit unit)
 {
     const std::shared_ptr<const FramePlan> plan = mShare.plan();
     const FramePlan::PlacedRow* const placed =
@@ -337,7 +370,9 @@ std::optional<TextPlace> View::placeNear(QPointF point)
         return std::nullopt;
     }
     const RowLayout layout(placed->row.text, *fontFor(zoomedLook()));
-    std::size_t offset = placed->row.begin + layout.indexNear(point.x() - placed->row.x);
+    const double x = point.x() - placed->row.x;
+    std::size_t offset =
+        placed->row.begin + (unit == Unit::Grapheme ? layout.indexNear(x) : layout.indexAt(x));
     if (placed->row.entry == kInputLine && offset > plan->composition) { // which is no part of the line
         offset -= std::min(offset, plan->cursor) - plan->composition;
     }
@@ -376,8 +411,12 @@ std::optional<QRectF> View::areaOf(TextPlace place)
 
 void View::select(const TextRange& range)
 {
-    mSelection.begin(range, Unit::Grapheme);
-    publish();
+    const BorrowedConsole console(mConsole);
+    if (console) {
+        mSelection.begin(range, Unit::Grapheme);
+        mSizeSelected = console->logSize();
+        publish();
+    }
 }
 
 void View::select(TextPlace place, Unit unit)
@@ -385,6 +424,7 @@ void View::select(TextPlace place, Unit unit)
     const BorrowedConsole console(mConsole);
     if (console) {
         mSelection.begin(unitAround(place, unit, *console, console->readInput()), unit);
+        mSizeSelected = console->logSize();
         publish();
     }
 }
@@ -394,6 +434,19 @@ void View::extendTo(TextPlace place)
     const BorrowedConsole console(mConsole);
     if (console) {
         mSelection.extendTo(unitAround(place, mSelection.unit(), *console, console->readInput()));
+        mSizeSelected = console->logSize();
+        publish();
+    }
+}
+
+/// Keeps entries that have come since out of a selection that reaches from the log into the input line, below them.
+void View::cutSelection(const Console& console)
+{
+    const TextRange& range = mSelection.range();
+    const bool spansEnd = range.from.entry < mSizeSelected && range.to.entry == kInputLine;
+    if (spansEnd && console.logSize() > mSizeSelected) {
+        const std::size_t last = mSizeSelected - 1;
+        mSelection.cutAt({last, EntryText(console, last).size()});
         publish();
     }
 }
@@ -408,6 +461,9 @@ void View::copySelection(bool toPrimary)
 {
     const BorrowedConsole console(mConsole);
     QClipboard* const clipboard = QGuiApplication::clipboard();
+    if (console) {
+        cutSelection(*console);
+    }
     if (!console || mSelection.range().isEmpty() || (toPrimary && !clipboard->supportsSelection())) {
         return;
     }
@@ -471,6 +527,10 @@ void View::reset()
 
 void View::onLogGrown()
 {
+    followFromEnd();
+    if (const BorrowedConsole console(mConsole); console) {
+        cutSelection(*console);
+    }
     if (mFind.isOpen()) {
         mSearch.start();
     }

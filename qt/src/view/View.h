@@ -39,6 +39,8 @@ public:
     {
         std::function<void(const KeyPress&)> press; ///< Presses a key on the console.
         std::function<void()> changed;              ///< What a frame shows changed.
+        /// Does what a timer is due for. This object must outlive it.
+        std::function<void(const std::function<void()>& work)> onTimer = [](const auto& work) { work(); };
     };
 
     /// Timers run as long as `context` lives.
@@ -63,11 +65,15 @@ public:
     /// Presses a key on the console that press() left to it. Tab does what the list of offers promises.
     void pressOnConsole(Console& console, const KeyPress& press);
 
+    /// Must be called before the input line is changed otherwise than by a key: closes bars, where a line that was
+    /// recalled goes on the input line, selects nothing and shows the newest rows.
+    void returnToLine(Console& console);
+
     /// Must be called after something was done with the console: offers what fits its line now.
     void afterConsoleActed(Console& console);
 
-    /// Puts an offer on the input line. `index` counts the offers of the last state.
-    void pickOffer(std::size_t index);
+    /// Puts an offer on the input line, and shows the newest rows. Does nothing if the list doesn't show it any more.
+    void pickOffer(Console& console, const std::u32string& text);
 
     // Scrolling, in rows towards older ones
 
@@ -81,8 +87,9 @@ public:
 
     // Selecting, by places in logical pixels of the last frame
 
-    /// The text at or nearest to a place; none if no frame was painted.
-    std::optional<TextPlace> placeNear(QPointF point);
+    /// The text at or nearest to a place; none if no frame was painted. For graphemes it is the nearest gap between two,
+    /// for words and lines the grapheme.
+    std::optional<TextPlace> placeNear(QPointF point, Unit unit = Unit::Grapheme);
 
     /// Where a code point stands in the last frame; none if that doesn't show it.
     std::optional<QRectF> areaOf(TextPlace place);
@@ -93,9 +100,12 @@ public:
     /// Selects the unit at a place.
     void select(TextPlace place, Unit unit);
 
-    /// Extends what is selected up to the unit at a place. Where nothing is selected, it begins where the last
-    /// selection began.
+    /// Extends what is selected up to the unit at a place. Where nothing is selected, it begins where the text was
+    /// clicked last, or at the place if it was cleared since.
     void extendTo(TextPlace place);
+
+    /// What a selection grows by.
+    Unit selectionUnit() const { return mSelection.unit(); }
 
     /// Selects nothing.
     void selectNothing();
@@ -135,6 +145,8 @@ private:
     void zoom(int steps);
     void revealHit(const Console& console);
     void page(int direction);
+    void followFromEnd();
+    void cutSelection(const Console& console);
     std::optional<RowScroll::Log> logOf(const Console& console, const FramePlan& plan);
     std::shared_ptr<const ViewFont> fontFor(const Look& look);
     Look zoomedLook() const;
@@ -153,6 +165,7 @@ private:
     QString mComposition;
     RowScroll mScroll;
     Selection mSelection;
+    std::size_t mSizeSelected = 0; // of the log, when the selection was made
     FindBar mFind;
     RecallBar mRecall;
     Offers mOffers;

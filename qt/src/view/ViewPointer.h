@@ -10,11 +10,13 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 
 class QObject;
 
 namespace zephyr::console::qt {
 
+struct FramePlan;
 class View;
 
 /// What the buttons of the mouse do in a view: they select, drag the scroll bar, pick an offer, place the cursor, paste.
@@ -27,6 +29,9 @@ public:
     {
         std::function<void(std::size_t offset)> placeCursor; ///< In code points of the input line.
         std::function<void()> paste; ///< X11's primary selection, or else the clipboard.
+        std::function<void(const std::u32string& text)> pickOffer; ///< From the list of offers.
+        /// Does what a timer is due for. This object must outlive it.
+        std::function<void(const std::function<void()>& work)> onTimer = [](const auto& work) { work(); };
     };
 
     /// A press of a button.
@@ -57,7 +62,9 @@ private:
     };
 
     void pressLeft(const Press& press, int clicks);
+    void pressText(const Press& press, int clicks);
     int countClicks(const Press& press);
+    void pressScrollBar(const FramePlan& plan, QPointF place);
     void dragScrollBar(QPointF place);
     void dragText();
 
@@ -71,7 +78,7 @@ private:
     std::uint64_t mPressTime = 0;
     Qt::MouseButton mPressButton = Qt::NoButton;
     int mClicks = 0;
-    QTimer mScrollsOn; // while the pointer is above or below the text
+    QTimer mScrollsOn; // while the pointer is at the upper or lower edge or beyond
 };
 
 } // namespace zephyr::console::qt

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <utility>
 
 namespace zephyr::console::qt {
@@ -41,12 +42,26 @@ public:
     {
         const std::lock_guard lock(mMutex);
         std::swap(mPlan, plan);
+        if (mPlan->reachesEnd) {
+            mTopAtEnd = mPlan->top;
+        } else if (mPlan->top != mTopAtEnd) {
+            mTopAtEnd.reset();
+        }
+    }
+
+    /// The state's top with which a frame reached the end of the log, as in a window that became larger; none once a frame
+    /// with another top didn't.
+    std::optional<TextPlace> topAtEnd() const
+    {
+        const std::lock_guard lock(mMutex);
+        return mTopAtEnd;
     }
 
 private:
     mutable std::mutex mMutex;
     std::shared_ptr<const ViewState> mState = std::make_shared<const ViewState>();
     std::shared_ptr<const FramePlan> mPlan;
+    std::optional<TextPlace> mTopAtEnd;
 };
 
 } // namespace zephyr::console::qt

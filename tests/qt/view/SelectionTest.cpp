@@ -148,12 +148,26 @@ TEST_F(AUnitOfText, MayBeOfTheInputLine)
 
 TEST_F(AUnitOfText, IsAPartOfAVeryLongWordOrLine)
 {
-    console.write(std::u32string(5000000, U'x'), Output);
-    for (const Unit unit : {Unit::Word, Unit::Line}) {
-        const TextRange range = unitAround({kEntry + 1, 2500000}, unit, console, input);
-        EXPECT_LT(range.from.offset, 2500000U);
-        EXPECT_GT(range.to.offset, 2500000U);
-        EXPECT_LT(range.to.offset - range.from.offset, 100000U);
+    console.write(std::u32string(9000000, U'x'), Output);
+    const auto sizeOf = [this](Unit unit) {
+        const TextRange range = unitAround({kEntry + 1, 4500000}, unit, console, input);
+        EXPECT_LT(range.from.offset, 4500000U);
+        EXPECT_GT(range.to.offset, 4500000U);
+        return range.to.offset - range.from.offset;
+    };
+    EXPECT_LT(sizeOf(Unit::Word), 100000U);
+    EXPECT_LT(sizeOf(Unit::Line), 3000000U);
+    EXPECT_GT(sizeOf(Unit::Line), 2000000U);
+}
+
+TEST_F(AUnitOfText, IsAllOfALongLine)
+{
+    const std::u32string line(100000, U'x');
+    console.write(U"above\n" + line + U"\nbelow", Output);
+    for (const std::size_t offset : {6U, 7U, 50000U, 100005U, 100006U}) {
+        EXPECT_EQ((TextRange{{kEntry + 1, 6}, {kEntry + 1, 100006}}),
+                  unitAround({kEntry + 1, offset}, Unit::Line, console, input))
+            << offset;
     }
 }
 
@@ -173,6 +187,18 @@ TEST(Selection, GrowsFromItsAnchorInBothDirections)
     EXPECT_EQ(anchor, selection.range());
     selection.clear();
     EXPECT_TRUE(selection.range().isEmpty());
+}
+
+TEST(Selection, BeginsWhereItIsExtendedToAfterItWasCleared)
+{
+    Selection selection;
+    selection.begin({{5, 10}, {5, 14}}, Unit::Word);
+    selection.clear();
+    selection.extendTo({{7, 3}, {7, 3}});
+    EXPECT_TRUE(selection.range().isEmpty());
+    EXPECT_EQ(Unit::Grapheme, selection.unit());
+    selection.extendTo({{6, 1}, {6, 1}});
+    EXPECT_EQ((TextRange{{6, 1}, {7, 3}}), selection.range());
 }
 
 RC_GTEST_PROP(SelectionProperties, AUnitHoldsItsPlaceAndCutsNoGrapheme, ())

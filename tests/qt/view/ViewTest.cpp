@@ -62,6 +62,46 @@ TEST_F(ViewTest, FollowsAgainWhenItIsScrolledDownToTheEnd)
     EXPECT_EQ("line 100", last());
 }
 
+TEST_F(ViewTest, FollowsAgainOnceTheEndIsInViewInALargerWindow)
+{
+    write(60);
+    view.scrollBy(3);
+    frame();
+    size = {640, 500};
+    EXPECT_EQ("line 59", last());
+    write(40);
+    EXPECT_EQ("line 99", last());
+    EXPECT_EQ(0U, frame()->newEntries);
+}
+
+TEST_F(ViewTest, FollowsAgainOnceTheEndIsInViewInSmallerText)
+{
+    write(60);
+    view.scrollBy(3);
+    frame();
+    press(Qt::Key_Minus, kCtrl);
+    press(Qt::Key_Minus, kCtrl);
+    press(Qt::Key_Minus, kCtrl);
+    EXPECT_EQ("line 59", last());
+    write(40);
+    EXPECT_EQ("line 99", last());
+}
+
+TEST_F(ViewTest, FollowsAgainWhereAFrameShowsNewLinesBeforeTheViewHearsOfThem)
+{
+    write(60);
+    view.scrollBy(3);
+    size = {640, 500};
+    frame();
+    for (int i = 0; i < 40; ++i) {
+        console->write(U"new", Output);
+    }
+    frame();
+    view.onLogGrown();
+    EXPECT_EQ("new", last());
+    EXPECT_EQ(0U, frame()->newEntries);
+}
+
 TEST_F(ViewTest, PagesByTheRowsInViewLessOne)
 {
     write(200);
@@ -96,6 +136,18 @@ TEST_F(ViewTest, ShowsTheNewestLinesWhenAKeyActsOnTheConsole)
     press(Qt::Key_PageUp);
     press(Qt::Key_Left);
     EXPECT_EQ("line 99", last());
+}
+
+TEST_F(ViewTest, ShowsTheNewestLinesWhenShiftAndInsertPaste)
+{
+    QGuiApplication::clipboard()->setText("pasted");
+    write(100);
+    press(Qt::Key_PageUp);
+    select({60, 0}, {60, 3});
+    press(Qt::Key_Insert, Qt::ShiftModifier);
+    EXPECT_EQ(U"pasted", console->activeInput());
+    EXPECT_EQ("line 99", last());
+    EXPECT_TRUE(state().selection.isEmpty());
 }
 
 TEST_F(ViewTest, ScrollsToAShareOfTheLog)
@@ -158,6 +210,20 @@ TEST_F(ViewTest, SelectsWordsAndLines)
     EXPECT_EQ((TextRange{{2, 0}, {2, 13}}), state().selection);
     view.extendTo({2, 15});
     EXPECT_EQ((TextRange{{2, 0}, {2, 18}}), state().selection);
+}
+
+TEST_F(ViewTest, KeepsNewLinesOutOfASelectionThatReachesIntoTheInputLine)
+{
+    write(5);
+    select({3, 0}, {kInputLine, 2});
+    console->write(U"new", Output);
+    press(Qt::Key_C, kCtrl); // before the view hears of it
+    EXPECT_EQ("line 1\nline 2\nline 3\nline 4", clipboard().toStdString());
+    select({3, 0}, {kInputLine, 2});
+    write(5);
+    EXPECT_EQ((TextRange{{3, 0}, {7, 3}}), state().selection);
+    press(Qt::Key_C, kCtrl);
+    EXPECT_EQ("line 1\nline 2\nline 3\nline 4\nnew", clipboard().toStdString());
 }
 
 TEST_F(ViewTest, ExtendsTheSelectionToBothSidesOfWhereItBegan)
@@ -361,7 +427,7 @@ TEST_F(ViewTest, PutsTheOfferOnTheLineThatIsPicked)
     test::addCommand(*console, U"hear");
     type(U"he");
     ASSERT_EQ(2U, state().list.offers.size());
-    view.pickOffer(1);
+    view.pickOffer(*console, U"help");
     EXPECT_EQ(U"help", console->activeInput().substr(0, 4));
 }
 
