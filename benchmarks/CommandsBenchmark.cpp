@@ -89,9 +89,7 @@ void addTyped(Console& console, Wind& wind)
     add(console, command(U"wind", U"The wind.")
                      .sub(
                          U"set", U"Sets speed and heading.",
-                         [&wind](double speed, std::optional<double> heading) {
-                             wind = {speed, heading};
-                         },
+                         [&wind](double speed, std::optional<double> heading) { wind = {speed, heading}; },
                          argument(U"speed").between(0, kHighestSpeed),
                          option(U"heading").between(0, kHighestHeading)));
 }

@@ -35,7 +35,7 @@ public:
 
 private:
     std::mutex mMutex;
-    std::atomic<std::thread::id> mOwner{};
+    std::atomic<std::thread::id> mOwner;
 };
 
 } // namespace zephyr::console

@@ -1,5 +1,6 @@
 #include "zephyr/console/commands/Durations.h"
 
+#include "OutOfRange.h"
 #include "zephyr/console/commands/Failure.h"
 
 #include <algorithm>
@@ -102,10 +103,10 @@ std::optional<std::int64_t> readWholeDuration(const std::u32string& text, TimeUn
     }
     const long double count = *number * ratio(amount->unit, unit);
     if (count < static_cast<long double>(lowest)) {
-        fail(text + U" is below " + writeSigned(lowest) + unitSuffix(unit) + U".");
+        throw OutOfRange(text + U" is below " + writeSigned(lowest) + unitSuffix(unit) + U".", true);
     }
     if (count > static_cast<long double>(highest)) {
-        fail(text + U" is above " + writeSigned(highest) + unitSuffix(unit) + U".");
+        throw OutOfRange(text + U" is above " + writeSigned(highest) + unitSuffix(unit) + U".", false);
     }
     const long double whole = std::round(count);
     constexpr long double kRounding = 1e-15L; // of the decimal number and the product

@@ -49,4 +49,10 @@ fs::path consoleFileName(const fs::path& name)
     return text.ends_with(extension) ? name : fs::path(text + extension);
 }
 
+Parameter fileArgument(const std::u32string& description)
+{
+    return argument(U"file", description)
+        .check([](const fs::path& path) { return !path.empty(); }, U"is no file");
+}
+
 } // namespace zephyr::console::commands

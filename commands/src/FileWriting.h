@@ -1,6 +1,8 @@
 #ifndef ZEPHYR_CONSOLE_COMMANDS_FILEWRITING_H
 #define ZEPHYR_CONSOLE_COMMANDS_FILEWRITING_H
 
+#include "zephyr/console/commands/Parameter.h"
+
 #include <filesystem>
 #include <string>
 
@@ -12,6 +14,9 @@ void writeWhole(const std::filesystem::path& path, const std::string& bytes);
 
 /// `name` with the extension of console files, which users may leave out.
 std::filesystem::path consoleFileName(const std::filesystem::path& name);
+
+/// The argument FILE of a command that writes one.
+Parameter fileArgument(const std::u32string& description);
 
 } // namespace zephyr::console::commands
 

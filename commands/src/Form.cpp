@@ -57,6 +57,9 @@ FormParameter bind(const Parameter& described, const Shape& shape)
     if (described.form() == Parameter::Form::Option && shape.need == Need::Rest) {
         refuse(described, " is an option, and can't take several words");
     }
+    if (described.isNamed() && shape.need == Need::Rest) {
+        refuse(described, " takes several words, and can't be typed by its name");
+    }
     FormParameter parameter{described, shape.need,
                             ValueRules(*shape.type, described.data(), labelOf(described))};
     if (described.defaultText()) {
@@ -101,11 +104,9 @@ bool FormParameter::canBeMissing() const
 
 std::u32string FormParameter::usage() const
 {
-    std::u32string text = isArgument() ? capitals(described.name()) : rules.label();
+    std::u32string text = isArgument() ? capitals(described.name()) : byName();
     if (need == Need::Rest) {
         text += U"...";
-    } else if (!isArgument() && !isFlag()) {
-        text += U"=" + rules.placeholder();
     }
     return canBeMissing() ? U"[" + text + U"]" : text;
 }
@@ -113,7 +114,7 @@ std::u32string FormParameter::usage() const
 std::u32string FormParameter::help() const
 {
     std::u32string text = isArgument() ? capitals(described.name()) : rules.label();
-    text += U": " + expected();
+    text += (isArgument() && isSwitch() ? U" or " + byName() : U"") + U": " + expected();
     if (described.defaultText()) {
         text += U", by default " + rules.withUnit(quoted(*described.defaultText()));
     }
@@ -136,13 +137,13 @@ Form::Form(std::u32string formName, std::u32string formDescription, Function fun
 bool Form::hasSwitches() const
 {
     return std::any_of(parameters.begin(), parameters.end(),
-                       [](const FormParameter& parameter) { return !parameter.isArgument(); });
+                       [](const FormParameter& parameter) { return parameter.isSwitch(); });
 }
 
 std::optional<std::size_t> Form::switchNamed(const std::u32string& switchName) const
 {
     for (std::size_t i = 0; i < parameters.size(); ++i) {
-        if (!parameters[i].isArgument() && parameters[i].described.name() == switchName) {
+        if (parameters[i].isSwitch() && parameters[i].described.name() == switchName) {
             return i;
         }
     }

@@ -23,6 +23,18 @@ struct FormParameter
     bool isArgument() const { return described.form() == Parameter::Form::Argument; }
     bool isFlag() const { return described.form() == Parameter::Form::Flag; }
 
+    /// Whether a word that begins with a slash may be for it.
+    bool isSwitch() const { return isFlag() || described.isNamed(); }
+
+    /// How it begins as a switch: `/name`, with `=` unless it is a flag.
+    std::u32string switchHead() const { return U"/" + described.name() + (isFlag() ? U"" : U"="); }
+
+    /// How it is typed by its name: `/speed=NUMBER`, `/mode=fast|slow`, `/loop`; empty if it can't be.
+    std::u32string byName() const
+    {
+        return isSwitch() ? switchHead() + (isFlag() ? U"" : rules.placeholder()) : std::u32string();
+    }
+
     /// Whether the function runs without it.
     bool canBeMissing() const;
 

@@ -12,11 +12,6 @@ using detail::FormParameter;
 
 namespace {
 
-std::u32string headOf(const FormParameter& parameter)
-{
-    return parameter.rules.label() + (parameter.isFlag() ? U"" : U"=");
-}
-
 /// The words of a line that are finished, as far as further ones depend on them.
 struct Progress
 {
@@ -26,6 +21,9 @@ struct Progress
         for (std::size_t i = first; i < finished.size(); ++i) {
             const std::optional<SwitchWord> word = detail::readSwitch(form, finished[i], arguments);
             if (!word) {
+                if (const std::optional<std::size_t> index = form.argumentAfter(arguments)) {
+                    isGiven[*index] = true;
+                }
                 ++arguments;
             } else if (const std::optional<std::size_t> index = form.switchNamed(word->name)) {
                 isGiven[*index] = true;
@@ -53,10 +51,10 @@ std::vector<Offer> switchOffers(const Form& form, const Progress& progress, cons
     std::vector<Offer> valued;
     for (std::size_t i = 0; i < form.parameters.size(); ++i) {
         const FormParameter& parameter = form.parameters[i];
-        if (!parameter.isArgument() && !progress.isGiven[i] && headOf(parameter).starts_with(typed)) {
-            bare.push_back({headOf(parameter), {}});
+        if (parameter.isSwitch() && !progress.isGiven[i] && parameter.switchHead().starts_with(typed)) {
+            bare.push_back({parameter.switchHead(), {}});
             if (!parameter.isFlag()) {
-                addValues(parameter, headOf(parameter), {}, valued);
+                addValues(parameter, parameter.switchHead(), {}, valued);
             }
         }
     }
@@ -78,7 +76,7 @@ std::vector<Offer> offersFor(const Form& form, const std::vector<std::u32string>
     std::vector<Offer> offers;
     if (word && word->value) {
         if (const auto index = form.switchNamed(word->name); index && !progress.isGiven[*index]) {
-            addValues(form.parameters[*index], headOf(form.parameters[*index]), unquoted(*word->value),
+            addValues(form.parameters[*index], form.parameters[*index].switchHead(), unquoted(*word->value),
                       offers);
         }
         return offers;
@@ -86,7 +84,8 @@ std::vector<Offer> offersFor(const Form& form, const std::vector<std::u32string>
     if (last.empty() || last.front() == U'/') {
         offers = switchOffers(form, progress, typed);
     }
-    if (const auto index = form.argumentAfter(progress.arguments)) {
+    if (const auto index = form.argumentAfter(progress.arguments);
+        index && (!progress.isGiven[*index] || form.parameters[*index].need == detail::Need::Rest)) {
         addValues(form.parameters[*index], {}, typed, offers);
     }
     return offers;

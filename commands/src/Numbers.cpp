@@ -1,5 +1,6 @@
 #include "zephyr/console/commands/detail/Numbers.h"
 
+#include "OutOfRange.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/commands/Failure.h"
 
@@ -32,9 +33,14 @@ private:
     std::string mText;
 };
 
-[[noreturn]] void refuse(const std::u32string& text, const char32_t* how, const std::u32string& limit)
+[[noreturn]] void refuseBelow(const std::u32string& text, const std::u32string& lowest)
 {
-    fail(text + how + limit + U".");
+    throw OutOfRange(text + U" is below " + lowest + U".", true);
+}
+
+[[noreturn]] void refuseAbove(const std::u32string& text, const std::u32string& highest)
+{
+    throw OutOfRange(text + U" is above " + highest + U".", false);
 }
 
 bool isNegative(const std::u32string& text) { return text.front() == U'-'; }
@@ -88,10 +94,10 @@ std::optional<std::int64_t> readSigned(const std::u32string& text, std::int64_t 
         return std::nullopt;
     }
     if (read.number < lowest || (read.isOutOfRange && isNegative(text))) {
-        refuse(text, U" is below ", writeSigned(lowest));
+        refuseBelow(text, writeSigned(lowest));
     }
     if (read.number > highest || read.isOutOfRange) {
-        refuse(text, U" is above ", writeSigned(highest));
+        refuseAbove(text, writeSigned(highest));
     }
     return read.number;
 }
@@ -104,7 +110,7 @@ std::optional<std::uint64_t> readUnsigned(const std::u32string& text, std::uint6
             return std::nullopt;
         }
         if (negative.number != 0 || negative.isOutOfRange) {
-            refuse(text, U" is below ", U"0");
+            refuseBelow(text, U"0");
         }
         return 0;
     }
@@ -113,7 +119,7 @@ std::optional<std::uint64_t> readUnsigned(const std::u32string& text, std::uint6
         return std::nullopt;
     }
     if (read.number > highest || read.isOutOfRange) {
-        refuse(text, U" is above ", writeUnsigned(highest));
+        refuseAbove(text, writeUnsigned(highest));
     }
     return read.number;
 }

@@ -45,7 +45,11 @@ std::u32string sentence(const std::u32string& text) { return text.empty() ? text
 
 std::u32string markdown(const ReferenceParameter& parameter)
 {
-    std::u32string text = U"- " + code(parameter.usage) + U": " + plain(parameter.expected);
+    std::u32string text = U"- " + code(parameter.usage);
+    if (!parameter.byName.empty()) {
+        text += U" or " + code(parameter.byName);
+    }
+    text += U": " + plain(parameter.expected);
     if (!parameter.byDefault.empty()) {
         text += U", by default " + plain(parameter.byDefault);
     }
@@ -130,6 +134,7 @@ QJsonObject parameterObject(const ReferenceParameter& parameter)
 {
     QJsonObject object;
     put(object, "usage", parameter.usage);
+    put(object, "byName", parameter.byName);
     put(object, "expected", parameter.expected);
     put(object, "default", parameter.byDefault);
     put(object, "description", parameter.description);

@@ -19,7 +19,8 @@ ReferenceForm formOf(const TypedCommand& command, const detail::Form& form)
     for (const detail::FormParameter& parameter : form.parameters) {
         const std::optional<std::u32string>& byDefault = parameter.described.defaultText();
         result.parameters.push_back(
-            {parameter.usage(), parameter.expected(),
+            {parameter.usage(), parameter.isArgument() ? parameter.byName() : std::u32string(),
+             parameter.expected(),
              byDefault ? parameter.rules.withUnit(quoted(*byDefault)) : std::u32string(),
              parameter.described.description()});
     }

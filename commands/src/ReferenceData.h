@@ -14,6 +14,7 @@ namespace zephyr::console::commands {
 struct ReferenceParameter
 {
     std::u32string usage;    ///< As usage shows it.
+    std::u32string byName;   ///< As an argument may be typed too.
     std::u32string expected; ///< What it must be like.
     std::u32string byDefault;
     std::u32string description;

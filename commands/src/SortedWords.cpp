@@ -14,8 +14,8 @@ std::vector<std::u32string> switchLabels(const Form& form)
 {
     std::vector<std::u32string> labels;
     for (const FormParameter& parameter : form.parameters) {
-        if (!parameter.isArgument()) {
-            labels.push_back(parameter.rules.label());
+        if (parameter.isSwitch()) {
+            labels.push_back(U"/" + parameter.described.name());
         }
     }
     return labels;
@@ -86,6 +86,9 @@ void SortedWords::addArgument(const Form& form, const std::u32string& word, std:
     const std::optional<std::size_t> index = form.argumentAfter(count);
     if (!index) {
         throw ArgumentError{usageName + U": '" + unquoted(word) + U"' is one word too many."};
+    }
+    if (given[*index]) {
+        throw ArgumentError{form.parameters[*index].rules.label() + U": given twice."};
     }
     if (form.parameters[*index].need == Need::Rest) {
         rest.push_back(unquoted(word));

@@ -130,13 +130,13 @@ Added addHistory(Console& console)
 Added addAliasSave(Console& console)
 {
     return add(console, U"alias_save", U"Writes all aliases as a console file, which run restores.",
-               &saveAliases, argument(U"file", U"The extension may be left out; quote a name with spaces."));
+               &saveAliases, fileArgument(U"The extension may be left out; quote a name with spaces."));
 }
 
 Added addLogSave(Console& console)
 {
     return add(console, U"log_save", U"Writes the log up to here as a text file.", &saveLog,
-               argument(U"file", U"Quote a name with spaces."));
+               fileArgument(U"Quote a name with spaces."));
 }
 
 } // namespace zephyr::console::commands

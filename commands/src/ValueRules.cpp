@@ -1,6 +1,7 @@
 #include "ValueRules.h"
 
 #include "ArgumentError.h"
+#include "OutOfRange.h"
 #include "Words.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/commands/Failure.h"
@@ -75,6 +76,9 @@ void ValueRules::read(const std::u32string& text, void* optional) const
     const void* value = nullptr;
     try {
         value = mType->read(text, optional);
+    } catch (const OutOfRange& error) {
+        refuseOutOfRange(text, error.isBelow());
+        throw ArgumentError{mLabel + U": " + StringUtil::toU32String(error.what())};
     } catch (const CommandError& error) {
         throw ArgumentError{mLabel + U": " + StringUtil::toU32String(error.what())};
     }
@@ -92,8 +96,22 @@ void ValueRules::check(const std::u32string& text, const void* value) const
     checkRange(text, value);
     for (const CheckData& check : mLimits.checks) {
         if (!check.isGood(value)) {
-            refuse(text, check.complaint);
+            refuse(text.empty() ? U"''" : text, check.complaint);
         }
+    }
+}
+
+/// Throws what the limits say of a number that the type can't hold, if they say anything.
+void ValueRules::refuseOutOfRange(const std::u32string& text, bool isBelow) const
+{
+    if (!mChoices.empty()) {
+        refuse(U"'" + text + U"'", U"is not " + mExpected);
+    }
+    if (isBelow && mLowest) {
+        refuse(text, U"is below " + withUnit(*mLimits.lowest));
+    }
+    if (!isBelow && mHighest) {
+        refuse(text, U"is above " + withUnit(*mLimits.highest));
     }
 }
 
@@ -174,6 +192,7 @@ std::vector<std::u32string> ValueRules::candidates(const std::u32string& typed) 
     if (values.empty() && mType->candidates != nullptr) {
         values = mType->candidates(typed);
     }
+    values.insert(values.end(), mLimits.offers.begin(), mLimits.offers.end());
     if (mLimits.candidates) {
         const std::vector<std::u32string> more = mLimits.candidates();
         values.insert(values.end(), more.begin(), more.end());

@@ -48,6 +48,7 @@ private:
     using Owned = std::shared_ptr<const void>;
 
     Owned make(const std::u32string& text, const char* what) const;
+    void refuseOutOfRange(const std::u32string& text, bool isBelow) const;
     void checkRange(const std::u32string& text, const void* value) const;
     bool isChoice(const std::u32string& text, const void* value) const;
     std::vector<std::u32string> onlyValues() const;

@@ -15,6 +15,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
+const std::u32string kNoVariables = U"There are no variables.";
+
 constexpr char kFileHead[] = "// Variables, as vars save wrote them.\n";
 
 std::vector<std::u32string> list(Console& console, const std::optional<std::u32string>& prefix)
@@ -25,6 +27,9 @@ std::vector<std::u32string> list(Console& console, const std::optional<std::u32s
             lines.push_back(variable.name() + U" " + variable.shownValue());
         }
     });
+    if (lines.empty()) {
+        lines.push_back(prefix ? U"No variable's name begins with '" + *prefix + U"'." : kNoVariables);
+    }
     return lines;
 }
 
@@ -71,7 +76,7 @@ Added addVars(Console& console)
                command(U"vars", U"Lists, saves and resets variables.")
                    .run(&list, prefix)
                    .sub(U"save", U"Writes a console file that brings back what differs from its default.",
-                        &save, argument(U"file", U"The extension may be left out; quote a name with spaces."))
+                        &save, fileArgument(U"The extension may be left out; quote a name with spaces."))
                    .sub(U"reset", U"Restores the defaults.", &reset, prefix));
 }
 

@@ -7,8 +7,7 @@ namespace zephyr::console::qt {
 
 ChangeNotice::ChangeNotice(QObject& receiver, std::function<void()> function) : mFunction(std::move(function))
 {
-    connect(
-        this, &ChangeNotice::posted, &receiver, [this] { call(); }, Qt::QueuedConnection);
+    connect(this, &ChangeNotice::posted, &receiver, [this] { call(); }, Qt::QueuedConnection);
 }
 
 void ChangeNotice::post()

@@ -17,6 +17,7 @@
 #include <QWindow>
 
 #include <new>
+#include <optional>
 #include <utility>
 
 namespace zephyr::console::qt {
@@ -280,9 +281,11 @@ bool ConsoleHost::Private::filterQuery(QInputMethodQueryEvent& query) const
     if (!mOpen || !console) {
         return false;
     }
+    const std::optional<ViewState::Bar> bar = mIsPlain ? std::nullopt : mView.share().state()->bar;
     // A toggle key that is still held may repeat, and would compose with itself.
-    mInputMethod.answer(query, {!mHeldKeys.isToggleHeld(), console->activeInput(), console->cursorPosition(),
-                                cursorOnScreen(), mObject.area()});
+    mInputMethod.answer(query,
+                        {!mHeldKeys.isToggleHeld(), bar ? bar->text : console->activeInput(),
+                         bar ? bar->cursor : console->cursorPosition(), cursorOnScreen(), mObject.area()});
     return true;
 }
 

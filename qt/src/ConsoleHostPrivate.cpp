@@ -143,7 +143,7 @@ void ConsoleHost::Private::deliver(const KeyPress& press)
     }
     if (press.key == kConsoleToggleKey || (mWaiting.empty() && !console->isRunning()) ||
         (mOpen && !mIsPlain && mView.actsAtOnce(press))) {
-        deliverNow(*console, press);
+        deliverNow(*console, press, false);
     } else if (!(press.isRepeat && runsLine(press.key))) {
         mWaiting.push_back(press);
         mLineEnds.start();
@@ -157,7 +157,7 @@ void ConsoleHost::Private::deliverWaiting()
     while (console && !mWaiting.empty() && !console->isRunning()) {
         const KeyPress press = std::move(mWaiting.front());
         mWaiting.pop_front();
-        deliverNow(*console, press);
+        deliverNow(*console, press, true);
     }
     if (mWaiting.empty()) {
         mLineEnds.stop();
@@ -174,13 +174,14 @@ void ConsoleHost::Private::onWaitedForLine()
     }
 }
 
-void ConsoleHost::Private::deliverNow(Console& console, const KeyPress& press)
+/// `isLate`: whether the key waited for the end of a line.
+void ConsoleHost::Private::deliverNow(Console& console, const KeyPress& press, bool isLate)
 {
     syncSize(console);
     const bool wasOpen = mOpen;
     bool changed = wasOpen && lookForChange(console);
     if (wasOpen && !mIsPlain && press.key != kConsoleToggleKey) {
-        pressInView(console, press);
+        pressInView(console, press, isLate);
     } else {
         pressOnConsole(console, press);
     }
@@ -195,6 +196,9 @@ void ConsoleHost::Private::deliverNow(Console& console, const KeyPress& press)
 void ConsoleHost::Private::onViewChanged()
 {
     const BorrowedConsole console(mConsole);
+    if (!mOpen) {
+        return; // nothing of it is shown
+    }
     if (mIsKeyPressed && console && !console->isRunning()) {
         mHasKeyChangedView = true;
     } else {
@@ -203,10 +207,10 @@ void ConsoleHost::Private::onViewChanged()
 }
 
 /// Presses a key on the view, and on the console if the view has no use for it.
-void ConsoleHost::Private::pressInView(Console& console, const KeyPress& press)
+void ConsoleHost::Private::pressInView(Console& console, const KeyPress& press, bool isLate)
 {
     const QScopedValueRollback<bool> pressed(mIsKeyPressed, true);
-    if (!mView.press(console, press)) {
+    if (!mView.press(console, press, isLate)) {
         replaceText(console, press);
         mView.pressOnConsole(console, press);
     }
@@ -315,7 +319,9 @@ void ConsoleHost::Private::setPlain(bool plain)
 {
     mIsPlain = plain;
     mChanges.forget();
-    requestRepaint();
+    if (mOpen) {
+        requestRepaint();
+    }
 }
 
 bool ConsoleHost::Private::lookForChange(const Console& console)
@@ -373,8 +379,21 @@ void ConsoleHost::Private::followNeighbour(const ActedEvent& event)
     const BorrowedConsole console(mConsole);
     if (mOpen && event.sender() != this && console && event.console() == &*console) {
         lookForChange(*console);
+        followLine(*console);
         requestRepaint();
     }
+}
+
+/// Offers what fits the line that another host or the program left. A line that runs is not yet what it will be.
+/// \return whether the view looks different, which asks for no frame yet.
+bool ConsoleHost::Private::followLine(Console& console)
+{
+    if (mIsPlain || console.isRunning()) {
+        return false;
+    }
+    const QScopedValueRollback<bool> pressed(mIsKeyPressed, true);
+    mView.afterConsoleActed(console);
+    return std::exchange(mHasKeyChangedView, false);
 }
 
 bool ConsoleHost::Private::syncOpenState()
@@ -423,8 +442,10 @@ void ConsoleHost::Private::onConsoleChanged()
 {
     const std::shared_ptr<Private> keep = shared_from_this();
     mView.onLogGrown();
+    const BorrowedConsole console(mConsole);
+    const bool hasChanged = mOpen && console && followLine(*console);
     const std::size_t shown = std::max(mPainter.painted().logSize, mAskedSize);
-    if (!syncOpenState() && mOpen && mWatch->toldSize() > shown) {
+    if (!syncOpenState() && mOpen && (hasChanged || mWatch->toldSize() > shown)) {
         requestRepaint();
     }
     mAccessibility.update();

@@ -79,6 +79,7 @@ public:
     void setOpen(bool open);
 
     /// Follows the console's own open flag, and announces a change. \return whether it changed.
+    bool followLine(Console& console);
     bool syncOpenState();
 
     /// Must be called when the size of the object changed: what was painted before tells no size any more.
@@ -133,12 +134,12 @@ private:
     void toggle();
     void deliver(const KeyPress& press);
     void deliverWaiting();
-    void deliverNow(Console& console, const KeyPress& press);
+    void deliverNow(Console& console, const KeyPress& press, bool isLate);
     void replaceText(Console& console, const KeyPress& press);
     void scroll(double lines);
     void compose(const QString& text);
     bool lookForChange(const Console& console);
-    void pressInView(Console& console, const KeyPress& press);
+    void pressInView(Console& console, const KeyPress& press, bool isLate);
     void pressOnConsole(Console& console, const KeyPress& press);
     void pressFromView(const KeyPress& press);
     void onViewChanged();

@@ -59,7 +59,7 @@ private:
     std::atomic<bool> mIsOpen{false};
     std::atomic<std::size_t> mToldSize{0};
     std::atomic<bool> mIsInFrame{false}; // on the host's thread
-    std::atomic<std::thread::id> mPaintingThread{};
+    std::atomic<std::thread::id> mPaintingThread;
 };
 
 } // namespace zephyr::console::qt

@@ -65,7 +65,7 @@ bool KeyDelivery::tryPressOne(Console& console, int key, int modifiers, const st
 {
     const auto press = [&] { console.keyPressed(key, modifiers, text); };
     const bool isTaken = tryToDo(press, console, key);
-    mIsFullLineReported = mIsFullLineReported && !(isTaken && !text.empty());
+    mIsFullLineReported = mIsFullLineReported && (!isTaken || text.empty());
     return isTaken;
 }
 

@@ -191,7 +191,7 @@ protected:
 
 private:
     template <typename Value>
-    void setLook(Value qt::Look::*member, const Value& value)
+    void setLook(Value qt::Look::* member, const Value& value)
     {
         if (mLook.*member != value) {
             mLook.*member = value;

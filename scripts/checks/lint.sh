@@ -2,6 +2,8 @@
 # Runs clang-tidy and cppcheck over the libraries and programs; any finding fails.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
+source scripts/packages.sh
+scripts/install-packages.sh "${lint_packages[@]}"
 cmake --preset lint >/dev/null
 
 # clang-tidy reads what the build compiles, so a source that the build leaves out would pass unread.
@@ -12,7 +14,7 @@ if [ -n "$unread" ]; then
   printf 'error: the build leaves these files out, so clang-tidy would not read them:\n%s\n' "$unread" >&2
   exit 1
 fi
-run-clang-tidy -quiet -p build/lint "^$PWD/(?!build/)" >build/lint/clang-tidy.log 2>&1 || {
+"run-clang-tidy-$clang_tools_version" -quiet -p build/lint "^$PWD/(?!build/)" >build/lint/clang-tidy.log 2>&1 || {
   grep -E '(warning|error):' build/lint/clang-tidy.log | sort -u >&2
   exit 1
 }

@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 source scripts/packages.sh
-scripts/install-packages.sh "${build_packages[@]}" "${docs_packages[@]}"
+scripts/install-packages.sh "${test_packages[@]}" "${docs_packages[@]}"
 
 for diagram in docs/diagrams/*.dot; do
   dot -Tsvg "$diagram" -o "docs/images/$(basename "$diagram" .dot).svg"
@@ -12,10 +12,29 @@ done
 
 cmake --preset release >/dev/null
 cmake --build --preset release --target zephyr-sandbox
+cmake --preset dev >/dev/null
+cmake --build --preset dev --target qt_view_pictures
 program=$PWD/build/release/examples/sandbox/zephyr-sandbox
+view_pictures=$PWD/build/dev/tests/qt/qt_view_pictures
 images=$PWD/docs/images
 session=$(mktemp -d)
 trap 'rm -rf "$session"' EXIT
+
+# The view's pictures show letters that the project's font lacks. Fonts that are installed would change the tests' pictures.
+(cd "$session" && apt-get download -qq fonts-wqy-zenhei fonts-noto-color-emoji)
+for package in "$session"/*.deb; do
+  dpkg-deb -x "$package" "$session/fonts"
+done
+cat >"$session/fonts.conf" <<END
+<?xml version="1.0"?>
+<!DOCTYPE fontconfig SYSTEM "urn:fontconfig:fonts.dtd">
+<fontconfig>
+  <include>/etc/fonts/fonts.conf</include>
+  <dir>$session/fonts</dir>
+  <cachedir>$session/fonts</cachedir>
+</fontconfig>
+END
+QT_QPA_PLATFORM=offscreen FONTCONFIG_FILE=$session/fonts.conf "$view_pictures" "$images"
 cd "$session" # lines may write files
 
 # shoot NAME WxH KEYS LINE...
@@ -37,6 +56,6 @@ moved=('sim pause' 'run slalom' 'sim step 1200')
 shoot simulation 960x540 '' "${moved[@]}"
 shoot sandbox 960x540 '`wind show\nwind set /speed=20\nobstacle ' "${moved[@]}"
 shoot typing 800x300 '`wind show\nwind set /speed=20 /head' 'sim pause'
-shoot help 800x560 '`help\nhelp wind\n' 'sim pause'
+shoot help 800x600 '`help\nhelp wind\n' 'sim pause'
 shoot aliases 800x420 '`alias breeze "wind set 4 90; wind show"\nbreeze\nhelp breeze\n' 'sim pause'
 shoot files 800x560 '`run list\nrun gusts\n' 'sim pause'

@@ -18,6 +18,7 @@ if [ "${#programs[@]}" -eq 0 ]; then
 fi
 
 export QT_QPA_PLATFORM=offscreen
+export FONTCONFIG_FILE=$PWD/build/dev/tests/fonts.conf
 export QT_ENABLE_REGEXP_JIT=0 # Valgrind can't follow its code
 check() {
   local log=$PWD/build/valgrind/${1##*/}.log

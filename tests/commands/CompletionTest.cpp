@@ -56,14 +56,27 @@ TEST_F(CommandCompletion, OffersTheValuesOfAType)
 TEST_F(CommandCompletion, OffersWhatTheHostSays)
 {
     add(
-        mConsole, U"load", U"", [](std::string) {}, argument(U"scene").candidates([] {
-            return std::vector<std::u32string>{U"forest", U"long storm"};
-        }));
+        mConsole, U"load", U"", [](std::string) {},
+        argument(U"scene").candidates([] { return std::vector<std::u32string>{U"forest", U"long storm"}; }));
     EXPECT_EQ(Texts({"load forest", "load \"long storm\""}), completionsOf("load "));
     EXPECT_EQ(Texts({"load \"long storm\""}), completionsOf("load lo"));
     EXPECT_EQ(Texts({"load \"long storm\""}), completionsOf("load \"lo"));
     EXPECT_EQ(Texts({"load \"long storm\""}), completionsOf("load \"long "));
     EXPECT_EQ(Texts({"load \"long storm\""}), completionsOf("load \"long st"));
+}
+
+TEST_F(CommandCompletion, OffersValuesByPlaceOrByName)
+{
+    add(
+        mConsole, U"place", U"", [](double, std::optional<double>) {},
+        argument(U"x").offers(1, 2.5).orByName(), argument(U"y").offers(3).orByName());
+    EXPECT_EQ(
+        Texts({"place /x=", "place /y=", "place /x=1", "place /x=2.5", "place /y=3", "place 1", "place 2.5"}),
+        completionsOf("place "));
+    EXPECT_EQ(Texts({"place 1 /y=3", "place 1 3"}), completionsOf("place 1 "));
+    EXPECT_EQ(Texts({"place /x=1 /y=3"}), completionsOf("place /x=1 "));
+    EXPECT_EQ(Texts({"place /x=2.5"}), completionsOf("place /x=2"));
+    EXPECT_EQ(Texts(), textsOfAnswer("place 7"));
 }
 
 TEST_F(CommandCompletion, OffersFiles)
@@ -74,8 +87,7 @@ TEST_F(CommandCompletion, OffersFiles)
     directory.write("two words.txt", "");
     directory.write("deep/three.txt", "");
     directory.write(".hidden", "");
-    add(
-        mConsole, U"show", U"", [](std::filesystem::path, bool) {}, argument(U"file"), flag(U"all"));
+    add(mConsole, U"show", U"", [](std::filesystem::path, bool) {}, argument(U"file"), flag(U"all"));
     EXPECT_EQ(Texts({"show /all", "show deep/", "show one.txt", "show \"two words.txt\""}),
               completionsOf("show "));
     EXPECT_EQ(Texts({"show one.txt"}), completionsOf("show o"));

@@ -104,6 +104,24 @@ TEST_F(CommandErrors, NeverWrapANumber)
     EXPECT_EQ(Texts({"    number2: '--1' is not a whole number.", usage}), textsOfAnswer("small 1 --1"));
 }
 
+TEST_F(CommandErrors, NameTheLimitThatWasGivenAndNotTheTypes)
+{
+    add(
+        mConsole, U"step", U"", [](unsigned, std::chrono::milliseconds) {},
+        argument(U"count").between(1, 100).unit(U"times"),
+        argument(U"pause")
+            .between(std::chrono::milliseconds(1), std::chrono::seconds(1))
+            .byDefault(std::chrono::seconds(1)));
+    add(mConsole, U"pick", U"", [](std::uint8_t) {}, argument(U"card").choices(1, 2));
+    const std::string usage = "    Usage: step COUNT [PAUSE]";
+    EXPECT_EQ(Texts({"    count: -1 is below 1 times.", usage}), textsOfAnswer("step -1"));
+    EXPECT_EQ(Texts({"    count: 99999999999 is above 100 times.", usage}),
+              textsOfAnswer("step 99999999999"));
+    EXPECT_EQ(Texts({"    pause: 99999999999999999h is above 1s.", usage}),
+              textsOfAnswer("step 1 99999999999999999h"));
+    EXPECT_EQ(Texts({"    card: '999' is not 1 or 2.", "    Usage: pick CARD"}), textsOfAnswer("pick 999"));
+}
+
 TEST_F(CommandErrors, ShowAnEmptyCommandsUsage)
 {
     add(mConsole, U"quit", U"Ends the program.", [] {});
@@ -121,10 +139,8 @@ TEST_F(CommandErrors, TellOfAHostsOwnCheck)
 
 TEST_F(CommandErrors, TellOfOneLimitOnly)
 {
-    add(
-        mConsole, U"low", U"", [](int) {}, argument(U"depth").atLeast(3));
-    add(
-        mConsole, U"high", U"", [](int) {}, argument(U"height").atMost(3).unit(U"m"));
+    add(mConsole, U"low", U"", [](int) {}, argument(U"depth").atLeast(3));
+    add(mConsole, U"high", U"", [](int) {}, argument(U"height").atMost(3).unit(U"m"));
     EXPECT_EQ("    depth: 'x' is not a whole number of at least 3.", textsOfAnswer("low x").front());
     EXPECT_EQ("    depth: 2 is below 3.", textsOfAnswer("low 2").front());
     EXPECT_EQ("    height: 'x' is not a whole number of at most 3 m.", textsOfAnswer("high x").front());

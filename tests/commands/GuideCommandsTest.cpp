@@ -38,8 +38,7 @@ void addGuideCommands(console::Console& console, Host& host)
     // begin spin
     add(console, U"spin", U"Starts or stops the turning.", [&](bool on) { host.setSpinning(on); });
     // begin goto
-    add(
-        console, U"goto", U"Shows a place.", [&](glm::vec2 place) { host.go(place); }, argument(U"place"));
+    add(console, U"goto", U"Shows a place.", [&](glm::vec2 place) { host.go(place); }, argument(U"place"));
     // begin set
     add(
         console, U"set", U"Changes a setting.",

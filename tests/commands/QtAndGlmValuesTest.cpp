@@ -47,8 +47,7 @@ class QtAndGlmCommands : public CommandsFixture
 
 TEST_F(QtAndGlmCommands, NameWhatIsWrong)
 {
-    add(
-        mConsole, U"goto", U"", [](glm::vec3) {}, argument(U"place"));
+    add(mConsole, U"goto", U"", [](glm::vec3) {}, argument(U"place"));
     add(mConsole, U"paint", U"", [](QColor) {});
     add(mConsole, U"size", U"", [](QSize) {});
     EXPECT_EQ(Texts({"    place: '1,2' is not a vector such as 1,2,3.", "    Usage: goto PLACE"}),

@@ -68,6 +68,18 @@ TEST_F(Reference, IsJson)
               all["aliases"].toArray()[0].toObject()["lines"].toArray());
 }
 
+TEST_F(Reference, ShowsHowAnArgumentIsTypedByName)
+{
+    add(mConsole, U"aim", U"Aims.", [](double) {}, argument(U"angle").orByName());
+    EXPECT_NE(std::string::npos,
+              reference(mConsole).find("\n`aim ANGLE`\n\n- `ANGLE` or `/angle=NUMBER`: a number.\n"));
+    const QJsonObject all =
+        QJsonDocument::fromJson(QByteArray::fromStdString(reference(mConsole, ReferenceFormat::Json)))
+            .object();
+    const QJsonObject aim = all["commands"].toArray()[0].toObject()["forms"].toArray()[0].toObject();
+    EXPECT_EQ("/angle=NUMBER", aim["parameters"].toArray()[0].toObject()["byName"].toString());
+}
+
 class OldCommand : public console::ConsoleCommand
 {
 public:

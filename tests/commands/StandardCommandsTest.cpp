@@ -97,6 +97,19 @@ TEST_F(StandardCommands, AliasSaveRefusesWhatAFileCantHold)
     EXPECT_FALSE(mDirectory.has("all.console"));
 }
 
+TEST_F(StandardCommands, WriteNoFileWithoutAName)
+{
+    addAliasSave(mConsole);
+    addLogSave(mConsole);
+    addVars(mConsole);
+    mConsole.execute(U"alias calm \"wind set 0\"");
+    for (const char* const command : {"alias_save", "log_save", "vars save"}) {
+        EXPECT_EQ(Texts({"    file: '' is no file.", "    Usage: " + std::string(command) + " FILE"}),
+                  textsOfAnswer(std::string(command) + " \"\""));
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(mDirectory.path()));
+}
+
 TEST_F(StandardCommands, StartupFileIsRunQuietly)
 {
     addEcho(mConsole);

@@ -161,8 +161,7 @@ TEST_F(CommandValues, OfDurations)
 
 TEST_F(CommandValues, OfDurationsHaveRanges)
 {
-    add(
-        mConsole, U"wait", U"", [](std::chrono::milliseconds) {}, argument(U"time").between(10ms, 1min));
+    add(mConsole, U"wait", U"", [](std::chrono::milliseconds) {}, argument(U"time").between(10ms, 1min));
     EXPECT_EQ("    time: 5ms is below 10ms.", textsOfAnswer("wait 5ms").front());
     EXPECT_EQ("    time: 61s is above 1min.", textsOfAnswer("wait 61s").front());
     EXPECT_EQ("    time: 'x' is not a duration from 10ms to 1min.", textsOfAnswer("wait x").front());
@@ -173,20 +172,17 @@ TEST_F(CommandValues, OfAHostsOwnType)
     EXPECT_EQ("b", read<Grade>("b"));
     EXPECT_EQ("value: 'x' is not a grade.", read<Grade>("x"));
     EXPECT_EQ("value: there is no z.", read<Grade>("z"));
-    add(
-        mConsole, U"pass", U"", [](Grade) {}, argument(U"grade").atMost(Grade{2}));
+    add(mConsole, U"pass", U"", [](Grade) {}, argument(U"grade").atMost(Grade{2}));
     EXPECT_EQ("    grade: d is above c.", textsOfAnswer("pass d").front());
     EXPECT_EQ(Texts({"pass a", "pass b", "pass c"}), completionsOf("pass "));
 }
 
 TEST_F(CommandValues, MayBeChoicesOfAType)
 {
-    add(
-        mConsole, U"fps", U"", [](int) {}, argument(U"rate").choices(30, 60));
+    add(mConsole, U"fps", U"", [](int) {}, argument(U"rate").choices(30, 60));
     EXPECT_EQ(Texts(), textsOfAnswer("fps 060"));
     EXPECT_EQ("    rate: '59' is not 30 or 60.", textsOfAnswer("fps 59").front());
-    add(
-        mConsole, U"team", U"", [](std::string) {}, argument(U"name").choices("red", "blue"));
+    add(mConsole, U"team", U"", [](std::string) {}, argument(U"name").choices("red", "blue"));
     EXPECT_EQ("    name: 'Red' is not red or blue.", textsOfAnswer("team Red").front());
 }
 

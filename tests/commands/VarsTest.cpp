@@ -29,7 +29,10 @@ TEST_F(Vars, ListsVariables)
     EXPECT_EQ(Texts({"    steps 0", "    title \"My world\"", "    wind.passing 1", "    wind.speed 12 m/s"}),
               textsOfAnswer("vars"));
     EXPECT_EQ(Texts({"    wind.passing 1", "    wind.speed 12 m/s"}), textsOfAnswer("vars wind."));
-    EXPECT_EQ(Texts(), textsOfAnswer("vars x"));
+    EXPECT_EQ(Texts({"    No variable's name begins with 'x'."}), textsOfAnswer("vars x"));
+    console::Console other;
+    addVars(other);
+    EXPECT_EQ((Lines{output("There are no variables.", 4)}), test::answer(U"vars", other));
 }
 
 TEST_F(Vars, SavesWhatDiffersFromItsDefault)

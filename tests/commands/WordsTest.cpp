@@ -125,6 +125,33 @@ TEST_F(CommandWords, ReachACommandsOwnFunctionWhereNoSubCommandIsNamed)
     EXPECT_TRUE(cleared);
 }
 
+TEST_F(CommandWords, MayBeTypedByPlaceOrByName)
+{
+    double x = 0;
+    double y = 0;
+    add(
+        mConsole, U"place", U"",
+        [&](double across, std::optional<double> down) { x = across, y = down.value_or(-1); },
+        argument(U"x").between(0, 9).orByName(), argument(U"y").orByName());
+    EXPECT_EQ(Texts(), textsOfAnswer("place 1 2"));
+    EXPECT_EQ(1, x);
+    EXPECT_EQ(2, y);
+    EXPECT_EQ(Texts(), textsOfAnswer("place /y=4 /x=3"));
+    EXPECT_EQ(3, x);
+    EXPECT_EQ(4, y);
+    EXPECT_EQ(Texts(), textsOfAnswer("place 5 /y=6"));
+    EXPECT_EQ(6, y);
+    const std::string usage = "    Usage: place X [Y]";
+    EXPECT_EQ(Texts({"    x: given twice.", usage}), textsOfAnswer("place /x=5 6"));
+    EXPECT_EQ(Texts({"    x: given twice.", usage}), textsOfAnswer("place 5 /x=6"));
+    EXPECT_EQ(Texts({"    x: 10 is above 9.", usage}), textsOfAnswer("place /x=10"));
+    EXPECT_EQ(Texts({"    place: '/z' is not /x or /y.", usage}), textsOfAnswer("place /z=10"));
+    EXPECT_EQ(5, x);
+    EXPECT_EQ("    Usage: place X [Y]\n        \n        X or /x=NUMBER: a number from 0 to 9.\n        "
+              "Y or /y=NUMBER: a number.",
+              textsOfAnswer("help place").front());
+}
+
 TEST_F(CommandWords, OfARedirectionAreNotTheCommands)
 {
     EXPECT_EQ(Texts(), textsOfAnswer("wind set 3 > /dev/null"));

@@ -44,8 +44,7 @@ protected:
     void add(const std::u32string& name, const std::u32string& description = U"",
              const std::u32string& helpText = U"")
     {
-        mCommand.registerArgHandler(
-            name, [](const ConsoleArgs&, Console&) {}, description, helpText);
+        mCommand.registerArgHandler(name, [](const ConsoleArgs&, Console&) {}, description, helpText);
     }
 
     void addWriter(const std::u32string& name, const std::string& text)

@@ -99,8 +99,7 @@ protected:
     }
 
     /// Lets each allocation of `operation` fail in turn.
-    static void failEverywhere(
-        const Operation& operation, const Operation& prepare = [](Console&) {})
+    static void failEverywhere(const Operation& operation, const Operation& prepare = [](Console&) {})
     {
         std::size_t successes = 0;
         while (failOnce(prepare, operation, successes)) {
@@ -300,8 +299,7 @@ TEST_F(AllocationFailure, LeavesASnapshotAsItWasWhereItIsRefreshed)
             console.write(U"more than twice the lines, each a text that needs memory of its own", Output);
         }
         type(console, "a line that needs memory of its own");
-        failed = runFailing(
-            console, [&](Console& c) { c.refresh(snapshot); }, successes);
+        failed = runFailing(console, [&](Console& c) { c.refresh(snapshot); }, successes);
         const ConsoleSnapshot expected = failed ? before : console.snapshot();
         EXPECT_EQ(texts(snapshot), texts(expected));
         EXPECT_EQ(snapshot.activeInput(), expected.activeInput());

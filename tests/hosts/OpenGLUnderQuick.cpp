@@ -18,8 +18,7 @@ public:
         // The triangle ends on the render thread when the window is closed.
         setPersistentGraphics(false);
         setPersistentSceneGraph(false);
-        connect(
-            this, &QQuickWindow::sceneGraphInitialized, this, [this] { setUp(); }, Qt::DirectConnection);
+        connect(this, &QQuickWindow::sceneGraphInitialized, this, [this] { setUp(); }, Qt::DirectConnection);
         connect(
             this, &QQuickWindow::beforeRenderPassRecording, this, [this] { drawUnder(); },
             Qt::DirectConnection);

@@ -1,4 +1,5 @@
 #include "qt/HostedConsole.h"
+#include "zephyr/console/qt/Look.h"
 
 #include <QElapsedTimer>
 #include <QImage>
@@ -69,6 +70,12 @@ TEST_F(ConsoleHostRepaint, IsNeverAskedForWhileTheConsoleIsClosed)
     click(Qt::Key_A, Qt::NoModifier, "a");
     turnWheel(window, {0, 120});
     console->newline();
+    console::qt::Look look;
+    look.fontSize = 20.0;
+    host.setLook(look);
+    host.clearView();
+    host.setPlain(true);
+    host.setPlain(false);
     ASSERT_TRUE(neighbour.blinks(4));
     EXPECT_EQ(0, repaints.size());
 
@@ -94,6 +101,15 @@ TEST_F(ConsoleHostRepaint, IsAskedForOnceWhenTheConsoleOpensOrCloses)
     EXPECT_EQ(3, repaints.size()) << "nothing changed";
     host.setOpen(false);
     EXPECT_EQ(4, repaints.size());
+}
+
+TEST_F(ConsoleHostRepaint, IsAskedForOnceWhenAListClosesWithTheConsole)
+{
+    open();
+    type("he");
+    repaints.clear();
+    host.setOpen(false);
+    EXPECT_EQ(1, repaints.size());
 }
 
 TEST_F(ConsoleHostRepaint, IsAskedForOnceForEachKeyThatTypes)

@@ -74,6 +74,17 @@ TEST_F(ConsoleHostRunning, KeepsPressesInTheirOrderUntilTheLineHasRun)
     EXPECT_TRUE(window.received.empty());
 }
 
+TEST_F(ConsoleHostRunning, KeepsWhatWasTypedBeforeTheFindBarForTheLine)
+{
+    meanwhile = [this] {
+        type("go");
+        click(Qt::Key_F, Qt::ControlModifier);
+        type("find");
+    };
+    type("pump\n");
+    EXPECT_EQ("go", input());
+}
+
 TEST_F(ConsoleHostRunning, TogglesAtOnce)
 {
     bool isOpenMeanwhile = true;

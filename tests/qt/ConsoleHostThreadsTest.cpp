@@ -1,60 +1,16 @@
 #include "qt/HostedConsole.h"
+#include "qt/RenderThread.h"
 #include "support/PlainRenderer.h"
 
 #include <QImage>
 #include <QPainter>
 
-#include <atomic>
 #include <thread>
 
 namespace zephyr::test {
 namespace {
 
-/// A thread that paints frame after frame while it lives.
-class RenderThread
-{
-public:
-    explicit RenderThread(ConsoleHost& host)
-        : mHost(host), mThread([this](const std::stop_token& stop) { run(stop); })
-    {}
-
-    /// Waits until a whole frame has been painted that was begun after this call.
-    void awaitFrame() const
-    {
-        const int before = mFrames;
-        while (mFrames < before + 2) {
-            QCoreApplication::processEvents();
-        }
-    }
-
-    /// Ends the thread. \return the last frame.
-    QImage finish()
-    {
-        awaitFrame();
-        mThread.request_stop();
-        mThread.join();
-        return mFrame;
-    }
-
-private:
-    void run(const std::stop_token& stop)
-    {
-        while (!stop.stop_requested()) {
-            QImage frame(160, 90, QImage::Format_ARGB32_Premultiplied);
-            frame.fill(Qt::white);
-            QPainter painter(&frame);
-            mHost.paint(painter);
-            painter.end();
-            mFrame = frame;
-            ++mFrames;
-        }
-    }
-
-    ConsoleHost& mHost;
-    QImage mFrame;
-    std::atomic<int> mFrames{0};
-    std::jthread mThread;
-};
+constexpr QSize kFrame(160, 90);
 
 class ConsoleHostThreads : public HostedConsole
 {
@@ -63,7 +19,7 @@ protected:
 
     QImage expected(double seconds) const
     {
-        QImage frame(160, 90, QImage::Format_ARGB32_Premultiplied);
+        QImage frame(kFrame, QImage::Format_ARGB32_Premultiplied);
         frame.fill(Qt::white);
         QPainter painter(&frame);
         if (console->isOpen()) {
@@ -81,7 +37,7 @@ protected:
 TEST_F(ConsoleHostThreads, PaintOnARenderThreadWhileTheMainThreadTypes)
 {
     addCompletingCommand(*console, U"cmd", {U"alpha", U"beta"});
-    RenderThread renderer(host);
+    RenderThread renderer(host, kFrame);
     for (int round = 0; round < 5; ++round) {
         click(Qt::Key_QuoteLeft, Qt::NoModifier, "`");
         type("help\n");
@@ -110,7 +66,7 @@ TEST_F(ConsoleHostThreads, PaintOnARenderThreadWhileTheMainThreadTypes)
 TEST_F(ConsoleHostThreads, PaintWhatOtherThreadsWrite)
 {
     open();
-    RenderThread renderer(host);
+    RenderThread renderer(host, kFrame);
     std::vector<std::jthread> writers;
     for (int i = 0; i < 3; ++i) {
         writers.emplace_back([this] {
@@ -131,14 +87,14 @@ TEST_F(ConsoleHostThreads, MayFollowEachOther)
     open();
     for (int i = 1; i <= 3; ++i) {
         type("x");
-        const QImage frame = RenderThread(host).finish();
+        const QImage frame = RenderThread(host, kFrame).finish();
         EXPECT_TRUE(frame == expected(0.0) || frame == expected(1.0 / console->cursorBlinkRate())) << i;
     }
 }
 
 TEST_F(ConsoleHostThreads, ReadTheirOwnOpenFlag)
 {
-    RenderThread renderer(host);
+    RenderThread renderer(host, kFrame);
     const QImage nothing = expected(0.0);
     for (int i = 0; i < 20; ++i) {
         click(Qt::Key_QuoteLeft, Qt::NoModifier, "`");
@@ -152,7 +108,7 @@ TEST_F(ConsoleHostThreads, ReadTheirOwnOpenFlag)
 
 TEST_F(ConsoleHostThreads, AreAskedForTheCursorsBlinking)
 {
-    RenderThread renderer(host);
+    RenderThread renderer(host, kFrame);
     open();
     renderer.awaitFrame();
     repaints.clear();

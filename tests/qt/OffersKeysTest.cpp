@@ -287,6 +287,26 @@ TEST_F(InTheFirstWord, TheOnlyNameGetsASpace)
     EXPECT_EQ("help cmd", line());
 }
 
+TEST_F(InTheFirstWord, ASpaceTypedByHabitIsNoSecondOne)
+{
+    type("he");
+    tab();
+    type(" ");
+    EXPECT_EQ("help |", lineAndCursor());
+    type(" ");
+    EXPECT_EQ("help  |", lineAndCursor());
+}
+
+TEST_F(InTheFirstWord, ASpaceElsewhereIsTyped)
+{
+    type("he");
+    tab();
+    press(Qt::Key_Left);
+    press(Qt::Key_Right);
+    type(" ");
+    EXPECT_EQ("help  |", lineAndCursor());
+}
+
 TEST_F(InTheFirstWord, TheNextTabCompletesTheArguments)
 {
     type("cm");

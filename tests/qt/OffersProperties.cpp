@@ -67,15 +67,11 @@ struct Offering : Keyed
 rc::Gen<std::vector<Key>> someKeys()
 {
     const auto typed = rc::gen::map(rc::gen::elementOf(std::vector<std::u32string>{U"a", U"b", U" ", U"ab "}),
-                                    [](const std::u32string& text) {
-                                        return Key{0, text};
-                                    });
+                                    [](const std::u32string& text) { return Key{0, text}; });
     const auto pressed = rc::gen::map(
         rc::gen::element<int>(Qt::Key_Tab, Qt::Key_Backtab, Qt::Key_Left, Qt::Key_Right, Qt::Key_Home,
                               Qt::Key_Backspace, Qt::Key_Delete, Qt::Key_Up, Qt::Key_Down, Qt::Key_Return),
-        [](int key) {
-            return Key{key, {}};
-        });
+        [](int key) { return Key{key, {}}; });
     return rc::gen::container<std::vector<Key>>(rc::gen::weightedOneOf<Key>({{2, typed}, {3, pressed}}));
 }
 

@@ -106,8 +106,7 @@ protected:
 TEST_F(ALoggingHost, IsNotKeptBusyByWhatItsFramesLog)
 {
     host.setOpen(true);
-    QObject::connect(
-        &host, &ConsoleHost::repaintNeeded, &window, [this] { paint(); }, Qt::QueuedConnection);
+    QObject::connect(&host, &ConsoleHost::repaintNeeded, &window, [this] { paint(); }, Qt::QueuedConnection);
     paint();
     for (int i = 0; i < 200; ++i) {
         QCoreApplication::processEvents();

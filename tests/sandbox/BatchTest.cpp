@@ -107,23 +107,44 @@ TEST(Batch, GoesOnAfterMistakes)
     Program program;
     program.directory().write("a.console", "frobnicate now\nparticles count -3\nsim speed\n");
     const Ended ended = program.run({"--batch", "a.console"});
-    EXPECT_EQ(0, ended.exitCode);
-    EXPECT_EQ("", ended.err);
+    EXPECT_EQ(1, ended.exitCode);
+    EXPECT_EQ("zephyr-sandbox: a command failed: count: -3 is below 0.\n", ended.err);
     EXPECT_EQ("Zephyr Console:\n"
               "\n"
               ">> frobnicate now\n"
               "'frobnicate' is not a recognized command.  Type 'help' to list available commands.\n"
               "\n"
               ">> particles count -3\n"
-              "    Invalid usage\n"
-              "    \n"
-              "    Shows how many particles there are, or adds or removes some.\n"
-              "    Usage: particles count [N].  N is 0 to 20000.\n"
+              "    count: -3 is below 0.\n"
+              "    Usage: particles count [COUNT]\n"
               "\n"
               ">> sim speed\n"
               "    Speed: 1.\n"
               "\n",
               ended.out);
+}
+
+TEST(Batch, TellsHowManyCommandsFailed)
+{
+    Program program;
+    program.directory().write("startup.console", "wind set fast\n");
+    program.directory().write("a.console",
+                              "alias bad \"wind gust 0; obstacle remove 7\"\nbad\nrun b\nwind show\n");
+    program.directory().write("b.console", "sim record /path=no/such.csv\nquit\n");
+    const Ended ended = program.run({"--batch", "a.console"});
+    EXPECT_EQ(1, ended.exitCode);
+    EXPECT_EQ("zephyr-sandbox: 4 commands failed, the last with: Can't write 'no/such.csv': " +
+                  systemText(std::errc::no_such_file_or_directory) + ".\n",
+              ended.err);
+}
+
+TEST(Batch, TellsOfAFileThatCantBeRunToItsEndRatherThanOfCommandsThatFailed)
+{
+    Program program;
+    program.directory().write("a.console", "wind set fast\nrun " + std::string(300, 'x') + "\n");
+    const Ended ended = program.run({"--batch", "a.console"});
+    EXPECT_EQ(2, ended.exitCode);
+    EXPECT_TRUE(ended.err.starts_with("zephyr-sandbox: stopped in 'a.console': ")) << ended.err;
 }
 
 TEST(Batch, WritesTheFilesThatItsLinesName)
@@ -320,13 +341,16 @@ TEST(Batch, RunsTheTourBesideTheProgram)
     Program program;
     program.directory().write("a.console", "run tour\n");
     const Ended ended = program.run({"--batch", "a.console"});
-    EXPECT_EQ(0, ended.exitCode);
-    EXPECT_EQ("", ended.err);
+    EXPECT_EQ(1, ended.exitCode); // for the mistakes that it shows
+    EXPECT_EQ(
+        "zephyr-sandbox: 2 commands failed, the last with: wind set: '/colour' is not /speed or /heading.\n",
+        ended.err);
     for (const char* const part :
          {">> run tour\n>> help\nRegistered Commands:\n", "\n>> tour_storm\n>> wind set /speed=45\n",
-          "    Wind: 45 m/s, heading 90 degrees, gust 7.70126 m/s.\n", "    Unrecognized switch '/colour'\n",
-          "\n>> run gusts\n>> wind gust 10\n", "    Now at step 540 (4.5 s).\n",
-          "    Obstacle 7: x 20 m, y 48 m, radius 6 m.\n", "    Wrote 2 aliases to 'tour-aliases.console'.\n",
+          "    Wind: 45 m/s, heading 90 degrees, gust 7.70126 m/s.\n",
+          "    wind set: '/colour' is not /speed or /heading.\n", "\n>> run gusts\n>> wind gust 10\n",
+          "    Now at step 540 (4.5 s).\n", "    Obstacle 7: x 20 m, y 48 m, radius 6 m.\n",
+          "    Wrote 2 aliases to 'tour-aliases.console'.\n",
           "\n>> run tour-aliases\n>> alias tour_breeze \"wind set /speed=4 /heading=90; wind show\"\n    "
           "Done.\n",
           "\n>> run slalom\n>> sim reset\n", " lines to 'tour-log.txt'.\n",

@@ -1,9 +1,15 @@
 #include "sandbox/SandboxFixture.h"
+#include "support/TemporaryDirectory.h"
 
 namespace zephyr::test {
 namespace {
 
-using Completion = SandboxFixture;
+class Completion : public SandboxFixture
+{
+protected:
+    TemporaryDirectory directory;
+    WorkingDirectory inside{directory.path()}; // whose files are offered
+};
 
 /// The line `begin`, completed with each heading that Tab offers.
 Lines headingsAfter(const std::string& begin)
@@ -28,15 +34,23 @@ TEST_F(Completion, OffersSubCommandsThatBeginWithTheTypedText)
     EXPECT_EQ(Lines(), completionsOf("sim x"));
 }
 
-TEST_F(Completion, OffersSwitchesBareAndWithTheirValuesAfterASubCommand)
+TEST_F(Completion, OffersSwitchesBareAndWithTheirValuesAfterASubCommandAndThenWords)
 {
     EXPECT_EQ(Lines({"wind set /speed=", "wind set /heading=", "wind set /speed=0", "wind set /speed=5",
                      "wind set /speed=12", "wind set /speed=30", "wind set /heading=0",
-                     "wind set /heading=90", "wind set /heading=180", "wind set /heading=270"}),
+                     "wind set /heading=90", "wind set /heading=180", "wind set /heading=270", "wind set 0",
+                     "wind set 5", "wind set 12", "wind set 30"}),
               completionsOf("wind set "));
     EXPECT_EQ(Lines({"sim record /path=", "sim record /steps=", "sim record /steps=120",
                      "sim record /steps=600", "sim record /steps=3600"}),
               completionsOf("sim record "));
+}
+
+TEST_F(Completion, OffersFilesToRecordTo)
+{
+    directory.write("run.csv", "");
+    EXPECT_EQ(Lines({"sim record /path=run.csv"}), completionsOf("sim record /p"));
+    EXPECT_EQ(Lines({"sim record /path=run.csv"}), completionsOf("sim record /path=r"));
 }
 
 TEST_F(Completion, OffersSwitchesThatBeginWithTheTypedText)
@@ -52,6 +66,11 @@ TEST_F(Completion, OffersTheSwitchesThatAreNotThereYet)
 {
     EXPECT_EQ(headingsAfter("wind set /speed=5"), completionsOf("wind set /speed=5 "));
     EXPECT_EQ(Lines(), completionsOf("wind set /speed=5 /heading=3 "));
+    Lines headings = headingsAfter("wind set 5");
+    for (const char* const word : {"wind set 5 0", "wind set 5 90", "wind set 5 180", "wind set 5 270"}) {
+        headings.push_back(word);
+    }
+    EXPECT_EQ(headings, completionsOf("wind set 5 "));
 }
 
 TEST_F(Completion, OffersValuesWhereThereAreNoSwitches)

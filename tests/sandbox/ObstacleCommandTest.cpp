@@ -5,16 +5,7 @@ namespace {
 
 using ObstacleCommand = SandboxFixture;
 
-constexpr char kAddDescription[] =
-    "    Places a disc that the wind flows around, X metres from the left and Y from the top.";
-constexpr char kAddHelp[] =
-    "    Usage: obstacle add X Y [RADIUS], or obstacle add /x=X /y=Y [/radius=RADIUS].  "
-    "X is 0 to 160, Y 0 to 90, RADIUS 1 to 12 m, 5 if left out.";
-constexpr char kRemoveDescription[] = "    Removes an obstacle; those behind it move up one number.";
-constexpr char kRemoveHelp[] = "    Usage: obstacle remove N.  N is a number that 'obstacle list' shows.";
-
-const Lines kBadAdd{"    Invalid usage", "    ", kAddDescription, kAddHelp};
-const Lines kBadRemove{"    Invalid usage", "    ", kRemoveDescription, kRemoveHelp};
+const std::string kAddUsage = "obstacle add X Y [RADIUS]";
 
 TEST_F(ObstacleCommand, ListsTheFirstObstacles)
 {
@@ -38,13 +29,30 @@ TEST_F(ObstacleCommand, AddsByPlainWordsAndBySwitches)
 
 TEST_F(ObstacleCommand, RefusesBadObstaclesAndAddsNothing)
 {
-    for (const char* const words : {"", "5", "5 5 5 5", "-1 5", "160.1 5", "5 -1", "5 90.1", "5 5 0.9",
-                                    "5 5 12.1", "x 5", "5 nan", "5 5 big", "/x=5", "/y=5", "/radius=5",
-                                    "/x=5 /y=", "5 /y=5", "/x=5 /y=5 /x=6", "/x=5 /y=5 /radius=0"}) {
-        EXPECT_EQ(kBadAdd, answerTo(std::string("obstacle add ") + words)) << words;
-    }
-    EXPECT_EQ(Lines({"    Unrecognized switch '/size'", kAddDescription, kAddHelp}),
-              answerTo("obstacle add /x=5 /y=5 /size=5"));
+    const std::string noX = "x: nothing given; expected a number from 0 to 160 m.";
+    const std::string noY = "y: nothing given; expected a number from 0 to 90 m.";
+    expectErrors("obstacle add",
+                 {{"", noX},
+                  {"5", noY},
+                  {"5 5 5 5", "obstacle add: '5' is one word too many."},
+                  {"-1 5", "x: -1 is below 0 m."},
+                  {"160.1 5", "x: 160.1 is above 160 m."},
+                  {"5 -1", "y: -1 is below 0 m."},
+                  {"5 90.1", "y: 90.1 is above 90 m."},
+                  {"5 5 0.9", "radius: 0.9 is below 1 m."},
+                  {"5 5 12.1", "radius: 12.1 is above 12 m."},
+                  {"x 5", "x: 'x' is not a number from 0 to 160 m."},
+                  {"5 nan", "y: 'nan' is not a number from 0 to 90 m."},
+                  {"5 5 big", "radius: 'big' is not a number from 1 to 12 m."},
+                  {"/x=5", noY},
+                  {"/y=5", noX},
+                  {"/radius=5", noX},
+                  {"/x=5 /y=", "y: '' is not a number from 0 to 90 m."},
+                  {"/x=5 /y=5 /x=6", "x: given twice."},
+                  {"5 5 /x=6", "x: given twice."},
+                  {"/x=5 /y=5 /radius=0", "radius: 0 is below 1 m."},
+                  {"/x=5 /y=5 /size=5", "obstacle add: '/size' is not /x, /y or /radius."}},
+                 kAddUsage);
     EXPECT_EQ(6U, sandbox.simulation().obstacles().size());
 }
 
@@ -69,26 +77,45 @@ TEST_F(ObstacleCommand, RemovesByNumber)
 
 TEST_F(ObstacleCommand, RefusesNumbersThatNoObstacleHas)
 {
-    for (const char* const words : {"", "0", "7", "-1", "1.5", "all", "1 2", "99999999999999999999"}) {
-        EXPECT_EQ(kBadRemove, answerTo(std::string("obstacle remove ") + words)) << words;
-    }
+    EXPECT_EQ(Lines({"    There is no obstacle 0."}), answerTo("obstacle remove 0"));
+    EXPECT_EQ(Lines({"    There is no obstacle 7."}), answerTo("obstacle remove 7"));
+    expectErrors("obstacle remove",
+                 {{"", "number: nothing given; expected a whole number."},
+                  {"-1", "number: -1 is below 0."},
+                  {"1.5", "number: '1.5' is not a whole number."},
+                  {"all", "number: 'all' is not a whole number."},
+                  {"1 2", "obstacle remove: '2' is one word too many."},
+                  {"99999999999999999999", "number: 99999999999999999999 is above 18446744073709551615."}},
+                 "obstacle remove NUMBER");
     EXPECT_EQ(6U, sandbox.simulation().obstacles().size());
 }
 
 TEST_F(ObstacleCommand, ClearsThemAll)
 {
-    EXPECT_EQ(Lines({"    Invalid usage", "    ", "    Removes all obstacles.", "    Usage: obstacle clear"}),
-              answerTo("obstacle clear now"));
+    expectErrors("obstacle clear", {{"now", "obstacle clear: 'now' is one word too many."}},
+                 "obstacle clear");
     EXPECT_EQ(Lines({"    There are no obstacles."}), answerTo("obstacle clear"));
     EXPECT_EQ(Lines({"    There are no obstacles."}), answerTo("obstacle list"));
-    EXPECT_EQ(kBadRemove, answerTo("obstacle remove 1"));
+    EXPECT_EQ(Lines({"    There is no obstacle 1."}), answerTo("obstacle remove 1"));
 }
 
 TEST_F(ObstacleCommand, RefusesWordsAfterList)
 {
-    EXPECT_EQ(Lines({"    Invalid usage", "    ", "    Lists the obstacles with their numbers.",
-                     "    Usage: obstacle list"}),
-              answerTo("obstacle list all"));
+    expectErrors("obstacle list", {{"all", "obstacle list: 'all' is one word too many."}}, "obstacle list");
+}
+
+TEST_F(ObstacleCommand, IsDescribedByHelp)
+{
+    EXPECT_EQ(Lines({"    Places a disc, X metres from the left and Y from the top.",
+                     "    Usage: obstacle add X Y [RADIUS]\n"
+                     "        X or /x=NUMBER: a number from 0 to 160 m.\n"
+                     "        Y or /y=NUMBER: a number from 0 to 90 m.\n"
+                     "        RADIUS or /radius=NUMBER: a number from 1 to 12 m, by default 5 m."}),
+              answerTo("help obstacle add"));
+    EXPECT_EQ(Lines({"    Removes an obstacle; those behind it move up one number.",
+                     "    Usage: obstacle remove NUMBER\n"
+                     "        NUMBER: a whole number. As 'obstacle list' shows it."}),
+              answerTo("help obstacle remove"));
 }
 
 } // namespace

@@ -39,6 +39,7 @@ TEST(Options, AskForAWindowAndNothingElseByDefault)
     EXPECT_FALSE(none.wantsHelp);
     EXPECT_FALSE(none.wantsVersion);
     EXPECT_FALSE(none.probesKeys);
+    EXPECT_EQ(std::nullopt, none.reference);
     EXPECT_TRUE(std::holds_alternative<UsualStartup>(none.startup));
     EXPECT_EQ(std::nullopt, none.batch);
     EXPECT_EQ(QSize(1280, 720), none.size);
@@ -85,6 +86,19 @@ TEST(Options, ReadThatKeysAreProbedAndNothingElse)
     EXPECT_TRUE(optionsOf({"--probe-keys"}).probesKeys);
     EXPECT_EQ("'--probe-keys' takes no other option.", errorOf({"--probe-keys", "--quit"}));
     EXPECT_EQ("'--probe-keys' takes no other option.", errorOf({"--probe-keys", "--batch", "f.console"}));
+}
+
+TEST(Options, ReadThatAReferenceIsPrintedAndNothingElse)
+{
+    using console::commands::ReferenceFormat;
+    EXPECT_EQ(ReferenceFormat::Markdown, optionsOf({"--reference", "markdown"}).reference);
+    EXPECT_EQ(ReferenceFormat::Json, optionsOf({"--reference=json"}).reference);
+    for (const char* const format : {"", "xml", "JSON", "markdown "}) {
+        EXPECT_EQ(std::string("'--reference' takes 'markdown' or 'json', not '") + format + "'.",
+                  errorOf({"--reference", format}));
+    }
+    EXPECT_EQ("'--reference' takes no other option.", errorOf({"--reference", "json", "--no-startup"}));
+    EXPECT_EQ("Missing value after '--reference'.", errorOf({"--reference"}));
 }
 
 TEST(Options, TakeSizesFromOnePixelToTheLargest)

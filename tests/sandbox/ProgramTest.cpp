@@ -62,7 +62,7 @@ TEST(Program, PrintsAllOptionsAsHelpWhereThereIsNoScreen)
     for (const char* const option :
          {"--help ", "--version ", "--size <WxH>", "--exec <LINE>", "--type <TEXT>", "--screenshot <FILE>",
           "--quit ", "--print-log ", "--plain ", "--batch <FILE.console>", "--no-startup ",
-          "--startup <NAME>", "--probe-keys "}) {
+          "--startup <NAME>", "--probe-keys ", "--reference <FORMAT>"}) {
         EXPECT_NE(std::string::npos, ended.out.find("  " + std::string(option))) << option;
     }
 }

@@ -1,5 +1,5 @@
-#include "sandbox/commands/QuitCommand.h"
 #include "sandbox/SandboxFixture.h"
+#include "sandbox/commands/SandboxCommands.h"
 #include "support/TemporaryDirectory.h"
 
 namespace zephyr::test {
@@ -33,16 +33,18 @@ TEST_F(QuitCommand, CallsBackBeforeItThrows)
 
 TEST_F(QuitCommand, RefusesFurtherWords)
 {
-    EXPECT_EQ("    Invalid usage", answerTo("quit quit").front());
-    EXPECT_EQ(
-        Lines({"    Invalid usage", "    ",
-               "    Ends the program; whatever stands behind it in a file is not run.", "    Usage: quit"}),
-        answerTo("quit now"));
+    expectErrors(
+        "quit",
+        {{"quit", "quit: 'quit' is one word too many."}, {"now", "quit: 'now' is one word too many."}},
+        "quit");
+    EXPECT_FALSE(sandbox.isQuitting());
 }
 
 TEST_F(QuitCommand, IsDescribedByHelp)
 {
-    EXPECT_EQ(Lines({"    quit: Ends the program; whatever stands behind it in a file is not run.", ""}),
+    EXPECT_EQ(Lines({"    Usage: quit\n"
+                     "        Ends the program; whatever stands behind it in a file is not run.",
+                     ""}),
               answerTo("help quit"));
 }
 

@@ -16,6 +16,13 @@ namespace zephyr::test {
 
 using Lines = std::vector<std::string>;
 
+/// A command's words, and what is wrong with them.
+struct Mistake
+{
+    std::string words;
+    std::string error;
+};
+
 /// A sandbox without a window, whose console can be asked.
 class SandboxFixture : public testing::Test
 {
@@ -24,6 +31,17 @@ protected:
     Lines answerTo(std::string_view line)
     {
         return textsOf(answer(StringUtil::toU32String(line), sandbox.console()));
+    }
+
+    /// Expects `command` to answer each mistake with its error and the usage.
+    void expectErrors(const std::string& command, const std::vector<Mistake>& mistakes,
+                      const std::string& usage)
+    {
+        for (const Mistake& mistake : mistakes) {
+            EXPECT_EQ(Lines({"    " + mistake.error, "    Usage: " + usage}),
+                      answerTo(command + " " + mistake.words))
+                << mistake.words;
+        }
     }
 
     /// The lines that Tab offers for a typed line, in order: the input after each press, until the first comes

@@ -2,6 +2,7 @@
 #include "sandbox/SandboxFixture.h"
 #include "support/SystemText.h"
 #include "support/TemporaryDirectory.h"
+#include "zephyr/console/commands/Failure.h"
 
 #include <algorithm>
 #include <sstream>
@@ -11,14 +12,9 @@ namespace {
 
 using SimCommand = SandboxFixture;
 
-constexpr char kStepDescription[] = "    Moves the simulation on at once, paused or not.";
-constexpr char kStepHelp[] = "    Usage: sim step [N].  N is 1 to 10000 steps of 1/120 s, 1 if left out.";
-constexpr char kSpeedDescription[] = "    Shows or sets how fast simulated time passes.";
-constexpr char kSpeedHelp[] = "    Usage: sim speed [FACTOR].  FACTOR is 0.1 to 10; 1 is as fast as a clock.";
-constexpr char kRecordDescription[] =
-    "    Moves the simulation on and writes the places of its first 100 particles to a CSV file.";
-constexpr char kRecordHelp[] =
-    "    Usage: sim record /path=FILE [/steps=N].  N is 1 to 10000, else 600; quote a FILE with spaces.";
+const std::string kStepUsage = "sim step [COUNT]";
+const std::string kSpeedUsage = "sim speed [FACTOR]";
+const std::string kRecordUsage = "sim record /path=FILE [/steps=NUMBER]";
 
 Lines linesOf(const std::string& text)
 {
@@ -47,11 +43,14 @@ TEST_F(SimCommand, StepsOnceOrAsOftenAsAsked)
 
 TEST_F(SimCommand, RefusesBadStepCounts)
 {
-    for (const char* const words : {"0", "-1", "10001", "1.5", "x", "1 2"}) {
-        EXPECT_EQ(Lines({"    Invalid usage", "    ", kStepDescription, kStepHelp}),
-                  answerTo(std::string("sim step ") + words))
-            << words;
-    }
+    expectErrors("sim step",
+                 {{"0", "count: 0 is below 1."},
+                  {"-1", "count: -1 is below 1."},
+                  {"10001", "count: 10001 is above 10000."},
+                  {"1.5", "count: '1.5' is not a whole number from 1 to 10000."},
+                  {"x", "count: 'x' is not a whole number from 1 to 10000."},
+                  {"1 2", "sim step: '2' is one word too many."}},
+                 kStepUsage);
     EXPECT_EQ(0U, sandbox.simulation().stepCount());
 }
 
@@ -65,11 +64,15 @@ TEST_F(SimCommand, ShowsAndSetsTheSpeed)
 
 TEST_F(SimCommand, RefusesBadSpeeds)
 {
-    for (const char* const words : {"0", "0.09", "10.1", "-1", "nan", "x", "1 2"}) {
-        EXPECT_EQ(Lines({"    Invalid usage", "    ", kSpeedDescription, kSpeedHelp}),
-                  answerTo(std::string("sim speed ") + words))
-            << words;
-    }
+    expectErrors("sim speed",
+                 {{"0", "factor: 0 is below 0.1."},
+                  {"0.09", "factor: 0.09 is below 0.1."},
+                  {"10.1", "factor: 10.1 is above 10."},
+                  {"-1", "factor: -1 is below 0.1."},
+                  {"nan", "factor: 'nan' is not a number from 0.1 to 10."},
+                  {"x", "factor: 'x' is not a number from 0.1 to 10."},
+                  {"1 2", "sim speed: '2' is one word too many."}},
+                 kSpeedUsage);
     EXPECT_EQ(1.0, sandbox.clock().speed());
 }
 
@@ -91,15 +94,9 @@ TEST_F(SimCommand, ResetsTheSimulationButNeitherPauseNorSpeed)
 
 TEST_F(SimCommand, RefusesWordsAfterPauseResumeAndReset)
 {
-    EXPECT_EQ(Lines({"    Invalid usage", "    ", "    Stops the simulation.", "    Usage: sim pause"}),
-              answerTo("sim pause now"));
-    EXPECT_EQ(Lines({"    Invalid usage", "    ", "    Lets the simulation run.", "    Usage: sim resume"}),
-              answerTo("sim resume now"));
-    EXPECT_EQ(
-        Lines({"    Invalid usage", "    ",
-               "    Starts over: the first particles in the first wind.  Pause and speed stay as they are.",
-               "    Usage: sim reset"}),
-        answerTo("sim reset now"));
+    expectErrors("sim pause", {{"now", "sim pause: 'now' is one word too many."}}, "sim pause");
+    expectErrors("sim resume", {{"now", "sim resume: 'now' is one word too many."}}, "sim resume");
+    expectErrors("sim reset", {{"now", "sim reset: 'now' is one word too many."}}, "sim reset");
     EXPECT_FALSE(sandbox.clock().isPaused());
 }
 
@@ -200,15 +197,19 @@ TEST_F(SimCommand, RefusesBadRecordings)
 {
     const TemporaryDirectory directory;
     const WorkingDirectory here(directory.path());
-    for (const char* const words :
-         {"", "/steps=5", "/path=", "/path", "/path=a.csv /steps=0", "/path=a.csv /steps=x",
-          "/path=a.csv /steps=10001", "/path=a.csv 5", "a.csv", "/path=a.csv /path=b.csv"}) {
-        EXPECT_EQ(Lines({"    Invalid usage", "    ", kRecordDescription, kRecordHelp}),
-                  answerTo(std::string("sim record ") + words))
-            << words;
-    }
-    EXPECT_EQ(Lines({"    Unrecognized switch '/colour'", kRecordDescription, kRecordHelp}),
-              answerTo("sim record /path=a.csv /colour=red"));
+    expectErrors("sim record",
+                 {{"", "/path: nothing given; expected a file."},
+                  {"/steps=5", "/path: nothing given; expected a file."},
+                  {"/path=", "/path: '' is no file."},
+                  {"/path", "/path: nothing given; expected a file."},
+                  {"/path=a.csv /steps=0", "/steps: 0 is below 1."},
+                  {"/path=a.csv /steps=x", "/steps: 'x' is not a whole number from 1 to 10000."},
+                  {"/path=a.csv /steps=10001", "/steps: 10001 is above 10000."},
+                  {"/path=a.csv 5", "sim record: '5' is one word too many."},
+                  {"a.csv", "sim record: 'a.csv' is one word too many."},
+                  {"/path=a.csv /path=b.csv", "/path: given twice."},
+                  {"/path=a.csv /colour=red", "sim record: '/colour' is not /path or /steps."}},
+                 kRecordUsage);
     EXPECT_TRUE(std::filesystem::is_empty(directory.path()));
 }
 
@@ -219,6 +220,48 @@ TEST_F(SimCommand, SendsItsProgressWhereItIsRedirected)
     answerTo("sim record /path=a.csv /steps=1 > progress.txt");
 
     EXPECT_EQ("        step 1 of 1\n    Wrote steps 1 to 1 to 'a.csv'.\n", directory.read("progress.txt"));
+}
+
+TEST_F(SimCommand, FailsIfARecordingCantBeWritten)
+{
+    const console::commands::FailureCounter failures(sandbox.console());
+    answerTo("particles count 1");
+    answerTo("sim record /path=/dev/null /steps=1");
+    EXPECT_EQ(0U, failures.count());
+    answerTo("sim record /path=/no/such/a.csv");
+    EXPECT_EQ(1U, failures.count());
+    answerTo("sim record /path=/dev/full /steps=1");
+    EXPECT_EQ(2U, failures.count());
+}
+
+TEST_F(SimCommand, FailsIfARecordingIsWorking)
+{
+    const console::commands::FailureCounter failures(sandbox.console());
+    sandbox.recording().moveToBackground();
+    answerTo("sim record /path=/dev/null /steps=10");
+    EXPECT_EQ(0U, failures.count());
+    const Lines working{"    Still recording to '/dev/null', step 0 of 10.  'sim reset' ends that."};
+    EXPECT_EQ(working, answerTo("sim step"));
+    EXPECT_EQ(working, answerTo("sim record /path=/dev/null"));
+    EXPECT_EQ(2U, failures.count());
+}
+
+TEST_F(SimCommand, IsDescribedByHelp)
+{
+    EXPECT_EQ(Lines({"    Shows or sets how fast simulated time passes.",
+                     "    Usage: sim speed [FACTOR]\n"
+                     "        FACTOR: a number from 0.1 to 10. 1 is as fast as a clock."}),
+              answerTo("help sim speed"));
+    EXPECT_EQ(Lines({"    Moves the simulation on at once, paused or not.",
+                     "    Usage: sim step [COUNT]\n"
+                     "        COUNT: a whole number from 1 to 10000, by default 1. Steps of 1/120 s."}),
+              answerTo("help sim step"));
+    EXPECT_EQ(
+        Lines({"    Moves the simulation on and writes the places of its first 100 particles to a CSV file.",
+               "    Usage: sim record /path=FILE [/steps=NUMBER]\n"
+               "        /path: a file. Quote a name with spaces.\n"
+               "        /steps: a whole number from 1 to 10000, by default 600."}),
+        answerTo("help sim record"));
 }
 
 } // namespace

@@ -1,10 +1,11 @@
 #include "sandbox/program/Batch.h"
 
-#include "sandbox/commands/QuitCommand.h"
+#include "sandbox/commands/SandboxCommands.h"
 #include "sandbox/program/Complaint.h"
 #include "sandbox/program/LogPrinter.h"
 #include "sandbox/program/Sandbox.h"
 #include "sandbox/program/StartupFile.h"
+#include "zephyr/console/commands/Failure.h"
 
 #include <QFile>
 
@@ -18,7 +19,10 @@ namespace zephyr::sandbox {
 namespace {
 
 constexpr char kStopped[] = "stopped in '%1': %2.";
+constexpr char kOneFailed[] = "a command failed: %1";
+constexpr char kSomeFailed[] = "%1 commands failed, the last with: %2";
 
+constexpr int kCommandFailed = 1;
 constexpr int kFailed = 2;
 
 std::filesystem::path pathOf(const QString& file) { return QFile::encodeName(file).toStdString(); }
@@ -29,6 +33,13 @@ std::optional<QString> complaintAboutFiles(const QString& file, const StartupCho
 {
     const std::optional<QString> complaint = complaintAboutStartup(startup, console);
     return complaint ? complaint : complaintAbout(file, pathOf(file));
+}
+
+QString complaintAbout(const console::commands::FailureCounter& failures)
+{
+    const QString last = QString::fromStdU32String(failures.lastLine());
+    return failures.count() == 1 ? QString(kOneFailed).arg(last)
+                                 : QString(kSomeFailed).arg(failures.count()).arg(last);
 }
 
 /// Runs both files. \return what a command threw, in one line for the user; nothing if none did.
@@ -59,6 +70,7 @@ int runBatch(const QString& file, const StartupChoice& startup)
     LogPrinter printer(sandbox.console(), stdout);
     printer.printNew();
     sandbox.console().setObserver([&] { printer.printNew(); }); // each line as it is written
+    const console::commands::FailureCounter failures(sandbox.console());
     const std::optional<QString> runError = runFiles(file, startup, sandbox.console());
     sandbox.console().setObserver({});
     if (runError) {
@@ -68,6 +80,10 @@ int runBatch(const QString& file, const StartupChoice& startup)
     if (printer.error()) {
         complainAboutOutput(*printer.error());
         return kFailed;
+    }
+    if (failures.count() > 0) {
+        complain(complaintAbout(failures));
+        return kCommandFailed;
     }
     return 0;
 }

@@ -1,6 +1,6 @@
 #include "sandbox/program/GuardedRun.h"
 
-#include "sandbox/commands/QuitCommand.h"
+#include "sandbox/commands/SandboxCommands.h"
 #include "sandbox/program/Sandbox.h"
 #include "zephyr/console/DepthLimitError.h"
 #include "zephyr/console/ExceptionLine.h"

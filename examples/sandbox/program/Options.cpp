@@ -17,7 +17,9 @@ constexpr char kProgramDescription[] =
     "--screenshot, --quit.\n"
     "Console files are searched for in the runpath: the program's own directory, the current one, and the "
     "program's scenes.\n"
-    "In a batch, simulated time passes in 'sim step' and 'sim record' only.\n"
+    "In a batch, simulated time passes in 'sim step' and 'sim record' only. It ends with status 1 if a "
+    "command "
+    "failed.\n"
     "QT_QPA_PLATFORM=offscreen makes a window that needs no screen.";
 
 constexpr const char* kHelpOption = "help";
@@ -33,17 +35,23 @@ constexpr const char* kPlainOption = "plain";
 constexpr const char* kNoStartupOption = "no-startup";
 constexpr const char* kStartupOption = "startup";
 constexpr const char* kProbeKeysOption = "probe-keys";
+constexpr const char* kReferenceOption = "reference";
+
+constexpr const char* kMarkdown = "markdown";
+constexpr const char* kJson = "json";
 
 constexpr std::array kWindowOnly{kSizeOption, kExecOption,     kTypeOption, kScreenshotOption,
                                  kQuitOption, kPrintLogOption, kPlainOption};
 constexpr std::array kWithFile{kBatchOption, kScreenshotOption, kStartupOption};
+constexpr std::array kAlone{kProbeKeysOption, kReferenceOption};
 
 constexpr char kBadSize[] = "'--size' takes WIDTHxHEIGHT, each from 1 to 16384, not '%1'.";
 constexpr char kUnexpected[] = "Unexpected argument '%1'.";
 constexpr char kNoFile[] = "'--%1' needs the name of a file.";
 constexpr char kNotInBatch[] = "'--%1' needs a window, which '--batch' does without.";
 constexpr char kBothStartups[] = "'--startup' and '--no-startup' exclude each other.";
-constexpr char kNotAlone[] = "'--probe-keys' takes no other option.";
+constexpr char kNotAlone[] = "'--%1' takes no other option.";
+constexpr char kBadReference[] = "'--reference' takes 'markdown' or 'json', not '%1'.";
 
 constexpr int kMaxSide = 16384; // pixels
 
@@ -69,6 +77,8 @@ void declareOptions(QCommandLineParser& parser)
         {kProbeKeysOption,
          "Only open a window that shows and prints what each key sends, and whether it opens "
          "the console. Closing the window, or pressing Escape twice, ends it."},
+        {kReferenceOption, "Only print what can be typed into the console. FORMAT is 'markdown' or 'json'.",
+         "FORMAT"},
     });
 }
 
@@ -81,6 +91,15 @@ std::optional<QSize> sizeFrom(const QString& text)
         return std::nullopt;
     }
     return size;
+}
+
+std::optional<console::commands::ReferenceFormat> referenceFormatFrom(const QString& text)
+{
+    using console::commands::ReferenceFormat;
+    if (text == kMarkdown) {
+        return ReferenceFormat::Markdown;
+    }
+    return text == kJson ? std::optional(ReferenceFormat::Json) : std::nullopt;
 }
 
 /// What is wrong with a command line whose options are all known, if anything.
@@ -105,8 +124,13 @@ std::optional<QString> errorIn(const QCommandLineParser& parser)
     if (parser.isSet(kStartupOption) && parser.isSet(kNoStartupOption)) {
         return kBothStartups;
     }
-    if (parser.isSet(kProbeKeysOption) && parser.optionNames().size() > 1) {
-        return kNotAlone;
+    for (const char* const name : kAlone) {
+        if (parser.isSet(name) && parser.optionNames().size() > 1) {
+            return QString(kNotAlone).arg(name);
+        }
+    }
+    if (parser.isSet(kReferenceOption) && !referenceFormatFrom(parser.value(kReferenceOption))) {
+        return QString(kBadReference).arg(parser.value(kReferenceOption));
     }
     return std::nullopt;
 }
@@ -130,6 +154,7 @@ Options optionsOf(const QCommandLineParser& parser)
     options.wantsHelp = parser.isSet(kHelpOption);
     options.wantsVersion = parser.isSet(kVersionOption);
     options.probesKeys = parser.isSet(kProbeKeysOption);
+    options.reference = referenceFormatFrom(parser.value(kReferenceOption));
     options.startup = startupChoiceOf(parser);
     options.batch = valueOf(kBatchOption, parser);
     options.size = sizeFrom(parser.value(kSizeOption)).value_or(options.size);

@@ -1,6 +1,8 @@
 #ifndef ZEPHYR_SANDBOX_PROGRAM_OPTIONS_H
 #define ZEPHYR_SANDBOX_PROGRAM_OPTIONS_H
 
+#include "zephyr/console/commands/Reference.h"
+
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -31,7 +33,8 @@ struct Options
 {
     bool wantsHelp = false;
     bool wantsVersion = false;
-    bool probesKeys = false; ///< Only show what keys send.
+    bool probesKeys = false;                                     ///< Only show what keys send.
+    std::optional<console::commands::ReferenceFormat> reference; ///< Only print what can be typed.
     StartupChoice startup;
     std::optional<QString> batch;      ///< Console file to run without a window.
     QSize size{1280, 720};             ///< Size of the window, in logical pixels.

@@ -1,14 +1,9 @@
 #include "sandbox/program/Sandbox.h"
 
-#include "sandbox/commands/AliasSaveCommand.h"
-#include "sandbox/commands/LogSaveCommand.h"
-#include "sandbox/commands/ObstacleCommand.h"
-#include "sandbox/commands/ParticlesCommand.h"
-#include "sandbox/commands/QuitCommand.h"
-#include "sandbox/commands/SimCommand.h"
-#include "sandbox/commands/WindCommand.h"
+#include "sandbox/commands/SandboxCommands.h"
 #include "zephyr/common/SystemPaths.h"
 #include "zephyr/console/RunConsoleFileCommand.h"
+#include "zephyr/console/commands/StandardCommands.h"
 
 #include <filesystem>
 #include <system_error>
@@ -41,13 +36,22 @@ Sandbox::Sandbox() : mConsole(std::make_shared<console::Console>())
     for (const std::filesystem::path& directory : dataDirectories()) {
         mConsole->appendRunpath(directory);
     }
-    mConsole->registerCommand(std::make_unique<WindCommand>(mSimulation));
-    mConsole->registerCommand(std::make_unique<SimCommand>(mSimulation, mClock, mRecording));
-    mConsole->registerCommand(std::make_unique<ParticlesCommand>(mSimulation));
-    mConsole->registerCommand(std::make_unique<ObstacleCommand>(mSimulation));
-    mConsole->registerCommand(std::make_unique<AliasSaveCommand>());
-    mConsole->registerCommand(std::make_unique<LogSaveCommand>());
-    mConsole->registerCommand(std::make_unique<QuitCommand>([this] { quit(); }));
+    addCommands();
+}
+
+void Sandbox::addCommands()
+{
+    addWind(*mConsole, mSimulation);
+    addSim(*mConsole, mSimulation, mClock, mRecording);
+    addParticles(*mConsole, mSimulation);
+    addObstacle(*mConsole, mSimulation);
+    addQuit(*mConsole, [this] { quit(); });
+    console::commands::addAliasSave(*mConsole);
+    console::commands::addClear(*mConsole, [this] { clear(); });
+    console::commands::addEcho(*mConsole);
+    console::commands::addHistory(*mConsole);
+    console::commands::addLogSave(*mConsole);
+    console::commands::addVars(*mConsole);
     mConsole->registerCommand(std::make_unique<console::RunConsoleFileCommand>());
 }
 
@@ -63,6 +67,13 @@ void Sandbox::quit()
     mRecording.end(*mConsole);
     if (mWhenQuitting) {
         mWhenQuitting();
+    }
+}
+
+void Sandbox::clear()
+{
+    if (mWhenClearing) {
+        mWhenClearing();
     }
 }
 

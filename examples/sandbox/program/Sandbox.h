@@ -1,7 +1,7 @@
 #ifndef ZEPHYR_SANDBOX_PROGRAM_SANDBOX_H
 #define ZEPHYR_SANDBOX_PROGRAM_SANDBOX_H
 
-#include "sandbox/commands/Recording.h"
+#include "sandbox/recording/Recording.h"
 #include "sandbox/simulation/Simulation.h"
 #include "sandbox/simulation/SimulationClock.h"
 #include "zephyr/console/Console.h"
@@ -12,8 +12,8 @@
 
 namespace zephyr::sandbox {
 
-/// A simulation and the console that controls it, with the commands `wind`, `sim`, `particles`,
-/// `obstacle`, `alias_save`, `log_save`, `quit` and `run`.
+/// A simulation and the console that controls it, with the commands `wind`, `sim`, `particles`, `obstacle`, `quit` and
+/// `run`, and those that many programs want: `alias_save`, `clear`, `echo`, `history`, `log_save` and `vars`.
 ///
 /// - It is: what a window and a batch run have in common. It is not: a program; it has neither options nor a window.
 /// - Threads: belongs to the thread that made it, except for what Console allows other threads.
@@ -40,17 +40,23 @@ public:
     /// Makes the command `quit` call `callback` before it throws.
     void whenQuitting(std::function<void()> callback) { mWhenQuitting = std::move(callback); }
 
+    /// Makes the command `clear` call `callback`, which may be empty: without a window there is nothing to clear.
+    void whenClearing(std::function<void()> callback) { mWhenClearing = std::move(callback); }
+
     /// Whether the command `quit` has run. Nothing may be passed to the console after that.
     bool isQuitting() const { return mIsQuitting; }
 
 private:
+    void addCommands();
     void quit();
+    void clear();
 
     Simulation mSimulation;
     SimulationClock mClock;
     Recording mRecording{mSimulation};
     bool mIsQuitting = false;
     std::function<void()> mWhenQuitting;
+    std::function<void()> mWhenClearing;
     std::shared_ptr<console::Console> mConsole; // last, since its commands refer to the others
 };
 

@@ -47,6 +47,7 @@ SandboxWindow::SandboxWindow(Sandbox& sandbox, bool isPlain)
     setTitle(kTitle);
     mConsoleHost->setPlain(isPlain);
     mSandbox.recording().moveToBackground();
+    mSandbox.whenClearing([this] { mConsoleHost->clearView(); });
     using console::qt::ConsoleHost;
     QObject::connect(mConsoleHost.get(), &ConsoleHost::exceptionCaught, this, [this] {
         if (mSandbox.isQuitting()) {
@@ -57,6 +58,8 @@ SandboxWindow::SandboxWindow(Sandbox& sandbox, bool isPlain)
     QObject::connect(&mTimer, &QTimer::timeout, this, &SandboxWindow::tick);
     mTimer.start(kTickInterval);
 }
+
+SandboxWindow::~SandboxWindow() { mSandbox.whenClearing({}); }
 
 void SandboxWindow::whenShown(std::function<void()> callback) { mWhenShown = std::move(callback); }
 

@@ -32,6 +32,7 @@ public:
     /// Moves the sandbox's recordings to the background, where the window keeps them working. A plain window draws the
     /// console without the kit's view.
     explicit SandboxWindow(Sandbox& sandbox, bool isPlain = false);
+    ~SandboxWindow() override;
 
     /// `callback` is called once, after the window has been painted for the first time.
     void whenShown(std::function<void()> callback);

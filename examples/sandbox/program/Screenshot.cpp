@@ -1,6 +1,6 @@
 #include "sandbox/program/Screenshot.h"
 
-#include "sandbox/commands/FileWriting.h"
+#include "sandbox/recording/FileWriting.h"
 
 #include <QBuffer>
 #include <QImage>

@@ -1,6 +1,6 @@
 #include "sandbox/program/StartupFile.h"
 
-#include "sandbox/commands/ConsoleFileName.h"
+#include "sandbox/program/ConsoleFileName.h"
 #include "zephyr/console/Console.h"
 
 #include <QFileInfo>

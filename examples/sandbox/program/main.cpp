@@ -3,8 +3,10 @@
 #include "sandbox/program/Complaint.h"
 #include "sandbox/program/Options.h"
 #include "sandbox/program/Printing.h"
+#include "sandbox/program/Sandbox.h"
 #include "sandbox/program/Utf8Locale.h"
 #include "sandbox/program/WindowRun.h"
+#include "zephyr/console/commands/Reference.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -50,6 +52,10 @@ int runWithoutWindow(const Options& options, int argc, char** argv)
     if (options.wantsVersion) {
         return printOut("zephyr-sandbox " ZEPHYR_SANDBOX_VERSION "\n");
     }
+    if (options.reference) {
+        Sandbox sandbox;
+        return printOut(QString::fromStdString(reference(sandbox.console(), *options.reference)));
+    }
     return runBatch(*options.batch, options.startup);
 }
 
@@ -76,7 +82,7 @@ int main(int argc, char** argv)
         return kFailed;
     }
     const auto& options = *std::get_if<Options>(&parsed);
-    if (options.wantsHelp || options.wantsVersion || options.batch) {
+    if (options.wantsHelp || options.wantsVersion || options.reference || options.batch) {
         return runWithoutWindow(options, argc, argv);
     }
     const QGuiApplication application(argc, argv);

@@ -212,8 +212,7 @@ void ConsoleAccessibility::tellCursor()
 void ConsoleAccessibility::followFocus()
 {
     if (QAccessible::isActive() && mIsHeard && hasFocus()) {
-        QMetaObject::invokeMethod(
-            this, [this] { tellFocus(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, [this] { tellFocus(); }, Qt::QueuedConnection);
     }
 }
 

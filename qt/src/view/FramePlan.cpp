@@ -7,10 +7,12 @@
 #include "zephyr/console/Console.h"
 #include "zephyr/console/ConsoleSnapshot.h"
 
-#include <QFontMetrics>
+#include <QFontMetricsF>
+#include <QString>
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <string>
 #include <utility>
 
@@ -27,7 +29,19 @@ constexpr int kMaxListRows = 8;
 constexpr std::size_t kHitReach = 4096;
 constexpr std::size_t kMaxListColumns = 200; // of a text that is measured
 
-int columns(const std::u32string& text) { return static_cast<int>(std::min(text.size(), kMaxListColumns)); }
+/// The width of a text's first columns, in logical pixels.
+int widthOf(const std::u32string& text, const ViewFont& font)
+{
+    const std::size_t size = std::min(text.size(), kMaxListColumns);
+    const auto end = text.begin() + static_cast<std::ptrdiff_t>(size);
+    const bool isAscii = std::all_of(text.begin(), end, [](char32_t c) { return c >= U' ' && c <= U'~'; });
+    const double width =
+        isAscii && font.columnWidth()
+            ? *font.columnWidth() * static_cast<double>(size)
+            : QFontMetricsF(font.font())
+                  .horizontalAdvance(QString::fromStdU32String(withSigns(text.substr(0, size))));
+    return static_cast<int>(std::ceil(width));
+}
 
 /// How many rows there is room for: the baseline of row k is at (k + 1) times the line height, as ConsoleRenderer's.
 int capacityOf(const ViewFont& font, int height)
@@ -83,8 +97,7 @@ public:
 
     void plan(const ConsoleInput& input)
     {
-        const InputRows inputRows(shownInput(input), mState.recalled ? QString() : mState.composition, mFont,
-                                  rowWidth(mPlan.size));
+        const InputRows inputRows(shownInput(input), mState.composition, mFont, rowWidth(mPlan.size));
         const int room = mCapacity - mBarRows;
         const int inputCount = std::min(static_cast<int>(inputRows.rows().size()), std::max(1, room / 2));
         mPlan.page = room - inputCount;
@@ -186,7 +199,8 @@ private:
         mPlan.newEntries = mPlan.logSize - std::min(mPlan.logSize, seen);
         if (mPlan.newEntries > 0) {
             const int room = std::max(0, mPlan.size.width() - kScrollBarWidth - kScrollBarMargin);
-            const int width = std::min(room, mFont.lineHeight() * 10);
+            mPlan.markText = QString(QStringLiteral("%1 new below")).arg(mPlan.newEntries).toStdU32String();
+            const int width = std::min(room, mFont.lineHeight() + widthOf(mPlan.markText, mFont));
             mPlan.mark = QRect(room - width, mPlan.log.back().top, width, mFont.lineHeight());
         }
     }
@@ -232,29 +246,51 @@ private:
         const int below = mCapacity - mBarRows - usedRows();
         const int wanted = std::min(count, kMaxListRows);
         const bool isAbove = above >= wanted || above >= below;
-        const int rows = std::min(wanted, isAbove ? above : below);
+        const int room = isAbove ? above : below;
+        const int rows = std::min(wanted, room);
         if (rows <= 0) {
             return;
         }
         const int selected = static_cast<int>(mState.list.selected.value_or(0));
         const int first = std::clamp(selected - rows / 2, 0, count - rows);
         mPlan.listFirst = static_cast<std::size_t>(first);
+        mPlan.noteText = noteOf(mPlan.listFirst, static_cast<std::size_t>(rows));
         const int top = topOf(isAbove ? above - rows : usedRows() + mBarRows, mFont);
         const int left = static_cast<int>(3 * mFont.spaceWidth());
-        mPlan.list =
-            QRect(left, top, std::max(0, std::min(listWidth(), mPlan.size.width() - left - kScrollBarWidth)),
-                  rows * mFont.lineHeight());
+        const int height = mFont.lineHeight();
+        const int width = std::max(0, std::min(listWidth(), mPlan.size.width() - left - kScrollBarWidth));
+        mPlan.list = QRect(left, top, width, rows * height);
+        if (!mPlan.noteText.empty() && rows < room) { // at the end that is farther from the line
+            mPlan.note = QRect(left, isAbove ? top - height : top + rows * height, width, height);
+        }
+    }
+
+    std::u32string noteOf(std::size_t first, std::size_t rows) const
+    {
+        if (mState.list.areSuggestions) {
+            return U"Did you mean:";
+        }
+        if (rows >= mState.list.count) {
+            return {};
+        }
+        const std::size_t begin = mState.list.first + first;
+        return QString(QStringLiteral("%1 to %2 of %3"))
+            .arg(begin + 1)
+            .arg(begin + rows)
+            .arg(mState.list.count)
+            .toStdU32String();
     }
 
     int listWidth()
     {
+        const int space = static_cast<int>(std::ceil(mFont.spaceWidth()));
         int description = 0;
         for (const ViewState::Offer& offer : mState.list.offers) {
-            mPlan.listColumns = std::max(mPlan.listColumns, columns(offer.text));
-            description = std::max(description, columns(offer.description));
+            mPlan.listTexts = std::max(mPlan.listTexts, widthOf(offer.text, mFont));
+            description = std::max(description, widthOf(offer.description, mFont));
         }
-        const int both = mPlan.listColumns + (description > 0 ? description + 2 : 0);
-        return static_cast<int>(std::ceil(mFont.spaceWidth() * (both + 2)));
+        const int both = mPlan.listTexts + (description > 0 ? description + 2 * space : 0);
+        return std::max(both, widthOf(mPlan.noteText, mFont)) + 2 * space;
     }
 
     const ViewState& mState;

@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace zephyr::console {
@@ -45,12 +46,15 @@ struct FramePlan
     std::vector<TextRange> hits; ///< Of what is looked for, in the rows of the log, in order.
     int page = 0;                ///< How many rows of the log there is room for.
     std::size_t newEntries = 0;  ///< Below the view, since its end was last in it.
-    QRect mark;                  ///< Says how many there are; empty if there are none.
+    std::u32string markText;     ///< Says how many there are; empty if there are none.
+    QRect mark;                  ///< Where it stands; empty if there are none.
     QRect track;                 ///< Of the scroll bar; empty while all of the log is in view.
     QRect thumb;                 ///< Of the scroll bar.
     QRect list;                  ///< The list of offers; empty for none.
     std::size_t listFirst = 0;   ///< The index into the state's offers of its first line.
-    int listColumns = 0;         ///< The number of columns that its texts take, without the descriptions.
+    int listTexts = 0;           ///< The width of its texts, without the descriptions.
+    std::u32string noteText;     ///< What is said of the list as a whole; empty for nothing.
+    QRect note;                  ///< Where that stands; empty if there is nothing or no room for it.
     QRect bar;                   ///< The bar below the input line; empty for none.
     std::size_t logSize = 0;     ///< The log's number of entries.
 

@@ -66,28 +66,30 @@ void NameSteps::begin(const Console& console, const SharedTexts& names, bool add
         found == names.end() ? std::nullopt : std::optional(static_cast<std::size_t>(found - names.begin()));
 }
 
-void NameSteps::step(Console& console, bool backwards, const PressKey& press)
+bool NameSteps::step(Console& console, bool backwards, const PressKey& press)
 {
     const std::size_t count = mNames.size();
     const std::size_t from = mIndex.value_or(backwards ? 0 : count - 1);
-    goTo(console, (from + (backwards ? count - 1 : 1)) % count, press);
+    return goTo(console, (from + (backwards ? count - 1 : 1)) % count, press);
 }
 
-void NameSteps::goTo(Console& console, std::size_t index, const PressKey& press)
+bool NameSteps::goTo(Console& console, std::size_t index, const PressKey& press)
 {
     const std::u32string name = mNames[index];
     replaceFirstWord(console, name, press);
     ConsoleInput input = console.readInput();
-    if (mNames.size() == 1 && mAddsSpace && input.text == name) {
+    const bool getsSpace = mNames.size() == 1 && mAddsSpace && input.text == name;
+    if (getsSpace) {
         press(0, Qt::NoModifier, U" ");
     }
     if (mNames.size() == 1 || firstWord(input.text) != name) { // a full line takes no more
         end();
-        return;
+        return getsSpace;
     }
     mIndex = index;
     mLine = std::move(input.text);
     mCursor = input.cursor;
+    return false;
 }
 
 } // namespace zephyr::console::qt

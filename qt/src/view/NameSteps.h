@@ -37,11 +37,11 @@ public:
     void begin(const Console& console, const SharedTexts& names, bool addsSpace);
 
     /// Puts the next name on the line, or the previous one, and wraps around at both ends. Stepping ends where there is
-    /// but one name.
-    void step(Console& console, bool backwards, const PressKey& press);
+    /// but one name. \return whether the name got a space.
+    bool step(Console& console, bool backwards, const PressKey& press);
 
     /// Puts the name at `index` on the line, as a step to it would.
-    void goTo(Console& console, std::size_t index, const PressKey& press);
+    bool goTo(Console& console, std::size_t index, const PressKey& press);
 
     /// Ends the stepping.
     void end() { *this = {}; }

@@ -238,6 +238,10 @@ void Offers::pressOther(Console& console, int key, int modifiers, const std::u32
 {
     mSteps.end();
     const ConsoleInput before = console.readInput();
+    const std::optional<ConsoleInput> spaced = std::exchange(mSpaced, std::nullopt);
+    if (text == U" " && spaced && isSame(*spaced, before)) {
+        return; // typed by habit: a second one would make an empty word
+    }
     if (runsLine(key)) {
         mIsDismissed = true; // also where the line stays, as its command threw
         press(key, modifiers, text);
@@ -312,7 +316,9 @@ void Offers::stepNames(Console& console, const std::u32string& word, const Tab& 
     }
     mKind = isFitting ? Kind::Names : Kind::Suggestions;
     mSteps.begin(console, names, isFitting);
-    mSteps.step(console, tab.isBackwards(), tab.press);
+    if (mSteps.step(console, tab.isBackwards(), tab.press)) {
+        mSpaced = console.readInput();
+    }
 }
 
 /// Lets the console complete, and follows what it did.
@@ -349,7 +355,9 @@ void Offers::pickName(Console& console, std::size_t index, const PressKey& press
     if (!mSteps.isAt(console)) {
         mSteps.begin(console, mTexts, mKind == Kind::Names);
     }
-    mSteps.goTo(console, index, press);
+    if (mSteps.goTo(console, index, press)) {
+        mSpaced = console.readInput();
+    }
 }
 
 /// Presses Tab or Backtab until the candidate stands on the line, the shorter way round.

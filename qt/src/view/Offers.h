@@ -119,7 +119,8 @@ private:
     std::optional<std::size_t> mSelected;
     std::optional<std::u32string>
         mMadeFor; // the word of mTexts that are names, the line of those that are candidates
-    std::optional<ConsoleInput> mSeen; // at the last update; nothing if the console was closed
+    std::optional<ConsoleInput> mSeen;   // at the last update; nothing if the console was closed
+    std::optional<ConsoleInput> mSpaced; // as a name that got its space left it
     bool mIsDismissed = false;
     bool mIsBusy = false; // with keys or host code, in a function further out on the stack
 };

@@ -6,6 +6,7 @@
 #include <QColor>
 #include <QPointF>
 #include <QRectF>
+#include <QRegion>
 
 #include <memory>
 #include <string_view>
@@ -28,9 +29,13 @@ public:
     /// What the glyphs cover, in logical pixels from the text's top left corner, with a margin for hinting and rounding.
     const QRectF& ink() const { return mInk; }
 
+    /// The height of its row, in logical pixels.
+    int lineHeight() const { return mLineHeight; }
+
 private:
     RowLayout mLayout;
     QRectF mInk;
+    int mLineHeight;
 };
 
 /// One thing of a frame: a ground, a text, or a text on a ground. Places are in logical pixels. Equal items are painted
@@ -47,6 +52,13 @@ struct PaintItem
         bool isUnderlined = false;
 
         bool operator==(const Mark&) const = default;
+
+        /// Whether `next` goes on in the same look where this one ends.
+        bool endsBefore(const Mark& next) const
+        {
+            return begin + length == next.begin && ground == next.ground && ink == next.ink &&
+                   isUnderlined == next.isUnderlined;
+        }
     };
 
     std::shared_ptr<const PaintedText> text; ///< Null for none.
@@ -67,6 +79,11 @@ struct PaintItem
 
     /// Paints it with an active painter that counts in logical pixels, and changes the painter's pen.
     void paint(QPainter& painter) const;
+
+private:
+    void paintMarked(QPainter& painter) const;
+    QRegion regionOf(const Mark& mark) const;
+    void underline(QPainter& painter, const Mark& mark) const;
 };
 
 } // namespace zephyr::console::qt

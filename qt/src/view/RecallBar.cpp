@@ -12,6 +12,8 @@ namespace zephyr::console::qt {
 
 namespace {
 
+constexpr std::size_t kMostShown = 4096; // code points: more than anybody types, and quick to lay out
+
 /// Whether a key goes on with the line that was found, as in a shell.
 bool takesLine(int key)
 {
@@ -59,7 +61,8 @@ RecallBar::Result RecallBar::press(const KeyPress& press)
 
 std::optional<std::u32string> RecallBar::line() const
 {
-    return mSearch.record() ? std::optional(std::u32string(mSearch.line())) : std::nullopt;
+    return mSearch.record() ? std::optional(std::u32string(mSearch.line().substr(0, kMostShown)))
+                            : std::nullopt;
 }
 
 ViewState::Bar RecallBar::bar() const

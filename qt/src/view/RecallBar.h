@@ -41,7 +41,8 @@ public:
     /// The record that was found, as an index into the history, or none.
     std::optional<std::size_t> record() const { return mSearch.record(); }
 
-    /// The line that was found, or none.
+    /// The line that was found, as far as it is shown: a host may have put one of any length into the history. None if
+    /// nothing was found.
     std::optional<std::u32string> line() const;
 
     /// What it shows.

@@ -1,5 +1,6 @@
 #include "RowLayout.h"
 
+#include <QRectF>
 #include <QTextLine>
 #include <QTextOption>
 
@@ -54,6 +55,23 @@ std::size_t RowLayout::indexAt(double x) const
 std::size_t RowLayout::nextGrapheme(std::size_t index) const
 {
     return mText.indexAt(mLayout.nextCursorPosition(unitAt(index)));
+}
+
+std::vector<std::pair<double, double>> RowLayout::spansOf(int begin, int length) const
+{
+    const QTextLine line = mLayout.lineAt(0);
+    const int end = begin + length;
+    begin = graphemeStart(mLayout, begin);
+    if (std::none_of(mGlyphs.begin(), mGlyphs.end(),
+                     [](const QGlyphRun& run) { return run.isRightToLeft(); })) {
+        return {{line.cursorToX(begin), line.cursorToX(end)}};
+    }
+    std::vector<std::pair<double, double>> spans;
+    for (const QGlyphRun& run : line.glyphRuns(begin, end - begin)) { // each is of one direction
+        const QRectF covered = run.boundingRect();
+        spans.emplace_back(covered.left(), covered.right());
+    }
+    return spans;
 }
 
 double RowLayout::width() const

@@ -10,6 +10,8 @@
 
 #include <cstddef>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace zephyr::console::qt {
 
@@ -38,6 +40,10 @@ public:
 
     /// The width of the text, in logical pixels, blanks at its end included.
     double width() const;
+
+    /// The left and right ends of what `length` units of the layout from `begin` on cover, in logical pixels. There are
+    /// several where letters from the left and from the right stand side by side.
+    std::vector<std::pair<double, double>> spansOf(int begin, int length) const;
 
     /// What is drawn, with the row's top left corner as origin.
     const QList<QGlyphRun>& glyphs() const { return mGlyphs; }

@@ -3,6 +3,7 @@
 #include "zephyr/console/Console.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace zephyr::console::qt {
 
@@ -50,9 +51,11 @@ std::optional<Row> RowScroll::topRow(const Log& log) const
 
 void RowScroll::scrollBy(std::int64_t rows, const Log& log)
 {
+    constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max(); // its negation is a number too
     const std::optional<Row> top = topRow(log);
     if (top) {
-        showAtTop((rows > 0 ? stepBack(*top, rows, log) : stepOn(*top, -rows, log)).place(), log);
+        showAtTop((rows > 0 ? stepBack(*top, rows, log) : stepOn(*top, -std::max(rows, -kMost), log)).place(),
+                  log);
     }
 }
 

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 #include <utility>
 
 namespace zephyr::console::qt {
@@ -36,7 +37,13 @@ View::View(QObject& context, std::shared_ptr<ConsoleLender> console, Host host)
 {
     mSearch.setInterval(0);
     mShare.setState(std::make_shared<const ViewState>(state()));
-    QObject::connect(&mSearch, &QTimer::timeout, &context, [this] { searchOn(); });
+    QObject::connect(&mSearch, &QTimer::timeout, &context, [this] {
+        try {
+            searchOn();
+        } catch (const std::bad_alloc&) {
+            mSearch.stop(); // the next key of the bar goes on
+        }
+    });
 }
 
 // Keys
@@ -65,12 +72,13 @@ bool View::actsAtOnce(const KeyPress& press) const
     }
 }
 
-bool View::press(Console& console, const KeyPress& press)
+bool View::press(Console& console, const KeyPress& press, bool isLate)
 {
     if (mRecall.isOpen() && pressOnRecallBar(console, press)) {
         return true;
     }
-    if (mFind.isOpen() && pressOnFindBar(press)) {
+    const bool isForFindBar = mFind.isOpen() && !isLate;
+    if (isForFindBar && pressOnFindBar(press)) {
         return true;
     }
     switch (actionOf(press)) {
@@ -86,12 +94,14 @@ bool View::press(Console& console, const KeyPress& press)
     case ViewAction::ZoomToNormal: zoom(-mZoom); return true;
     default: break;
     }
-    if (mFind.isOpen()) {
+    if (isForFindBar) {
         return true; // a key that would change the line, which is not what the user looks at
     }
-    mScroll.follow();
-    mSelection.clear();
-    publish();
+    if (!mFind.isOpen()) {
+        mScroll.follow();
+        mSelection.clear();
+        publish();
+    }
     return false;
 }
 
@@ -127,6 +137,7 @@ bool View::pressOnFindBar(const KeyPress& press)
 
 void View::openFindBar()
 {
+    mRecall.close();
     if (!mFind.isOpen()) {
         const std::shared_ptr<const FramePlan> plan = mShare.plan();
         const bool hasRows = mScroll.top() && plan && !plan->log.empty();
@@ -206,9 +217,8 @@ void View::takeRecalled(Console& console)
 
 PressKey View::presser() const
 {
-    return [this](int key, int modifiers, const std::u32string& text) {
-        mHost.press({key, modifiers, text});
-    };
+    return
+        [this](int key, int modifiers, const std::u32string& text) { mHost.press({key, modifiers, text}); };
 }
 
 void View::pressOnConsole(Console& console, const KeyPress& press)
@@ -245,6 +255,7 @@ ViewState::List View::offers(Console& console)
     }
     list.first = mOfferWindow.first();
     list.count = mOffers.count();
+    list.areSuggestions = mOffers.areSuggestions();
     if (const std::optional<std::size_t> selected = mOffers.selected()) {
         list.selected = *selected - list.first;
     }
@@ -265,7 +276,7 @@ std::optional<RowScroll::Log> View::logOf(const Console& console, const FramePla
 std::shared_ptr<const ViewFont> View::fontFor(const Look& look)
 {
     const double size = std::max(kMinPointSize, look.fontSize);
-    if (mFont == nullptr || mFont->font().family() != look.fontFamily || mFont->font().pointSizeF() != size) {
+    if (mFont == nullptr || !mFont->isMadeOf(look.fontFamily, size)) {
         mFont = std::make_shared<const ViewFont>(look.fontFamily, size);
     }
     return mFont;
@@ -484,6 +495,9 @@ ViewState View::state()
     } else if (mRecall.isOpen()) {
         state.bar = mRecall.bar();
         state.recalled = mRecall.line();
+    }
+    if (state.bar) {
+        state.bar->composition = std::exchange(state.composition, {}).toStdU32String();
     }
     return state;
 }

@@ -46,6 +46,7 @@ public:
 
     /// What the thread that paints and this object tell each other.
     ViewShare& share() { return mShare; }
+    const ViewShare& share() const { return mShare; }
 
     // Keys
 
@@ -55,8 +56,9 @@ public:
     /// Whether a key acts at once, while a line runs too, since it doesn't touch the console.
     bool actsAtOnce(const KeyPress& press) const;
 
-    /// Handles a key. \return whether it was one for the view; else it is the console's.
-    bool press(Console& console, const KeyPress& press);
+    /// Handles a key. `isLate`: whether it waited for the end of a line, so that a find bar which was opened meanwhile
+    /// is not what it was meant for. \return whether it was one for the view; else it is the console's.
+    bool press(Console& console, const KeyPress& press, bool isLate = false);
 
     /// Presses a key on the console that press() left to it. Tab does what the list of offers promises.
     void pressOnConsole(Console& console, const KeyPress& press);

@@ -37,7 +37,9 @@ std::optional<double> columnWidthOf(const QFont& font)
 } // namespace
 
 ViewFont::ViewFont(const QString& family, double pointSize)
-    : mFont(fontOf(family, pointSize)),
+    : mFamily(family),
+      mPointSize(pointSize),
+      mFont(fontOf(family, pointSize)),
       mLineHeight(std::max(1, QFontMetrics(mFont).height())),
       mAscent(QFontMetrics(mFont).ascent()),
       mSpaceWidth(QFontMetricsF(mFont).horizontalAdvance(QChar(u' '))),

@@ -17,6 +17,12 @@ public:
     /// A monospaced font, or what the system has in its place. `pointSize` must be positive.
     ViewFont(const QString& family, double pointSize);
 
+    /// Whether it is what would be made of these.
+    bool isMadeOf(const QString& family, double pointSize) const
+    {
+        return mFamily == family && mPointSize == pointSize;
+    }
+
     /// The font itself.
     const QFont& font() const { return mFont; }
 
@@ -39,6 +45,8 @@ public:
     const std::optional<double>& columnWidth() const { return mColumnWidth; }
 
 private:
+    QString mFamily; // as it was asked for; that of the font may be a list's first
+    double mPointSize;
     QFont mFont;
     int mLineHeight;
     int mAscent;

@@ -33,8 +33,7 @@ bool ViewFrames::isPlanned(const Console& console, const ConsoleInput& input, co
 
 const std::shared_ptr<const ViewFont>& ViewFrames::fontFor(const Look& look)
 {
-    if (mFont == nullptr || mFont->font().family() != look.fontFamily ||
-        mFont->font().pointSizeF() != look.fontSize) {
+    if (mFont == nullptr || !mFont->isMadeOf(look.fontFamily, look.fontSize)) {
         mFont = std::make_shared<const ViewFont>(look.fontFamily, look.fontSize);
     }
     return mFont;

@@ -9,6 +9,7 @@ namespace {
 constexpr Qt::KeyboardModifiers kNone = Qt::NoModifier;
 constexpr Qt::KeyboardModifiers kShift = Qt::ShiftModifier;
 constexpr Qt::KeyboardModifiers kCtrl = Qt::ControlModifier;
+constexpr Qt::KeyboardModifiers kAlt = Qt::AltModifier;
 
 } // namespace
 
@@ -30,7 +31,14 @@ const std::vector<KeyUse>& keyUses()
     constexpr const char* kZoom = "make the text larger, smaller, and as large as at first";
     constexpr const char* kLeave =
         "closes what is on top: the offers, a bar, the selection; then, if the line is empty, the console";
+    constexpr const char* kToggle = "open and close the console";
+    constexpr const char* kOlderHit = "go to the next older hit";
+    constexpr const char* kNewerHit = "go back to the newer hit";
+    constexpr const char* kCase = "tells upper and lower case apart, or no longer";
+    constexpr const char* kRecords = "show an older line, and a newer one";
     static const std::vector<KeyUse> uses{
+        {"Back-quote, Shift+Escape", kToggle, Qt::Key_QuoteLeft, kNone, Action::None},
+        {"Back-quote, Shift+Escape", kToggle, Qt::Key_Escape, kShift, Action::None},
         {"Enter", kEnter, Qt::Key_Return, kNone, Action::None},
         {"Enter", kEnter, Qt::Key_Enter, kNone, Action::None},
         {"Up, Down", kRecall, Qt::Key_Up, kNone, Action::None},
@@ -59,6 +67,13 @@ const std::vector<KeyUse>& keyUses()
         {"Ctrl++, Ctrl+-, Ctrl+0", kZoom, Qt::Key_Minus, kCtrl, Action::ZoomOut},
         {"Ctrl++, Ctrl+-, Ctrl+0", kZoom, Qt::Key_0, kCtrl, Action::ZoomToNormal},
         {"Escape", kLeave, Qt::Key_Escape, kNone, Action::Leave},
+        {"Enter, Up in the find bar", kOlderHit, Qt::Key_Return, kNone, Action::None},
+        {"Enter, Up in the find bar", kOlderHit, Qt::Key_Up, kNone, Action::None},
+        {"Shift+Enter, Down in the find bar", kNewerHit, Qt::Key_Return, kShift, Action::None},
+        {"Shift+Enter, Down in the find bar", kNewerHit, Qt::Key_Down, kNone, Action::None},
+        {"Alt+C in the find bar", kCase, Qt::Key_C, kAlt, Action::None},
+        {"Ctrl+R or Up, Down in the history's bar", kRecords, Qt::Key_Up, kNone, Action::None},
+        {"Ctrl+R or Up, Down in the history's bar", kRecords, Qt::Key_Down, kNone, Action::None},
     };
     return uses;
 }

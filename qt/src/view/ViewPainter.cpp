@@ -19,8 +19,9 @@ namespace zephyr::console::qt {
 
 namespace {
 
-constexpr QRgb kBoxColor = qRgba(48, 48, 48, 240); // behind the list of offers and the bar
-constexpr QRgb kHitColor = qRgba(110, 90, 0, 255); // behind a hit
+constexpr double kBoxShare = 0.19; // of the difference from the background to white or black
+constexpr int kBoxAlpha = 240;
+constexpr double kHitShare = 0.43; // of the difference from the background to the colour of the current hit
 constexpr QRgb kCurrentHitColor = qRgba(255, 200, 0, 255);
 constexpr QRgb kTrackColor = qRgba(128, 128, 128, 60);
 constexpr int kThumbAlpha = 160;
@@ -37,18 +38,41 @@ QColor colorOf(const Look& look, Tone tone)
     }
 }
 
-/// The color of text on a light ground: that of the background without its transparency.
-QColor inkOn(const Look& look)
-{
-    QColor ink = look.background;
-    ink.setAlpha(255);
-    return ink;
-}
-
 QColor withAlpha(QColor color, int alpha)
 {
     color.setAlpha(alpha);
     return color;
+}
+
+/// The color of text on a ground in a text's colour: that of the background without its transparency.
+QColor inkOn(const Look& look) { return withAlpha(look.background, 255); }
+
+/// The color that is a share of the way from one to another.
+QColor between(const QColor& from, const QColor& to, double share)
+{
+    const auto mix = [share](int a, int b) { return static_cast<int>(std::lround(a + (b - a) * share)); };
+    return {mix(from.red(), to.red()), mix(from.green(), to.green()), mix(from.blue(), to.blue())};
+}
+
+/// The ground of the bar and of the list of offers, on which text can be read as well as on the background.
+QColor boxColor(const Look& look)
+{
+    const QColor ground = inkOn(look);
+    const QColor far = ground.lightness() < 128 ? Qt::white : Qt::black;
+    return withAlpha(between(ground, far, kBoxShare), kBoxAlpha);
+}
+
+/// The ground of a hit, on which the text keeps its colour.
+QColor hitColor(const Look& look)
+{
+    return between(inkOn(look), QColor::fromRgba(kCurrentHitColor), kHitShare);
+}
+
+/// The ink on the current hit: the darker one of the text's and the background's, as its ground is light.
+QColor currentHitInk(const Look& look)
+{
+    const QColor ink = inkOn(look);
+    return ink.lightness() < look.text.lightness() ? ink : look.text;
 }
 
 std::u32string cutToWidth(const std::u32string& text, int width, const ViewFont& font)
@@ -59,7 +83,7 @@ std::u32string cutToWidth(const std::u32string& text, int width, const ViewFont&
         .toStdU32String();
 }
 
-/// Marks the part of `range` that is on `row`, if any.
+/// Marks the part of `range` that is on `row`, if any, together with the mark before where they touch.
 void markPart(std::vector<PaintItem::Mark>& marks, const TextRange& range, PaintItem::Mark mark,
               const Row& row, const RowLayout& layout)
 {
@@ -68,7 +92,11 @@ void markPart(std::vector<PaintItem::Mark>& marks, const TextRange& range, Paint
     if (from < to) {
         mark.begin = layout.unitAt(from.offset - row.begin);
         mark.length = layout.unitAt(to.offset - row.begin) - mark.begin;
-        marks.push_back(mark);
+        if (!marks.empty() && marks.back().endsBefore(mark)) {
+            marks.back().length += mark.length;
+        } else {
+            marks.push_back(mark);
+        }
     }
 }
 
@@ -135,15 +163,16 @@ std::vector<PaintItem::Mark> ViewPainter::marksOf(const Row& row)
         return marks;
     }
     const Text text = textOf(row.text);
-    const QColor ink = inkOn(mState->look);
-    for (const TextRange& hit : mPlan->hits) {
-        const PaintItem::Mark mark =
-            mState->find.current == hit.from
-                ? PaintItem::Mark{0, 0, QColor::fromRgba(kCurrentHitColor), ink}
-                : PaintItem::Mark{0, 0, QColor::fromRgba(kHitColor), mState->look.text};
-        markPart(marks, hit, mark, row, text->layout());
+    const Look& look = mState->look;
+    const PaintItem::Mark current{0, 0, QColor::fromRgba(kCurrentHitColor), currentHitInk(look)};
+    const PaintItem::Mark other{0, 0, hitColor(look), colorOf(look, row.tone)};
+    const TextPlace end{row.entry, row.begin + row.text.size()};
+    auto hit = std::partition_point(mPlan->hits.begin(), mPlan->hits.end(),
+                                    [&row](const TextRange& range) { return range.to <= row.place(); });
+    for (; hit != mPlan->hits.end() && hit->from < end; ++hit) {
+        markPart(marks, *hit, mState->find.current == hit->from ? current : other, row, text->layout());
     }
-    markPart(marks, mState->selection, {0, 0, mState->look.text, ink}, row, text->layout());
+    markPart(marks, mState->selection, {0, 0, look.text, inkOn(look)}, row, text->layout());
     return marks;
 }
 
@@ -199,7 +228,7 @@ void ViewPainter::addBar()
     }
     const ViewState::Bar& bar = *mState->bar;
     const QRect& place = mPlan->bar;
-    addGround(place, QColor::fromRgba(kBoxColor));
+    addGround(place, boxColor(mState->look));
     const double label = addText(bar.label, place.topLeft(), withAlpha(mState->look.text, kDimAlpha));
     const std::u32string status = cutToWidth(bar.status, place.width() / 2, *mPlan->font);
     const int statusWidth =
@@ -209,15 +238,24 @@ void ViewPainter::addBar()
 
     // The cursor stays in view: what is left of the room is for the text before it.
     const double room = place.width() - label - statusWidth - 2 * mPlan->font->lineHeight();
-    const double cursor = textOf(bar.text)->layout().xOf(bar.cursor);
+    const std::u32string text =
+        withSigns(bar.text.substr(0, bar.cursor) + bar.composition + bar.text.substr(bar.cursor));
+    const RowLayout& layout = textOf(text)->layout();
+    const std::size_t composed = bar.cursor + bar.composition.size();
+    const double cursor = layout.xOf(composed);
     const double left = label - std::max(0.0, cursor - std::max(0.0, room));
     const QRectF field(label, place.top(), std::max(0.0, room) + mPlan->font->lineHeight(), place.height());
     if (field.isEmpty()) {
         return;
     }
-    addText(bar.text, QPointF(std::floor(left), place.top()), mState->look.input, field);
+    if (addText(text, QPointF(std::floor(left), place.top()), mState->look.input, field) > 0.0 &&
+        !bar.composition.empty()) {
+        const int from = layout.unitAt(bar.cursor);
+        mItems.back().marks.push_back({from, layout.unitAt(composed) - from, {}, mState->look.input, true});
+    }
     const QRectF caret(left + cursor, place.top(), std::max(1.0, mPlan->font->spaceWidth() / 4),
                        place.height());
+    mCursor = (caret & field).toAlignedRect();
     addGround(caret & field, mState->look.input);
 }
 
@@ -226,10 +264,8 @@ void ViewPainter::addMark()
     if (mPlan->mark.isEmpty()) {
         return;
     }
-    const std::u32string text =
-        QString(QStringLiteral("%1 new below")).arg(mPlan->newEntries).toStdU32String();
     addGround(mPlan->mark, mState->look.text);
-    addText(cutToWidth(text, mPlan->mark.width(), *mPlan->font),
+    addText(cutToWidth(mPlan->markText, mPlan->mark.width(), *mPlan->font),
             mPlan->mark.topLeft() + QPoint(mPlan->font->lineHeight() / 2, 0), inkOn(mState->look));
 }
 
@@ -246,7 +282,12 @@ void ViewPainter::addList()
     if (mPlan->list.isEmpty()) {
         return;
     }
-    addGround(mPlan->list, QColor::fromRgba(kBoxColor));
+    addGround(mPlan->list | mPlan->note, boxColor(mState->look));
+    if (!mPlan->note.isEmpty()) {
+        const int space = static_cast<int>(std::ceil(mPlan->font->spaceWidth()));
+        addText(cutToWidth(mPlan->noteText, mPlan->note.width() - space, *mPlan->font),
+                mPlan->note.topLeft() + QPoint(space, 0), withAlpha(mState->look.text, kDimAlpha));
+    }
     const int rows = mPlan->list.height() / mPlan->font->lineHeight();
     for (int i = 0; i < rows; ++i) {
         addOffer(mPlan->listFirst + static_cast<std::size_t>(i), i);
@@ -263,11 +304,11 @@ void ViewPainter::addOffer(std::size_t index, int row)
         addGround(place, mState->look.input);
     }
     const QColor ink = isSelected ? inkOn(mState->look) : mState->look.input;
-    const int space = static_cast<int>(mPlan->font->spaceWidth());
+    const int space = static_cast<int>(std::ceil(mPlan->font->spaceWidth()));
     const int left = place.left() + space;
     addText(cutToWidth(withSigns(offer.text), place.right() - left, *mPlan->font), QPoint(left, place.top()),
             ink);
-    const int description = left + static_cast<int>(mPlan->font->spaceWidth() * (mPlan->listColumns + 2));
+    const int description = left + mPlan->listTexts + 2 * space;
     addText(cutToWidth(withSigns(offer.description), place.right() - description, *mPlan->font),
             QPoint(description, place.top()), withAlpha(ink, kDimAlpha));
 }

@@ -33,7 +33,7 @@ public:
     /// Paints a frame with an active painter that counts in logical pixels, and leaves the painter's state changed.
     void paint(QPainter& painter, const FramePlan& plan, const ViewState& state, bool isCursorShown);
 
-    /// Where the cursor is in the last frame, in logical pixels.
+    /// Where the cursor is in the last frame, in logical pixels: a bar's if there is one, else the input line's.
     const QRect& cursor() const { return mCursor; }
 
 private:

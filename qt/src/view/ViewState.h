@@ -22,9 +22,10 @@ struct ViewState
     struct Bar
     {
         std::u32string label;
-        std::u32string text;    ///< What is typed into it.
-        std::size_t cursor = 0; ///< Index into text.
-        std::u32string status;  ///< At the right.
+        std::u32string text;             ///< What is typed into it.
+        std::size_t cursor = 0;          ///< Index into text.
+        std::u32string status;           ///< At the right.
+        std::u32string composition = {}; ///< What an input method composes at the cursor.
 
         bool operator==(const Bar&) const = default;
     };
@@ -55,6 +56,7 @@ struct ViewState
         std::optional<std::size_t> selected; ///< Index into offers.
         std::size_t first = 0;               ///< The index of the first one among all.
         std::size_t count = 0;               ///< How many there are in all.
+        bool areSuggestions = false;         ///< Whether they are what may have been meant, as nothing fits.
 
         bool operator==(const List&) const = default;
     };

@@ -258,6 +258,34 @@ TEST_F(AFramePlan, HasAListThatLeavesTheInputLineInView)
     EXPECT_LE(frame.list.bottom(), frame.input.front().top);
 }
 
+TEST_F(AFramePlan, SaysWhichPartOfALongListIsInView)
+{
+    for (int i = 0; i < 8; ++i) {
+        state.list.offers.push_back({U"name", U""});
+    }
+    state.list.count = 8;
+    EXPECT_TRUE(plan().note.isEmpty());
+    state.list.count = 100;
+    state.list.first = 16;
+    const FramePlan frame = plan();
+    EXPECT_EQ(U"17 to 24 of 100", frame.noteText);
+    EXPECT_EQ(frame.list.top(), frame.note.bottom() + 1);
+    EXPECT_EQ(frame.list.width(), frame.note.width());
+    EXPECT_GT(frame.note.width(), static_cast<int>(15 * font->spaceWidth()));
+    EXPECT_EQ(U"17 to 19 of 100", plan(5).noteText) << "where there is room for three";
+    EXPECT_TRUE(plan(5).note.isEmpty());
+}
+
+TEST_F(AFramePlan, GivesWideLettersTheirRoomInTheList)
+{
+    font = test::proportional(10.0);
+    state.list.offers = {{U"WWWW", U"Four wide letters."}};
+    state.list.count = 1;
+    const int wide = plan().listTexts;
+    state.list.offers = {{U"iiii", U"Four letters."}};
+    EXPECT_GT(wide, 2 * plan().listTexts);
+}
+
 TEST(CoveredSize, IsThePartThatTheLookNames)
 {
     ViewState state;

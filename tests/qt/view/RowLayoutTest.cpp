@@ -52,6 +52,40 @@ TEST_F(ARowLayout, FindsTheGraphemeAtAPlace)
     EXPECT_EQ(5U, row.indexAt(column * 3.5)) << "behind the end";
 }
 
+TEST_F(ARowLayout, TellsWhatAPartCovers)
+{
+    const RowLayout row(U"abcd", *font);
+    const auto spans = row.spansOf(1, 2);
+    ASSERT_EQ(1U, spans.size());
+    EXPECT_DOUBLE_EQ(column, spans[0].first);
+    EXPECT_DOUBLE_EQ(3 * column, spans[0].second);
+}
+
+TEST_F(ARowLayout, CoversAWholeGraphemeForAPartOfIt)
+{
+    const RowLayout row(U"ae\u0301b", *font);
+    for (const int begin : {1, 2}) {
+        const auto spans = row.spansOf(begin, 1);
+        ASSERT_EQ(1U, spans.size());
+        EXPECT_DOUBLE_EQ(column, spans[0].first) << begin;
+        EXPECT_DOUBLE_EQ(2 * column, spans[0].second) << begin;
+    }
+}
+
+TEST_F(ARowLayout, CoversPartsThatStandApartWhereDirectionsMeet)
+{
+    const RowLayout row(U"ab\u05d0\u05d1\u05d2cd", *font); // the middle three stand in the opposite order
+    const auto left = row.spansOf(2, 3);
+    ASSERT_EQ(1U, left.size());
+    EXPECT_DOUBLE_EQ(row.xOf(0) + 2 * column, left[0].first);
+    const auto apart = row.spansOf(1, 2); // "b", and the first of the three at their right end
+    ASSERT_EQ(2U, apart.size());
+    EXPECT_DOUBLE_EQ(column, apart[0].first);
+    EXPECT_DOUBLE_EQ(2 * column, apart[0].second);
+    EXPECT_GT(apart[1].first, 3 * column);
+    EXPECT_DOUBLE_EQ(left[0].second, apart[1].second);
+}
+
 TEST_F(ARowLayout, CountsAnIndexWithinAGraphemeAsItsStart)
 {
     const RowLayout row(U"ae\u0301\u0302b", *font);

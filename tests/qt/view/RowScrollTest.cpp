@@ -59,6 +59,9 @@ TEST_F(ARowScroll, FollowsAgainAtTheEnd)
     scroll.scrollBy(7, log());
     scroll.scrollBy(-100, log());
     EXPECT_FALSE(scroll.top().has_value());
+    scroll.scrollBy(7, log());
+    scroll.scrollBy(std::numeric_limits<std::int64_t>::min(), log());
+    EXPECT_FALSE(scroll.top().has_value());
 }
 
 TEST_F(ARowScroll, StopsAtTheBeginning)

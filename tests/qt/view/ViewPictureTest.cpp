@@ -440,5 +440,54 @@ TEST(ViewPicture, DoesNotServeForFramesThatAreLargerThanADisplay)
     EXPECT_TRUE(view.frames.picture().isNull());
 }
 
+TEST(ViewFrames, KeepTheirFontWhereTheLookNamesSeveralFamilies)
+{
+    Console console;
+    ViewFrames frames;
+    const auto state = std::make_shared<ViewState>();
+    state->look.fontFamily = "DejaVu Sans Mono, monospace";
+    const auto font = frames.plan(console, {}, state, {400, 200})->font;
+    EXPECT_EQ(font, frames.plan(console, {}, state, {400, 210})->font);
+}
+
+TEST(ViewPainter, PutsTheListAndTheBarOnALightGroundInALightLook)
+{
+    PaintedView view;
+    view.state.look.background = Qt::white;
+    view.state.look.text = view.state.look.input = Qt::black;
+    view.state.list.offers = {{U"help", U"Says what there is."}};
+    view.state.list.count = 1;
+    view.state.bar = ViewState::Bar{U"Find: ", U"row", 3, U"1 of 1"};
+    const QImage frame = view.paint();
+    EXPECT_GT(qGray(frame.pixel(view.plan->list.bottomRight() * view.ratio)), 150);
+    EXPECT_GT(qGray(frame.pixel(view.plan->bar.center() * view.ratio)), 150);
+}
+
+TEST(PaintItem, PaintsEachLetterOnceWhateverIsMarked)
+{
+    const ViewFont font("monospace", 10.0);
+    PaintItem item;
+    item.text = std::make_shared<const PaintedText>(U"a-b-c \u05d0\u05d1 d-e", font);
+    item.place = {10.5, 8.0};
+    item.ink = Qt::green;
+    const auto painted = [&item] {
+        QImage image(200, 40, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::black);
+        QPainter painter(&image);
+        item.paint(painter);
+        return image;
+    };
+    const QImage plain = painted();
+    for (int unit = 1; unit < 12; unit += 2) {
+        item.marks.push_back({unit, 1, {}, Qt::green});
+    }
+    EXPECT_EQ(plain, painted()) << "in the same colour";
+    item.marks.back().ink = Qt::red;
+    const QImage colored = painted();
+    EXPECT_NE(plain, colored);
+    item.marks[0].ground = Qt::blue;
+    EXPECT_NE(colored, painted());
+}
+
 } // namespace
 } // namespace zephyr::console::qt

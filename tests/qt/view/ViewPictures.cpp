@@ -9,7 +9,6 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QInputMethodEvent>
-#include <QLinearGradient>
 #include <QPainter>
 #include <QString>
 #include <QTest>
@@ -61,6 +60,8 @@ public:
 
     void write(const std::u32string& text) { mConsole->write(text, Output); }
 
+    void writeIndented(const std::u32string& text) { mConsole->writeIndented(text, 4); }
+
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::keyClick(&mWindow, key, modifiers);
@@ -91,10 +92,9 @@ public:
         QImage image(kSize * ratio, QImage::Format_RGB32);
         image.setDevicePixelRatio(ratio);
         QPainter painter(&image);
-        QLinearGradient sky(0, 0, 0, kSize.height());
-        sky.setColorAt(0.0, QColor(70, 110, 170));
-        sky.setColorAt(1.0, QColor(150, 180, 200));
-        painter.fillRect(QRect(QPoint(0, 0), kSize), sky);
+        painter.fillRect(QRect(QPoint(0, 0), kSize), QColor(70, 110, 170)); // a sky
+        painter.fillRect(QRect(0, kSize.height() * 2 / 3, kSize.width(), kSize.height()),
+                         QColor(150, 140, 90));
         mHost.paint(painter);
         return image;
     }
@@ -111,11 +111,13 @@ QImage wrapping(double ratio)
     scene.write(U"A line that is longer than the window is wide goes on in the next row, wrapped at its "
                 U"words, and is "
                 U"copied as the one line that it is.");
-    scene.write(U"    Where it begins with an indent, the rows that follow keep it.");
+    scene.writeIndented(
+        U"An answer stands behind its indent, and so do the rows in which a long one goes on, to the "
+        U"last.");
     scene.write(
         U"Wide \u6f22\u5b57\u304b\u306a \ud55c\uad6d\uc5b4, from the right "
         U"\u0627\u0644\u0633\u0644\u0627\u0645 \u05e9\u05dc\u05d5\u05dd, marks e\u0301 a\u0308\u0323, signs "
-        U"\u2211 \u263a \U0001F600, a tab\there.");
+        U"\u2211 \u263a, emoji \U0001F680 \U0001F469\u200D\U0001F52C, a tab\there.");
     scene.write(U"Qt warning: the texture is larger than the card can hold");
     scene.write(U"Qt critical: the file of the scene can't be read");
     scene.type("wind set a line being typed that wraps as well, with the cursor always in sight at its end");

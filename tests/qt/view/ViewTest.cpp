@@ -255,6 +255,16 @@ TEST_F(ViewTest, SearchesTheHistory)
     EXPECT_FALSE(state().bar);
 }
 
+TEST_F(ViewTest, ShowsTheBeginningOfAVeryLongLineOfTheHistory)
+{
+    console->addToHistory(U"long " + std::u32string(1000000, U'x'));
+    press(Qt::Key_R, kCtrl);
+    type(U"long");
+    ASSERT_TRUE(state().recalled);
+    EXPECT_LT(state().recalled->size(), 10000U);
+    EXPECT_EQ(U"long x", state().recalled->substr(0, 6));
+}
+
 TEST_F(ViewTest, RunsTheLineThatWasFound)
 {
     type(U"help one\nhelp two\n");
@@ -264,6 +274,44 @@ TEST_F(ViewTest, RunsTheLineThatWasFound)
     press(Qt::Key_Return);
     EXPECT_EQ(U"help one", console->readLogPart(before, 0, 100).text);
     EXPECT_EQ(U"", console->activeInput());
+}
+
+TEST_F(ViewTest, GivesTheKeysToTheBarThatWasOpenedLast)
+{
+    type(U"help one\n");
+    press(Qt::Key_R, kCtrl);
+    type(U"one");
+    press(Qt::Key_F, kCtrl);
+    type(U"abc");
+    ASSERT_TRUE(state().bar);
+    EXPECT_EQ(U"Find: ", state().bar->label);
+    EXPECT_EQ(U"abc", state().bar->text);
+    EXPECT_FALSE(state().recalled);
+    press(Qt::Key_R, kCtrl);
+    type(U"h");
+    EXPECT_EQ(U"History: ", state().bar->label);
+    EXPECT_EQ(U"h", state().bar->text);
+}
+
+TEST_F(ViewTest, ComposesInTheBarThatHasTheKeys)
+{
+    view.setComposition("ni");
+    EXPECT_EQ("ni", state().composition);
+    for (const int key : {Qt::Key_F, Qt::Key_R}) {
+        press(key, kCtrl);
+        EXPECT_EQ(U"ni", state().bar->composition);
+        EXPECT_TRUE(state().composition.isEmpty());
+        press(Qt::Key_Escape);
+        EXPECT_EQ("ni", state().composition);
+    }
+}
+
+TEST_F(ViewTest, KeepsALateKeyFromTheFindBar)
+{
+    press(Qt::Key_F, kCtrl);
+    const KeyPress late{0, Qt::NoModifier, U"x"};
+    EXPECT_FALSE(view.press(*console, late, true));
+    EXPECT_EQ(U"", state().bar->text);
 }
 
 TEST_F(ViewTest, KeepsTheLineWhereNothingIsRecalled)
@@ -286,6 +334,15 @@ TEST_F(ViewTest, OffersWhatFitsTheLine)
     EXPECT_FALSE(frame()->list.isEmpty());
     press(Qt::Key_Tab);
     EXPECT_EQ(U"help ", console->activeInput());
+}
+
+TEST_F(ViewTest, SaysThatOffersAreGuesses)
+{
+    type(U"hepl");
+    ASSERT_EQ(1U, state().list.offers.size());
+    EXPECT_TRUE(state().list.areSuggestions);
+    EXPECT_EQ(U"Did you mean:", frame()->noteText);
+    EXPECT_FALSE(frame()->note.isEmpty());
 }
 
 TEST_F(ViewTest, OffersFromTheFirstLetterOn)

@@ -79,7 +79,15 @@ public:
         return self();
     }
 
-    /// What Tab offers beside what the type offers: texts, each a whole value.
+    /// Values that Tab offers, beside what the type offers; others are allowed too.
+    template <typename... Offers>
+    Self& offers(const Offers&... values)
+    {
+        mData.offers = {detail::textOf(values)...};
+        return self();
+    }
+
+    /// As offers(), but asks each time: texts, each a whole value.
     Self& candidates(std::function<std::vector<std::u32string>()> fn)
     {
         mData.candidates = std::move(fn);

@@ -34,6 +34,16 @@ public:
         return *this;
     }
 
+    /// An argument may be typed as `/name=value` too, in place of the word.
+    Parameter& orByName()
+    {
+        mIsNamed = true;
+        return *this;
+    }
+
+    /// Whether it may be typed as `/name=value`.
+    bool isNamed() const { return mIsNamed || mForm == Form::Option; }
+
     /// How it is typed.
     Form form() const { return mForm; }
 
@@ -48,6 +58,7 @@ public:
 
 private:
     Form mForm;
+    bool mIsNamed = false;
     std::u32string mName;
     std::u32string mDescription;
     std::optional<std::u32string> mDefault;

@@ -42,7 +42,7 @@ namespace zephyr::console::qt {
 ///   Shift; Backspace, Delete, Left and Right with Ctrl too; and Ctrl+V, also with Shift;
 /// - Escape and dead keys, also with Shift, which belong to whoever types even where they do nothing;
 /// - unless it is plain, Shift+Insert, Ctrl+F, Ctrl+R, Ctrl with plus, minus and 0; Ctrl+C while something is selected;
-///   and Alt+C in the find bar.
+///   all of these also with Shift; and Alt+C in the find bar.
 ///
 /// These then act nowhere else, not as a shortcut either. All other keys reach the host as if the console were closed:
 /// function keys, modifier keys, and other shortcuts with Ctrl, Alt or Meta. Alt and a letter opens the host's menus; on
@@ -53,7 +53,8 @@ namespace zephyr::console::qt {
 /// what is on top: offers, a bar, the selection; then, if the line is empty, the console.
 ///
 /// While a line runs, the keys that arrive wait until it has ended, and then act in their order; repeats of Return are
-/// dropped. Only the keys that open and close the console act at once. So a command may process events.
+/// dropped. Only the keys that open and close the console act at once, and those of the view that leave the line alone:
+/// they copy, find, page and zoom. So a command may process events.
 ///
 /// The input method is on while the console is open, whoever has the focus, and hears of the console's line and cursor
 /// only. What is being composed is shown at the cursor.

@@ -28,6 +28,7 @@ struct LimitData
     std::vector<std::u32string> choices;
     std::u32string unit;
     std::vector<CheckData> checks;
+    std::vector<std::u32string> offers;
     std::function<std::vector<std::u32string>()> candidates;
 };
 

@@ -27,7 +27,7 @@ struct alignas(sizeof(T)) Aligned
 };
 
 /// Whether a T is read and written in one step by the processor.
-template <typename T, bool = kIsWord<T>&& std::is_trivially_copyable_v<T>>
+template <typename T, bool = kIsWord<T> && std::is_trivially_copyable_v<T>>
 struct IsLockFree : std::false_type
 {};
 

@@ -1,4 +1,4 @@
-#include "sandbox/commands/FileWriting.h"
+#include "sandbox/recording/FileWriting.h"
 
 #include <QFile>
 #include <QSaveFile>

@@ -1,19 +1,21 @@
-#include "sandbox/commands/Recording.h"
+#include "sandbox/recording/Recording.h"
 
-#include "sandbox/commands/AnswerIndent.h"
-#include "sandbox/commands/FileWriting.h"
+#include "sandbox/recording/FileWriting.h"
 #include "sandbox/simulation/Simulation.h"
-#include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
+#include "zephyr/console/commands/Failure.h"
 
 namespace zephyr::sandbox {
 
 using console::Console;
+using console::commands::CommandError;
+using console::commands::fail;
 using std::chrono::steady_clock;
 
 namespace {
 
 constexpr unsigned kProgressLines = 10;
+constexpr unsigned kAnswerIndent = 4;
 constexpr unsigned kProgressIndent = 8;
 
 constexpr char kStarted[] = "Recording to ";
@@ -30,16 +32,12 @@ bool completesTenth(unsigned done, unsigned all)
 
 } // namespace
 
-void Recording::start(const std::u32string& path, unsigned steps, Console& console)
+void Recording::start(const std::filesystem::path& path, unsigned steps, Console& console)
 {
-    if (complainIfWorking(console)) {
-        return;
-    }
-    const std::string name = StringUtil::toString(path);
-    mJob = Job{PositionRecorder(name), name, steps, mSimulation.stepCount() + 1};
+    refuseIfWorking();
+    mJob = Job{PositionRecorder(path.string()), path.string(), steps, mSimulation.stepCount() + 1};
     if (!mJob->recorder.isGood()) {
-        finish(console);
-        return;
+        return finish(console); // which throws
     }
     if (mIsInBackground) {
         console.writeIndented(kStarted + quotedPath() + ", " + std::to_string(steps) + " steps.",
@@ -54,23 +52,31 @@ void Recording::start(const std::u32string& path, unsigned steps, Console& conso
 void Recording::work(std::chrono::milliseconds atMost, Console& console)
 {
     const steady_clock::time_point end = steady_clock::now() + atMost;
-    while (isWorking() && !step(console) && steady_clock::now() < end) {
+    try {
+        while (isWorking() && !step(console) && steady_clock::now() < end) {
+        }
+    } catch (const CommandError& error) {
+        console.writeIndented(error.what(), kAnswerIndent);
     }
 }
 
 void Recording::end(Console& console)
 {
-    if (isWorking()) {
+    if (!isWorking()) {
+        return;
+    }
+    try {
         close(kEnded + quotedPath() + kEndedAt + progress() + ".", console);
+    } catch (const CommandError& error) {
+        console.writeIndented(error.what(), kAnswerIndent);
     }
 }
 
-bool Recording::complainIfWorking(Console& console) const
+void Recording::refuseIfWorking() const
 {
     if (isWorking()) {
-        console.writeIndented(kStillWorking + quotedPath() + ", " + progress() + kHowToEnd, kAnswerIndent);
+        fail(kStillWorking + quotedPath() + ", " + progress() + kHowToEnd);
     }
-    return isWorking();
 }
 
 /// Takes a step. \return whether progress was reported.
@@ -97,15 +103,18 @@ void Recording::finish(Console& console)
           console);
 }
 
-/// Ends the recording with the line `success`, or with the reason why the file could not be written; the system may
-/// give one only when the file is closed.
+/// Ends the recording with the line `success`. Throws CommandError if the file could not be written; the system may say
+/// so only when the file is closed.
 void Recording::close(const std::string& success, Console& console)
 {
     mJob->recorder.finish();
     const std::optional<std::string> error = mJob->recorder.error();
-    const std::string answer = error ? cantWrite(mJob->path, *error) : success;
+    const std::string path = mJob->path;
     mJob.reset();
-    console.writeIndented(answer, kAnswerIndent);
+    if (error) {
+        fail(cantWrite(path, *error));
+    }
+    console.writeIndented(success, kAnswerIndent);
 }
 
 std::string Recording::quotedPath() const { return '\'' + mJob->path + '\''; }

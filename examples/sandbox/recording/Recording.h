@@ -1,10 +1,11 @@
-#ifndef ZEPHYR_SANDBOX_COMMANDS_RECORDING_H
-#define ZEPHYR_SANDBOX_COMMANDS_RECORDING_H
+#ifndef ZEPHYR_SANDBOX_RECORDING_RECORDING_H
+#define ZEPHYR_SANDBOX_RECORDING_RECORDING_H
 
-#include "sandbox/commands/PositionRecorder.h"
+#include "sandbox/recording/PositionRecorder.h"
 
 #include <chrono>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -23,7 +24,8 @@ class Simulation;
 ///   the background it proceeds only when work() is called.
 /// - Threads: used by one thread at a time.
 /// - Ownership: borrows the simulation, which must outlive it.
-/// - Failure: ends the recording with one line in the console's log that says why.
+/// - Failure: ends the recording. start() throws, and so its command fails; later on, one line in the console's log says
+///   why.
 class Recording
 {
 public:
@@ -36,8 +38,8 @@ public:
     bool isWorking() const { return mJob.has_value(); }
 
     /// Records `steps` steps, at least one, to the file `path`. Returns when that is done, unless moveToBackground()
-    /// was called. While another recording is working, only answers with a line that says so.
-    void start(const std::u32string& path, unsigned steps, console::Console& console);
+    /// was called. Throws CommandError if another recording is working, or if the file can't be written.
+    void start(const std::filesystem::path& path, unsigned steps, console::Console& console);
 
     /// Takes at least one step, and more until `atMost` has passed or progress has been reported. Does nothing if no
     /// recording is working.
@@ -47,9 +49,8 @@ public:
     /// recording is working.
     void end(console::Console& console);
 
-    /// Answers with a line if a recording is working: nothing else may move the simulation on meanwhile.
-    /// \return whether a recording is working.
-    bool complainIfWorking(console::Console& console) const;
+    /// Throws CommandError if a recording is working: nothing else may move the simulation on meanwhile.
+    void refuseIfWorking() const;
 
 private:
     struct Job

@@ -1,6 +1,6 @@
-#include "sandbox/commands/PositionRecorder.h"
+#include "sandbox/recording/PositionRecorder.h"
 
-#include "sandbox/commands/FileWriting.h"
+#include "sandbox/recording/FileWriting.h"
 #include "sandbox/simulation/Simulation.h"
 
 #include <algorithm>
