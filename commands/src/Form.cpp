@@ -36,6 +36,15 @@ std::vector<Parameter> withUndescribed(std::vector<Parameter> described, const s
     return described;
 }
 
+/// Refuses a default that a user couldn't type.
+void checkDefault(const Parameter& described, const Shape& shape, const ValueRules& rules)
+{
+    if (shape.need != Need::Required || described.form() == Parameter::Form::Flag) {
+        refuse(described, " has no use for a default");
+    }
+    rules.checkDefault(*described.defaultText());
+}
+
 FormParameter bind(const Parameter& described, const Shape& shape)
 {
     requireName(described.name(), "a parameter");
@@ -51,14 +60,10 @@ FormParameter bind(const Parameter& described, const Shape& shape)
     if (described.isNamed() && shape.need == Need::Rest) {
         refuse(described, " takes several words, and can't be typed by its name");
     }
-    if (described.defaultText() &&
-        (shape.need != Need::Required || described.form() == Parameter::Form::Flag)) {
-        refuse(described, " has no use for a default");
-    }
     FormParameter parameter{described, shape.need,
                             ValueRules(*shape.type, described.data(), labelOf(described))};
-    if (described.defaultText() && !shape.type->make(*described.defaultText())) {
-        refuse(described, " can't have this default");
+    if (described.defaultText()) {
+        checkDefault(described, shape, parameter.rules);
     }
     return parameter;
 }

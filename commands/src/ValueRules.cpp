@@ -30,6 +30,10 @@ ValueRules::ValueRules(const ValueType& type, const LimitData& limits, std::u32s
         throw std::invalid_argument(StringUtil::toString(mLabel) +
                                     " can't have a range, since its type has no order");
     }
+    if (mLowest && mHighest && type.compare(mHighest.get(), mLowest.get()) == Comparison::Less) {
+        throw std::invalid_argument(StringUtil::toString(mLabel + U" can't have a range from " +
+                                                         *limits.lowest + U" to " + *limits.highest));
+    }
     for (const std::u32string& choice : limits.choices) {
         mChoices.push_back(make(choice, "choice"));
     }
@@ -55,6 +59,16 @@ ValueRules::Owned ValueRules::make(const std::u32string& text, const char* what)
     }
     throw std::invalid_argument(StringUtil::toString(mLabel) + " can't have the " + what + " '" +
                                 StringUtil::toString(text) + "': " + why);
+}
+
+void ValueRules::checkDefault(const std::u32string& text) const
+{
+    const Owned value = make(text, "default");
+    try {
+        check(text, value.get());
+    } catch (const ArgumentError& error) {
+        throw std::invalid_argument("a default breaks its limits: " + StringUtil::toString(error.line));
+    }
 }
 
 void ValueRules::read(const std::u32string& text, void* optional) const

@@ -29,6 +29,9 @@ public:
     /// Throws ArgumentError if `value` breaks a limit. `text` is how it was written.
     void check(const std::u32string& text, const void* value) const;
 
+    /// Throws `std::invalid_argument` if `text` is no value, or one that breaks a limit.
+    void checkDefault(const std::u32string& text) const;
+
     /// What a user is to give: "a number from 0 to 60 m/s", "on or off".
     const std::u32string& expected() const { return mExpected; }
 

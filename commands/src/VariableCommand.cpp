@@ -155,14 +155,7 @@ detail::AddedVariable detail::addVariable(Console& console, std::u32string name,
 {
     requireName(name, "a variable");
     auto rules = std::make_shared<const ValueRules>(type, limits.data(), name);
-    const std::u32string byDefault = state->defaultText();
-    if (const std::shared_ptr<const void> value = type.make(byDefault)) {
-        try {
-            rules->check(byDefault, value.get());
-        } catch (const ArgumentError& error) {
-            throw std::invalid_argument("a default breaks its limits: " + StringUtil::toString(error.line));
-        }
-    }
+    rules->checkDefault(state->defaultText());
     auto command = std::make_unique<VariableCommand>(std::move(name), std::move(description), rules, limits,
                                                      std::move(state));
     const std::weak_ptr<const Place> place = command->setPlace(console, *command, command->name());

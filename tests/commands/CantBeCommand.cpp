@@ -1,4 +1,4 @@
-// Functions that can't be a command, each on a line of its own that is marked as refused.
+// Functions that can't be a command, and other mistakes, each on a line of its own that says how it is refused.
 
 #include "zephyr/console/Console.h"
 #include "zephyr/console/commands/Command.h"
@@ -22,16 +22,20 @@ void addTo(zephyr::console::Console& console)
     using namespace zephyr::console::commands;
     add(console, U"x", U"", [](int, const std::u32string&, std::optional<bool>, Answer&) {});
     // clang-format off
-    add(console, U"x", U"", [](Unknown) {}); // refused
-    add(console, U"x", U"", [](int&) {}); // refused
-    add(console, U"x", U"", [](auto) {}); // refused
-    add(console, U"x", U"", Overloaded()); // refused
-    add(console, U"x", U"", [](Nameless) {}); // refused
-    add(console, U"x", U"", [] { return Unknown(); }); // refused
-    add(console, U"x", U"", [](int) {}, argument(U"a"), argument(U"b")); // refused
-    add(console, U"x", U"", 3); // refused
-    add(console, U"x", U"", [](zephyr::console::Console) {}); // refused
-    add(console, command(U"x", U"").sub(U"y", U"", [](std::vector<Unknown>) {})); // refused
-    add(console, U"x", U"", [](std::optional<std::optional<int>>) {}); // refused
+    add(console, U"x", U"", [](Unknown) {}); // refused: This function can't be a command
+    add(console, U"x", U"", [](int&) {}); // refused: This function can't be a command
+    add(console, U"x", U"", [](auto) {}); // refused: This function can't be a command
+    add(console, U"x", U"", Overloaded()); // refused: This function can't be a command
+    add(console, U"x", U"", [](Nameless) {}); // refused: This function can't be a command
+    add(console, U"x", U"", [] { return Unknown(); }); // refused: This function can't be a command
+    add(console, U"x", U"", [](int) {}, argument(U"a"), argument(U"b")); // refused: This function can't be a command
+    add(console, U"x", U"", 3); // refused: This function can't be a command
+    add(console, U"x", U"", [](zephyr::console::Console) {}); // refused: This function can't be a command
+    add(console, command(U"x", U"").sub(U"y", U"", [](std::vector<Unknown>) {})); // refused: This function can't be a command
+    add(console, U"x", U"", [](std::optional<std::optional<int>>) {}); // refused: This function can't be a command
+    Answer(console) << Unknown(); // refused: An answer takes texts
+    argument(U"a").check([](auto) { return true; }, U""); // refused: A check must have one signature
+    argument(U"a").check([](Unknown) { return true; }, U""); // refused: A check must have one signature
+    argument(U"a").check([](int, int) { return true; }, U""); // refused: A check must have one signature
     // clang-format on
 }

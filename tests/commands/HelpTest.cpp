@@ -1,5 +1,7 @@
 #include "commands/Wind.h"
 
+#include <algorithm>
+
 namespace zephyr::test {
 namespace {
 
@@ -61,6 +63,16 @@ TEST_F(CommandHelp, OfACommandWithoutSubCommandsIsNotEmpty)
                      ""}),
               textsOfAnswer("help fps"));
     EXPECT_EQ(Texts({"    Usage: quit\n        Ends the program.", ""}), textsOfAnswer("help quit"));
+}
+
+TEST_F(CommandHelp, OfAllCommandsShowsEachParameter)
+{
+    const Texts all = textsOfAnswer("help *");
+    const Texts set{"        set", "        Sets speed and heading.",
+                    "        Usage: wind set SPEED [/heading=NUMBER]\n"
+                    "        SPEED: a number from 0 to 60 m/s.\n"
+                    "        /heading: a number from 0 to 360."};
+    EXPECT_NE(all.end(), std::search(all.begin(), all.end(), set.begin(), set.end()));
 }
 
 TEST_F(CommandHelp, ListsTheCommand)

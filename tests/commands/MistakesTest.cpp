@@ -48,7 +48,11 @@ TEST(CommandMistakes, AreLimitsThatTheTypeCantHave)
               complaintAbout(argument(U"n").between(0, 99999999999)));
     EXPECT_EQ("the check of n is for another type",
               complaintAbout(argument(U"n").check([](double) { return true; }, U"")));
-    EXPECT_EQ("n can't have this default", complaintAbout(argument(U"n").byDefault(U"x")));
+    EXPECT_EQ("n can't have the default 'x': it is no whole number",
+              complaintAbout(argument(U"n").byDefault(U"x")));
+    EXPECT_EQ("a default breaks its limits: n: 4 is above 3.",
+              complaintAbout(argument(U"n").between(1, 3).byDefault(4)));
+    EXPECT_EQ("n can't have a range from 3 to 1", complaintAbout(argument(U"n").between(3, 1)));
 }
 
 TEST(CommandMistakes, AreFormsThatTheTypeCantHave)

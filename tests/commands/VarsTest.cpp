@@ -3,6 +3,8 @@
 #include "zephyr/console/commands/StandardCommands.h"
 #include "zephyr/console/commands/Variable.h"
 
+#include <memory>
+
 namespace zephyr::test {
 namespace {
 
@@ -88,6 +90,18 @@ TEST_F(Vars, ResetsThoseThatBeginSo)
     EXPECT_EQ(Texts(), textsOfAnswer("vars reset"));
     EXPECT_EQ("My world", mTitle.value());
     EXPECT_EQ(3, mSteps.value());
+}
+
+TEST_F(Vars, MayBeRemovedByWhoIsToldOfAReset)
+{
+    auto next = std::make_unique<Variable<int>>(mConsole, U"wind.tail", 1, U"");
+    mSpeed.onChange([&](double) { next.reset(); });
+    mSpeed.set(20);
+    EXPECT_EQ(nullptr, mConsole.lookupCommand(U"wind.tail"));
+    next = std::make_unique<Variable<int>>(mConsole, U"wind.tail", 1, U"");
+    EXPECT_EQ(Texts(), textsOfAnswer("vars reset"));
+    EXPECT_EQ(12.0, mSpeed.value());
+    EXPECT_EQ(nullptr, mConsole.lookupCommand(U"wind.tail"));
 }
 
 TEST_F(Vars, OffersNamesThatAreNotHidden)

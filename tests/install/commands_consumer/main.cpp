@@ -39,7 +39,8 @@ bool runPlugin(zc::Console& console, const char* path)
     unload();
     plugin.unload();
     return isThere && console.lookupCommand(U"greet") == nullptr &&
-           console.lookupCommand(U"volume") == nullptr && answers(console, U"vars", U"");
+           console.lookupCommand(U"volume") == nullptr &&
+           answers(console, U"vars", U"    There are no variables.");
 }
 
 } // namespace

@@ -44,10 +44,11 @@ public:
             append(std::string_view(value));
         } else if constexpr (std::is_same_v<T, char>) {
             append(std::string_view(&value, 1));
+        } else if constexpr (detail::HasValue<T>::value) {
+            append(std::u32string_view(Value<T>::write(value)));
         } else {
             static_assert(detail::HasValue<T>::value,
                           "An answer takes texts, and values of a type that Value<T> writes.");
-            append(std::u32string_view(Value<T>::write(value)));
         }
         return *this;
     }

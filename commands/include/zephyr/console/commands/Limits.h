@@ -65,12 +65,17 @@ public:
     template <typename Check>
     Self& check(Check isGood, const std::u32string& complaint)
     {
-        using Checked = detail::Checked<Check>;
-        mData.checks.push_back({&detail::kValueType<Checked>,
-                                [isGood = std::move(isGood)](const void* value) {
-                                    return static_cast<bool>(isGood(*static_cast<const Checked*>(value)));
-                                },
-                                complaint});
+        if constexpr (detail::IsCheck<Check>::value) {
+            using Checked = typename detail::Signature<Check>::Only;
+            mData.checks.push_back({&detail::kValueType<Checked>,
+                                    [isGood = std::move(isGood)](const void* value) {
+                                        return static_cast<bool>(isGood(*static_cast<const Checked*>(value)));
+                                    },
+                                    complaint});
+        } else {
+            static_assert(detail::IsCheck<Check>::value,
+                          "A check must have one signature, with one value that Value<T> reads.");
+        }
         return self();
     }
 

@@ -21,7 +21,8 @@ public:
         return *this;
     }
 
-    /// `vars` doesn't list the variable, nor does reference(), and Tab doesn't offer it. A line may name it all the same.
+    /// `vars` neither lists nor offers the variable, and reference() leaves it out. A line may name it all the same, so the
+    /// command `help` lists its name.
     VariableLimits& hidden()
     {
         mIsHidden = true;

@@ -32,18 +32,14 @@ struct LimitData
     std::function<std::vector<std::u32string>()> candidates;
 };
 
+/// Whether a function can be a check.
 template <typename Fn, bool = Signature<Fn>::kIsKnown>
-struct CheckedType;
+struct IsCheck : std::false_type
+{};
 
 template <typename Fn>
-struct CheckedType<Fn, true>
-{
-    using Type = typename Signature<Fn>::Only;
-};
-
-/// The type of the only parameter of a check.
-template <typename Fn>
-using Checked = typename CheckedType<Fn>::Type;
+struct IsCheck<Fn, true> : HasValue<typename Signature<Fn>::Only>
+{};
 
 } // namespace zephyr::console::commands::detail
 
