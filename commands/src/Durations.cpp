@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <string_view>
 
 namespace zephyr::console::commands::detail {
@@ -62,6 +63,30 @@ long double ratio(TimeUnit from, TimeUnit to)
     fail(text + U" is not a multiple of 1" + unitSuffix(unit) + U".");
 }
 
+template <typename Rep>
+std::optional<Rep> readDurationAs(const std::u32string& text, TimeUnit unit)
+{
+    const std::optional<Amount> amount = amountOf(text, unit);
+    if (!amount) {
+        // What is no finite count is written without digits.
+        const std::u32string suffix = unitSuffix(unit);
+        return text.ends_with(suffix) ? readFloating(text.substr(0, text.size() - suffix.size()), Rep())
+                                      : std::nullopt;
+    }
+    if (equal(amount->unit, unit)) {
+        return readFloating(amount->number, Rep());
+    }
+    const std::optional<long double> number = readFloating(amount->number, 0.0L);
+    if (!number) {
+        return std::nullopt;
+    }
+    const long double count = *number * ratio(amount->unit, unit);
+    if (std::abs(count) > static_cast<long double>(std::numeric_limits<Rep>::max())) {
+        fail(text + U" is too large for a duration.");
+    }
+    return static_cast<Rep>(count);
+}
+
 } // namespace
 
 std::u32string unitSuffix(TimeUnit unit)
@@ -74,17 +99,19 @@ std::u32string unitSuffix(TimeUnit unit)
     return U"[" + writeSigned(unit.numerator) + U"/" + writeSigned(unit.denominator) + U"]s";
 }
 
-std::optional<long double> readDuration(const std::u32string& text, TimeUnit unit)
+std::optional<float> readDuration(const std::u32string& text, TimeUnit unit, float)
 {
-    const std::optional<Amount> amount = amountOf(text, unit);
-    if (!amount) {
-        // What is no finite count is written without digits.
-        const std::u32string suffix = unitSuffix(unit);
-        return text.ends_with(suffix) ? readFloating(text.substr(0, text.size() - suffix.size()), 0.0L)
-                                      : std::nullopt;
-    }
-    const std::optional<long double> number = readFloating(amount->number, 0.0L);
-    return !number || equal(amount->unit, unit) ? number : std::optional(*number * ratio(amount->unit, unit));
+    return readDurationAs<float>(text, unit);
+}
+
+std::optional<double> readDuration(const std::u32string& text, TimeUnit unit, double)
+{
+    return readDurationAs<double>(text, unit);
+}
+
+std::optional<long double> readDuration(const std::u32string& text, TimeUnit unit, long double)
+{
+    return readDurationAs<long double>(text, unit);
 }
 
 std::optional<std::int64_t> readWholeDuration(const std::u32string& text, TimeUnit unit, std::int64_t lowest,

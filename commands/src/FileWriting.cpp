@@ -52,7 +52,7 @@ fs::path consoleFileName(const fs::path& name)
 Parameter fileArgument(const std::u32string& description)
 {
     return argument(U"file", description)
-        .check([](const fs::path& path) { return !path.empty(); }, U"is no file");
+        .check([](const fs::path& path) { return path.has_filename(); }, U"is no file");
 }
 
 } // namespace zephyr::console::commands

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <string_view>
 #include <system_error>
 
@@ -77,12 +78,24 @@ std::optional<Number> readFloatingAs(const std::u32string& text)
     return read.number;
 }
 
-template <typename Number>
-std::u32string write(Number value)
+template <typename Number, typename... Format>
+std::u32string write(Number value, Format... format)
 {
     std::array<char, kLongestNumber> buffer{};
-    const std::to_chars_result result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+    const std::to_chars_result result =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, format...);
     return {buffer.data(), result.ptr};
+}
+
+/// The shortest text that is read as the same number, without an exponent where people write none.
+template <typename Number>
+std::u32string writeAsPeopleDo(Number value)
+{
+    constexpr Number kSmallest = static_cast<Number>(1e-5L);
+    constexpr Number kLarge = static_cast<Number>(1e16L); // from here on, not every whole number is a double
+    const Number size = std::abs(value);
+    return size == 0 || (size >= kSmallest && size < kLarge) ? write(value, std::chars_format::fixed)
+                                                             : write(value);
 }
 
 } // namespace
@@ -137,8 +150,8 @@ std::optional<long double> readFloating(const std::u32string& text, long double)
 
 std::u32string writeSigned(std::int64_t value) { return write(value); }
 std::u32string writeUnsigned(std::uint64_t value) { return write(value); }
-std::u32string writeFloating(float value) { return write(value); }
-std::u32string writeFloating(double value) { return write(value); }
-std::u32string writeFloating(long double value) { return write(value); }
+std::u32string writeFloating(float value) { return writeAsPeopleDo(value); }
+std::u32string writeFloating(double value) { return writeAsPeopleDo(value); }
+std::u32string writeFloating(long double value) { return writeAsPeopleDo(value); }
 
 } // namespace zephyr::console::commands::detail

@@ -97,9 +97,9 @@ std::u32string joined(const std::vector<std::u32string>& words)
 {
     std::u32string text;
     for (const std::u32string& word : words) {
-        text += (text.empty() ? U"" : U" ") + word;
+        text += word + U" ";
     }
-    return text;
+    return text.substr(0, text.size() - std::min<std::size_t>(1, text.size()));
 }
 
 std::vector<std::u32string> newestLines(const Console& console, std::optional<std::size_t> count)

@@ -125,7 +125,7 @@ void ValueRules::checkRange(const std::u32string& text, const void* value) const
     if (toHighest == Comparison::Greater) {
         refuse(text, U"is above " + withUnit(*mLimits.highest));
     }
-    if (toLowest == Comparison::None || toHighest == Comparison::None) {
+    if (toLowest == Comparison::Unordered || toHighest == Comparison::Unordered) {
         refuse(U"'" + text + U"'", U"is not " + mExpected);
     }
 }
@@ -135,12 +135,11 @@ bool ValueRules::isChoice(const std::u32string& text, const void* value) const
     if (mChoices.empty()) {
         return true;
     }
-    if (mType->compare == nullptr) {
+    if (mType->equal == nullptr) {
         return std::find(mLimits.choices.begin(), mLimits.choices.end(), text) != mLimits.choices.end();
     }
-    return std::any_of(mChoices.begin(), mChoices.end(), [&](const Owned& choice) {
-        return mType->compare(value, choice.get()) == Comparison::Equal;
-    });
+    return std::any_of(mChoices.begin(), mChoices.end(),
+                       [&](const Owned& choice) { return mType->equal(value, choice.get()); });
 }
 
 /// The only values that there are, or nothing.

@@ -15,6 +15,7 @@ struct Overloaded
 {
     void operator()(int) const {}
     void operator()(double) const {}
+    void go() {}
 };
 
 void addTo(zephyr::console::Console& console)
@@ -33,6 +34,9 @@ void addTo(zephyr::console::Console& console)
     add(console, U"x", U"", [](zephyr::console::Console) {}); // refused: This function can't be a command
     add(console, command(U"x", U"").sub(U"y", U"", [](std::vector<Unknown>) {})); // refused: This function can't be a command
     add(console, U"x", U"", [](std::optional<std::optional<int>>) {}); // refused: This function can't be a command
+    add(console, U"x", U"", [p = std::make_unique<int>(1)] {}); // refused: This function can't be a command
+    add(console, U"x", U"", &Overloaded::go); // refused: This function can't be a command
+    argument(U"a").check([p = std::make_unique<int>(1)](int) { return true; }, U""); // refused: A check must have one signature
     Answer(console) << Unknown(); // refused: An answer takes texts
     argument(U"a").check([](auto) { return true; }, U""); // refused: A check must have one signature
     argument(U"a").check([](Unknown) { return true; }, U""); // refused: A check must have one signature

@@ -1,6 +1,7 @@
 #include "commands/CommandsFixture.h"
 #include "zephyr/console/commands/GlmValues.h"
 #include "zephyr/console/commands/QtValues.h"
+#include "zephyr/console/commands/Variable.h"
 
 namespace zephyr::test {
 namespace {
@@ -56,6 +57,18 @@ TEST_F(QtAndGlmCommands, NameWhatIsWrong)
               textsOfAnswer("paint x").front());
     EXPECT_EQ("    size: '3' is not a size such as 640x480.", textsOfAnswer("size 3").front());
     EXPECT_EQ(Texts({"paint steelblue"}), completionsOf("paint steel"));
+}
+
+TEST_F(QtAndGlmCommands, MayBeChoicesInAnySpelling)
+{
+    add(
+        mConsole, U"paint", U"", [](const QColor& color) { return color; },
+        argument(U"colour").choices(QColor("red"), U"blue"));
+    EXPECT_EQ(Texts({"    #ff0000"}), textsOfAnswer("paint red"));
+    EXPECT_EQ(Texts({"    #0000ff"}), textsOfAnswer("paint #0000FF"));
+    EXPECT_EQ("    colour: 'green' is not #ff0000 or blue.", textsOfAnswer("paint green").front());
+    const Variable<QColor> sky(mConsole, U"sky", QColor("red"), U"", choices(U"red", U"blue"));
+    EXPECT_EQ(QColor("red"), sky.value());
 }
 
 TEST_F(QtAndGlmCommands, MayBeBoundToAnObject)

@@ -26,6 +26,7 @@ TEST_F(StandardCommands, EchoWritesItsWords)
     addEcho(mConsole);
     EXPECT_EQ(Texts({"    a b  c /d"}), textsOfAnswer("echo a   \"b  c\" /d"));
     EXPECT_EQ(Texts({"    "}), textsOfAnswer("echo"));
+    EXPECT_EQ(Texts({"     a"}), textsOfAnswer("echo \"\" a"));
 }
 
 TEST_F(StandardCommands, ClearCallsTheHost)
@@ -106,6 +107,7 @@ TEST_F(StandardCommands, WriteNoFileWithoutAName)
     for (const char* const command : {"alias_save", "log_save", "vars save"}) {
         EXPECT_EQ(Texts({"    file: '' is no file.", "    Usage: " + std::string(command) + " FILE"}),
                   textsOfAnswer(std::string(command) + " \"\""));
+        EXPECT_EQ("    file: other/ is no file.", textsOfAnswer(std::string(command) + " other/").front());
     }
     EXPECT_TRUE(std::filesystem::is_empty(mDirectory.path()));
 }

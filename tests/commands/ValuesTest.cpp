@@ -114,6 +114,18 @@ TEST_F(CommandValues, OfFloatingPoint)
     EXPECT_EQ("value: '0,1' is not a number.", read<double>("0,1"));
 }
 
+TEST_F(CommandValues, OfNumbersHaveNoExponentWherePeopleWriteNone)
+{
+    EXPECT_EQ("100000", read<double>("1e5"));
+    EXPECT_EQ("0.0001", read<double>("1e-4"));
+    EXPECT_EQ("1234567890123456", read<double>("1234567890123456"));
+    EXPECT_EQ("1e+16", read<double>("1e16"));
+    EXPECT_EQ("1e-06", read<double>("1e-6"));
+    EXPECT_EQ("16777216", read<float>("16777216"));
+    add(mConsole, U"count", U"", [](int) {}, argument(U"count").between(1, 1e6));
+    EXPECT_EQ("    count: 1000001 is above 1000000.", textsOfAnswer("count 1000001").front());
+}
+
 TEST_F(CommandValues, OfNumbersAreTheSameInEveryLocale)
 {
     const char* const old = std::setlocale(LC_ALL, nullptr);
@@ -157,6 +169,16 @@ TEST_F(CommandValues, OfDurations)
     EXPECT_EQ("1.5s", (read<std::chrono::duration<double>>("1500ms")));
     EXPECT_EQ("3[1/60]s", (read<std::chrono::duration<int, std::ratio<1, 60>>>("50ms")));
     EXPECT_EQ("7[1/60]s", (read<std::chrono::duration<int, std::ratio<1, 60>>>("7[1/60]s")));
+}
+
+TEST_F(CommandValues, OfDurationsThatAreFractionsAreReadAsTheyWereWritten)
+{
+    using Seconds = std::chrono::duration<double>;
+    EXPECT_EQ(421.448402927459, Value<Seconds>::read(U"421.448402927459s")->count());
+    EXPECT_EQ("421.448402927459s", read<Seconds>("421.448402927459s"));
+    EXPECT_EQ("value: 1e400 is too large, or too close to zero, for a number.", read<Seconds>("1e400s"));
+    EXPECT_EQ("value: 1e39min is too large for a duration.", (read<std::chrono::duration<float>>("1e39min")));
+    EXPECT_EQ("infs", read<Seconds>("infs"));
 }
 
 TEST_F(CommandValues, OfDurationsHaveRanges)

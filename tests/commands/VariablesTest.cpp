@@ -132,6 +132,19 @@ TEST_F(Variables, MayBeReadOnlyForTheUser)
     EXPECT_EQ(Texts(), completionsOf("steps "));
 }
 
+TEST_F(Variables, MayHaveEachLimitAlone)
+{
+    const Variable<int> least(mConsole, U"least", 5, U"", atLeast(0));
+    const Variable<int> most(mConsole, U"most", 5, U"", atMost(9));
+    const Variable<int> some(mConsole, U"some", 5, U"", offers(60, 70));
+    const Variable<int> asked(mConsole, U"asked", 5, U"",
+                              candidates([] { return std::vector<std::u32string>{U"80"}; }));
+    EXPECT_EQ("    least: -1 is below 0.", textsOfAnswer("least -1").front());
+    EXPECT_EQ("    most: 10 is above 9.", textsOfAnswer("most 10").front());
+    EXPECT_EQ(Texts({"some 70"}), completionsOf("some 7"));
+    EXPECT_EQ(Texts({"asked 80"}), completionsOf("asked 8"));
+}
+
 TEST_F(Variables, OfferTheirValues)
 {
     const Variable<Mode> mode(mConsole, U"mode", Mode::Still, U"");

@@ -74,7 +74,8 @@ private:
         } else {
             static_assert(
                 !std::is_same_v<Kept, Kept>,
-                "This function can't be a command: it must have one signature, whose parameters are "
+                "This function can't be a command: it must be a function or function object that can be "
+                "copied, with one signature, whose parameters are "
                 "values that Value<T> reads, std::optional or std::vector of them, Answer& or "
                 "Console&, a result that can be written, and no more parameters described than it "
                 "has.");

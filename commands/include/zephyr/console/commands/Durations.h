@@ -23,9 +23,16 @@ struct TimeUnit
 ZEPHYR_CONSOLE_COMMANDS_EXPORT std::optional<std::int64_t>
 readWholeDuration(const std::u32string& text, TimeUnit unit, std::int64_t lowest, std::int64_t highest);
 
-/// The count of `unit` that `text` is, or nothing.
+/// The count of `unit` that `text` is, or nothing. The last argument only tells the type: a count in that very unit is
+/// read as it was written. Throws CommandError for one that the type can't hold.
+ZEPHYR_CONSOLE_COMMANDS_EXPORT std::optional<float> readDuration(const std::u32string& text, TimeUnit unit,
+                                                                 float);
+/// \copydoc readDuration(const std::u32string&, TimeUnit, float)
+ZEPHYR_CONSOLE_COMMANDS_EXPORT std::optional<double> readDuration(const std::u32string& text, TimeUnit unit,
+                                                                  double);
+/// \copydoc readDuration(const std::u32string&, TimeUnit, float)
 ZEPHYR_CONSOLE_COMMANDS_EXPORT std::optional<long double> readDuration(const std::u32string& text,
-                                                                       TimeUnit unit);
+                                                                       TimeUnit unit, long double);
 
 /// The suffix of `unit`: `ns`, `us`, `ms`, `s`, `min`, `h`, `d`, or for others the fraction of a second, as in `[1/60]s`.
 ZEPHYR_CONSOLE_COMMANDS_EXPORT std::u32string unitSuffix(TimeUnit unit);
@@ -51,8 +58,8 @@ struct Value<std::chrono::duration<Rep, Period>>
     static std::optional<Duration> read(const std::u32string& text)
     {
         if constexpr (std::is_floating_point_v<Rep>) {
-            const auto count = detail::readDuration(text, kUnit);
-            return count ? std::optional<Duration>(Duration(static_cast<Rep>(*count))) : std::nullopt;
+            const auto count = detail::readDuration(text, kUnit, Rep());
+            return count ? std::optional<Duration>(Duration(*count)) : std::nullopt;
         } else {
             const auto count = detail::readWholeDuration(text, kUnit, kLowest, kHighest);
             return count ? std::optional<Duration>(Duration(static_cast<Rep>(*count))) : std::nullopt;

@@ -65,7 +65,7 @@ public:
     template <typename Check>
     Self& check(Check isGood, const std::u32string& complaint)
     {
-        if constexpr (detail::IsCheck<Check>::value) {
+        if constexpr (detail::IsCheck<Check>::value && std::is_copy_constructible_v<Check>) {
             using Checked = typename detail::Signature<Check>::Only;
             mData.checks.push_back({&detail::kValueType<Checked>,
                                     [isGood = std::move(isGood)](const void* value) {
@@ -73,8 +73,9 @@ public:
                                     },
                                     complaint});
         } else {
-            static_assert(detail::IsCheck<Check>::value,
-                          "A check must have one signature, with one value that Value<T> reads.");
+            static_assert(!std::is_same_v<Check, Check>,
+                          "A check must have one signature, with one value that Value<T> reads, and must be "
+                          "copyable.");
         }
         return self();
     }

@@ -3,8 +3,10 @@
 
 #include "zephyr/console/commands/Limits.h"
 
+#include <functional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace zephyr::console::commands {
 
@@ -56,6 +58,33 @@ template <typename Low, typename High>
 VariableLimits between(const Low& lowest, const High& highest)
 {
     return VariableLimits().between(lowest, highest);
+}
+
+/// Limits::atLeast() of a variable.
+template <typename Low>
+VariableLimits atLeast(const Low& lowest)
+{
+    return VariableLimits().atLeast(lowest);
+}
+
+/// Limits::atMost() of a variable.
+template <typename High>
+VariableLimits atMost(const High& highest)
+{
+    return VariableLimits().atMost(highest);
+}
+
+/// Limits::offers() of a variable.
+template <typename... Offers>
+VariableLimits offers(const Offers&... values)
+{
+    return VariableLimits().offers(values...);
+}
+
+/// Limits::candidates() of a variable.
+inline VariableLimits candidates(std::function<std::vector<std::u32string>()> fn)
+{
+    return VariableLimits().candidates(std::move(fn));
 }
 
 /// Limits::choices() of a variable.

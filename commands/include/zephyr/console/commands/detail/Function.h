@@ -209,7 +209,8 @@ constexpr bool canWrite()
 template <typename Fn, std::size_t Given>
 constexpr bool canBeCommand()
 {
-    if constexpr (Signature<Fn>::kIsKnown) {
+    if constexpr (Signature<Fn>::kIsKnown && std::is_copy_constructible_v<Fn> &&
+                  !std::is_member_pointer_v<Fn>) {
         using Parameters = typename Signature<Fn>::Takes;
         return canReadAll(Parameters()) && canWrite<std::decay_t<typename Signature<Fn>::Result>>() &&
                Given <= wordParameters(Parameters());

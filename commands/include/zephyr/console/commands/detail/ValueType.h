@@ -18,7 +18,7 @@ enum class Comparison
     Less,
     Equal,
     Greater,
-    None ///< As "not a number" to any other.
+    Unordered ///< As "not a number" to any other. Not "None", which is a macro of X11.
 };
 
 /// What the library knows of a type of values without being compiled for it.
@@ -38,6 +38,9 @@ struct ValueType
 
     /// Null if T has no order.
     Comparison (*compare)(const void* left, const void* right);
+
+    /// Null if T has neither an order nor an equality.
+    bool (*equal)(const void* left, const void* right);
 
     /// Null if there are none.
     std::vector<std::u32string> (*candidates)(const std::u32string& typed);
@@ -89,7 +92,7 @@ Comparison compare(const void* left, const void* right)
         return Comparison::Greater;
     }
     if constexpr (HasEquality<T>::value) {
-        return l == r ? Comparison::Equal : Comparison::None;
+        return l == r ? Comparison::Equal : Comparison::Unordered;
     } else {
         return Comparison::Equal;
     }
@@ -106,6 +109,32 @@ struct Order<T, std::void_t<decltype(bool(std::declval<const T&>() < std::declva
 {
     static constexpr Comparison (*kCompare)(const void*, const void*) = &compare<T>;
 };
+
+template <typename T>
+bool equal(const void* left, const void* right)
+{
+    return *static_cast<const T*>(left) == *static_cast<const T*>(right);
+}
+
+template <typename T>
+bool equalByOrder(const void* left, const void* right)
+{
+    return compare<T>(left, right) == Comparison::Equal;
+}
+
+using EqualFn = bool (*)(const void* left, const void* right);
+
+template <typename T>
+constexpr EqualFn equalityOf()
+{
+    if constexpr (HasEquality<T>::value) {
+        return &equal<T>;
+    } else if constexpr (Order<T>::kCompare != nullptr) {
+        return &equalByOrder<T>;
+    } else {
+        return nullptr;
+    }
+}
 
 template <typename T, typename = void>
 struct HasCandidates : std::false_type
@@ -167,6 +196,7 @@ inline constexpr ValueType kValueType{Value<T>::kName,
                                       &readInto<T>,
                                       &makeValue<T>,
                                       Order<T>::kCompare,
+                                      equalityOf<T>(),
                                       candidatesOf<T>()};
 
 /// The text of a value that a program gives, such as a default: a text as it is, and other values as they are written.
