@@ -83,6 +83,13 @@ TEST_F(TheArgumentTexts, SumUpACommandByItsArguments)
     EXPECT_EQ("go, stop", StringUtil::toString(argumentSummary(command)));
 }
 
+TEST_F(TheArgumentTexts, SumUpNoHeadingOfAHelp)
+{
+    test::ScriptedCommand& command = add(U"cmd", U"stop", U"Stops.");
+    command.registerArgHandler(U"Usage", {}, U"cmd stop", {});
+    EXPECT_EQ("stop", StringUtil::toString(argumentSummary(command)));
+}
+
 TEST_F(TheArgumentTexts, CutASummaryThatIsTooLong)
 {
     test::ScriptedCommand& command = test::addCommand(console, U"cmd");

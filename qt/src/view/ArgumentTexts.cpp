@@ -3,6 +3,7 @@
 #include "zephyr/console/Console.h"
 
 #include <cstddef>
+#include <string_view>
 #include <utility>
 
 #include <memory>
@@ -12,7 +13,9 @@ namespace zephyr::console::qt {
 namespace {
 
 const std::u32string kNoDescription =
-    U"(No Description Provided)";     // what the console prints for an empty one
+    U"(No Description Provided)"; // what the console prints for an empty one
+constexpr std::u32string_view kUsage =
+    U"Usage";                         // how a command made of a function heads its help; nobody types it
 constexpr std::size_t kLongest = 200; // code points of a description or a summary, before it is cut off
 
 /// The first line of what the command writes first as help for its argument, which is the description.
@@ -86,7 +89,11 @@ std::u32string ArgumentTexts::description(const std::u32string& argument) const
 std::u32string argumentSummary(const ConsoleCommand& command)
 {
     Summary summary(U", ");
-    command.forEachArg([&summary](const std::u32string& argument) { summary.add(argument); });
+    command.forEachArg([&summary](const std::u32string& argument) {
+        if (argument != kUsage) {
+            summary.add(argument);
+        }
+    });
     return summary.text();
 }
 
