@@ -91,8 +91,8 @@ std::u32string write(Number value, Format... format)
 template <typename Number>
 std::u32string writeAsPeopleDo(Number value)
 {
-    constexpr Number kSmallest = static_cast<Number>(1e-5L);
-    constexpr Number kLarge = static_cast<Number>(1e16L); // from here on, not every whole number is a double
+    constexpr auto kSmallest = static_cast<Number>(1e-5L);
+    constexpr auto kLarge = static_cast<Number>(1e16L); // from here on, not every whole number is a double
     const Number size = std::abs(value);
     return size == 0 || (size >= kSmallest && size < kLarge) ? write(value, std::chars_format::fixed)
                                                              : write(value);
