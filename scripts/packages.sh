@@ -1,11 +1,12 @@
 # The Debian packages that each script needs. Other scripts source this file.
 # shellcheck shell=bash disable=SC2034
-build_packages=(cmake ninja-build g++ qt6-base-dev libglm-dev libgl-dev fonts-dejavu-core)
+build_packages=(cmake ninja-build g++ qt6-base-dev libglm-dev libgl-dev libedit-dev fonts-dejavu-core)
 # What building and using all of the libraries needs beyond that.
 module_packages=(libqt6opengl6-dev qt6-declarative-dev)
 qml_packages=(qml6-module-qtquick qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript)
 test_packages=("${build_packages[@]}" "${module_packages[@]}" "${qml_packages[@]}" qt6-declarative-dev-tools libxcb1-dev
-  libgtest-dev librapidcheck-dev xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick binutils clang pkg-config)
+  libgtest-dev librapidcheck-dev xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick binutils clang pkg-config
+  socat expect tmux)
 # The version that decides what is formatted and what is a finding. Debian 12 and 13 both have it.
 clang_tools_version=22
 format_packages=("clang-format-$clang_tools_version")

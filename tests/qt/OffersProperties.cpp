@@ -1,10 +1,10 @@
 #include "KeyDelivery.h"
 #include "support/ConsoleDriver.h"
 #include "support/ScriptedCommand.h"
-#include "view/InputWords.h"
 #include "view/Offers.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
+#include "zephyr/console/InputWords.h"
 
 #include <Qt>
 

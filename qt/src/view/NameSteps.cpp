@@ -1,7 +1,7 @@
 #include "NameSteps.h"
 
-#include "InputWords.h"
 #include "zephyr/console/Console.h"
+#include "zephyr/console/InputWords.h"
 
 #include <Qt>
 

@@ -1,8 +1,8 @@
 #include "Offers.h"
 
 #include "../ConsoleKeys.h"
-#include "InputWords.h"
 #include "zephyr/console/Console.h"
+#include "zephyr/console/InputWords.h"
 
 #include <Qt>
 

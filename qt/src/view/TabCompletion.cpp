@@ -1,7 +1,7 @@
 #include "TabCompletion.h"
 
-#include "InputWords.h"
 #include "zephyr/console/ConsoleSnapshot.h"
+#include "zephyr/console/InputWords.h"
 
 #include <string_view>
 

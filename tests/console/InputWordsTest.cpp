@@ -1,4 +1,4 @@
-#include "view/InputWords.h"
+#include "zephyr/console/InputWords.h"
 #include "support/ScriptedCommand.h"
 
 #include <gtest/gtest.h>
@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace zephyr::console::qt {
+namespace zephyr::console {
 namespace {
 
 using Words = std::vector<std::u32string>;
@@ -48,4 +48,4 @@ TEST(InputWords, AreKeptInFrontOfACandidateButForTheLast)
 }
 
 } // namespace
-} // namespace zephyr::console::qt
+} // namespace zephyr::console
