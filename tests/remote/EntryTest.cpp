@@ -16,7 +16,8 @@ TEST(Entry, IsAnObjectOfIndexTypeAndText)
 TEST(Entry, ComesBackFromItsObject)
 {
     for (const Entry::Type type : {Entry::Type::Input, Entry::Type::Output, Entry::Type::Prompt}) {
-        const Entry entry{3, type, QString("  a\n") + QChar(0) + "\x1b[31m" + QString::fromUtf8("\u00e9\U0001F32C")};
+        const Entry entry{3, type,
+                          QString("  a\n") + QChar(0) + "\x1b[31m" + QString::fromUtf8("\u00e9\U0001F32C")};
         const QByteArray line = QJsonDocument(toJson(entry)).toJson(QJsonDocument::Compact);
         EXPECT_EQ(entry, entryFrom(QJsonDocument::fromJson(line).object()));
     }
@@ -31,8 +32,8 @@ TEST(Entry, HasThePromptInFrontIfItIsInput)
 TEST(Entry, IsOfNoOtherObject)
 {
     for (const QJsonObject& object :
-         {QJsonObject{}, QJsonObject{{"index", 1}, {"text", "a"}}, QJsonObject{{"index", 1}, {"type", "output"}},
-          QJsonObject{{"type", "output"}, {"text", "a"}},
+         {QJsonObject{}, QJsonObject{{"index", 1}, {"text", "a"}},
+          QJsonObject{{"index", 1}, {"type", "output"}}, QJsonObject{{"type", "output"}, {"text", "a"}},
           QJsonObject{{"index", -1}, {"type", "output"}, {"text", "a"}},
           QJsonObject{{"index", "1"}, {"type", "output"}, {"text", "a"}},
           QJsonObject{{"index", 1}, {"type", "warning"}, {"text", "a"}},

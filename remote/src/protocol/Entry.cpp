@@ -24,8 +24,8 @@ QString shownText(const Entry& entry)
 
 QJsonObject toJson(const Entry& entry)
 {
-    const auto* const type =
-        std::find_if(kTypes.begin(), kTypes.end(), [&](const auto& known) { return known.first == entry.type; });
+    const auto* const type = std::find_if(kTypes.begin(), kTypes.end(),
+                                          [&](const auto& known) { return known.first == entry.type; });
     return {{"index", entry.index}, {"type", type->second}, {"text", entry.text}};
 }
 

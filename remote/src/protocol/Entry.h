@@ -22,7 +22,7 @@ struct Entry
 
     qint64 index = 0;         ///< Its place in the log, counted from 0.
     Type type = Type::Output; ///< What kind it is.
-    QString text;             ///< The whole text, without a prompt. It may hold line feeds and control characters.
+    QString text; ///< The whole text, without a prompt. It may hold line feeds and control characters.
 
     bool operator==(const Entry&) const = default;
 };
