@@ -44,9 +44,11 @@ TEST(Requests, AreRefusedWithAReason)
         {R"({"id":"1","run":"help"})", "'id' must be a whole number from 0 to 9007199254740991."},
         {R"({"id":-1,"run":"help"})", "'id' must be a whole number from 0 to 9007199254740991."},
         {R"({"id":1.5,"run":"help"})", "'id' must be a whole number from 0 to 9007199254740991."},
-        {R"({"id":9007199254740992,"run":"help"})", "'id' must be a whole number from 0 to 9007199254740991."},
+        {R"({"id":9007199254740992,"run":"help"})",
+         "'id' must be a whole number from 0 to 9007199254740991."},
         {R"({"id":1})", "A request must have one of 'run', 'complete' and 'follow'."},
-        {R"({"id":1,"run":"a","complete":"b"})", "A request must have one of 'run', 'complete' and 'follow'."},
+        {R"({"id":1,"run":"a","complete":"b"})",
+         "A request must have one of 'run', 'complete' and 'follow'."},
         {R"({"id":1,"run":7})", "'run' must be a text."},
         {R"({"id":1,"complete":null})", "'complete' must be a text."},
         {R"({"id":1,"follow":1})", "'follow' must be true or false."},
@@ -87,7 +89,8 @@ TEST(Messages, AreOfNoOtherLine)
     for (const char* const line :
          {"", "{}", "[1]", R"({"zephyrConsole":"1"})", R"({"zephyrConsole":1e30})", R"({"entry":{}})",
           R"({"entry":{"index":1,"type":"output","text":""},"id":"x"})", R"({"done":"ok"})",
-          R"({"id":1,"done":"perhaps"})", R"({"id":1,"candidates":"a","from":0})", R"({"id":1,"candidates":[]})"}) {
+          R"({"id":1,"done":"perhaps"})", R"({"id":1,"candidates":"a","from":0})",
+          R"({"id":1,"candidates":[]})"}) {
         EXPECT_TRUE(std::holds_alternative<ProtocolError>(readMessage(line))) << line;
     }
 }

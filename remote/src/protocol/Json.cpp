@@ -17,7 +17,8 @@ std::variant<QJsonObject, ProtocolError> objectOn(const QByteArray& line)
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(line, &error);
     if (error.error != QJsonParseError::NoError) {
-        return ProtocolError{QString("This is no JSON: %1 at byte %2.").arg(error.errorString()).arg(error.offset)};
+        return ProtocolError{
+            QString("This is no JSON: %1 at byte %2.").arg(error.errorString()).arg(error.offset)};
     }
     if (!document.isObject()) {
         return ProtocolError{"A message must be a JSON object."};

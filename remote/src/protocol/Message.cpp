@@ -20,7 +20,8 @@ constexpr std::array<std::pair<Outcome, const char*>, 3> kOutcomes{
 
 QJsonObject objectOf(const HelloMessage& hello)
 {
-    return {{"zephyrConsole", hello.version}, {"name", hello.name}, {"pid", hello.pid}, {"log", hello.logSize}};
+    return {
+        {"zephyrConsole", hello.version}, {"name", hello.name}, {"pid", hello.pid}, {"log", hello.logSize}};
 }
 
 QJsonObject objectOf(const EntryMessage& message)
@@ -74,8 +75,8 @@ std::optional<Message> entryMessageFrom(const QJsonObject& object)
 std::optional<Message> doneFrom(const QJsonObject& object)
 {
     const QString name = object["done"].toString();
-    const auto* const outcome =
-        std::find_if(kOutcomes.begin(), kOutcomes.end(), [&](const auto& known) { return name == known.second; });
+    const auto* const outcome = std::find_if(kOutcomes.begin(), kOutcomes.end(),
+                                             [&](const auto& known) { return name == known.second; });
     if (!idOf(object) || outcome == kOutcomes.end()) {
         return std::nullopt;
     }
@@ -109,7 +110,8 @@ std::optional<Message> messageFrom(const QJsonObject& object)
     if (object.contains("candidates")) {
         return candidatesFrom(object);
     }
-    return object.contains("error") ? std::optional<Message>(ErrorMessage{object["error"].toString()}) : std::nullopt;
+    return object.contains("error") ? std::optional<Message>(ErrorMessage{object["error"].toString()})
+                                    : std::nullopt;
 }
 
 } // namespace

@@ -28,7 +28,8 @@ struct HelloMessage
 /// An entry of the log.
 struct EntryMessage
 {
-    std::optional<qint64> id; ///< Of the request whose line wrote it; nothing where the client follows the log.
+    std::optional<qint64>
+        id; ///< Of the request whose line wrote it; nothing where the client follows the log.
     Entry entry;
 
     bool operator==(const EntryMessage&) const = default;

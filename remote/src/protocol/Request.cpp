@@ -74,7 +74,8 @@ std::variant<Request, ProtocolError> readRequest(const QByteArray& line)
     if (isRun) {
         return readText<RunRequest>(*id, object["run"], "run");
     }
-    return isComplete ? readText<CompleteRequest>(*id, object["complete"], "complete") : readFollow(*id, object);
+    return isComplete ? readText<CompleteRequest>(*id, object["complete"], "complete")
+                      : readFollow(*id, object);
 }
 
 QByteArray toLine(const Request& request)
