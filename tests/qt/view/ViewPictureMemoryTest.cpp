@@ -6,39 +6,29 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QSize>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstddef>
-#include <cstdlib>
 #include <memory>
 #include <new>
 
 namespace zephyr::console::qt {
 namespace {
 
+/// Low enough for Qt to fill it on one thread. From 96 rows on it shares a fill with its thread pool, and where memory runs
+/// out meanwhile those threads go on after the painter has ended, which nobody outside of Qt can know.
+constexpr QSize kSize(400, 90);
+
 QImage painted(ViewFrames& frames, const Console& console, const std::shared_ptr<const ViewState>& state)
 {
-    QImage image(400, 200, QImage::Format_ARGB32_Premultiplied);
+    QImage image(kSize, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::white);
     QPainter painter(&image);
     frames.plan(console, console.readInput(), state, image.size());
     frames.paint(painter, true);
     return image;
-}
-
-/// The largest difference of two pictures in a pixel's green. Qt may smooth a text that is laid out again a little
-/// differently; a letter that is missing differs by far more.
-int worstDifference(const QImage& a, const QImage& b)
-{
-    int worst = 0;
-    for (int y = 0; y < a.height(); ++y) {
-        for (int x = 0; x < a.width(); ++x) {
-            worst = std::max(worst, std::abs(qGreen(a.pixel(x, y)) - qGreen(b.pixel(x, y))));
-        }
-    }
-    return worst;
 }
 
 TEST(ViewPictureMemory, IsWholeAgainAfterMemoryRanOutAtAnyPlace)
@@ -62,8 +52,7 @@ TEST(ViewPictureMemory, IsWholeAgainAfterMemoryRanOutAtAnyPlace)
             hasFailed = failing.hasFailed();
         }
         ViewFrames others;
-        EXPECT_LE(worstDifference(painted(others, console, state), painted(frames, console, state)), 20)
-            << successes;
+        EXPECT_EQ(painted(others, console, state), painted(frames, console, state)) << successes;
     }
     EXPECT_GT(failures, 10);
 }
