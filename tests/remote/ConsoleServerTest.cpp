@@ -56,20 +56,26 @@ TEST_F(ConsoleServerTest, RunsLinesAndSendsWhatTheyWrite)
 TEST_F(ConsoleServerTest, TellsHowALineEnded)
 {
     commands::add(console, U"brake", U"Brakes.", [] { commands::fail(U"No brakes."); });
-    test::addCommand(console, U"throw").onExecute = [](const auto&, Console&) { throw std::runtime_error("oh"); };
+    test::addCommand(console, U"throw").onExecute = [](const auto&, Console&) {
+        throw std::runtime_error("oh");
+    };
     test::addCommand(console, U"stop").onExecute = [](const auto&, Console&) { throw EndOfRun(); };
     console.execute(U"alias both \"echo a;nothing b\"");
     PlainClient client("sandbox");
     client.next();
-    EXPECT_EQ((Texts{">> nothing a", kUnknown, "", std::string("unknown: ") + kUnknown}), client.run("nothing a"));
+    EXPECT_EQ((Texts{">> nothing a", kUnknown, "", std::string("unknown: ") + kUnknown}),
+              client.run("nothing a"));
     EXPECT_EQ("failed: No brakes.", client.run("brake").back());
-    EXPECT_EQ((Texts{">> throw", "The console caught an exception: oh", "failed: The console caught an exception: oh"}),
+    EXPECT_EQ((Texts{">> throw", "The console caught an exception: oh",
+                     "failed: The console caught an exception: oh"}),
               client.run("throw"));
     EXPECT_EQ((Texts{">> stop", "ok"}), client.run("stop"));
     EXPECT_EQ(std::string("unknown: ") + kUnknown, client.run("both").back()) << "a line of an alias";
     EXPECT_EQ((Texts{">> ", "ok"}), client.run(""));
-    EXPECT_EQ("ok", client.run(QString("echo ") + "'nothing'" +
-                               " is not a recognized command.  Type 'help' to list available commands.").back());
+    EXPECT_EQ("ok", client
+                        .run(QString("echo ") + "'nothing'" +
+                             " is not a recognized command.  Type 'help' to list available commands.")
+                        .back());
 }
 
 TEST_F(ConsoleServerTest, EndsAnAliasThatLeadsBackToItself)
@@ -104,10 +110,12 @@ TEST_F(ConsoleServerTest, SendsTheWholeLogAsItGrowsToThoseWhoFollowIt)
     EXPECT_EQ(0, std::get<EntryMessage>(client.next()).entry.index);
     EXPECT_EQ(1, std::get<EntryMessage>(client.next()).entry.index);
     console.write(U"from the program", Output);
-    EXPECT_EQ(Message(EntryMessage{std::nullopt, {2, Entry::Type::Output, "from the program"}}), client.next());
+    EXPECT_EQ(Message(EntryMessage{std::nullopt, {2, Entry::Type::Output, "from the program"}}),
+              client.next());
     std::thread([&] { console.write(U"from a thread", Output); }).join();
     EXPECT_EQ(Message(EntryMessage{std::nullopt, {3, Entry::Type::Output, "from a thread"}}), client.next());
-    EXPECT_EQ((Texts{">> echo a", "    a", "", "ok"}), client.run("echo a")) << "each entry once, then the end";
+    EXPECT_EQ((Texts{">> echo a", "    a", "", "ok"}), client.run("echo a"))
+        << "each entry once, then the end";
     client.send(FollowRequest{9, false, std::nullopt});
     EXPECT_EQ(Message(DoneMessage{9, Outcome::Ok, ""}), client.next());
     console.write(U"unseen", Output);
@@ -138,7 +146,8 @@ TEST_F(ConsoleServerTest, LetsClientsTakeTurnsAndKeepsTheOrderOfEach)
     }
     for (int line = 0; line < kLines; ++line) {
         for (int i = 0; i < kClients; ++i) {
-            clients[static_cast<std::size_t>(i)]->send(RunRequest{line, QString("echo %1 %2").arg(i).arg(line)});
+            clients[static_cast<std::size_t>(i)]->send(
+                RunRequest{line, QString("echo %1 %2").arg(i).arg(line)});
         }
     }
     for (int i = 0; i < kClients; ++i) {
@@ -295,7 +304,8 @@ TEST_F(ConsoleServerTest, EndsTheConnectionOfAClientThatTalksNonsense)
         PlainClient client("sandbox");
         client.next();
         client.send(bytes);
-        EXPECT_EQ(0u, PlainClient::textsOf({client.next()}).front().find(error)) << bytes.left(20).toStdString();
+        EXPECT_EQ(0u, PlainClient::textsOf({client.next()}).front().find(error))
+            << bytes.left(20).toStdString();
         EXPECT_EQ(Message(ErrorMessage{"none"}), client.next()) << "the connection has ended";
     }
     EXPECT_EQ("ok", other.run("echo a").back());
@@ -306,7 +316,9 @@ TEST_F(ConsoleServerTest, TakesALineOfTheGreatestLength)
     PlainClient client("sandbox");
     client.next();
     const QByteArray frame = R"({"id":1,"run":"echo "})";
-    client.send(QByteArray(frame).replace("echo ", "echo " + QByteArray(kMaxRequestBytes - frame.size(), 'a')) + '\n');
+    client.send(
+        QByteArray(frame).replace("echo ", "echo " + QByteArray(kMaxRequestBytes - frame.size(), 'a')) +
+        '\n');
     EXPECT_EQ("ok", PlainClient::textsOf(client.until(1)).back());
 }
 

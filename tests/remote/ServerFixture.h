@@ -61,7 +61,8 @@ public:
             return ErrorMessage{"none"};
         }
         const auto read = readMessage(*line);
-        return std::holds_alternative<Message>(read) ? std::get<Message>(read) : ErrorMessage{"no message: " + *line};
+        return std::holds_alternative<Message>(read) ? std::get<Message>(read)
+                                                     : ErrorMessage{"no message: " + *line};
     }
 
     /// The messages up to and with the end of the request `id`.
@@ -71,7 +72,8 @@ public:
         for (;;) {
             messages.push_back(next());
             const auto* const done = std::get_if<DoneMessage>(&messages.back());
-            if ((done != nullptr && done->id == id) || std::holds_alternative<ErrorMessage>(messages.back())) {
+            if ((done != nullptr && done->id == id) ||
+                std::holds_alternative<ErrorMessage>(messages.back())) {
                 return messages;
             }
         }

@@ -32,7 +32,8 @@ TEST_F(ServerName, IsRefusedWhereItMustBeExactAndAnotherProgramHasIt)
     EXPECT_FALSE(second.isListening());
     EXPECT_EQ("", second.name());
     EXPECT_EQ("Another program that is running is called 'sandbox'.", second.error());
-    EXPECT_EQ(U"The console can't be served. Another program that is running is called 'sandbox'.", lastLine());
+    EXPECT_EQ(U"The console can't be served. Another program that is running is called 'sandbox'.",
+              lastLine());
 }
 
 TEST_F(ServerName, IsTakenOverFromAProgramThatHasCrashed)

@@ -11,29 +11,29 @@
 
 #include <exception>
 #include <optional>
+#include <utility>
 
 namespace zephyr::console::remote {
 
 namespace {
 
-/// Runs a line. \return what left it, as a line that stands in the log; nothing if nothing did.
-ZEPHYR_CATCHES_FORCED_UNWINDING std::optional<std::u32string> executeGuarded(Console& console,
-                                                                             const std::u32string& line)
+/// Runs a line, and tells how it ended as far as exceptions do.
+ZEPHYR_CATCHES_FORCED_UNWINDING LineResult executeGuarded(Console& console, const std::u32string& line)
 {
     try {
         console.execute(line);
-        return std::nullopt;
-    } catch (const EndOfRun&) { // as the user asked for
-        return std::nullopt;
+        return {};
+    } catch (const EndOfRun&) {
+        return {Outcome::Ok, {}, true};
     } catch (const DepthLimitError& error) { // which the log has already
-        return StringUtil::toU32String(error.what());
+        return {Outcome::Failed, StringUtil::toU32String(error.what()), false};
     }
     ZEPHYR_LET_FORCED_UNWINDING_THROUGH
     catch (...)
     {
         std::u32string caught = exceptionLine(std::current_exception());
         console.write(caught, Output);
-        return caught;
+        return {Outcome::Failed, std::move(caught), false};
     }
 }
 
@@ -43,13 +43,18 @@ LineResult runLine(Console& console, const std::u32string& line)
 {
     const commands::FailureCounter failures(console);
     const std::size_t begin = console.logSize();
-    if (const std::optional<std::u32string> caught = executeGuarded(console, line)) {
-        return {Outcome::Failed, *caught};
+    LineResult result = executeGuarded(console, line);
+    if (result.outcome != Outcome::Ok) {
+        return result;
     }
     if (const std::optional<std::u32string> unknown = unknownNameIn(console, begin, console.logSize())) {
-        return {Outcome::Unknown, *unknown};
+        result.outcome = Outcome::Unknown;
+        result.reason = *unknown;
+    } else if (failures.count() > 0) {
+        result.outcome = Outcome::Failed;
+        result.reason = failures.lastLine();
     }
-    return failures.count() > 0 ? LineResult{Outcome::Failed, failures.lastLine()} : LineResult{};
+    return result;
 }
 
 } // namespace zephyr::console::remote

@@ -15,7 +15,8 @@ namespace zephyr::console::remote {
 struct LineResult
 {
     Outcome outcome = Outcome::Ok;
-    std::u32string reason; ///< A sentence; empty for Outcome::Ok.
+    std::u32string reason;   ///< A sentence; empty for Outcome::Ok.
+    bool isEndOfRun = false; ///< Whether the user asked for the end of all that runs.
 };
 
 /// Runs a line, and tells how it ended. It failed if a command of the commands library did, or an exception left it, and

@@ -10,7 +10,8 @@ namespace zephyr::console::remote {
 struct Completion
 {
     QStringList candidates; ///< Words, in the order in which they are offered.
-    qsizetype from = 0;     ///< Where the word begins that one of them replaces, in UTF-16 code units of the line.
+    qsizetype from =
+        0; ///< Where the word begins that one of them replaces, in UTF-16 code units of the line.
 
     bool operator==(const Completion&) const = default;
 };
