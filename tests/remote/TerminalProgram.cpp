@@ -1,4 +1,5 @@
 // A program without a window, for the tests of ConsoleTerminal. Its arguments are names of what it does beside.
+#include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 #include "zephyr/console/ConsoleArgs.h"
 #include "zephyr/console/ConsoleCommand.h"
@@ -10,10 +11,10 @@
 #include <QStringList>
 #include <QTimer>
 
-#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -59,6 +60,8 @@ private:
     std::vector<std::u32string> mOffers;
 };
 
+std::string textOf(const ConsoleArgs& args) { return zephyr::StringUtil::toString(args.arg(1)); }
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -78,7 +81,15 @@ int main(int argc, char** argv)
             to.write(U"said " + args.arg(i), Output);
         }
     });
-    add(U"later", [&](const ConsoleArgs& args, Console&) { // writes at the prompt, on SIGUSR-free terms: soon
+    add(U"listen", [](const ConsoleArgs& args, Console& to) { // writes lines of a FIFO, on another thread
+        std::thread([&to, path = textOf(args)] {
+            std::ifstream lines(path);
+            for (std::string line; std::getline(lines, line);) {
+                to.write(line, Output);
+            }
+        }).detach();
+    });
+    add(U"later", [&](const ConsoleArgs& args, Console&) { // writes when no line runs
         const std::u32string text = args.arg(1);
         QTimer::singleShot(0, &application, [&console, text] { console.write(U"later " + text, Output); });
     });
@@ -90,11 +101,10 @@ int main(int argc, char** argv)
         });
     });
     add(U"sleep", [](const ConsoleArgs& args, Console&) {
-        std::this_thread::sleep_for(
-            std::chrono::milliseconds(std::stoi(std::string(args.arg(1).begin(), args.arg(1).end()))));
+        std::this_thread::sleep_for(std::chrono::milliseconds(std::stoi(textOf(args))));
     });
     add(U"wait", [](const ConsoleArgs& args, Console& to) { // until a file is there
-        const std::string path(args.arg(1).begin(), args.arg(1).end());
+        const std::string path = textOf(args);
         to.write("waiting for " + path, Output);
         while (::access(path.c_str(), F_OK) != 0) {
             std::this_thread::sleep_for(std::chrono::milliseconds(5));
