@@ -19,15 +19,11 @@ struct Progress
         : isGiven(form.parameters.size())
     {
         const auto isGivenYet = [this](std::size_t index) { return isGiven[index]; };
-        for (std::size_t i = first; i < finished.size(); ++i) {
-            if (const std::optional<std::size_t> index = switchIn(form, finished[i])) {
-                isGiven[*index] = true;
-            }
-        }
         next = form.nextArgument(isGivenYet);
         for (std::size_t i = first; i < finished.size(); ++i) {
-            if (next && !detail::readSwitch(form, finished[i], next)) {
-                isGiven[*next] = true;
+            const std::optional<SwitchWord> read = detail::readSwitch(form, finished[i], next);
+            if (const std::optional<std::size_t> index = read ? form.switchNamed(read->name) : next) {
+                isGiven[*index] = true;
                 next = form.nextArgument(isGivenYet);
             }
         }
@@ -35,13 +31,6 @@ struct Progress
 
     std::vector<bool> isGiven;       ///< For each parameter.
     std::optional<std::size_t> next; ///< The argument that a word without a switch is for.
-
-private:
-    static std::optional<std::size_t> switchIn(const Form& form, const std::u32string& word)
-    {
-        const std::optional<SwitchWord> read = detail::readSwitch(form, word, std::nullopt);
-        return read ? form.switchNamed(read->name) : std::nullopt;
-    }
 };
 
 void addValues(const FormParameter& parameter, const std::u32string& head, const std::u32string& typed,

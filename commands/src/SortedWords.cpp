@@ -3,6 +3,8 @@
 #include "ArgumentError.h"
 #include "zephyr/console/commands/detail/Call.h"
 
+#include <algorithm>
+
 namespace zephyr::console::commands::detail {
 
 namespace {
@@ -32,45 +34,74 @@ std::vector<std::u32string> switchLabels(const Form& form)
     throw ArgumentError{usageName + U": '/" + word.name + U"' is not " + orList(switchLabels(form)) + U"."};
 }
 
-[[noreturn]] void refuseSurplus(const std::u32string& usageName, const std::u32string& word,
-                                const std::u32string& why)
+/// The value that `word` gives to `parameter`.
+std::u32string valueOf(const FormParameter& parameter, const SwitchWord& word)
 {
-    throw ArgumentError{usageName + U": '" + unquoted(word) + U"' is one word too many" + why + U"."};
+    if (parameter.isFlag() && word.value) {
+        throw ArgumentError{parameter.rules.label() + U": '" + unquoted(*word.value) +
+                            U"' is not expected; the flag takes no value."};
+    }
+    if (!parameter.isFlag() && !word.value) {
+        refuseMissing(parameter);
+    }
+    return word.value ? unquoted(*word.value) : kGiven;
 }
 
-std::u32string sinceGivenByName(const std::vector<std::u32string>& names)
+/// The index of the option or flag that `word` gives, if it gives one.
+std::optional<std::size_t> switchIn(const Form& form, const std::u32string& word)
 {
-    return U", since " + andList(names) + (names.size() == 1 ? U" is" : U" are") + U" given by name";
+    const std::optional<SwitchWord> read = readSwitch(form, word, std::nullopt);
+    return read ? form.switchNamed(read->name) : std::nullopt;
 }
 
-/// The arguments that a switch gives.
-std::vector<std::u32string> givenByName(const Form& form,
-                                        const std::vector<std::optional<std::u32string>>& given)
+/// Whether a switch among `words` gives the parameter.
+bool isGivenByName(const Form& form, const std::vector<std::u32string>& words, std::size_t parameter)
+{
+    return std::any_of(words.begin(), words.end(),
+                       [&](const std::u32string& word) { return switchIn(form, word) == parameter; });
+}
+
+/// `before` are the words before the switch.
+[[noreturn]] void refuseTwice(const Form& form, const std::vector<std::u32string>& before,
+                              std::size_t parameter)
+{
+    const std::u32string how =
+        isGivenByName(form, before, parameter) ? U"" : U", by its place and by its name";
+    throw ArgumentError{form.parameters[parameter].rules.label() + U": given twice" + how + U"."};
+}
+
+/// The names of the arguments that switches among `words` give.
+std::vector<std::u32string> givenByName(const Form& form, const std::vector<std::u32string>& words)
 {
     std::vector<std::u32string> names;
-    for (std::size_t i = 0; i < given.size(); ++i) {
-        if (given[i] && form.parameters[i].isArgument()) {
-            names.push_back(form.parameters[i].rules.label());
+    for (std::size_t i = 0; i < form.parameters.size(); ++i) {
+        if (form.parameters[i].isArgument() && isGivenByName(form, words, i)) {
+            names.push_back(form.parameters[i].described.name());
         }
     }
     return names;
 }
 
-/// What to add to the complaint about `words[surplus]`, which is too many. `last` is the parameter of the last word by
-/// place, if there was one.
-std::u32string hintToQuote(const Form& form, const std::vector<std::u32string>& words, std::size_t surplus,
-                           const FormParameter* last)
+/// Whether quotes would help where `surplus` is a word too many behind `before`: what to say then, or nothing.
+std::u32string hintToQuote(const Form& form, const std::u32string& before, const std::u32string& surplus)
 {
-    if (surplus == 0) {
-        return {};
+    if (const std::optional<std::size_t> index = switchIn(form, before)) {
+        const std::optional<std::u32string> value = switchWord(before)->value;
+        return value ? form.parameters[*index].rules.hintToQuote(*value, surplus) : std::u32string();
     }
-    const std::u32string& before = words[surplus - 1];
-    const std::optional<SwitchWord> read = readSwitch(form, before, std::nullopt);
-    if (const std::optional<std::size_t> index = read ? form.switchNamed(read->name) : std::nullopt) {
-        return read->value ? form.parameters[*index].rules.hintToQuote(*read->value, words[surplus])
-                           : std::u32string();
+    const auto last = std::find_if(form.parameters.rbegin(), form.parameters.rend(),
+                                   [](const FormParameter& parameter) { return parameter.isArgument(); });
+    return last == form.parameters.rend() ? std::u32string() : last->rules.hintToQuote(before, surplus);
+}
+
+/// Why `surplus` is a word too many behind `before`, or how it would be none: the end of a sentence, or nothing.
+std::u32string whyTooMany(const Form& form, const std::vector<std::u32string>& before,
+                          const std::u32string& surplus)
+{
+    if (const std::vector<std::u32string> names = givenByName(form, before); !names.empty()) {
+        return U", since " + andList(names) + (names.size() == 1 ? U" is" : U" are") + U" given by name";
     }
-    return last == nullptr ? std::u32string() : last->rules.hintToQuote(before, words[surplus]);
+    return before.empty() ? std::u32string() : hintToQuote(form, before.back(), surplus);
 }
 
 } // namespace
@@ -91,57 +122,29 @@ SortedWords::SortedWords(const Form& form, const std::vector<std::u32string>& wo
                          const std::u32string& usageName)
     : given(form.parameters.size())
 {
-    std::vector<std::size_t> others;
-    others.reserve(words.size());
     for (std::size_t i = first; i < words.size(); ++i) {
-        const std::optional<SwitchWord> read = readSwitch(form, words[i], std::nullopt);
-        if (const std::optional<std::size_t> index = read ? form.switchNamed(read->name) : std::nullopt) {
-            addSwitch(form.parameters[*index], *read, given[*index]);
-        } else {
-            others.push_back(i);
-        }
-    }
-    addArguments(form, words, others, usageName);
-}
-
-void SortedWords::addSwitch(const FormParameter& parameter, const SwitchWord& word,
-                            std::optional<std::u32string>& value)
-{
-    const std::u32string& label = parameter.rules.label();
-    if (value) {
-        throw ArgumentError{label + U": given twice."};
-    }
-    if (parameter.isFlag() && word.value) {
-        throw ArgumentError{label + U": '" + unquoted(*word.value) +
-                            U"' is not expected; the flag takes no value."};
-    }
-    if (!parameter.isFlag() && !word.value) {
-        refuseMissing(parameter);
-    }
-    value = word.value ? unquoted(*word.value) : kGiven;
-}
-
-void SortedWords::addArguments(const Form& form, const std::vector<std::u32string>& words,
-                               const std::vector<std::size_t>& indices, const std::u32string& usageName)
-{
-    const std::vector<std::u32string> named = givenByName(form, given);
-    const FormParameter* last = nullptr;
-    for (const std::size_t index : indices) {
-        const std::u32string& word = words[index];
+        const auto before = [&] {
+            return std::vector(words.begin() + static_cast<std::ptrdiff_t>(first),
+                               words.begin() + static_cast<std::ptrdiff_t>(i));
+        };
         const std::optional<std::size_t> next =
-            form.nextArgument([this](std::size_t i) { return given[i].has_value(); });
-        if (const std::optional<SwitchWord> read = readSwitch(form, word, next)) {
-            refuseSwitch(form, *read, usageName);
-        }
-        if (!next) {
-            refuseSurplus(usageName, word,
-                          named.empty() ? hintToQuote(form, words, index, last) : sinceGivenByName(named));
-        }
-        last = &form.parameters[*next];
-        if (last->need == Need::Rest) {
-            rest.push_back(unquoted(word));
+            form.nextArgument([this](std::size_t index) { return given[index].has_value(); });
+        if (const std::optional<SwitchWord> read = readSwitch(form, words[i], next)) {
+            const std::optional<std::size_t> index = form.switchNamed(read->name);
+            if (!index) {
+                refuseSwitch(form, *read, usageName);
+            }
+            if (given[*index]) {
+                refuseTwice(form, before(), *index);
+            }
+            given[*index] = valueOf(form.parameters[*index], *read);
+        } else if (!next) {
+            throw ArgumentError{usageName + U": '" + unquoted(words[i]) + U"' is one word too many" +
+                                whyTooMany(form, before(), words[i]) + U"."};
+        } else if (form.parameters[*next].need == Need::Rest) {
+            rest.push_back(unquoted(words[i]));
         } else {
-            given[*next] = unquoted(word);
+            given[*next] = unquoted(words[i]);
         }
     }
 }

@@ -17,8 +17,8 @@ namespace zephyr::console::commands::detail {
 std::optional<SwitchWord> readSwitch(const Form& form, const std::u32string& word,
                                      std::optional<std::size_t> next);
 
-/// The words of a line, each with the parameter that it is for: switches first, wherever they stand, and the other words
-/// in order for the arguments that no switch gives.
+/// The words of a line, each with the parameter that it is for: a switch for the one that it names, and any other word for
+/// the first argument that no word before it gave, be it by its place or by its name.
 struct SortedWords
 {
     /// \param form the parameters.
@@ -32,12 +32,6 @@ struct SortedWords
     std::vector<std::optional<std::u32string>> given; ///< For each parameter, without quotes.
     std::vector<std::u32string> rest;                 ///< For the one that takes the words that are left.
     std::size_t readFromRest = 0;
-
-private:
-    static void addSwitch(const FormParameter& parameter, const SwitchWord& word,
-                          std::optional<std::u32string>& value);
-    void addArguments(const Form& form, const std::vector<std::u32string>& words,
-                      const std::vector<std::size_t>& indices, const std::u32string& usageName);
 };
 
 } // namespace zephyr::console::commands::detail

@@ -151,7 +151,7 @@ TEST_F(CommandWords, MayBeTypedByPlaceOrByName)
               textsOfAnswer("help place").front());
 }
 
-TEST_F(CommandWords, FillByPlaceWhatIsNotGivenByName)
+TEST_F(CommandWords, FillByPlaceWhatIsNotGivenByNameBeforeThem)
 {
     std::vector<double> place;
     add(
@@ -161,16 +161,17 @@ TEST_F(CommandWords, FillByPlaceWhatIsNotGivenByName)
     using Place = std::vector<double>;
     EXPECT_EQ(Texts(), textsOfAnswer("place /x=5 6"));
     EXPECT_EQ((Place{5, 6, -1}), place);
-    EXPECT_EQ(Texts(), textsOfAnswer("place 7 /x=8"));
-    EXPECT_EQ((Place{8, 7, -1}), place);
     EXPECT_EQ(Texts(), textsOfAnswer("place 1 /y=2 3"));
     EXPECT_EQ((Place{1, 2, 3}), place);
     const std::string usage = "    Usage: place X Y [Z]";
     EXPECT_EQ(Texts({"    place: '3' is one word too many, since y is given by name.", usage}),
-              textsOfAnswer("place 1 2 3 /y=5"));
+              textsOfAnswer("place /y=5 1 2 3"));
     EXPECT_EQ(Texts({"    place: '3' is one word too many, since x and z are given by name.", usage}),
-              textsOfAnswer("place /z=1 2 3 /x=4"));
+              textsOfAnswer("place /z=1 /x=4 2 3"));
     EXPECT_EQ(Texts({"    y: nothing given; expected a number.", usage}), textsOfAnswer("place /x=2 /z=3"));
+    EXPECT_EQ(Texts({"    x: given twice, by its place and by its name.", usage}),
+              textsOfAnswer("place 7 /x=8"));
+    EXPECT_EQ(Texts({"    x: given twice.", usage}), textsOfAnswer("place /x=8 7 /x=8"));
 }
 
 TEST_F(CommandWords, OfARedirectionAreNotTheCommands)
