@@ -16,17 +16,20 @@ namespace {
 struct Progress
 {
     Progress(const Form& form, const std::vector<std::u32string>& finished, std::size_t first)
-        : isGiven(form.parameters.size())
+        : isGiven(form.parameters.size()), next(nextOf(form))
     {
-        const auto isGivenYet = [this](std::size_t index) { return isGiven[index]; };
-        next = form.nextArgument(isGivenYet);
         for (std::size_t i = first; i < finished.size(); ++i) {
             const std::optional<SwitchWord> read = detail::readSwitch(form, finished[i], next);
             if (const std::optional<std::size_t> index = read ? form.switchNamed(read->name) : next) {
                 isGiven[*index] = true;
-                next = form.nextArgument(isGivenYet);
+                next = nextOf(form);
             }
         }
+    }
+
+    std::optional<std::size_t> nextOf(const Form& form) const
+    {
+        return form.nextArgument([this](std::size_t index) { return isGiven[index]; });
     }
 
     std::vector<bool> isGiven;       ///< For each parameter.

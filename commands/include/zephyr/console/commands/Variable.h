@@ -71,7 +71,7 @@ public:
     /// A variable whose value is the program's: `getter` returns it, and `setter` sets it, or ends with fail(). `byDefault`
     /// is what the default restores; the value is left as it is now. Without a setter, which may be null, the variable is
     /// read-only. Throws `std::invalid_argument` as above, and without a getter.
-    Variable(Console& console, std::u32string name, std::function<T()> getter,
+    Variable(Console& console, const std::u32string& name, std::function<T()> getter,
              std::function<void(const T&)> setter, T byDefault, std::u32string description,
              const VariableLimits& limits = {})
         : Variable(console, name,
