@@ -94,7 +94,7 @@ void Connection::take(const Message& message)
 {
     if (const auto* const error = std::get_if<ErrorMessage>(&message)) {
         lose(QString(kRefused).arg(mName, error->text));
-    } else if (const auto* const hello = std::get_if<HelloMessage>(&message); hello && !mIsGreeted) {
+    } else if (const auto* const hello = std::get_if<HelloMessage>(&message)) {
         greet(*hello);
     } else if (!mIsGreeted) {
         lose(QString(kNoServer).arg(mName));
@@ -109,9 +109,10 @@ void Connection::greet(const HelloMessage& hello)
         lose(QString(kOtherVersion).arg(mName).arg(hello.version).arg(kProtocolVersion));
         return;
     }
-    mIsGreeted = true;
     mPatience.stop();
-    mCallbacks.greeted(hello);
+    if (!std::exchange(mIsGreeted, true)) {
+        mCallbacks.greeted(hello);
+    }
 }
 
 void Connection::failed(QLocalSocket::LocalSocketError error)

@@ -42,7 +42,7 @@ public:
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    /// Connects. A server that doesn't greet within `patience` is lost.
+    /// Connects, once. A server that doesn't greet within `patience` is lost.
     void open(std::chrono::milliseconds patience);
 
     /// Sends a request. The server must have greeted. One of more than kMaxRequestBytes is one that no server takes.
