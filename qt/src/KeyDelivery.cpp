@@ -1,11 +1,12 @@
 #include "KeyDelivery.h"
 
 #include "ConsoleKeys.h"
-#include "ForcedUnwinding.h"
 #include "zephyr/console/Console.h"
 #include "zephyr/console/DepthLimitError.h"
+#include "zephyr/console/EndOfRun.h"
 #include "zephyr/console/ExceptionLine.h"
 #include "zephyr/console/Texts.h"
+#include "zephyr/console/detail/ForcedUnwinding.h"
 
 #include <Qt>
 
@@ -76,6 +77,7 @@ ZEPHYR_CATCHES_FORCED_UNWINDING bool KeyDelivery::tryToDo(const std::function<vo
     try {
         action();
         return true;
+    } catch (const EndOfRun&) { // as the user asked for
     } catch (const DepthLimitError& error) {
         mCaught(QString::fromUtf8(error.what())); // which the console has written already
     } catch (const std::system_error& error) {

@@ -4,6 +4,7 @@
 #include "Lines.h"
 #include "ScriptErrors.h"
 #include "zephyr/console/DepthLimitError.h"
+#include "zephyr/console/EndOfRun.h"
 #include "zephyr/console/ExceptionLine.h"
 #include "zephyr/console/qt/ConsoleHost.h"
 
@@ -259,6 +260,7 @@ void ConsoleOverlay::report(Console& console, const std::exception_ptr& exceptio
     }
     try {
         std::rethrow_exception(exception);
+    } catch (const EndOfRun&) {              // as the user asked for
     } catch (const DepthLimitError& error) { // which the console has logged
         emit exceptionCaught(QString::fromUtf8(error.what()));
     } catch (...) {

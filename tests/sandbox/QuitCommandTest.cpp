@@ -1,6 +1,6 @@
 #include "sandbox/SandboxFixture.h"
-#include "sandbox/commands/SandboxCommands.h"
 #include "support/TemporaryDirectory.h"
+#include "zephyr/console/EndOfRun.h"
 
 namespace zephyr::test {
 namespace {
@@ -9,7 +9,7 @@ using QuitCommand = SandboxFixture;
 
 TEST_F(QuitCommand, ThrowsThroughWhoeverRunsTheLine)
 {
-    EXPECT_THROW(sandbox.console().execute(U"quit"), sandbox::QuitRequest);
+    EXPECT_THROW(sandbox.console().execute(U"quit"), console::EndOfRun);
 }
 
 TEST_F(QuitCommand, KeepsTheRestOfAFileFromRunning)
@@ -17,7 +17,7 @@ TEST_F(QuitCommand, KeepsTheRestOfAFileFromRunning)
     const TemporaryDirectory directory;
     const auto file = directory.write("q.console", "wind set 5\nquit\nwind set 6\n");
 
-    EXPECT_THROW(sandbox.console().runFile(file), sandbox::QuitRequest);
+    EXPECT_THROW(sandbox.console().runFile(file), console::EndOfRun);
     EXPECT_EQ(5.0, sandbox.simulation().wind().speed);
 }
 
@@ -26,7 +26,7 @@ TEST_F(QuitCommand, CallsBackBeforeItThrows)
     Lines logAtQuit;
     sandbox.whenQuitting([&] { logAtQuit = driver.log(); });
     EXPECT_FALSE(sandbox.isQuitting());
-    EXPECT_THROW(sandbox.console().execute(U"quit"), sandbox::QuitRequest);
+    EXPECT_THROW(sandbox.console().execute(U"quit"), console::EndOfRun);
     EXPECT_TRUE(sandbox.isQuitting());
     EXPECT_EQ(Lines({"quit"}), logAtQuit);
 }

@@ -5,6 +5,7 @@
 #include "sandbox/simulation/Simulation.h"
 #include "sandbox/simulation/SimulationClock.h"
 #include "zephyr/console/Console.h"
+#include "zephyr/console/EndOfRun.h"
 #include "zephyr/console/commands/Command.h"
 
 #include <cstddef>
@@ -236,7 +237,7 @@ void addQuit(Console& console, std::function<void()> beforeThrow)
     add(console, U"quit", U"Ends the program; whatever stands behind it in a file is not run.",
         [beforeThrow = std::move(beforeThrow)] {
             beforeThrow();
-            throw QuitRequest();
+            throw console::EndOfRun();
         });
 }
 

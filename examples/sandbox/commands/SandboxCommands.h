@@ -13,11 +13,6 @@ class Recording;
 class Simulation;
 class SimulationClock;
 
-/// The command `quit` throws this through the console, so that neither the rest of an alias nor that of a console file
-/// runs. It is no std::exception, since nothing went wrong.
-struct QuitRequest
-{};
-
 /// Adds the command `wind`, which shows and sets the wind and makes it gust. What a command works on must outlive it.
 void addWind(console::Console& console, Simulation& simulation);
 
@@ -30,7 +25,7 @@ void addParticles(console::Console& console, Simulation& simulation);
 /// Adds the command `obstacle`, which places, lists and removes discs. They are numbered from 1, oldest first.
 void addObstacle(console::Console& console, Simulation& simulation);
 
-/// Adds the command `quit`, which calls `beforeThrow` and then throws a QuitRequest.
+/// Adds the command `quit`, which calls `beforeThrow` and then throws a console::EndOfRun.
 void addQuit(console::Console& console, std::function<void()> beforeThrow);
 
 } // namespace zephyr::sandbox

@@ -1,10 +1,10 @@
 #include "sandbox/program/Batch.h"
 
-#include "sandbox/commands/SandboxCommands.h"
 #include "sandbox/program/Complaint.h"
 #include "sandbox/program/LogPrinter.h"
 #include "sandbox/program/Sandbox.h"
 #include "sandbox/program/StartupFile.h"
+#include "zephyr/console/EndOfRun.h"
 #include "zephyr/console/commands/Failure.h"
 
 #include <QFile>
@@ -50,7 +50,7 @@ std::optional<QString> runFiles(const QString& file, const StartupChoice& startu
         runStartupFile(startup, console);
         running = file;
         console.runFile(pathOf(file));
-    } catch (const QuitRequest&) {
+    } catch (const console::EndOfRun&) {
         return std::nullopt;
     } catch (const std::exception& error) {
         return QString(kStopped).arg(running, error.what());

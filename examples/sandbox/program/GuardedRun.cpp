@@ -1,8 +1,8 @@
 #include "sandbox/program/GuardedRun.h"
 
-#include "sandbox/commands/SandboxCommands.h"
 #include "sandbox/program/Sandbox.h"
 #include "zephyr/console/DepthLimitError.h"
+#include "zephyr/console/EndOfRun.h"
 #include "zephyr/console/ExceptionLine.h"
 
 #include <exception>
@@ -16,7 +16,7 @@ void runGuarded(Sandbox& sandbox, const std::function<void(console::Console& con
     }
     try {
         run(sandbox.console());
-    } catch (const QuitRequest&) {
+    } catch (const console::EndOfRun&) {
         return;
     } catch (const console::DepthLimitError&) {
         return; // the log says so already

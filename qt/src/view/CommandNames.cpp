@@ -1,8 +1,8 @@
 #include "CommandNames.h"
 
-#include "../ForcedUnwinding.h"
 #include "EditDistance.h"
 #include "zephyr/console/Console.h"
+#include "zephyr/console/detail/ForcedUnwinding.h"
 
 #include <QChar>
 

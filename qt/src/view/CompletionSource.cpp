@@ -1,8 +1,8 @@
 #include "CompletionSource.h"
 
-#include "../ForcedUnwinding.h"
 #include "zephyr/console/Console.h"
 #include "zephyr/console/InputWords.h"
+#include "zephyr/console/detail/ForcedUnwinding.h"
 
 #include <QScopeGuard>
 

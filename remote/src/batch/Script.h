@@ -32,13 +32,16 @@ struct ScriptLine
 class Script
 {
 public:
+    /// \param limit the number of bytes that a line may have.
+    explicit Script(qsizetype limit = kMaxScriptLineBytes) : mReader(limit) {}
+
     /// Adds what was read.
     void add(const QByteArray& bytes) { mReader.add(bytes); }
 
     /// Ends the script: what is there is all of it.
     void end();
 
-    /// Takes the next line that is to be run; nothing if none is whole, or one of over kMaxScriptLineBytes comes first.
+    /// Takes the next line that is to be run; nothing if none is whole, or one beyond the limit comes first.
     std::optional<ScriptLine> next();
 
     /// Whether the line that comes next is too long. No more lines can be taken.
@@ -48,7 +51,7 @@ public:
     qint64 lineCount() const { return mLineCount; }
 
 private:
-    LineReader mReader{kMaxScriptLineBytes};
+    LineReader mReader;
     qint64 mLineCount = 0;
 };
 

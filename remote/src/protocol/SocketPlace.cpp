@@ -18,6 +18,7 @@ namespace {
 
 constexpr char kFolderName[] = "zephyr-console";
 constexpr char kSuffix[] = ".socket";
+constexpr char kLockSuffix[] = ".lock";
 
 constexpr char kBadName[] = "'%1' can't be a program's name: it may have letters, digits, '-', '_' and '.', "
                             "and begins with a letter or digit.";
@@ -63,6 +64,8 @@ SocketPlace SocketPlace::ofUser()
 }
 
 QString SocketPlace::socketOf(const QString& name) const { return mFolder + '/' + name + kSuffix; }
+
+QString SocketPlace::lockOf(const QString& name) const { return mFolder + '/' + name + kLockSuffix; }
 
 std::optional<QString> SocketPlace::errorInName(const QString& name) const
 {

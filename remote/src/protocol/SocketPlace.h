@@ -27,6 +27,9 @@ public:
     /// The socket of the program `name`, a path. The name must have no error.
     QString socketOf(const QString& name) const;
 
+    /// The file that the program `name` locks while it runs, a path. The name must have no error.
+    QString lockOf(const QString& name) const;
+
     /// Why no program can be called `name` here, a sentence; nothing if one can. A name has letters, digits, '-', '_'
     /// and '.', of ASCII each, begins with a letter or digit, and has maxNameLength() of them at most.
     std::optional<QString> errorInName(const QString& name) const;

@@ -1,9 +1,9 @@
 #ifndef ZEPHYR_CONSOLE_REMOTE_TERMINAL_LINEEDITOR_H
 #define ZEPHYR_CONSOLE_REMOTE_TERMINAL_LINEEDITOR_H
 
+#include "protocol/Completion.h"
+
 #include <QString>
-#include <QStringList>
-#include <QtGlobal>
 
 #include <cstdio>
 #include <functional>
@@ -12,14 +12,6 @@
 namespace zephyr::console::remote {
 
 class LineSource;
-
-/// What may stand at the end of a line.
-struct Completion
-{
-    QStringList candidates;
-    qsizetype from =
-        0; ///< Where the word begins that one of them replaces, in UTF-16 code units of the line.
-};
 
 /// What a LineEditor calls, all on its thread and none from inside of its constructor. Each may be empty. Callbacks may
 /// destroy the editor, except `complete`, and must not throw.

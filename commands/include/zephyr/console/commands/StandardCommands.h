@@ -43,7 +43,7 @@ ZEPHYR_CONSOLE_COMMANDS_EXPORT Added addVars(Console& console);
 
 /// Runs the console file at `path` when a program starts. A file that isn't there is no failure, and nothing is said of
 /// it. A line in the console says why a file can't be read, or what a line of it threw, after which the rest isn't run.
-/// \return false then, and if a command of this library failed.
+/// \return false then, and if a command of this library failed. Throws the EndOfRun that a line's command throws.
 ZEPHYR_CONSOLE_COMMANDS_EXPORT bool runStartupFile(Console& console, const std::filesystem::path& path);
 
 } // namespace zephyr::console::commands

@@ -1,5 +1,5 @@
-#ifndef ZEPHYR_CONSOLE_QT_FORCEDUNWINDING_H
-#define ZEPHYR_CONSOLE_QT_FORCEDUNWINDING_H
+#ifndef ZEPHYR_CONSOLE_DETAIL_FORCEDUNWINDING_H
+#define ZEPHYR_CONSOLE_DETAIL_FORCEDUNWINDING_H
 
 // What a function needs that catches everything host code may throw: pthread_exit() unwinds the stack by an exception
 // that ends the program where it isn't let through.
