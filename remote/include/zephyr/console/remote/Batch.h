@@ -30,9 +30,10 @@ struct BatchOptions
     std::function<void(const std::string& failure)> report;
 };
 
-inline constexpr int kBatchSucceeded = 0; ///< Every line ran well.
+inline constexpr int kBatchSucceeded = 0;  ///< Every line ran well.
 inline constexpr int kBatchLineFailed = 1; ///< A line failed.
-inline constexpr int kBatchImpossible = 2; ///< The file can't be read to its end, or the transcript can't be printed.
+inline constexpr int kBatchImpossible =
+    2; ///< The file can't be read to its end, or the transcript can't be printed.
 
 /// Runs the lines of a console file as Console::runFile() does, without a window and for programs that must know how it
 /// went: tests, scripts, services. A line fails if it names neither a command nor an alias, or runs one that does so; if a
