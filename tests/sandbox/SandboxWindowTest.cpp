@@ -1,7 +1,7 @@
 #include "sandbox/program/SandboxWindow.h"
 
 #include "sandbox/SandboxFixture.h"
-#include "sandbox/WaitUntil.h"
+#include "support/WaitUntil.h"
 #include "sandbox/program/KeyTyping.h"
 #include "support/SystemText.h"
 #include "support/TemporaryDirectory.h"

@@ -1,5 +1,5 @@
 #include "sandbox/SandboxFixture.h"
-#include "sandbox/WaitUntil.h"
+#include "support/WaitUntil.h"
 #include "sandbox/program/SandboxWindow.h"
 
 #include <QCoreApplication>
