@@ -115,10 +115,24 @@ private:
 /// Bytes that begin as requests do.
 QByteArray bytesFrom(FuzzedDataProvider& data)
 {
-    const char* const kParts[] = {"{\"id\":1,\"run\":\"a\"}\n", "{\"id\":2,\"complete\":\"h\"}\n",
-                                  "{\"id\":3,\"follow\":true,\"from\":0}\n", "{\"id\":4,\"follow\":false}\n",
-                                  "\n", "{", "}", "\"id\":", "\"run\":", "\"complete\":", "\"follow\":", "9007199254740992",
-                                  "-1", "null", "[[[[", "\\ud800", "\xff", "\\u0000"};
+    const char* const kParts[] = {"{\"id\":1,\"run\":\"a\"}\n",
+                                  "{\"id\":2,\"complete\":\"h\"}\n",
+                                  "{\"id\":3,\"follow\":true,\"from\":0}\n",
+                                  "{\"id\":4,\"follow\":false}\n",
+                                  "\n",
+                                  "{",
+                                  "}",
+                                  "\"id\":",
+                                  "\"run\":",
+                                  "\"complete\":",
+                                  "\"follow\":",
+                                  "9007199254740992",
+                                  "-1",
+                                  "null",
+                                  "[[[[",
+                                  "\\ud800",
+                                  "\xff",
+                                  "\\u0000"};
     QByteArray bytes;
     for (int count = data.ConsumeIntegralInRange(0, 16); count > 0; --count) {
         bytes += data.ConsumeBool() ? QByteArray(data.PickValueInArray(kParts))
@@ -139,7 +153,8 @@ void check(FuzzedDataProvider& data)
     const QByteArray bytes = bytesFrom(data);
     const Answers expected = expectedFor(bytes);
     Client client;
-    const auto cut = static_cast<qsizetype>(data.ConsumeIntegralInRange<std::size_t>(0, static_cast<std::size_t>(bytes.size())));
+    const auto cut = static_cast<qsizetype>(
+        data.ConsumeIntegralInRange<std::size_t>(0, static_cast<std::size_t>(bytes.size())));
     client.say(bytes.left(cut));
     client.say(bytes.mid(cut));
     const Answers answers = client.answers(expected.ended + expected.errors);

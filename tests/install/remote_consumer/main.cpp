@@ -17,8 +17,9 @@ int main(int argc, char** argv)
         return 3;
     }
     Console console;
-    commands::add(console, U"sum", U"Adds numbers.", [](double a, double b) { return a + b; },
-                  commands::argument(U"a").between(0, 100), commands::argument(U"b"));
+    commands::add(
+        console, U"sum", U"Adds numbers.", [](double a, double b) { return a + b; },
+        commands::argument(U"a").between(0, 100), commands::argument(U"b"));
     remote::BatchOptions options;
     options.keepsGoing = std::strcmp(argv[1], "go") == 0;
     return remote::runBatch(console, argv[2], options);
