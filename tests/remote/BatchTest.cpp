@@ -30,7 +30,9 @@ protected:
     {
         commands::addEcho(console);
         commands::add(console, U"brake", U"Brakes.", [] { commands::fail(U"No brakes."); });
-        test::addCommand(console, U"throw").onExecute = [](const auto&, Console&) { throw std::runtime_error("oh"); };
+        test::addCommand(console, U"throw").onExecute = [](const auto&, Console&) {
+            throw std::runtime_error("oh");
+        };
         test::addCommand(console, U"quit").onExecute = [](const auto&, Console&) { throw EndOfRun(); };
         options.output = stream.get();
         options.report = [this](const std::string& failure) { failures.push_back(failure); };
@@ -52,12 +54,14 @@ protected:
 
     test::TemporaryDirectory folder;
     Console console;
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream{std::fopen((folder.path() / "out").c_str(), "w"), &std::fclose};
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream{std::fopen((folder.path() / "out").c_str(), "w"),
+                                                           &std::fclose};
     BatchOptions options;
     Lines failures;
 };
 
-const std::string kUnknown = "'frobnicate' is not a recognized command.  Type 'help' to list available commands.";
+const std::string kUnknown =
+    "'frobnicate' is not a recognized command.  Type 'help' to list available commands.";
 
 TEST_F(BatchTest, PrintsWhatItsLinesWriteAndNothingOfBefore)
 {
@@ -80,7 +84,8 @@ TEST_F(BatchTest, GoesOnIfItIsToldTo)
     EXPECT_EQ((Lines{atLine(1, "No brakes."), atLine(2, kUnknown),
                      atLine(3, "The console caught an exception: oh")}),
               failures);
-    EXPECT_NE(std::string::npos, printed().find(">> throw\nThe console caught an exception: oh\n>> echo b\n    b\n"));
+    EXPECT_NE(std::string::npos,
+              printed().find(">> throw\nThe console caught an exception: oh\n>> echo b\n    b\n"));
 }
 
 TEST_F(BatchTest, SeesFailuresInsideOfAliasesAndFiles)
@@ -99,8 +104,10 @@ TEST_F(BatchTest, EndsWhereACommandEndsAllThatRuns)
 
 TEST_F(BatchTest, RunsLinesAsTheyAre)
 {
-    EXPECT_EQ(kBatchLineFailed, runBatch(console, std::vector<std::u32string>{U"echo a", U"// no comment"}, options));
-    EXPECT_EQ(Lines{"line 2: '//' is not a recognized command.  Type 'help' to list available commands."}, failures);
+    EXPECT_EQ(kBatchLineFailed,
+              runBatch(console, std::vector<std::u32string>{U"echo a", U"// no comment"}, options));
+    EXPECT_EQ(Lines{"line 2: '//' is not a recognized command.  Type 'help' to list available commands."},
+              failures);
 }
 
 TEST_F(BatchTest, SaysWhyAFileCantBeRun)
@@ -111,8 +118,10 @@ TEST_F(BatchTest, SaysWhyAFileCantBeRun)
     std::filesystem::create_symlink(link, link);
     EXPECT_EQ(kBatchImpossible, runBatch(console, link, options));
     const std::string path = folder.path().string();
-    EXPECT_EQ((Lines{"Can't run '" + path + "/none': there is no such file.", "Can't run '" + path + "': it is a directory.",
-                     "Can't run '" + path + "/link': " + test::systemText(std::errc::too_many_symbolic_link_levels) + "."}),
+    EXPECT_EQ((Lines{"Can't run '" + path + "/none': there is no such file.",
+                     "Can't run '" + path + "': it is a directory.",
+                     "Can't run '" + path +
+                         "/link': " + test::systemText(std::errc::too_many_symbolic_link_levels) + "."}),
               failures);
 }
 
@@ -121,8 +130,10 @@ TEST_F(BatchTest, StopsWhereItsTranscriptCantBePrinted)
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> full(std::fopen("/dev/full", "w"), &std::fclose);
     options.output = full.get();
     EXPECT_EQ(kBatchImpossible, run("echo a\necho b\n"));
-    EXPECT_EQ(Lines{"Can't print the transcript: " + test::systemText(std::errc::no_space_on_device) + "."}, failures);
-    EXPECT_EQ(5u, console.logSize()) << "two lines at the start, three of the first line, and none of the second";
+    EXPECT_EQ(Lines{"Can't print the transcript: " + test::systemText(std::errc::no_space_on_device) + "."},
+              failures);
+    EXPECT_EQ(5u, console.logSize())
+        << "two lines at the start, three of the first line, and none of the second";
 }
 
 TEST_F(BatchTest, PrintsNothingToNowhere)

@@ -69,7 +69,10 @@ private:
     int mStatus = kBatchSucceeded;
 };
 
-std::string nameOf(const fs::path& file) { return StringUtil::toString(StringUtil::toU32String(file.string())); }
+std::string nameOf(const fs::path& file)
+{
+    return StringUtil::toString(StringUtil::toU32String(file.string()));
+}
 
 /// Why the file can't be run, as the end of a sentence; nothing if it can.
 std::optional<std::string> reasonNotToRun(const fs::path& file)
@@ -82,7 +85,8 @@ std::optional<std::string> reasonNotToRun(const fs::path& file)
     if (error) {
         return error.message();
     }
-    return status.type() == fs::file_type::directory ? std::optional<std::string>("it is a directory") : std::nullopt;
+    return status.type() == fs::file_type::directory ? std::optional<std::string>("it is a directory")
+                                                     : std::nullopt;
 }
 
 /// Runs what is whole of a script. \return whether the rest is to be run.

@@ -30,9 +30,10 @@ struct BatchOptions
     std::function<void(const std::string& failure)> report;
 };
 
-inline constexpr int kBatchSucceeded = 0; ///< Every line ran well.
+inline constexpr int kBatchSucceeded = 0;  ///< Every line ran well.
 inline constexpr int kBatchLineFailed = 1; ///< A line failed.
-inline constexpr int kBatchImpossible = 2; ///< The file can't be read to its end, or the transcript can't be printed.
+inline constexpr int kBatchImpossible =
+    2; ///< The file can't be read to its end, or the transcript can't be printed.
 
 /// Runs the lines of a console file as Console::runFile() does, without a window and for programs that must know how it
 /// went: tests, scripts, services. A line fails if it names neither a command nor an alias, or runs one that does so; if a
@@ -41,8 +42,7 @@ inline constexpr int kBatchImpossible = 2; ///< The file can't be read to its en
 ///
 /// Lines are trimmed; empty ones and those that begin with `//` are skipped. A file that can't be read is reported in a sentence,
 /// and is no mistake of the program.
-/// \return an exit status for the program: kBatchSucceeded, kBatchLineFailed or kBatchImpossible, of which the greatest
-///     counts.
+/// \return an exit status for the program, the greatest that holds of kBatchSucceeded, kBatchLineFailed, kBatchImpossible.
 /// For the console's thread; needs no event loop. Throws `std::bad_alloc`.
 ZEPHYR_CONSOLE_REMOTE_EXPORT int runBatch(Console& console, const std::filesystem::path& file,
                                           const BatchOptions& options = {});

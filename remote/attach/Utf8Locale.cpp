@@ -1,0 +1,21 @@
+#include "attach/Utf8Locale.h"
+
+#include <QByteArray>
+#include <QtGlobal>
+
+#include <clocale>
+
+#include <langinfo.h>
+
+namespace zephyr::attach {
+
+void ensureUtf8Locale()
+{
+    std::setlocale(LC_ALL, ""); // NOLINT(concurrency-mt-unsafe): no other thread runs yet
+    if (QByteArray(nl_langinfo(CODESET)) != "UTF-8") { // NOLINT(concurrency-mt-unsafe): nor now
+        // Nothing here uses the other conventions of a locale, and one name that isn't installed spoils all.
+        qputenv("LC_ALL", "C.UTF-8");
+    }
+}
+
+} // namespace zephyr::attach
