@@ -1,4 +1,4 @@
-// A program without a window, for the tests of ConsoleTerminal. Its arguments are names of what it does beside.
+// A program without a window, for the tests of ConsoleTerminal. With the argument `second` it has two.
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 #include "zephyr/console/ConsoleArgs.h"
@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QMetaObject>
 #include <QStringList>
 #include <QTimer>
 
@@ -67,7 +68,7 @@ std::string textOf(const ConsoleArgs& args) { return zephyr::StringUtil::toStrin
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
-    const QStringList wishes = QCoreApplication::arguments();
+    const bool hasSecond = QCoreApplication::arguments().contains("second");
     Console console;
     std::unique_ptr<ConsoleTerminal> terminal;
     std::unique_ptr<ConsoleTerminal> second;
@@ -113,8 +114,27 @@ int main(int argc, char** argv)
     });
     add(U"throw", [](const ConsoleArgs&, Console&) { throw std::runtime_error("thrown"); });
     add(U"end", [](const ConsoleArgs&, Console&) { throw EndOfRun(); });
-    add(U"exit", [](const ConsoleArgs&, Console&) { std::exit(3); });
-    add(U"destroy", [&](const ConsoleArgs&, Console&) { terminal.reset(); });
+    add(U"exit", [&](const ConsoleArgs& args, Console&) { // when a line is written to a FIFO
+        std::thread([&application, path = textOf(args)] {
+            std::ifstream lines(path);
+            std::string line;
+            std::getline(lines, line);
+            QMetaObject::invokeMethod(&application, [] { std::exit(3); });
+        }).detach();
+    });
+    add(U"nest", [](const ConsoleArgs& args, Console& to) { // processes events until a file is there
+        const std::string path = textOf(args);
+        to.execute(U"say nested");
+        while (::access(path.c_str(), F_OK) != 0) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        }
+        to.execute(U"say unnested");
+    });
+    add(U"destroy", [&](const ConsoleArgs&, Console&) {
+        terminal.reset();
+        std::puts("Destroyed.");
+        std::fflush(stdout);
+    });
     add(U"wind", [](const ConsoleArgs&, Console&) {}, {U"set", U"settle", U"show"});
     add(
         U"many", [](const ConsoleArgs&, Console&) {},
@@ -129,7 +149,7 @@ int main(int argc, char** argv)
     ConsoleTerminalOptions options;
     options.historyFile = qEnvironmentVariable("TERMINAL_PROGRAM_HISTORY");
     terminal = std::make_unique<ConsoleTerminal>(console, options);
-    if (wishes.contains("second")) {
+    if (hasSecond) {
         second = std::make_unique<ConsoleTerminal>(console);
     }
     const int status = QCoreApplication::exec();
