@@ -112,6 +112,10 @@ int main(int argc, char** argv)
         }
         to.write("found " + path, Output);
     });
+    add(U"nest-later", [&](const ConsoleArgs& args, Console&) {
+        QTimer::singleShot(0, &application,
+                           [&console, line = U"nest " + args.arg(1)] { console.execute(line); });
+    });
     add(U"throw", [](const ConsoleArgs&, Console&) { throw std::runtime_error("thrown"); });
     add(U"end", [](const ConsoleArgs&, Console&) { throw EndOfRun(); });
     add(U"exit", [&](const ConsoleArgs& args, Console&) { // when a line is written to a FIFO

@@ -11,6 +11,10 @@
 #include <stdexcept>
 #include <string>
 
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
 namespace zephyr::test {
 
 /// A real terminal of 80 columns and 24 rows, in which a shell's command runs, and what a person sees there.
@@ -49,8 +53,19 @@ public:
         tmux({"paste-buffer"});
     }
 
-    /// Makes the terminal so many columns wide; its lines flow.
-    void setWidth(int columns) const { tmux({"resize-window", "-x", QString::number(columns)}); }
+    /// Makes the terminal so many columns wide; its lines flow. \return whether its program may know.
+    bool setWidth(int columns) const
+    {
+        tmux({"resize-window", "-x", QString::number(columns)});
+        const QByteArray device = tmux({"display-message", "-p", "#{pane_tty}"}).trimmed();
+        return console::remote::waitUntil([&] { // tmux takes its time
+            const int terminal = ::open(device.constData(), O_RDONLY | O_NOCTTY | O_CLOEXEC);
+            winsize size{};
+            ::ioctl(terminal, TIOCGWINSZ, &size);
+            ::close(terminal);
+            return size.ws_col == columns;
+        });
+    }
 
     /// What is seen, without the blanks at the end of lines and the empty lines at the end.
     std::string screen() const { return seen({}); }

@@ -45,6 +45,13 @@ void bindForBothMaps(EditLine* edit, const Binding& binding)
     el_wset(edit, EL_BIND, L"-a", binding.key, binding.function, nullptr);
 }
 
+/// Otherwise libedit would throw away what was typed ahead, and be stopped in the background.
+void endEditing(EditLine* edit)
+{
+    el_set(edit, EL_EDITMODE, 0);
+    el_end(edit);
+}
+
 } // namespace
 
 EditScreen::EditScreen(std::FILE* in, std::FILE* out, const std::wstring& prompt,
@@ -53,7 +60,7 @@ EditScreen::EditScreen(std::FILE* in, std::FILE* out, const std::wstring& prompt
       mOut(out),
       mPrompt(prompt),
       mClientData(functions.clientData),
-      mEdit(el_init(kProgram, in, out, stderr), el_end)
+      mEdit(el_init(kProgram, in, out, stderr), endEditing)
 {
     EditLine* const edit = mEdit.get();
     el_wset(edit, EL_CLIENTDATA, this);

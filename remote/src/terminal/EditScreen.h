@@ -88,7 +88,7 @@ private:
     std::FILE* mOut;
     std::wstring mPrompt;
     void* mClientData;
-    std::unique_ptr<EditLine, void (*)(EditLine*)> mEdit;
+    std::unique_ptr<EditLine, void (*)(EditLine*)> mEdit; // ends without touching the terminal
     ScreenPlace mSize;
 };
 

@@ -209,26 +209,40 @@ std::optional<EditedLines::Event> EditedLines::editLine(std::wstring& line)
 
 int EditedLines::nextKey(wchar_t& key)
 {
-    while (!mEnds) {
-        followSignals();
-        showOrHide();
-        if (mIsOnScreen) {
-            if (const std::optional<wchar_t> next = mKeys.take()) {
-                key = *next;
-                return 1;
-            }
-            mScreen->keepSignalKeys();
+    while (waitUntilShown()) {
+        if (const std::optional<wchar_t> next = mKeys.take()) {
+            key = *next;
+            return 1;
         }
-        const bool reads = mIsOnScreen;
-        const bool isInBackground = !mIsOnScreen && mIsShown;
-        mLock.unlock();
-        const bool hasKeys = mKeys.wait(reads, isInBackground ? kBackgroundStep : kForEver);
-        mLock.lock();
-        if (hasKeys && mIsOnScreen && !mKeys.read()) {
+        mScreen->keepSignalKeys();
+        if (waitForKeys(kForEver) && mIsOnScreen && !mKeys.read()) {
             return 0;
         }
     }
     return 0;
+}
+
+/// Waits until the line is on the screen. \return false if it won't be any more.
+bool EditedLines::waitUntilShown()
+{
+    for (;;) {
+        followSignals();
+        showOrHide();
+        if (mIsOnScreen || mEnds) {
+            return !mEnds;
+        }
+        waitForKeys(mIsShown ? kBackgroundStep : kForEver);
+    }
+}
+
+/// Lets go of the lock until something happens. \return whether there are keys to read.
+bool EditedLines::waitForKeys(std::chrono::milliseconds atMost)
+{
+    const bool reads = mIsOnScreen;
+    mLock.unlock();
+    const bool hasKeys = mKeys.wait(reads, atMost);
+    mLock.lock();
+    return hasKeys;
 }
 
 /// Draws what a new size or a stop has spoilt.
@@ -318,7 +332,7 @@ unsigned char EditedLines::stop()
     mLock.unlock();
     mGuard->stopProgram();
     mLock.lock();
-    return CC_NORM; // the prompt comes back when the next key is waited for
+    return waitUntilShown() ? CC_NORM : CC_EOF; // libedit makes the terminal raw before it asks for a key
 }
 
 std::optional<Completion> EditedLines::ask(const QString& beforeCursor)

@@ -10,6 +10,7 @@
 
 #include <QObject>
 
+#include <chrono>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
@@ -65,6 +66,8 @@ private:
     bool waitToEdit();
     std::optional<Event> editLine(std::wstring& line);
     int nextKey(wchar_t& key);
+    bool waitUntilShown();
+    bool waitForKeys(std::chrono::milliseconds atMost);
     void followSignals();
     void showOrHide();
     void send(Event event, const std::wstring& line);

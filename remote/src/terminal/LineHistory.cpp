@@ -69,10 +69,10 @@ void LineHistory::setFile(const QString& path)
 {
     mPath.clear();
     const QFileInfo info(path);
-    QDir().mkpath(info.absolutePath());
     if (path.isEmpty() || (info.exists() && !info.isFile())) { // a FIFO may keep its reader for ever
         return;
     }
+    QDir().mkpath(info.absolutePath());
     mPath = path;
     const FileLock lock(path);
     QList<QByteArray> lines = linesOf(path);

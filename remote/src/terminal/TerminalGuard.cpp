@@ -20,6 +20,9 @@ namespace {
 
 constexpr std::string_view kSpared = "\r\nThe line goes on. Ctrl+C again ends the program.\r\n";
 
+// So that what comes next in the terminal doesn't stand behind the prompt.
+constexpr std::string_view kNewLine = "\r\n";
+
 // How long a stop may take to arrive, after which there is none: it is ignored, or nobody could end it.
 constexpr std::chrono::milliseconds kStopTime{500};
 constexpr std::chrono::milliseconds kStopStep{5};
@@ -61,10 +64,10 @@ void writeSafely(std::string_view text)
 }
 
 /// Calls nothing that a signal handler mustn't.
-void giveBack()
+void giveBack(std::string_view lastWord)
 {
     if (state.isChanged.load() && isInForegroundOf(state.terminal.load())) {
-        writeSafely("\r\n"); // what comes next begins on a line of its own
+        writeSafely(lastWord);
         ::tcsetattr(state.terminal.load(), TCSADRAIN, &state.found);
     }
 }
@@ -110,7 +113,7 @@ void onEnding(int signal)
         state.isInterrupted = true;
         writeSafely(kSpared);
     } else {
-        giveBack();
+        giveBack(kNewLine);
         passOn(signal);
     }
     errno = error;
@@ -180,7 +183,7 @@ std::unique_ptr<TerminalGuard> TerminalGuard::create(int in, int out, int wake)
         return nullptr;
     }
     static std::once_flag atExit;
-    std::call_once(atExit, [] { std::atexit(giveBack); });
+    std::call_once(atExit, [] { std::atexit([] { giveBack(kNewLine); }); });
     return std::unique_ptr<TerminalGuard>(new TerminalGuard(in, out, wake));
 }
 
@@ -209,7 +212,12 @@ void TerminalGuard::begin()
     }
 }
 
-void TerminalGuard::end() { state.isChanged = false; }
+void TerminalGuard::end()
+{
+    giveBack({}); // exactly: libedit's notion of it is its own
+    state.isChanged = false;
+}
+
 void TerminalGuard::setSparesInterrupt(bool spares) { state.sparesInterrupt = spares; }
 bool TerminalGuard::takeInterrupted() { return state.isInterrupted.exchange(false); }
 bool TerminalGuard::takeContinued() { return state.isContinued.exchange(false); }

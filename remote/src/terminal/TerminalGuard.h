@@ -25,7 +25,7 @@ public:
     /// Must be called before the terminal is changed: it is as it is to be found again.
     void begin();
 
-    /// Must be called when it has been changed back.
+    /// Gives the terminal back. Nothing is done to it until the next begin().
     void end();
 
     /// Spares the program the next interrupt, if `spares`, as long as that isn't taken back.
