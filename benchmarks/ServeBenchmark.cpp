@@ -29,7 +29,7 @@ constexpr std::int64_t kWrites = 20000;
 constexpr std::int64_t kFrames = 30;
 constexpr int kFrameMs = 16;
 constexpr int kClients = 8;
-constexpr int kLineMs = 10;           // between two lines of a client
+constexpr int kLineMs = 10;            // between two lines of a client
 constexpr int kWorkOfAFrame = 3000000; // steps of a small generator, some milliseconds
 
 /// A console that is served in a folder of its own.
@@ -162,7 +162,10 @@ void writeSettings(benchmark::internal::Benchmark* registered)
     registered->Arg(1)->MeasureProcessCPUTime()->Iterations(kWrites);
 }
 
-void frameSettings(benchmark::internal::Benchmark* registered) { registered->Arg(kClients)->Iterations(kFrames); }
+void frameSettings(benchmark::internal::Benchmark* registered)
+{
+    registered->Arg(kClients)->Iterations(kFrames);
+}
 
 BENCHMARK(writeUnserved)->Name("serve_write/floor")->Apply(writeSettings);
 BENCHMARK(writeServed)->Name("serve_write/console")->Apply(writeSettings);
