@@ -1,6 +1,6 @@
 #include "zephyr/console/commands/Answer.h"
 
-#include "AnswerIndent.h"
+#include "AnswerTexts.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/IWriteableConsole.h"
 

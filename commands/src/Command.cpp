@@ -1,5 +1,6 @@
 #include "zephyr/console/commands/Command.h"
 
+#include "AnswerTexts.h"
 #include "TypedCommand.h"
 #include "Words.h"
 #include "zephyr/common/StringUtil.h"
@@ -10,6 +11,22 @@
 #include <utility>
 
 namespace zephyr::console::commands {
+
+namespace {
+
+/// Refuses a name that can't be typed, or that help needs. An empty one is the command's own function.
+void requireSubName(const std::u32string& command, const std::u32string& name)
+{
+    if (name == kUsage) {
+        throw std::invalid_argument(StringUtil::toString(command + U": a sub-command can't be named '" +
+                                                         name + U"', which heads the command's help"));
+    }
+    if (!name.empty()) {
+        requireName(name, (StringUtil::toString(command) + ": a sub-command").c_str());
+    }
+}
+
+} // namespace
 
 struct Command::Data
 {
@@ -34,13 +51,19 @@ Command& Command::operator=(const Command& other) { return *this = Command(other
 void Command::addForm(std::u32string name, std::u32string description, detail::Function function,
                       std::vector<Parameter> parameters)
 {
+    requireSubName(mData->name, name);
     const auto isSame = [&](const detail::Form& form) { return form.name == name; };
     if (std::any_of(mData->forms.begin(), mData->forms.end(), isSame)) {
         throw std::invalid_argument(StringUtil::toString(mData->name) + " has two functions for '" +
                                     StringUtil::toString(name) + "'");
     }
-    mData->forms.emplace_back(std::move(name), std::move(description), std::move(function),
-                              std::move(parameters));
+    const std::u32string where = name.empty() ? mData->name : mData->name + U' ' + name;
+    try {
+        mData->forms.emplace_back(std::move(name), std::move(description), std::move(function),
+                                  std::move(parameters));
+    } catch (const std::invalid_argument& mistake) {
+        throw std::invalid_argument(StringUtil::toString(where) + ": " + mistake.what());
+    }
 }
 
 Added add(Console& console, Command command)

@@ -22,6 +22,17 @@ std::u32string textOf(const ConsoleArgs& args)
     return args.endsWithBlank() && args.argCount() > 1 ? text + kBlank : text;
 }
 
+/// The value of `offer` as a word, or as the end of one.
+std::u32string asTyped(const Offer& offer, bool isFirstTyped)
+{
+    if (offer.needsQuotes) {
+        return kQuote + offer.value + kQuote;
+    }
+    // What was typed without quotes needs none, such as a file's name that begins with a slash.
+    const bool mayNeedQuotes = isFirstTyped || offer.value.find(kBlank) != std::u32string::npos;
+    return mayNeedQuotes && !offer.value.empty() ? quoted(offer.value) : offer.value;
+}
+
 } // namespace
 
 CompletedLine::CompletedLine(const ConsoleArgs& args)
@@ -51,10 +62,7 @@ std::vector<std::u32string> CompletedLine::candidates(const std::vector<Offer>& 
         if (!whole.starts_with(typed) || whole == typed || whole.find(kQuote) != std::u32string::npos) {
             continue;
         }
-        // What was typed without quotes needs none, such as a file's name that begins with a slash.
-        const bool needsQuotes =
-            !offer.value.empty() && (typed.empty() || offer.value.find(kBlank) != std::u32string::npos);
-        std::u32string candidate = offer.head + (needsQuotes ? quoted(offer.value) : offer.value);
+        std::u32string candidate = offer.head + asTyped(offer, typed.empty());
         if (blank != std::u32string::npos) {
             candidate = whole.substr(kept.size()) + kQuote; // which a blank in a word has open
         }

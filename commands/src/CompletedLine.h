@@ -8,11 +8,12 @@
 
 namespace zephyr::console::commands {
 
-/// A word that Tab may offer: what stands before the value, such as `/speed=`, and the value without quotes.
+/// A word that Tab may offer.
 struct Offer
 {
-    std::u32string head;
-    std::u32string value;
+    std::u32string head;  ///< What stands before the value, such as `/speed=`.
+    std::u32string value; ///< Without quotes.
+    bool needsQuotes;     ///< Whether the command would read the value as something else without them.
 };
 
 /// A line that is being completed: the words behind the command word that are finished, and the beginning of the last.

@@ -121,8 +121,10 @@ std::optional<std::int64_t> readWholeDuration(const std::u32string& text, TimeUn
     if (!amount) {
         return std::nullopt;
     }
-    if (equal(amount->unit, unit) && amount->number.find(U'.') == std::u32string::npos) {
-        return readSigned(amount->number, lowest, highest);
+    if (equal(amount->unit, unit)) {
+        if (const std::optional<std::int64_t> count = readSigned(amount->number, lowest, highest)) {
+            return count;
+        }
     }
     const std::optional<long double> number = readFloating(amount->number, 0.0L);
     if (!number) {

@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QSaveFile>
 
+#include <cstddef>
+#include <string_view>
 #include <system_error>
 
 namespace zephyr::console::commands {
@@ -20,24 +22,42 @@ namespace {
     fail("Can't write '" + path.string() + "': " + reason + ".");
 }
 
-/// Whether what is at `path` is neither a file nor a folder. A pipe might block the program or be replaced by a file.
-bool isSpecial(const fs::path& path)
+/// Refuses what is neither a file nor a folder, since a pipe might block the program or be replaced by a file, and a link
+/// that leads to itself, which would be replaced too.
+void requireWritable(const fs::path& path)
 {
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
-    return fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status);
+    if (!fs::status_known(status)) {
+        refuse(path, error.message());
+    }
+    if (fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status)) {
+        refuse(path, "it is no regular file");
+    }
+}
+
+/// Where a part of `bytes` fits, the rest fails with a reason.
+bool writeAll(QSaveFile& file, std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const qint64 written = file.write(bytes.data(), static_cast<qint64>(bytes.size()));
+        if (written <= 0) {
+            return false;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
 }
 
 } // namespace
 
 void writeWhole(const fs::path& path, const std::string& bytes)
 {
-    if (isSpecial(path)) {
-        refuse(path, "it is no regular file");
-    }
+    requireWritable(path);
     QSaveFile file(QFile::decodeName(path.c_str()));
-    const auto size = static_cast<qint64>(bytes.size());
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), size) != size || !file.commit()) {
+    // Without a buffer, since commit() takes no notice of what it can't write of that.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || !writeAll(file, bytes) ||
+        !file.commit()) {
         refuse(path, file.errorString().simplified().toStdString());
     }
 }

@@ -8,8 +8,9 @@
 
 namespace zephyr::console::commands {
 
-/// Makes `bytes` the content of the file `path`: the whole of them, or the file stays as it was. A pipe or a device is left
-/// alone. Throws CommandError that says why the file can't be written.
+/// Makes `bytes` the content of the file `path`: the whole of them, or the file stays as it was. Behind a link the file
+/// that it leads to is replaced, and the link stays. A pipe or a device is left alone. Throws CommandError that says why
+/// the file can't be written.
 void writeWhole(const std::filesystem::path& path, const std::string& bytes);
 
 /// `name` with the extension of console files, which users may leave out.

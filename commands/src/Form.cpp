@@ -150,17 +150,6 @@ std::optional<std::size_t> Form::switchNamed(const std::u32string& switchName) c
     return std::nullopt;
 }
 
-std::optional<std::size_t> Form::argumentAfter(std::size_t count) const
-{
-    for (std::size_t i = 0; i < parameters.size(); ++i) {
-        if (parameters[i].isArgument() && (count == 0 || parameters[i].need == Need::Rest)) {
-            return i;
-        }
-        count -= parameters[i].isArgument() ? 1 : 0;
-    }
-    return std::nullopt;
-}
-
 std::u32string Form::usage(const std::u32string& command) const
 {
     std::u32string text = name.empty() ? command : command + U" " + name;

@@ -65,8 +65,18 @@ struct Form
     /// The index of the option or flag with this name.
     std::optional<std::size_t> switchNamed(const std::u32string& switchName) const;
 
-    /// The index of the parameter that takes the argument behind `count` others, if one does.
-    std::optional<std::size_t> argumentAfter(std::size_t count) const;
+    /// The index of the parameter that takes the next word that is no switch, if one does: the first that isn't given yet,
+    /// or the one that takes all words that are left. `isGiven` is called with an index.
+    template <typename IsGiven>
+    std::optional<std::size_t> nextArgument(const IsGiven& isGiven) const
+    {
+        for (std::size_t i = 0; i < parameters.size(); ++i) {
+            if (parameters[i].isArgument() && (parameters[i].need == Need::Rest || !isGiven(i))) {
+                return i;
+            }
+        }
+        return std::nullopt;
+    }
 
     /// `command`, the form's name and its parameters.
     std::u32string usage(const std::u32string& command) const;

@@ -12,34 +12,44 @@ using detail::FormParameter;
 
 namespace {
 
-/// The words of a line that are finished, as far as further ones depend on them.
+/// What the finished words of a line give, as far as further ones depend on it.
 struct Progress
 {
     Progress(const Form& form, const std::vector<std::u32string>& finished, std::size_t first)
-        : isGiven(form.parameters.size())
+        : isGiven(form.parameters.size()), next(nextOf(form))
     {
         for (std::size_t i = first; i < finished.size(); ++i) {
-            const std::optional<SwitchWord> word = detail::readSwitch(form, finished[i], arguments);
-            if (!word) {
-                if (const std::optional<std::size_t> index = form.argumentAfter(arguments)) {
-                    isGiven[*index] = true;
-                }
-                ++arguments;
-            } else if (const std::optional<std::size_t> index = form.switchNamed(word->name)) {
+            const std::optional<SwitchWord> read = detail::readSwitch(form, finished[i], next);
+            if (const std::optional<std::size_t> index = read ? form.switchNamed(read->name) : next) {
                 isGiven[*index] = true;
+                next = nextOf(form);
             }
         }
     }
 
-    std::vector<bool> isGiven;
-    std::size_t arguments = 0;
+    std::optional<std::size_t> nextOf(const Form& form) const
+    {
+        return form.nextArgument([this](std::size_t index) { return isGiven[index]; });
+    }
+
+    std::vector<bool> isGiven;       ///< For each parameter.
+    std::optional<std::size_t> next; ///< The argument that a word without a switch is for.
 };
 
 void addValues(const FormParameter& parameter, const std::u32string& head, const std::u32string& typed,
                std::vector<Offer>& offers)
 {
     for (std::u32string& value : parameter.rules.candidates(typed)) {
-        offers.push_back({head, std::move(value)});
+        offers.push_back({head, std::move(value), false});
+    }
+}
+
+void addNextArgument(const Form& form, std::size_t next, const std::u32string& typed,
+                     std::vector<Offer>& offers)
+{
+    for (std::u32string& value : form.parameters[next].rules.candidates(typed)) {
+        const bool needsQuotes = detail::readSwitch(form, value, next).has_value();
+        offers.push_back({{}, std::move(value), needsQuotes});
     }
 }
 
@@ -52,7 +62,7 @@ std::vector<Offer> switchOffers(const Form& form, const Progress& progress, cons
     for (std::size_t i = 0; i < form.parameters.size(); ++i) {
         const FormParameter& parameter = form.parameters[i];
         if (parameter.isSwitch() && !progress.isGiven[i] && parameter.switchHead().starts_with(typed)) {
-            bare.push_back({parameter.switchHead(), {}});
+            bare.push_back({parameter.switchHead(), {}, false});
             if (!parameter.isFlag()) {
                 addValues(parameter, parameter.switchHead(), {}, valued);
             }
@@ -72,7 +82,7 @@ std::vector<Offer> offersFor(const Form& form, const std::vector<std::u32string>
 {
     const Progress progress(form, finished, first);
     const std::u32string typed = unquoted(last);
-    const std::optional<SwitchWord> word = detail::readSwitch(form, last, progress.arguments);
+    const std::optional<SwitchWord> word = detail::readSwitch(form, last, progress.next);
     std::vector<Offer> offers;
     if (word && word->value) {
         if (const auto index = form.switchNamed(word->name); index && !progress.isGiven[*index]) {
@@ -84,9 +94,8 @@ std::vector<Offer> offersFor(const Form& form, const std::vector<std::u32string>
     if (last.empty() || last.front() == U'/') {
         offers = switchOffers(form, progress, typed);
     }
-    if (const auto index = form.argumentAfter(progress.arguments);
-        index && (!progress.isGiven[*index] || form.parameters[*index].need == detail::Need::Rest)) {
-        addValues(form.parameters[*index], {}, typed, offers);
+    if (progress.next) {
+        addNextArgument(form, *progress.next, typed, offers);
     }
     return offers;
 }

@@ -7,8 +7,11 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <locale>
+#include <sstream>
 #include <string_view>
 #include <system_error>
+#include <type_traits>
 
 namespace zephyr::console::commands::detail {
 
@@ -65,12 +68,27 @@ Read<Number> readWhole(const std::u32string& text)
     return read;
 }
 
+/// Reads a number that is too close to zero for std::from_chars() and not for a long double, whose last few bits some
+/// standard libraries take for out of range.
+void readTiny(const std::u32string& text, Read<long double>& read)
+{
+    const Bytes bytes(text);
+    std::istringstream stream(std::string(bytes.begin(), bytes.end()));
+    stream.imbue(std::locale::classic());
+    read.isOutOfRange = !(stream >> read.number) || read.number == 0;
+}
+
 template <typename Number>
 std::optional<Number> readFloatingAs(const std::u32string& text)
 {
-    const Read<Number> read = readWhole<Number>(text);
+    Read<Number> read = readWhole<Number>(text);
     if (!read.isNumber) {
         return std::nullopt;
+    }
+    if constexpr (std::is_same_v<Number, long double>) {
+        if (read.isOutOfRange) {
+            readTiny(text, read);
+        }
     }
     if (read.isOutOfRange) {
         fail(text + U" is too large, or too close to zero, for a number.");

@@ -93,6 +93,9 @@ std::optional<QColor> Value<QColor>::read(const std::u32string& text)
 
 std::u32string Value<QColor>::write(const QColor& value)
 {
+    if (!value.isValid()) {
+        return {};
+    }
     const QRgba64 exact = value.rgba64();
     if (QColor::fromRgba(value.rgba()).rgba64() == exact) {
         return value.name(value.alpha() == 255 ? QColor::HexRgb : QColor::HexArgb).toStdU32String();

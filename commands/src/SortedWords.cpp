@@ -3,6 +3,8 @@
 #include "ArgumentError.h"
 #include "zephyr/console/commands/detail/Call.h"
 
+#include <algorithm>
+
 namespace zephyr::console::commands::detail {
 
 namespace {
@@ -27,73 +29,123 @@ std::vector<std::u32string> switchLabels(const Form& form)
                         U"."};
 }
 
+[[noreturn]] void refuseSwitch(const Form& form, const SwitchWord& word, const std::u32string& usageName)
+{
+    throw ArgumentError{usageName + U": '/" + word.name + U"' is not " + orList(switchLabels(form)) + U"."};
+}
+
+/// The value that `word` gives to `parameter`.
+std::u32string valueOf(const FormParameter& parameter, const SwitchWord& word)
+{
+    if (parameter.isFlag() && word.value) {
+        throw ArgumentError{parameter.rules.label() + U": '" + unquoted(*word.value) +
+                            U"' is not expected; the flag takes no value."};
+    }
+    if (!parameter.isFlag() && !word.value) {
+        refuseMissing(parameter);
+    }
+    return word.value ? unquoted(*word.value) : kGiven;
+}
+
+/// The index of the option or flag that `word` gives, if it gives one.
+std::optional<std::size_t> switchIn(const Form& form, const std::u32string& word)
+{
+    const std::optional<SwitchWord> read = readSwitch(form, word, std::nullopt);
+    return read ? form.switchNamed(read->name) : std::nullopt;
+}
+
+/// Whether a switch among `words` gives the parameter.
+bool isGivenByName(const Form& form, const std::vector<std::u32string>& words, std::size_t parameter)
+{
+    return std::any_of(words.begin(), words.end(),
+                       [&](const std::u32string& word) { return switchIn(form, word) == parameter; });
+}
+
+/// `before` are the words before the switch.
+[[noreturn]] void refuseTwice(const Form& form, const std::vector<std::u32string>& before,
+                              std::size_t parameter)
+{
+    const std::u32string how =
+        isGivenByName(form, before, parameter) ? U"" : U", by its place and by its name";
+    throw ArgumentError{form.parameters[parameter].rules.label() + U": given twice" + how + U"."};
+}
+
+/// The names of the arguments that switches among `words` give.
+std::vector<std::u32string> givenByName(const Form& form, const std::vector<std::u32string>& words)
+{
+    std::vector<std::u32string> names;
+    for (std::size_t i = 0; i < form.parameters.size(); ++i) {
+        if (form.parameters[i].isArgument() && isGivenByName(form, words, i)) {
+            names.push_back(form.parameters[i].described.name());
+        }
+    }
+    return names;
+}
+
+/// Whether quotes would help where `surplus` is a word too many behind `before`: what to say then, or nothing.
+std::u32string hintToQuote(const Form& form, const std::u32string& before, const std::u32string& surplus)
+{
+    if (const std::optional<std::size_t> index = switchIn(form, before)) {
+        const std::optional<std::u32string> value = switchWord(before)->value;
+        return value ? form.parameters[*index].rules.hintToQuote(*value, surplus) : std::u32string();
+    }
+    const auto last = std::find_if(form.parameters.rbegin(), form.parameters.rend(),
+                                   [](const FormParameter& parameter) { return parameter.isArgument(); });
+    return last == form.parameters.rend() ? std::u32string() : last->rules.hintToQuote(before, surplus);
+}
+
+/// Why `surplus` is a word too many behind `before`, or how it would be none: the end of a sentence, or nothing.
+std::u32string whyTooMany(const Form& form, const std::vector<std::u32string>& before,
+                          const std::u32string& surplus)
+{
+    if (const std::vector<std::u32string> names = givenByName(form, before); !names.empty()) {
+        return U", since " + andList(names) + (names.size() == 1 ? U" is" : U" are") + U" given by name";
+    }
+    return before.empty() ? std::u32string() : hintToQuote(form, before.back(), surplus);
+}
+
 } // namespace
 
-std::optional<SwitchWord> readSwitch(const Form& form, const std::u32string& word, std::size_t arguments)
+std::optional<SwitchWord> readSwitch(const Form& form, const std::u32string& word,
+                                     std::optional<std::size_t> next)
 {
     if (!form.hasSwitches()) {
         return std::nullopt;
     }
     std::optional<SwitchWord> read = switchWord(word);
-    if (read && !form.switchNamed(read->name)) {
-        const std::optional<std::size_t> next = form.argumentAfter(arguments);
-        if (next && form.parameters[*next].rules.type().isPath) {
-            return std::nullopt;
-        }
-    }
-    return read;
+    const bool isFile =
+        read && next && form.parameters[*next].rules.type().isPath && !form.switchNamed(read->name);
+    return isFile ? std::nullopt : read;
 }
 
 SortedWords::SortedWords(const Form& form, const std::vector<std::u32string>& words, std::size_t first,
                          const std::u32string& usageName)
     : given(form.parameters.size())
 {
-    std::size_t arguments = 0;
     for (std::size_t i = first; i < words.size(); ++i) {
-        if (const std::optional<SwitchWord> read = readSwitch(form, words[i], arguments)) {
-            addSwitch(form, *read, usageName);
+        const auto before = [&] {
+            return std::vector(words.begin() + static_cast<std::ptrdiff_t>(first),
+                               words.begin() + static_cast<std::ptrdiff_t>(i));
+        };
+        const std::optional<std::size_t> next =
+            form.nextArgument([this](std::size_t index) { return given[index].has_value(); });
+        if (const std::optional<SwitchWord> read = readSwitch(form, words[i], next)) {
+            const std::optional<std::size_t> index = form.switchNamed(read->name);
+            if (!index) {
+                refuseSwitch(form, *read, usageName);
+            }
+            if (given[*index]) {
+                refuseTwice(form, before(), *index);
+            }
+            given[*index] = valueOf(form.parameters[*index], *read);
+        } else if (!next) {
+            throw ArgumentError{usageName + U": '" + unquoted(words[i]) + U"' is one word too many" +
+                                whyTooMany(form, before(), words[i]) + U"."};
+        } else if (form.parameters[*next].need == Need::Rest) {
+            rest.push_back(unquoted(words[i]));
         } else {
-            addArgument(form, words[i], arguments++, usageName);
+            given[*next] = unquoted(words[i]);
         }
-    }
-}
-
-void SortedWords::addSwitch(const Form& form, const SwitchWord& word, const std::u32string& usageName)
-{
-    const std::optional<std::size_t> index = form.switchNamed(word.name);
-    if (!index) {
-        throw ArgumentError{usageName + U": '/" + word.name + U"' is not " + orList(switchLabels(form)) +
-                            U"."};
-    }
-    const FormParameter& parameter = form.parameters[*index];
-    const std::u32string& label = parameter.rules.label();
-    if (given[*index]) {
-        throw ArgumentError{label + U": given twice."};
-    }
-    if (parameter.isFlag() && word.value) {
-        throw ArgumentError{label + U": '" + unquoted(*word.value) +
-                            U"' is not expected; the flag takes no value."};
-    }
-    if (!parameter.isFlag() && !word.value) {
-        refuseMissing(parameter);
-    }
-    given[*index] = word.value ? unquoted(*word.value) : kGiven;
-}
-
-void SortedWords::addArgument(const Form& form, const std::u32string& word, std::size_t count,
-                              const std::u32string& usageName)
-{
-    const std::optional<std::size_t> index = form.argumentAfter(count);
-    if (!index) {
-        throw ArgumentError{usageName + U": '" + unquoted(word) + U"' is one word too many."};
-    }
-    if (given[*index]) {
-        throw ArgumentError{form.parameters[*index].rules.label() + U": given twice."};
-    }
-    if (form.parameters[*index].need == Need::Rest) {
-        rest.push_back(unquoted(word));
-    } else {
-        given[*index] = unquoted(word);
     }
 }
 

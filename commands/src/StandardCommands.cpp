@@ -1,6 +1,7 @@
 #include "zephyr/console/commands/StandardCommands.h"
 
 #include "AliasLine.h"
+#include "FailureList.h"
 #include "FileWriting.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
@@ -59,21 +60,10 @@ std::string wrote(const std::string& what, const fs::path& path)
     return "Wrote " + what + " to '" + path.string() + "'.";
 }
 
-/// Writes all of them but the last, with which it fails.
-[[noreturn]] void refuse(const std::vector<std::u32string>& refusals, Answer& answer)
-{
-    for (std::size_t i = 0; i + 1 < refusals.size(); ++i) {
-        answer << refusals[i] << "\n";
-    }
-    fail(refusals.back());
-}
-
 std::string saveAliases(Console& console, Answer& answer, const fs::path& name)
 {
     const AliasFile file = aliasFileOf(console);
-    if (!file.refusals.empty()) {
-        refuse(file.refusals, answer);
-    }
+    failIfAny(file.refusals, answer);
     if (file.count == 0) {
         return kNoAliases;
     }

@@ -1,6 +1,6 @@
 // The start-up file.
 
-#include "AnswerIndent.h"
+#include "AnswerTexts.h"
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 #include "zephyr/console/DepthLimitError.h"

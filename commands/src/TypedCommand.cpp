@@ -1,6 +1,6 @@
 #include "TypedCommand.h"
 
-#include "AnswerIndent.h"
+#include "AnswerTexts.h"
 #include "ArgumentError.h"
 #include "CompletedLine.h"
 #include "FailureNotice.h"
@@ -18,10 +18,6 @@ namespace zephyr::console::commands {
 using detail::Form;
 
 namespace {
-
-const std::u32string kUsage = U"Usage";
-const std::u32string kUsageBegin = kUsage + U": ";
-const std::u32string kNothing = U" "; // a help text that is empty would be called one that isn't provided
 
 std::u32string joined(const std::vector<std::u32string>& lines)
 {
@@ -150,7 +146,7 @@ std::vector<std::u32string> TypedCommand::getAutoCompleteResults(const ConsoleAr
     std::vector<Offer> offers;
     if (line.finished().empty()) {
         for (const std::u32string& name : subNames()) {
-            offers.push_back({{}, name});
+            offers.push_back({{}, name, false});
         }
     } else if (const Form* sub = formNamed(unquoted(line.finished().front()))) {
         return line.candidates(offersFor(*sub, line.finished(), 1, line.last()));

@@ -38,7 +38,7 @@ ValueRules::ValueRules(const ValueType& type, const LimitData& limits, std::u32s
         mChoices.push_back(make(choice, "choice"));
     }
     for (const CheckData& check : limits.checks) {
-        if (check.type != &type) {
+        if (*check.type->id != *type.id) { // each module that is linked has descriptions of its own
             throw std::invalid_argument("the check of " + StringUtil::toString(mLabel) +
                                         " is for another type");
         }
@@ -71,11 +71,13 @@ void ValueRules::checkDefault(const std::u32string& text) const
     }
 }
 
-void ValueRules::read(const std::u32string& text, void* optional) const
+/// Calls `read`, which returns a pointer to the value of `text`, null if it is none, or throws what is wrong with it.
+template <typename Read>
+void ValueRules::readAndCheck(const std::u32string& text, const Read& read) const
 {
     const void* value = nullptr;
     try {
-        value = mType->read(text, optional);
+        value = read();
     } catch (const OutOfRange& error) {
         refuseOutOfRange(text, error.isBelow());
         throw ArgumentError{mLabel + U": " + StringUtil::toU32String(error.what())};
@@ -86,6 +88,34 @@ void ValueRules::read(const std::u32string& text, void* optional) const
         refuse(U"'" + text + U"'", U"is not " + mExpected);
     }
     check(text, value);
+}
+
+void ValueRules::read(const std::u32string& text, void* optional) const
+{
+    readAndCheck(text, [&] { return mType->read(text, optional); });
+}
+
+void ValueRules::checkText(const std::u32string& text) const
+{
+    Owned value;
+    readAndCheck(text, [&] {
+        value = mType->make(text);
+        return value.get();
+    });
+}
+
+std::u32string ValueRules::hintToQuote(const std::u32string& word, const std::u32string& next) const
+{
+    const std::u32string text = word + U' ' + next;
+    if (unquoted(text) != text) {
+        return {};
+    }
+    try {
+        checkText(text);
+    } catch (const ArgumentError&) {
+        return {};
+    }
+    return U"; quote words that belong together";
 }
 
 void ValueRules::check(const std::u32string& text, const void* value) const

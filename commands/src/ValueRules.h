@@ -26,6 +26,13 @@ public:
     /// Reads `text` into a `std::optional<T>`. Throws ArgumentError.
     void read(const std::u32string& text, void* optional) const;
 
+    /// Throws ArgumentError if read() would refuse `text`.
+    void checkText(const std::u32string& text) const;
+
+    /// What to add to the complaint that `next` is too many behind `word`: that they need quotes, if they would be one value
+    /// then and nothing is quoted yet; otherwise an empty text.
+    std::u32string hintToQuote(const std::u32string& word, const std::u32string& next) const;
+
     /// Throws ArgumentError if `value` breaks a limit. `text` is how it was written.
     void check(const std::u32string& text, const void* value) const;
 
@@ -47,6 +54,8 @@ public:
 private:
     using Owned = std::shared_ptr<const void>;
 
+    template <typename Read>
+    void readAndCheck(const std::u32string& text, const Read& read) const;
     Owned make(const std::u32string& text, const char* what) const;
     void refuseOutOfRange(const std::u32string& text, bool isBelow) const;
     void checkRange(const std::u32string& text, const void* value) const;

@@ -1,6 +1,6 @@
 #include "VariableCommand.h"
 
-#include "AnswerIndent.h"
+#include "AnswerTexts.h"
 #include "ArgumentError.h"
 #include "CompletedLine.h"
 #include "Escapes.h"
@@ -19,14 +19,18 @@ using detail::VariableBase;
 
 namespace {
 
-const std::u32string kUsage = U"Usage";
-const std::u32string kNothing = U" "; // a help text that is empty would be called one that isn't provided
 const std::u32string kDefault = U"default";
 const std::u32string kEscapedBegin = U"/escaped=";
 
 bool isPlainWord(const std::u32string& text)
 {
     return !text.empty() && text != kDefault && quoted(text) == text;
+}
+
+Offer offerOf(std::u32string value)
+{
+    const bool needsQuotes = value == kDefault || value.starts_with(kEscapedBegin);
+    return {{}, std::move(value), needsQuotes};
 }
 
 /// The text that a word of a line stands for.
@@ -96,7 +100,7 @@ void VariableCommand::execute(const ConsoleArgs& args, Console& console)
     }
     console.writeIndented(failure, kAnswerIndent);
     if (needsUsage) {
-        console.writeIndented(kUsage + U": " + usage(), kAnswerIndent);
+        console.writeIndented(kUsageBegin + usage(), kAnswerIndent);
     }
     FailureNotice::note(console, failure);
 }
@@ -104,7 +108,8 @@ void VariableCommand::execute(const ConsoleArgs& args, Console& console)
 void VariableCommand::set(const std::vector<std::u32string>& words) const
 {
     if (words.size() > 1) {
-        throw ArgumentError{mName + U": '" + unquoted(words[1]) + U"' is one word too many."};
+        throw ArgumentError{mName + U": '" + unquoted(words[1]) + U"' is one word too many" +
+                            mRules->hintToQuote(words[0], words[1]) + U"."};
     }
     if (mLimits.isReadOnly()) {
         throw ArgumentError{mName + U": '" + unquoted(words[0]) +
@@ -128,6 +133,7 @@ void VariableCommand::reset() const
 std::u32string VariableCommand::savedLine() const
 {
     const std::u32string text = mState->text();
+    mRules->checkText(text);
     if (isPlainWord(text) && fitsInQuotes(text)) {
         return mName + U" " + text;
     }
@@ -142,10 +148,10 @@ std::vector<std::u32string> VariableCommand::getAutoCompleteResults(const Consol
     }
     std::vector<Offer> offers;
     for (std::u32string& value : mRules->candidates(unquoted(line.last()))) {
-        offers.push_back({{}, std::move(value)});
+        offers.push_back(offerOf(std::move(value)));
     }
-    offers.push_back({{}, mState->text()});
-    offers.push_back({{}, kDefault});
+    offers.push_back(offerOf(mState->text()));
+    offers.push_back({{}, kDefault, false});
     return line.candidates(offers);
 }
 

@@ -38,7 +38,8 @@ public:
 
     bool isDefault() const { return mState->text() == mState->defaultText(); }
 
-    /// The line of a console file that sets the variable to its value.
+    /// The line of a console file that sets the variable to its value. Throws ArgumentError for a value that can't be set,
+    /// as the program's own may be.
     std::u32string savedLine() const;
 
     /// Restores the default.

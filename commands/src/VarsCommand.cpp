@@ -1,5 +1,7 @@
 // The command `vars`.
 
+#include "ArgumentError.h"
+#include "FailureList.h"
 #include "FileWriting.h"
 #include "Variables.h"
 #include "zephyr/common/StringUtil.h"
@@ -33,30 +35,44 @@ std::vector<std::u32string> list(Console& console, const std::optional<std::u32s
     return lines;
 }
 
-std::string save(Console& console, const fs::path& name)
+std::string save(Console& console, Answer& answer, const fs::path& name)
 {
     std::string text = kFileHead;
     std::size_t count = 0;
+    std::vector<std::u32string> refusals;
     forEachVariable(console, [&](const VariableCommand& variable) {
-        if (variable.limits().isArchived() && !variable.limits().isReadOnly() && !variable.isDefault()) {
+        if (!variable.limits().isArchived() || variable.limits().isReadOnly() || variable.isDefault()) {
+            return;
+        }
+        try {
             text += StringUtil::toString(variable.savedLine()) + '\n';
             ++count;
+        } catch (const ArgumentError& error) {
+            refusals.push_back(U"Can't save " + error.line);
         }
     });
+    failIfAny(refusals, answer);
     const fs::path path = consoleFileName(name);
     writeWhole(path, text);
     return "Wrote " + std::to_string(count) + (count == 1 ? " variable" : " variables") + " to '" +
            path.string() + "'.";
 }
 
-void reset(Console& console, const std::optional<std::u32string>& prefix)
+void reset(Console& console, Answer& answer, const std::optional<std::u32string>& prefix)
 {
+    std::vector<std::u32string> failures;
     forEachVariable(console, [&](const VariableCommand& variable) {
-        if (!variable.limits().isReadOnly() &&
-            variable.name().starts_with(prefix.value_or(std::u32string()))) {
+        const std::u32string name = variable.name(); // who is told of the change may remove the variable
+        if (variable.limits().isReadOnly() || !name.starts_with(prefix.value_or(std::u32string()))) {
+            return;
+        }
+        try {
             variable.reset();
+        } catch (const CommandError& error) {
+            failures.push_back(name + U": " + StringUtil::toU32String(error.what()));
         }
     });
+    failIfAny(failures, answer);
 }
 
 } // namespace

@@ -18,6 +18,18 @@ constexpr std::u32string_view kVowels = U"aeiouAEIOU";
 /// Whether `c` may be lost where a word begins or ends, as the console trims a file's lines of byte order marks too.
 bool isBlank(char32_t c) { return QChar::isSpace(c) || c < U' ' || c == QChar::ByteOrderMark; }
 
+std::u32string listed(const std::vector<std::u32string>& texts, std::u32string_view last)
+{
+    std::u32string list;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        if (i > 0) {
+            list += i + 1 == texts.size() ? last : U", ";
+        }
+        list += texts[i];
+    }
+    return list;
+}
+
 } // namespace
 
 std::vector<std::u32string> wordsOf(const ConsoleArgs& args)
@@ -63,17 +75,8 @@ std::optional<SwitchWord> switchWord(std::u32string_view word)
     return SwitchWord{unquoted(word.substr(1)), std::nullopt};
 }
 
-std::u32string orList(const std::vector<std::u32string>& texts)
-{
-    std::u32string list;
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        if (i > 0) {
-            list += i + 1 == texts.size() ? U" or " : U", ";
-        }
-        list += texts[i];
-    }
-    return list;
-}
+std::u32string orList(const std::vector<std::u32string>& texts) { return listed(texts, U" or "); }
+std::u32string andList(const std::vector<std::u32string>& texts) { return listed(texts, U" and "); }
 
 std::u32string withArticle(std::u32string_view name)
 {

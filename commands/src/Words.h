@@ -34,6 +34,9 @@ std::optional<SwitchWord> switchWord(std::u32string_view word);
 /// `texts` as a list in a sentence: "a, b or c".
 std::u32string orList(const std::vector<std::u32string>& texts);
 
+/// `texts` as a list in a sentence: "a, b and c".
+std::u32string andList(const std::vector<std::u32string>& texts);
+
 /// `name` with its article: "a number".
 std::u32string withArticle(std::u32string_view name);
 

@@ -39,6 +39,19 @@ const char* whyNotLocked(const QLockFile& lock, const QString& path)
 /// `lines` as text for the file.
 QByteArray joined(const QByteArrayList& lines) { return lines.join('\n') + '\n'; }
 
+/// Where a part of `text` fits, the rest fails with a reason.
+bool writeAll(QFileDevice& file, QByteArray text)
+{
+    while (!text.isEmpty()) {
+        const qint64 written = file.write(text);
+        if (written <= 0) {
+            return false;
+        }
+        text.remove(0, written);
+    }
+    return true;
+}
+
 } // namespace
 
 HistoryStore::HistoryStore(QString name, std::size_t maxLines)
@@ -135,12 +148,7 @@ QString HistoryStore::add(const QString& path, QByteArray text)
         return file.errorString();
     }
     const qint64 sizeBefore = file.size();
-    qint64 written = 0;
-    do {
-        written = file.write(text);
-        text.remove(0, std::max<qint64>(0, written)); // the rest fails with a reason
-    } while (written > 0 && !text.isEmpty());
-    if (text.isEmpty()) {
+    if (writeAll(file, std::move(text))) {
         return {};
     }
     QString error = file.errorString();
@@ -151,7 +159,8 @@ QString HistoryStore::add(const QString& path, QByteArray text)
 QString HistoryStore::replace(const QString& path, const QByteArray& text)
 {
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit()) {
+    // Without a buffer, since commit() takes no notice of what it can't write of that.
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeAll(file, text) && file.commit()) {
         return {};
     }
     return file.errorString();

@@ -2,6 +2,7 @@
 
 #include "zephyr/console/Console.h"
 #include "zephyr/console/commands/Command.h"
+#include "zephyr/console/commands/Variable.h"
 
 struct Unknown
 {};
@@ -9,6 +10,18 @@ struct Unknown
 enum class Nameless
 {
     One
+};
+
+struct NoCandidates
+{};
+
+template <>
+struct zephyr::console::commands::Value<NoCandidates>
+{
+    static constexpr std::u32string_view kName = U"thing";
+    static constexpr bool kOnlyCandidates = true;
+    static std::optional<NoCandidates> read(const std::u32string&) { return NoCandidates(); }
+    static std::u32string write(const NoCandidates&) { return {}; }
 };
 
 struct Overloaded
@@ -41,5 +54,12 @@ void addTo(zephyr::console::Console& console)
     argument(U"a").check([](auto) { return true; }, U""); // refused: A check must have one signature
     argument(U"a").check([](Unknown) { return true; }, U""); // refused: A check must have one signature
     argument(U"a").check([](int, int) { return true; }, U""); // refused: A check must have one signature
+    add(console, U"x", U"", [](NoCandidates) {}); // refused: A Value<T> with kOnlyCandidates must have candidates()
+    argument(U"a").byDefault('c'); // refused: A default, a limit, a choice or an offer must be
+    argument(U"a").between(Unknown(), 1); // refused: A default, a limit, a choice or an offer must be
+    argument(U"a").atMost(L'c'); // refused: A default, a limit, a choice or an offer must be
+    argument(U"a").choices(U"a", Nameless::One); // refused: A default, a limit, a choice or an offer must be
+    offers(Overloaded()); // refused: A default, a limit, a choice or an offer must be
+    Variable<Unknown>(console, U"x", Unknown(), U""); // refused: A variable's type must be one that Value<T> reads
     // clang-format on
 }

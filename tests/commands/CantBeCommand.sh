@@ -4,7 +4,11 @@
 set -euo pipefail
 compiler=$1 source=$2
 includes=("${@:3}")
-messages=$("$compiler" -std=c++17 -fPIC -fsyntax-only "${includes[@]/#/-I}" "$source" 2>&1) || true
+case $compiler in
+  *clang*) limit=-ferror-limit=0 ;;
+  *) limit=-fmax-errors=0 ;;
+esac
+messages=$("$compiler" -std=c++17 -fPIC "$limit" -fsyntax-only "${includes[@]/#/-I}" "$source" 2>&1) || true
 
 complain() {
   printf '%s:\n%s\n' "$1" "$messages" >&2

@@ -74,9 +74,19 @@ TEST_F(CommandCompletion, OffersValuesByPlaceOrByName)
         Texts({"place /x=", "place /y=", "place /x=1", "place /x=2.5", "place /y=3", "place 1", "place 2.5"}),
         completionsOf("place "));
     EXPECT_EQ(Texts({"place 1 /y=3", "place 1 3"}), completionsOf("place 1 "));
-    EXPECT_EQ(Texts({"place /x=1 /y=3"}), completionsOf("place /x=1 "));
+    EXPECT_EQ(Texts({"place /x=1 /y=3", "place /x=1 3"}), completionsOf("place /x=1 "));
     EXPECT_EQ(Texts({"place /x=2.5"}), completionsOf("place /x=2"));
     EXPECT_EQ(Texts(), textsOfAnswer("place 7"));
+}
+
+TEST_F(CommandCompletion, QuotesWhatWouldBeReadAsASwitch)
+{
+    const auto text = argument(U"text").offers("/a", "/loud");
+    add(mConsole, U"say", U"", [](std::string, bool) {}, text, flag(U"loud"));
+    EXPECT_EQ(Texts({"say /loud", "say \"/a\"", "say \"/loud\""}), completionsOf("say /"));
+    EXPECT_EQ(Texts({"say \"/a\"", "say \"/loud\""}), completionsOf("say \"/"));
+    add(mConsole, U"tell", U"", [](std::string) {}, text);
+    EXPECT_EQ(Texts({"tell /a", "tell /loud"}), completionsOf("tell /"));
 }
 
 TEST_F(CommandCompletion, OffersFiles)

@@ -1,3 +1,4 @@
+#include "commands/ModuleLimits.h"
 #include "commands/Wind.h"
 
 #include <cstdint>
@@ -70,6 +71,22 @@ TEST_F(CommandErrors, SayWhatIsTooMuch)
                 kModeUsage);
 }
 
+TEST_F(CommandErrors, SayThatQuotesHoldWordsTogetherWhereTheyWould)
+{
+    add(
+        mConsole, U"say", U"", [](std::string, int, std::string) {}, argument(U"who").choices("a", "b c"),
+        argument(U"count"), option(U"how"));
+    add(mConsole, U"ask", U"", [](std::string) {}, argument(U"who").choices("a", "b c"));
+    const std::string hint = "; quote words that belong together.";
+    EXPECT_EQ("    ask: 'c' is one word too many" + hint, textsOfAnswer("ask b c").front());
+    EXPECT_EQ("    ask: 'd' is one word too many.", textsOfAnswer("ask b d").front());
+    EXPECT_EQ("    ask: 'c' is one word too many.", textsOfAnswer("ask \"b\" c").front());
+    EXPECT_EQ("    say: '2' is one word too many.", textsOfAnswer("say a 1 2").front());
+    EXPECT_EQ("    say: 'slow' is one word too many" + hint, textsOfAnswer("say a 1 /how=very slow").front());
+    add(mConsole, U"now", U"", [] {});
+    EXPECT_EQ("    now: 'or' is one word too many.", textsOfAnswer("now or never").front());
+}
+
 TEST_F(CommandErrors, SayWhichSwitchesThereAre)
 {
     expectError("wind set 3 /sped=4", "wind set: '/sped' is not /heading.", kSetUsage);
@@ -135,6 +152,13 @@ TEST_F(CommandErrors, TellOfAHostsOwnCheck)
         argument(U"floor").check([](int floor) { return floor != 13; }, U"is unlucky"));
     EXPECT_EQ(Texts({"    floor: 13 is unlucky.", "    Usage: floor FLOOR"}), textsOfAnswer("floor 13"));
     EXPECT_EQ(Texts(), textsOfAnswer("floor 12"));
+}
+
+TEST_F(CommandErrors, TellOfACheckOfAnotherModule)
+{
+    add(mConsole, U"pair", U"Makes pairs.", [](int) {}, evenNumber());
+    EXPECT_EQ("    number: 3 is odd.", textsOfAnswer("pair 3").front());
+    EXPECT_EQ(Texts(), textsOfAnswer("pair 4"));
 }
 
 TEST_F(CommandErrors, TellOfOneLimitOnly)

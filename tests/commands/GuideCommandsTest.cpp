@@ -116,7 +116,8 @@ TEST_F(GuideCommands, AnswerWhatIsWrong)
     EXPECT_EQ(Texts({"    name: 'mass' is not gravity or drag.", "    Usage: set NAME VALUE"}),
               textsOfAnswer("set mass 1"));
     EXPECT_EQ(Texts({"    limit: 0 is below 1 Hz.", "    Usage: fps [LIMIT]"}), textsOfAnswer("fps 0"));
-    EXPECT_EQ(Texts({"    title: 'world' is one word too many.", "    Usage: title TEXT"}),
+    EXPECT_EQ(Texts({"    title: 'world' is one word too many; quote words that belong together.",
+                     "    Usage: title TEXT"}),
               textsOfAnswer("title My world"));
 }
 

@@ -1,7 +1,11 @@
 #include "commands/CommandsFixture.h"
+#include "support/TemporaryDirectory.h"
 #include "zephyr/console/commands/GlmValues.h"
 #include "zephyr/console/commands/QtValues.h"
+#include "zephyr/console/commands/StandardCommands.h"
 #include "zephyr/console/commands/Variable.h"
+
+#include <stdexcept>
 
 namespace zephyr::test {
 namespace {
@@ -31,6 +35,12 @@ TEST(QtValues, AreReadAndWritten)
     EXPECT_EQ("640x480", again<QSize>(U"640x480"));
     EXPECT_EQ("?", again<QSize>(U"640"));
     EXPECT_EQ("0.5x2", again<QSizeF>(U"0.5x2"));
+}
+
+TEST(QtValues, HaveNoTextForAnInvalidColour)
+{
+    EXPECT_EQ(U"", Value<QColor>::write(QColor()));
+    EXPECT_EQ("?", again<QColor>(U""));
 }
 
 TEST(GlmValues, AreReadAndWritten)
@@ -69,6 +79,19 @@ TEST_F(QtAndGlmCommands, MayBeChoicesInAnySpelling)
     EXPECT_EQ("    colour: 'green' is not #ff0000 or blue.", textsOfAnswer("paint green").front());
     const Variable<QColor> sky(mConsole, U"sky", QColor("red"), U"", choices(U"red", U"blue"));
     EXPECT_EQ(QColor("red"), sky.value());
+}
+
+TEST_F(QtAndGlmCommands, NeverSaveAnInvalidColourAsAnother)
+{
+    const TemporaryDirectory directory;
+    const WorkingDirectory inside(directory.path());
+    addVars(mConsole);
+    Variable<QColor> sky(mConsole, U"sky", QColor("red"), U"");
+    sky.set(QColor());
+    EXPECT_EQ(Texts({"    Can't save sky: '' is not a colour such as #4682b4 or steelblue."}),
+              textsOfAnswer("vars save mine"));
+    EXPECT_FALSE(directory.has("mine.console"));
+    EXPECT_THROW(Variable<QColor>(mConsole, U"sea", QColor(), U""), std::invalid_argument);
 }
 
 TEST_F(QtAndGlmCommands, MayBeBoundToAnObject)

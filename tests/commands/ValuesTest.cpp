@@ -109,9 +109,22 @@ TEST_F(CommandValues, OfFloatingPoint)
     EXPECT_EQ("-0", read<double>("-0"));
     EXPECT_EQ("inf", read<double>("inf"));
     EXPECT_EQ("0.1", read<float>("0.1"));
-    EXPECT_EQ("0.1", read<long double>("0.1"));
     EXPECT_EQ("value: 1e39 is too large, or too close to zero, for a number.", read<float>("1e39"));
     EXPECT_EQ("value: '0,1' is not a number.", read<double>("0,1"));
+}
+
+TEST_F(CommandValues, OfTheLongestNumberTypeKeepEveryDigit)
+{
+    using Number = long double;
+    EXPECT_EQ("0.1", read<Number>("0.1"));
+    EXPECT_EQ(1 / 3.0L, Value<Number>::read(Value<Number>::write(1 / 3.0L)));
+    const Number beyondDouble = 2 * static_cast<Number>(std::numeric_limits<double>::max());
+    EXPECT_EQ(beyondDouble, Value<Number>::read(Value<Number>::write(beyondDouble)));
+    EXPECT_EQ("value: 1e9999 is too large, or too close to zero, for a number.", read<Number>("1e9999"));
+    add(mConsole, U"share", U"", [](Number) {}, argument(U"part").between(0, 1.0L / 3));
+    EXPECT_EQ(Texts(), textsOfAnswer("share 0.3333"));
+    EXPECT_EQ("    part: 0.34 is above " + StringUtil::toString(Value<Number>::write(1.0L / 3)) + ".",
+              textsOfAnswer("share 0.34").front());
 }
 
 TEST_F(CommandValues, OfNumbersHaveNoExponentWherePeopleWriteNone)
@@ -169,6 +182,21 @@ TEST_F(CommandValues, OfDurations)
     EXPECT_EQ("1.5s", (read<std::chrono::duration<double>>("1500ms")));
     EXPECT_EQ("3[1/60]s", (read<std::chrono::duration<int, std::ratio<1, 60>>>("50ms")));
     EXPECT_EQ("7[1/60]s", (read<std::chrono::duration<int, std::ratio<1, 60>>>("7[1/60]s")));
+}
+
+TEST_F(CommandValues, OfDurationsHaveNumbersAsAnyNumberIsTyped)
+{
+    using Milliseconds = std::chrono::milliseconds;
+    EXPECT_EQ("2000ms", read<Milliseconds>("2e3ms"));
+    EXPECT_EQ("2000ms", read<Milliseconds>("2.0e3ms"));
+    EXPECT_EQ("2000000ms", read<Milliseconds>("2e3s"));
+    EXPECT_EQ("1ms", read<Milliseconds>("1e-3s"));
+    EXPECT_EQ("-500ms", read<Milliseconds>("-.5s"));
+    EXPECT_EQ("2000s", (read<std::chrono::duration<double>>("2e3s")));
+    EXPECT_EQ("value: 1e-3ms is not a multiple of 1ms.", read<Milliseconds>("1e-3ms"));
+    EXPECT_EQ("value: 2e30ms is above 9223372036854775807ms.", read<Milliseconds>("2e30ms"));
+    EXPECT_EQ("value: '2ems' is not a duration such as 250ms, 1.5s or 2min.", read<Milliseconds>("2ems"));
+    EXPECT_EQ("value: '+2ms' is not a duration such as 250ms, 1.5s or 2min.", read<Milliseconds>("+2ms"));
 }
 
 TEST_F(CommandValues, OfDurationsThatAreFractionsAreReadAsTheyWereWritten)

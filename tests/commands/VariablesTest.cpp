@@ -36,6 +36,9 @@ TEST_F(Variables, AnswerWhatIsWrong)
     EXPECT_EQ(Texts({"    wind.speed: 'x' is not a number from 0 to 60 m/s.", usage}),
               textsOfAnswer("wind.speed x"));
     EXPECT_EQ(Texts({"    wind.speed: '2' is one word too many.", usage}), textsOfAnswer("wind.speed 1 2"));
+    const Variable<std::string> title(mConsole, U"title", "x", U"");
+    EXPECT_EQ("    title: 'world' is one word too many; quote words that belong together.",
+              textsOfAnswer("title My world").front());
     EXPECT_EQ(12.0, mWind.value());
     const FailureCounter failures(mConsole);
     textsOfAnswer("wind.speed 75");
@@ -44,8 +47,8 @@ TEST_F(Variables, AnswerWhatIsWrong)
 
 TEST_F(Variables, AreDescribedByHelp)
 {
-    EXPECT_EQ(Texts({"    Usage: wind.speed [VALUE|default]\n        Wind speed.\n"
-                     "        VALUE: a number from 0 to 60 m/s, by default 12 m/s.",
+    EXPECT_EQ(Texts({"    Usage: wind.speed [VALUE|default]\n       Wind speed.\n"
+                     "       VALUE: a number from 0 to 60 m/s, by default 12 m/s.",
                      ""}),
               textsOfAnswer("help wind.speed"));
 }
@@ -132,6 +135,21 @@ TEST_F(Variables, MayBeReadOnlyForTheUser)
     EXPECT_EQ(Texts(), completionsOf("steps "));
 }
 
+TEST_F(Variables, AreReadOnlyWithoutASetter)
+{
+    Variable<int> frames(mConsole, U"frames", [] { return 60; }, nullptr, 0, U"Frames so far.");
+    EXPECT_EQ(Texts({"    frames: 60; by default 0; a whole number; read-only."}), textsOfAnswer("frames"));
+    EXPECT_EQ(Texts({"    frames: '4' is not expected; the variable is read-only.", "    Usage: frames"}),
+              textsOfAnswer("frames 4"));
+    EXPECT_THROW(frames.reset(), CommandError);
+    try {
+        frames.set(4);
+        ADD_FAILURE() << "it was set";
+    } catch (const CommandError& error) {
+        EXPECT_STREQ("frames: the variable is read-only.", error.what());
+    }
+}
+
 TEST_F(Variables, MayHaveEachLimitAlone)
 {
     const Variable<int> least(mConsole, U"least", 5, U"", atLeast(0));
@@ -154,6 +172,13 @@ TEST_F(Variables, OfferTheirValues)
     EXPECT_EQ(Texts(), completionsOf("wind.speed 12 "));
 }
 
+TEST_F(Variables, OfferInQuotesWhatIsNoPlainWord)
+{
+    const Variable<std::string> name(mConsole, U"name", "nobody", U"", offers("default", "/escaped=a", "/b"));
+    EXPECT_EQ(Texts({"name \"default\"", "name default"}), completionsOf("name d"));
+    EXPECT_EQ(Texts({"name \"/escaped=a\"", "name /b"}), completionsOf("name /"));
+}
+
 TEST_F(Variables, HoldATextThatLooksLikeTheWordForTheDefault)
 {
     const Variable<std::u32string> name(mConsole, U"name", U"nobody", U"");
@@ -172,6 +197,12 @@ TEST_F(Variables, RefuseMistakesOfTheProgram)
     EXPECT_THROW(Variable<int>(mConsole, U"a b", 1, U""), std::invalid_argument);
     EXPECT_THROW(Variable<int>(mConsole, U"a", 1, U"", between(2, 3)), std::invalid_argument);
     EXPECT_THROW(Variable<int>(mConsole, U"a", 1, U"", between(U"x", 3)), std::invalid_argument);
+    try {
+        Variable<int>(mConsole, U"a", nullptr, [](int) {}, 1, U"");
+        ADD_FAILURE() << "it was made";
+    } catch (const std::invalid_argument& error) {
+        EXPECT_STREQ("a: a variable needs a getter", error.what());
+    }
     EXPECT_EQ(nullptr, mConsole.lookupCommand(U"a"));
 }
 

@@ -3,6 +3,8 @@
 #include "zephyr/console/commands/StandardCommands.h"
 #include "zephyr/console/commands/Variable.h"
 
+#include <chrono>
+#include <limits>
 #include <memory>
 
 namespace zephyr::test {
@@ -79,6 +81,40 @@ TEST_F(Vars, SavesAllOrNothing)
     EXPECT_EQ(Texts({"    Wrote 0 variables to 'mine.console'."}), textsOfAnswer("vars save mine"));
 }
 
+TEST_F(Vars, SavesNothingWhereAValueCantBeReadBack)
+{
+    mDirectory.write("mine.console", "old\n");
+    const Variable<double> wild(
+        mConsole, U"wild", [] { return 75.0; }, [](double) {}, 12.0, U"", between(0, 60).unit(U"m/s"));
+    const Variable<Mode> nameless(
+        mConsole, U"nameless", [] { return static_cast<Mode>(9); }, [](Mode) {}, Mode::Still, U"");
+    mSpeed.set(20);
+    const FailureCounter failures(mConsole);
+    EXPECT_EQ(Texts({"    Can't save nameless: '' is not steady, gusty or still.",
+                     "    Can't save wild: 75 is above 60 m/s."}),
+              textsOfAnswer("vars save mine"));
+    EXPECT_EQ("old\n", mDirectory.read("mine.console"));
+    EXPECT_EQ(1U, failures.count());
+}
+
+TEST_F(Vars, SavesNumbersOfTheLongestType)
+{
+    using Number = long double;
+    using Limits = std::numeric_limits<Number>;
+    Variable<Number> number(mConsole, U"number", 0.5L, U"");
+    Variable<std::chrono::duration<Number>> time(mConsole, U"time", std::chrono::duration<Number>(1), U"");
+    for (const Number value : {1 / 3.0L, 1e16L / 3, Limits::max(), Limits::lowest(), Limits::min(),
+                               Limits::denorm_min(), Limits::epsilon()}) {
+        number.set(value);
+        time.set(std::chrono::duration<Number>(value));
+        textsOfAnswer("vars save mine");
+        textsOfAnswer("vars reset");
+        ASSERT_TRUE(mConsole.runFile("mine.console"));
+        EXPECT_EQ(value, number.value());
+        EXPECT_EQ(value, time.value().count());
+    }
+}
+
 TEST_F(Vars, ResetsThoseThatBeginSo)
 {
     mSpeed.set(20);
@@ -90,6 +126,21 @@ TEST_F(Vars, ResetsThoseThatBeginSo)
     EXPECT_EQ(Texts(), textsOfAnswer("vars reset"));
     EXPECT_EQ("My world", mTitle.value());
     EXPECT_EQ(3, mSteps.value());
+}
+
+TEST_F(Vars, ResetsTheOthersWhereASetterFails)
+{
+    const Variable<int> fps(
+        mConsole, U"fps", [] { return 60; }, [](int) { fail(U"The screen can't do that."); }, 30, U"");
+    const Variable<int> rate(
+        mConsole, U"rate", [] { return 8000; }, [](int) { fail(U"There is no sound."); }, 44100, U"");
+    mSpeed.set(20);
+    const FailureCounter failures(mConsole);
+    EXPECT_EQ(Texts({"    fps: The screen can't do that.", "    rate: There is no sound."}),
+              textsOfAnswer("vars reset"));
+    EXPECT_EQ(12.0, mSpeed.value());
+    EXPECT_EQ(1U, failures.count());
+    EXPECT_EQ(U"rate: There is no sound.", failures.lastLine());
 }
 
 TEST_F(Vars, MayBeRemovedByWhoIsToldOfAReset)

@@ -142,14 +142,36 @@ TEST_F(CommandWords, MayBeTypedByPlaceOrByName)
     EXPECT_EQ(Texts(), textsOfAnswer("place 5 /y=6"));
     EXPECT_EQ(6, y);
     const std::string usage = "    Usage: place X [Y]";
-    EXPECT_EQ(Texts({"    x: given twice.", usage}), textsOfAnswer("place /x=5 6"));
-    EXPECT_EQ(Texts({"    x: given twice.", usage}), textsOfAnswer("place 5 /x=6"));
+    EXPECT_EQ(Texts({"    x: given twice.", usage}), textsOfAnswer("place /x=5 /x=6"));
     EXPECT_EQ(Texts({"    x: 10 is above 9.", usage}), textsOfAnswer("place /x=10"));
     EXPECT_EQ(Texts({"    place: '/z' is not /x or /y.", usage}), textsOfAnswer("place /z=10"));
     EXPECT_EQ(5, x);
-    EXPECT_EQ("    Usage: place X [Y]\n        \n        X or /x=NUMBER: a number from 0 to 9.\n        "
+    EXPECT_EQ("    Usage: place X [Y]\n       \n       X or /x=NUMBER: a number from 0 to 9.\n       "
               "Y or /y=NUMBER: a number.",
               textsOfAnswer("help place").front());
+}
+
+TEST_F(CommandWords, FillByPlaceWhatIsNotGivenByNameBeforeThem)
+{
+    std::vector<double> place;
+    add(
+        mConsole, U"place", U"",
+        [&](double x, double y, std::optional<double> z) { place = {x, y, z.value_or(-1)}; },
+        argument(U"x").orByName(), argument(U"y").orByName(), argument(U"z").orByName());
+    using Place = std::vector<double>;
+    EXPECT_EQ(Texts(), textsOfAnswer("place /x=5 6"));
+    EXPECT_EQ((Place{5, 6, -1}), place);
+    EXPECT_EQ(Texts(), textsOfAnswer("place 1 /y=2 3"));
+    EXPECT_EQ((Place{1, 2, 3}), place);
+    const std::string usage = "    Usage: place X Y [Z]";
+    EXPECT_EQ(Texts({"    place: '3' is one word too many, since y is given by name.", usage}),
+              textsOfAnswer("place /y=5 1 2 3"));
+    EXPECT_EQ(Texts({"    place: '3' is one word too many, since x and z are given by name.", usage}),
+              textsOfAnswer("place /z=1 /x=4 2 3"));
+    EXPECT_EQ(Texts({"    y: nothing given; expected a number.", usage}), textsOfAnswer("place /x=2 /z=3"));
+    EXPECT_EQ(Texts({"    x: given twice, by its place and by its name.", usage}),
+              textsOfAnswer("place 7 /x=8"));
+    EXPECT_EQ(Texts({"    x: given twice.", usage}), textsOfAnswer("place /x=8 7 /x=8"));
 }
 
 TEST_F(CommandWords, OfARedirectionAreNotTheCommands)

@@ -19,12 +19,14 @@ const std::string kFence = "```";
 const std::string kTextFence = "```text";
 const std::string kPrompt = ">> ";
 
-/// An entry as the guide shows it, line by line, without spaces at the ends, which a reader couldn't see.
+/// An entry as the guide shows it, line by line: further lines at the entry's indent, as a view draws them, and without
+/// spaces at the ends, which a reader couldn't see.
 Lines shown(const LogLine& entry)
 {
     std::istringstream text((entry.type == console::Input ? kPrompt : "") + entry.text + "\n");
     Lines lines;
     for (std::string line; std::getline(text, line);) {
+        line.insert(0, lines.empty() ? 0 : entry.indent, ' ');
         lines.push_back(line.substr(0, line.find_last_not_of(' ') + 1));
     }
     return lines;

@@ -1,9 +1,9 @@
 // Files that fail while a console uses them: full disks, places that are write-protected, files that change.
 
 #include "support/ConsoleFilesFixture.h"
+#include "support/FileSizeLimit.h"
 #include "support/Unprivileged.h"
 
-#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -11,7 +11,6 @@
 #include <string>
 
 #include <sys/mount.h>
-#include <sys/resource.h>
 
 namespace zephyr::test {
 namespace {
@@ -23,33 +22,6 @@ using console::ConsoleArgs;
 constexpr int kLines = 5000;
 constexpr std::size_t kDiskSize = 65536; // bytes, fewer than the lines need
 const std::string kLine(59, 'x');
-
-/// Limits the files of this process to kDiskSize while it lives.
-class FileSizeLimit
-{
-public:
-    FileSizeLimit()
-    {
-        getrlimit(RLIMIT_FSIZE, &mBefore);
-        rlimit limited = mBefore;
-        limited.rlim_cur = kDiskSize;
-        setrlimit(RLIMIT_FSIZE, &limited);
-        mHandlerBefore = std::signal(SIGXFSZ, SIG_IGN); // otherwise the signal ends the process
-    }
-
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &mBefore);
-        std::signal(SIGXFSZ, mHandlerBefore);
-    }
-
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-private:
-    rlimit mBefore{};
-    void (*mHandlerBefore)(int) = nullptr;
-};
 
 /// Mounts a file system of kDiskSize in `directory` while it lives, if the process may mount one.
 class SmallDisk
@@ -115,7 +87,7 @@ protected:
 TEST_F(FileFault, KeepsTheLogWhereAFileMayNotGrowFurther)
 {
     {
-        const FileSizeLimit limit;
+        const FileSizeLimit limit(kDiskSize);
         expectFilled("out");
     }
     expectRedirected("other");

@@ -1,5 +1,6 @@
 #include "HistoryStore.h"
 
+#include "support/FileSizeLimit.h"
 #include "support/NamedPipe.h"
 #include "support/TemporaryDirectory.h"
 #include "support/Unprivileged.h"
@@ -349,6 +350,22 @@ TEST_F(HistoryStoreDeathTest, LeavesTheFileAsItWasWhereALineDoesNotFit)
 {
     EXPECT_EXIT(fillFile(path()), testing::ExitedWithCode(0), "^File too large\n\n");
     EXPECT_EQ(std::string(4000, 'x') + "\nshort\n", directory.read("history"));
+}
+
+/// Adds a line that has the file written anew, larger than the program may make a file.
+[[noreturn]] void rewriteFile(const QString& path)
+{
+    const test::FileSizeLimit limit(4096);
+    const qt::HistoryStore store(path, 2);
+    std::cerr << store.append({std::u32string(5000, U'y')}).toStdString() << std::endl;
+    std::_Exit(0);
+}
+
+TEST_F(HistoryStoreDeathTest, LeavesTheFileAsItWasWhereItIsWrittenAnewAndDoesNotFit)
+{
+    directory.write("history", "one\ntwo\n");
+    EXPECT_EXIT(rewriteFile(path()), testing::ExitedWithCode(0), "^File too large\n");
+    EXPECT_EQ("one\ntwo\n", directory.read("history"));
 }
 
 } // namespace

@@ -147,8 +147,8 @@ TEST_F(AliasSave, LeavesAPipeAsItIs)
 TEST_F(AliasSave, IsDescribedByHelp)
 {
     EXPECT_EQ(Lines({"    Usage: alias_save FILE\n"
-                     "        Writes all aliases as a console file, which run restores.\n"
-                     "        FILE: a file. The extension may be left out; quote a name with spaces.",
+                     "       Writes all aliases as a console file, which run restores.\n"
+                     "       FILE: a file. The extension may be left out; quote a name with spaces.",
                      ""}),
               answerTo("help alias_save"));
 }
@@ -161,7 +161,7 @@ TEST_F(AliasSave, NeedsOneName)
                  {{"", nothing},
                   {"\"\"", "file: '' is no file."},
                   {"> out.txt", nothing},
-                  {"a b", "alias_save: 'b' is one word too many."}},
+                  {"a b", "alias_save: 'b' is one word too many; quote words that belong together."}},
                  "alias_save FILE");
 }
 

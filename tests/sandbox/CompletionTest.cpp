@@ -17,6 +17,16 @@ Lines headingsAfter(const std::string& begin)
     return {begin + " /heading=0", begin + " /heading=90", begin + " /heading=180", begin + " /heading=270"};
 }
 
+/// The same, and then with each heading as a word.
+Lines headingsAndWordsAfter(const std::string& begin)
+{
+    Lines lines = headingsAfter(begin);
+    for (const char* const word : {" 0", " 90", " 180", " 270"}) {
+        lines.push_back(begin + word);
+    }
+    return lines;
+}
+
 TEST_F(Completion, OffersAllSubCommandsAfterTheCommand)
 {
     EXPECT_EQ(Lines({"wind gust", "wind set", "wind show"}), completionsOf("wind "));
@@ -64,13 +74,9 @@ TEST_F(Completion, OffersSwitchesThatBeginWithTheTypedText)
 
 TEST_F(Completion, OffersTheSwitchesThatAreNotThereYet)
 {
-    EXPECT_EQ(headingsAfter("wind set /speed=5"), completionsOf("wind set /speed=5 "));
+    EXPECT_EQ(headingsAndWordsAfter("wind set /speed=5"), completionsOf("wind set /speed=5 "));
     EXPECT_EQ(Lines(), completionsOf("wind set /speed=5 /heading=3 "));
-    Lines headings = headingsAfter("wind set 5");
-    for (const char* const word : {"wind set 5 0", "wind set 5 90", "wind set 5 180", "wind set 5 270"}) {
-        headings.push_back(word);
-    }
-    EXPECT_EQ(headings, completionsOf("wind set 5 "));
+    EXPECT_EQ(headingsAndWordsAfter("wind set 5"), completionsOf("wind set 5 "));
 }
 
 TEST_F(Completion, OffersValuesWhereThereAreNoSwitches)
@@ -103,8 +109,8 @@ TEST_F(Completion, OffersValuesThatBeginWithTheTypedText)
 
 TEST_F(Completion, GoesOnToTheOtherSwitchesAfterAWholeValue)
 {
-    EXPECT_EQ(headingsAfter("wind set /speed=12"), completionsOf("wind set /speed=12 "));
-    EXPECT_EQ(headingsAfter("wind set /speed=17"), completionsOf("wind set /speed=17 "));
+    EXPECT_EQ(headingsAndWordsAfter("wind set /speed=12"), completionsOf("wind set /speed=12 "));
+    EXPECT_EQ(headingsAndWordsAfter("wind set /speed=17"), completionsOf("wind set /speed=17 "));
     EXPECT_EQ(Lines({"sim record /path=a.csv /steps=120", "sim record /path=a.csv /steps=600",
                      "sim record /path=a.csv /steps=3600"}),
               completionsOf("sim record /path=a.csv "));

@@ -1,6 +1,7 @@
 #include "sandbox/recording/FileWriting.h"
 
 #include "sandbox/Pipe.h"
+#include "support/FileSizeLimit.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
@@ -50,6 +51,16 @@ TEST_F(FileWriting, ReplacesWhatIsThereWhole)
     directory.write("a", "something longer");
     EXPECT_EQ(std::nullopt, writeWhole(pathOf("a"), "new"));
     EXPECT_EQ("new", directory.read("a"));
+}
+
+TEST_F(FileWriting, LeavesTheOldFileWhereTheDiskIsFull)
+{
+    directory.write("a", "old");
+    for (const int size : {200, 100000}) { // within one write, and beyond it
+        const test::FileSizeLimit limit(100);
+        EXPECT_EQ("File too large", writeWhole(pathOf("a"), QByteArray(size, 'x')));
+        EXPECT_EQ("old", directory.read("a"));
+    }
 }
 
 TEST_F(FileWriting, LeavesAPipeAsItIs)

@@ -53,18 +53,18 @@ TEST_F(LogSave, LeavesAPipeAsItIs)
 TEST_F(LogSave, IsDescribedByHelp)
 {
     EXPECT_EQ(Lines({"    Usage: log_save FILE\n"
-                     "        Writes the log up to here as a text file.\n"
-                     "        FILE: a file. Quote a name with spaces.",
+                     "       Writes the log up to here as a text file.\n"
+                     "       FILE: a file. Quote a name with spaces.",
                      ""}),
               answerTo("help log_save"));
 }
 
 TEST_F(LogSave, NeedsOneName)
 {
-    expectErrors(
-        "log_save",
-        {{"", "file: nothing given; expected a file."}, {"a b", "log_save: 'b' is one word too many."}},
-        "log_save FILE");
+    expectErrors("log_save",
+                 {{"", "file: nothing given; expected a file."},
+                  {"a b", "log_save: 'b' is one word too many; quote words that belong together."}},
+                 "log_save FILE");
 }
 
 } // namespace

@@ -49,7 +49,7 @@ TEST_F(ObstacleCommand, RefusesBadObstaclesAndAddsNothing)
                   {"/radius=5", noX},
                   {"/x=5 /y=", "y: '' is not a number from 0 to 90 m."},
                   {"/x=5 /y=5 /x=6", "x: given twice."},
-                  {"5 5 /x=6", "x: given twice."},
+                  {"5 5 /x=6", "x: given twice, by its place and by its name."},
                   {"/x=5 /y=5 /radius=0", "radius: 0 is below 1 m."},
                   {"/x=5 /y=5 /size=5", "obstacle add: '/size' is not /x, /y or /radius."}},
                  kAddUsage);
@@ -108,13 +108,13 @@ TEST_F(ObstacleCommand, IsDescribedByHelp)
 {
     EXPECT_EQ(Lines({"    Places a disc, X metres from the left and Y from the top.",
                      "    Usage: obstacle add X Y [RADIUS]\n"
-                     "        X or /x=NUMBER: a number from 0 to 160 m.\n"
-                     "        Y or /y=NUMBER: a number from 0 to 90 m.\n"
-                     "        RADIUS or /radius=NUMBER: a number from 1 to 12 m, by default 5 m."}),
+                     "       X or /x=NUMBER: a number from 0 to 160 m.\n"
+                     "       Y or /y=NUMBER: a number from 0 to 90 m.\n"
+                     "       RADIUS or /radius=NUMBER: a number from 1 to 12 m, by default 5 m."}),
               answerTo("help obstacle add"));
     EXPECT_EQ(Lines({"    Removes an obstacle; those behind it move up one number.",
                      "    Usage: obstacle remove NUMBER\n"
-                     "        NUMBER: a whole number. As 'obstacle list' shows it."}),
+                     "       NUMBER: a whole number. As 'obstacle list' shows it."}),
               answerTo("help obstacle remove"));
 }
 

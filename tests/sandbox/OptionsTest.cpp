@@ -144,5 +144,23 @@ TEST(Options, RefuseAWindowsOptionsInABatch)
     }
 }
 
+TEST(Options, TakeAServedProgramWithoutAWindow)
+{
+    const Options options = optionsOf({"--headless", "--serve", "sandbox", "--exec", "wind show"});
+    EXPECT_TRUE(options.isHeadless);
+    EXPECT_EQ("sandbox", options.serve);
+    EXPECT_EQ(QStringList{"wind show"}, options.lines);
+    EXPECT_EQ("'--headless' needs '--serve'.", errorOf({"--headless"}));
+    EXPECT_EQ("'--batch' and '--serve' exclude each other.", errorOf({"--batch", "f", "--serve", "a"}));
+    EXPECT_EQ("'--size' needs a window, which '--headless' does without.",
+              errorOf({"--headless", "--serve", "a", "--size", "2x2"}));
+}
+
+TEST(Options, KeepGoingInABatchOnly)
+{
+    EXPECT_TRUE(optionsOf({"--batch", "f.console", "--keep-going"}).keepsGoing);
+    EXPECT_EQ("'--keep-going' needs '--batch'.", errorOf({"--keep-going"}));
+}
+
 } // namespace
 } // namespace zephyr::sandbox

@@ -45,8 +45,8 @@ TEST_F(ParticlesCommand, IsDescribedWhenItStandsAlone)
 {
     EXPECT_EQ(Lines({"    What do you want to do?", "",
                      "    Usage: particles clear\n"
-                     "        particles count [COUNT]\n"
-                     "        The particles in the wind.",
+                     "       particles count [COUNT]\n"
+                     "       The particles in the wind.",
                      "", "    clear: Removes all particles.", "",
                      "    count: Shows how many particles there are, or adds or removes some.", ""}),
               answerTo("particles"));

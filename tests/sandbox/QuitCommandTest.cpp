@@ -43,7 +43,7 @@ TEST_F(QuitCommand, RefusesFurtherWords)
 TEST_F(QuitCommand, IsDescribedByHelp)
 {
     EXPECT_EQ(Lines({"    Usage: quit\n"
-                     "        Ends the program; whatever stands behind it in a file is not run.",
+                     "       Ends the program; whatever stands behind it in a file is not run.",
                      ""}),
               answerTo("help quit"));
 }

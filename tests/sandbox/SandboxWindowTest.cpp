@@ -1,10 +1,10 @@
 #include "sandbox/program/SandboxWindow.h"
 
 #include "sandbox/SandboxFixture.h"
-#include "support/WaitUntil.h"
 #include "sandbox/program/KeyTyping.h"
 #include "support/SystemText.h"
 #include "support/TemporaryDirectory.h"
+#include "support/WaitUntil.h"
 
 #include <QColor>
 #include <QCoreApplication>

@@ -197,19 +197,20 @@ TEST_F(SimCommand, RefusesBadRecordings)
 {
     const TemporaryDirectory directory;
     const WorkingDirectory here(directory.path());
-    expectErrors("sim record",
-                 {{"", "/path: nothing given; expected a file."},
-                  {"/steps=5", "/path: nothing given; expected a file."},
-                  {"/path=", "/path: '' is no file."},
-                  {"/path", "/path: nothing given; expected a file."},
-                  {"/path=a.csv /steps=0", "/steps: 0 is below 1."},
-                  {"/path=a.csv /steps=x", "/steps: 'x' is not a whole number from 1 to 10000."},
-                  {"/path=a.csv /steps=10001", "/steps: 10001 is above 10000."},
-                  {"/path=a.csv 5", "sim record: '5' is one word too many."},
-                  {"a.csv", "sim record: 'a.csv' is one word too many."},
-                  {"/path=a.csv /path=b.csv", "/path: given twice."},
-                  {"/path=a.csv /colour=red", "sim record: '/colour' is not /path or /steps."}},
-                 kRecordUsage);
+    expectErrors(
+        "sim record",
+        {{"", "/path: nothing given; expected a file."},
+         {"/steps=5", "/path: nothing given; expected a file."},
+         {"/path=", "/path: '' is no file."},
+         {"/path", "/path: nothing given; expected a file."},
+         {"/path=a.csv /steps=0", "/steps: 0 is below 1."},
+         {"/path=a.csv /steps=x", "/steps: 'x' is not a whole number from 1 to 10000."},
+         {"/path=a.csv /steps=10001", "/steps: 10001 is above 10000."},
+         {"/path=a.csv 5", "sim record: '5' is one word too many; quote words that belong together."},
+         {"a.csv", "sim record: 'a.csv' is one word too many."},
+         {"/path=a.csv /path=b.csv", "/path: given twice."},
+         {"/path=a.csv /colour=red", "sim record: '/colour' is not /path or /steps."}},
+        kRecordUsage);
     EXPECT_TRUE(std::filesystem::is_empty(directory.path()));
 }
 
@@ -250,17 +251,17 @@ TEST_F(SimCommand, IsDescribedByHelp)
 {
     EXPECT_EQ(Lines({"    Shows or sets how fast simulated time passes.",
                      "    Usage: sim speed [FACTOR]\n"
-                     "        FACTOR: a number from 0.1 to 10. 1 is as fast as a clock."}),
+                     "       FACTOR: a number from 0.1 to 10. 1 is as fast as a clock."}),
               answerTo("help sim speed"));
     EXPECT_EQ(Lines({"    Moves the simulation on at once, paused or not.",
                      "    Usage: sim step [COUNT]\n"
-                     "        COUNT: a whole number from 1 to 10000, by default 1. Steps of 1/120 s."}),
+                     "       COUNT: a whole number from 1 to 10000, by default 1. Steps of 1/120 s."}),
               answerTo("help sim step"));
     EXPECT_EQ(
         Lines({"    Moves the simulation on and writes the places of its first 100 particles to a CSV file.",
                "    Usage: sim record /path=FILE [/steps=NUMBER]\n"
-               "        /path: a file. Quote a name with spaces.\n"
-               "        /steps: a whole number from 1 to 10000, by default 600."}),
+               "       /path: a file. Quote a name with spaces.\n"
+               "       /steps: a whole number from 1 to 10000, by default 600."}),
         answerTo("help sim record"));
 }
 

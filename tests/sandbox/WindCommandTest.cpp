@@ -9,8 +9,8 @@ const std::string kGustUsage = "wind gust [STRENGTH]";
 const std::string kSetUsage = "wind set [SPEED] [HEADING]";
 const std::string kShowUsage = "wind show";
 
-const Lines kDescription{"    Usage: " + kGustUsage + "\n        " + kSetUsage + "\n        " + kShowUsage +
-                             "\n        The wind over the field.",
+const Lines kDescription{"    Usage: " + kGustUsage + "\n       " + kSetUsage + "\n       " + kShowUsage +
+                             "\n       The wind over the field.",
                          "",
                          "    gust: Lets the wind blow harder for a moment.",
                          "",
@@ -24,13 +24,13 @@ TEST_F(WindCommand, IsDescribedByHelp)
     EXPECT_EQ(kDescription, answerTo("help wind"));
     EXPECT_EQ(Lines({"    Lets the wind blow harder for a moment.",
                      "    Usage: wind gust [STRENGTH]\n"
-                     "        STRENGTH: a number from 0 to 60 m/s, by default 15 m/s."}),
+                     "       STRENGTH: a number from 0 to 60 m/s, by default 15 m/s."}),
               answerTo("help wind gust"));
     EXPECT_EQ(
         Lines({"    Sets the wind's speed and heading.",
                "    Usage: wind set [SPEED] [HEADING]\n"
-               "        SPEED or /speed=NUMBER: a number from 0 to 60 m/s.\n"
-               "        HEADING or /heading=NUMBER: a number from 0 to 360 degrees. 0 is up, 90 right."}),
+               "       SPEED or /speed=NUMBER: a number from 0 to 60 m/s.\n"
+               "       HEADING or /heading=NUMBER: a number from 0 to 360 degrees. 0 is up, 90 right."}),
         answerTo("help wind set"));
     EXPECT_EQ(
         Lines({"    Shows the wind's speed, its heading and the gust on top of it.", "    Usage: wind show"}),

@@ -1,6 +1,6 @@
 #include "sandbox/SandboxFixture.h"
-#include "support/WaitUntil.h"
 #include "sandbox/program/SandboxWindow.h"
+#include "support/WaitUntil.h"
 
 #include <QCoreApplication>
 #include <QImage>

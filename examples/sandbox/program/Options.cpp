@@ -6,6 +6,7 @@
 
 #include <array>
 #include <optional>
+#include <utility>
 
 namespace zephyr::sandbox {
 
@@ -17,9 +18,10 @@ constexpr char kProgramDescription[] =
     "--screenshot, --quit.\n"
     "Console files are searched for in the runpath: the program's own directory, the current one, and the "
     "program's scenes.\n"
-    "In a batch, simulated time passes in 'sim step' and 'sim record' only. It ends with status 1 if a "
-    "command "
-    "failed.\n"
+    "In a batch, simulated time passes in 'sim step' and 'sim record' only. It ends at a line that fails, "
+    "with "
+    "status 1.\n"
+    "'zephyr-attach NAME' reaches the console of a program that is served as NAME.\n"
     "QT_QPA_PLATFORM=offscreen makes a window that needs no screen.";
 
 constexpr const char* kHelpOption = "help";
@@ -31,6 +33,9 @@ constexpr const char* kScreenshotOption = "screenshot";
 constexpr const char* kQuitOption = "quit";
 constexpr const char* kPrintLogOption = "print-log";
 constexpr const char* kBatchOption = "batch";
+constexpr const char* kKeepGoingOption = "keep-going";
+constexpr const char* kHeadlessOption = "headless";
+constexpr const char* kServeOption = "serve";
 constexpr const char* kPlainOption = "plain";
 constexpr const char* kNoStartupOption = "no-startup";
 constexpr const char* kStartupOption = "startup";
@@ -40,16 +45,23 @@ constexpr const char* kReferenceOption = "reference";
 constexpr const char* kMarkdown = "markdown";
 constexpr const char* kJson = "json";
 
-constexpr std::array kWindowOnly{kSizeOption, kExecOption,     kTypeOption, kScreenshotOption,
+constexpr std::array kNotInBatch{kSizeOption, kExecOption,     kTypeOption, kScreenshotOption,
                                  kQuitOption, kPrintLogOption, kPlainOption};
+constexpr std::array kNotHeadless{kSizeOption, kTypeOption,     kScreenshotOption,
+                                  kQuitOption, kPrintLogOption, kPlainOption};
 constexpr std::array kWithFile{kBatchOption, kScreenshotOption, kStartupOption};
+constexpr std::array<std::pair<const char*, const char*>, 3> kExclusive{
+    {{kStartupOption, kNoStartupOption}, {kBatchOption, kHeadlessOption}, {kBatchOption, kServeOption}}};
+constexpr std::array<std::pair<const char*, const char*>, 2> kNeedy{
+    {{kKeepGoingOption, kBatchOption}, {kHeadlessOption, kServeOption}}};
 constexpr std::array kAlone{kProbeKeysOption, kReferenceOption};
 
 constexpr char kBadSize[] = "'--size' takes WIDTHxHEIGHT, each from 1 to 16384, not '%1'.";
 constexpr char kUnexpected[] = "Unexpected argument '%1'.";
 constexpr char kNoFile[] = "'--%1' needs the name of a file.";
-constexpr char kNotInBatch[] = "'--%1' needs a window, which '--batch' does without.";
-constexpr char kBothStartups[] = "'--startup' and '--no-startup' exclude each other.";
+constexpr char kNoWindow[] = "'--%1' needs a window, which '--%2' does without.";
+constexpr char kNotTogether[] = "'--%1' and '--%2' exclude each other.";
+constexpr char kNeeds[] = "'--%1' needs '--%2'.";
 constexpr char kNotAlone[] = "'--%1' takes no other option.";
 constexpr char kBadReference[] = "'--reference' takes 'markdown' or 'json', not '%1'.";
 
@@ -70,6 +82,9 @@ void declareOptions(QCommandLineParser& parser)
         {kPrintLogOption, "Print the console's log to standard output at the end."},
         {kBatchOption, "Run a console file without a window and print the log to standard output.",
          "FILE.console"},
+        {kKeepGoingOption, "Go on after a line of that file that fails."},
+        {kHeadlessOption, "Run the simulation without a window. Needs --serve."},
+        {kServeOption, "Let other programs of yours reach the console as NAME.", "NAME"},
         {kPlainOption,
          "Draw the console with the library's renderer alone, which doesn't wrap, select or find."},
         {kNoStartupOption, "Don't run startup.console."},
@@ -102,6 +117,22 @@ std::optional<console::commands::ReferenceFormat> referenceFormatFrom(const QStr
     return text == kJson ? std::optional(ReferenceFormat::Json) : std::nullopt;
 }
 
+/// Whether options that need a window are given to a run without one.
+std::optional<QString> errorWithoutWindow(const QCommandLineParser& parser)
+{
+    for (const char* const name : kNotInBatch) {
+        if (parser.isSet(kBatchOption) && parser.isSet(name)) {
+            return QString(kNoWindow).arg(name, kBatchOption);
+        }
+    }
+    for (const char* const name : kNotHeadless) {
+        if (parser.isSet(kHeadlessOption) && parser.isSet(name)) {
+            return QString(kNoWindow).arg(name, kHeadlessOption);
+        }
+    }
+    return std::nullopt;
+}
+
 /// What is wrong with a command line whose options are all known, if anything.
 std::optional<QString> errorIn(const QCommandLineParser& parser)
 {
@@ -116,13 +147,18 @@ std::optional<QString> errorIn(const QCommandLineParser& parser)
             return QString(kNoFile).arg(name);
         }
     }
-    for (const char* const name : kWindowOnly) {
-        if (parser.isSet(kBatchOption) && parser.isSet(name)) {
-            return QString(kNotInBatch).arg(name);
+    for (const auto& [first, second] : kExclusive) {
+        if (parser.isSet(first) && parser.isSet(second)) {
+            return QString(kNotTogether).arg(first, second);
         }
     }
-    if (parser.isSet(kStartupOption) && parser.isSet(kNoStartupOption)) {
-        return kBothStartups;
+    for (const auto& [name, needed] : kNeedy) {
+        if (parser.isSet(name) && !parser.isSet(needed)) {
+            return QString(kNeeds).arg(name, needed);
+        }
+    }
+    if (const std::optional<QString> error = errorWithoutWindow(parser)) {
+        return error;
     }
     for (const char* const name : kAlone) {
         if (parser.isSet(name) && parser.optionNames().size() > 1) {
@@ -157,6 +193,9 @@ Options optionsOf(const QCommandLineParser& parser)
     options.reference = referenceFormatFrom(parser.value(kReferenceOption));
     options.startup = startupChoiceOf(parser);
     options.batch = valueOf(kBatchOption, parser);
+    options.keepsGoing = parser.isSet(kKeepGoingOption);
+    options.isHeadless = parser.isSet(kHeadlessOption);
+    options.serve = valueOf(kServeOption, parser);
     options.size = sizeFrom(parser.value(kSizeOption)).value_or(options.size);
     options.lines = parser.values(kExecOption);
     options.keys = parser.value(kTypeOption);

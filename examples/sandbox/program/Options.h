@@ -37,6 +37,9 @@ struct Options
     std::optional<console::commands::ReferenceFormat> reference; ///< Only print what can be typed.
     StartupChoice startup;
     std::optional<QString> batch;      ///< Console file to run without a window.
+    bool keepsGoing = false;           ///< Go on after a line of that file that fails.
+    bool isHeadless = false;           ///< Run the simulation without a window.
+    std::optional<QString> serve;      ///< The name under which other programs reach the console.
     QSize size{1280, 720};             ///< Size of the window, in logical pixels.
     QStringList lines;                 ///< Lines to run once the window is shown.
     QString keys;                      ///< Text to type after that.

@@ -5,6 +5,7 @@
 #include "zephyr/console/RunConsoleFileCommand.h"
 #include "zephyr/console/commands/StandardCommands.h"
 
+#include <chrono>
 #include <filesystem>
 #include <system_error>
 #include <vector>
@@ -12,6 +13,8 @@
 namespace zephyr::sandbox {
 
 namespace {
+
+constexpr std::chrono::milliseconds kRecordingSlice(6); // of a frame
 
 /// The directories of console files to add to the runpath: the scenes beside a program that was built here, or the data
 /// of an installed one.
@@ -55,6 +58,19 @@ void Sandbox::addCommands()
     mConsole->registerCommand(std::make_unique<console::RunConsoleFileCommand>());
 }
 
+bool Sandbox::moveOn(double seconds)
+{
+    if (mRecording.isWorking()) {
+        mRecording.work(kRecordingSlice, *mConsole);
+        return true;
+    }
+    const unsigned steps = mClock.stepsFor(seconds);
+    for (unsigned i = 0; i < steps; ++i) {
+        mSimulation.step();
+    }
+    return steps > 0;
+}
+
 void Sandbox::restart()
 {
     mRecording.end(*mConsole);
@@ -64,6 +80,9 @@ void Sandbox::restart()
 void Sandbox::quit()
 {
     mIsQuitting = true;
+    if (mWhenConsoleEnds) {
+        mWhenConsoleEnds();
+    }
     mRecording.end(*mConsole);
     if (mWhenQuitting) {
         mWhenQuitting();

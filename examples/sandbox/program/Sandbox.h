@@ -34,11 +34,19 @@ public:
     /// The console, for those who share its ownership.
     const std::shared_ptr<console::Console>& sharedConsole() const { return mConsole; }
 
+    /// Moves the simulation on by the steps that are due after `seconds` more of wall-clock time, or else by a slice of a
+    /// recording that was moved to the background. \return whether it moved.
+    bool moveOn(double seconds);
+
     /// Starts the simulation over, and ends a recording that is working.
     void restart();
 
     /// Makes the command `quit` call `callback` before it throws.
     void whenQuitting(std::function<void()> callback) { mWhenQuitting = std::move(callback); }
+
+    /// Makes the command `quit` call `callback` first of all, in which a window, say, lets go of the console so that nothing is
+    /// passed to it behind `quit`.
+    void whenConsoleEnds(std::function<void()> callback) { mWhenConsoleEnds = std::move(callback); }
 
     /// Makes the command `clear` call `callback`, which may be empty: without a window there is nothing to clear.
     void whenClearing(std::function<void()> callback) { mWhenClearing = std::move(callback); }
@@ -56,6 +64,7 @@ private:
     Recording mRecording{mSimulation};
     bool mIsQuitting = false;
     std::function<void()> mWhenQuitting;
+    std::function<void()> mWhenConsoleEnds;
     std::function<void()> mWhenClearing;
     std::shared_ptr<console::Console> mConsole; // last, since its commands refer to the others
 };

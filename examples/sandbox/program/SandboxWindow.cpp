@@ -19,7 +19,6 @@ namespace {
 constexpr char kTitle[] = "zephyr-sandbox";
 
 constexpr std::chrono::milliseconds kTickInterval(16);
-constexpr std::chrono::milliseconds kRecordingSlice(6); // of a tick
 constexpr double kMillisecondsPerSecond = 1e3;
 
 constexpr Qt::KeyboardModifiers kCommandModifiers = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
@@ -48,18 +47,17 @@ SandboxWindow::SandboxWindow(Sandbox& sandbox, bool isPlain)
     mConsoleHost->setPlain(isPlain);
     mSandbox.recording().moveToBackground();
     mSandbox.whenClearing([this] { mConsoleHost->clearView(); });
-    using console::qt::ConsoleHost;
-    QObject::connect(mConsoleHost.get(), &ConsoleHost::exceptionCaught, this, [this] {
-        if (mSandbox.isQuitting()) {
-            mConsoleHost.reset(); // so that no key after a typed quit reaches the console
-        }
-    });
+    mSandbox.whenConsoleEnds([this] { mConsoleHost.reset(); });
     mTimer.setTimerType(Qt::PreciseTimer);
     QObject::connect(&mTimer, &QTimer::timeout, this, &SandboxWindow::tick);
     mTimer.start(kTickInterval);
 }
 
-SandboxWindow::~SandboxWindow() { mSandbox.whenClearing({}); }
+SandboxWindow::~SandboxWindow()
+{
+    mSandbox.whenClearing({});
+    mSandbox.whenConsoleEnds({});
+}
 
 void SandboxWindow::whenShown(std::function<void()> callback) { mWhenShown = std::move(callback); }
 
@@ -135,26 +133,12 @@ void SandboxWindow::mouseReleaseEvent(QMouseEvent* event)
 
 void SandboxWindow::tick()
 {
-    if (moveOn(restarted(mTickClock))) {
+    if (mSandbox.moveOn(restarted(mTickClock))) {
         update();
     }
     if (mWhenNotRecording && !mSandbox.recording().isWorking()) {
         std::exchange(mWhenNotRecording, nullptr)();
     }
-}
-
-/// Moves the simulation on: by a slice of a recording, or else by the steps that are due. \return whether it moved.
-bool SandboxWindow::moveOn(double seconds)
-{
-    if (mSandbox.recording().isWorking()) {
-        mSandbox.recording().work(kRecordingSlice, mSandbox.console());
-        return true;
-    }
-    const unsigned steps = mSandbox.clock().stepsFor(seconds);
-    for (unsigned i = 0; i < steps; ++i) {
-        mSandbox.simulation().step();
-    }
-    return steps > 0;
 }
 
 bool SandboxWindow::controlSimulation(int key)

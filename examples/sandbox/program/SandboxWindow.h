@@ -52,7 +52,6 @@ protected:
 
 private:
     void tick();
-    bool moveOn(double seconds);
     void draw(QPainter& painter);
     bool controlSimulation(int key);
     void changeWind(double speedChange, double headingChange);

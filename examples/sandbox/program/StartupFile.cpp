@@ -54,16 +54,23 @@ std::optional<QString> complaintAbout(const QString& name, const std::filesystem
     return reason ? std::optional(QString(kCantRun).arg(name, *reason)) : std::nullopt;
 }
 
-std::optional<QString> complaintAboutStartup(const StartupChoice& startup, const console::Console& console)
+std::optional<std::filesystem::path> startupToRun(const StartupChoice& startup,
+                                                  const console::Console& console)
 {
     if (std::holds_alternative<NoStartup>(startup)) {
         return std::nullopt;
     }
-    const std::filesystem::path file = startupFile(startup, console);
+    std::filesystem::path file = startupFile(startup, console);
     if (std::holds_alternative<UsualStartup>(startup) && !QFileInfo(file).exists()) {
         return std::nullopt;
     }
-    return complaintAbout(startupName(startup), file);
+    return file;
+}
+
+std::optional<QString> complaintAboutStartup(const StartupChoice& startup, const console::Console& console)
+{
+    const std::optional<std::filesystem::path> file = startupToRun(startup, console);
+    return file ? complaintAbout(startupName(startup), *file) : std::nullopt;
 }
 
 void runStartupFile(const StartupChoice& startup, console::Console& console)

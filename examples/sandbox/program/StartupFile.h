@@ -25,6 +25,10 @@ std::optional<QString> complaintAbout(const QString& name, const std::filesystem
 /// one may be missing, but not unreadable: without its settings everything after it would silently differ.
 std::optional<QString> complaintAboutStartup(const StartupChoice& startup, const console::Console& console);
 
+/// The startup file that is to be run, or nothing if there is none.
+std::optional<std::filesystem::path> startupToRun(const StartupChoice& startup,
+                                                  const console::Console& console);
+
 /// Runs the startup file, if any, from the first directory of the runpath that has it. Throws what one of its lines
 /// throws.
 void runStartupFile(const StartupChoice& startup, console::Console& console);

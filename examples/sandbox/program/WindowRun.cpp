@@ -9,6 +9,7 @@
 #include "sandbox/program/SandboxWindow.h"
 #include "sandbox/program/Screenshot.h"
 #include "sandbox/program/StartupFile.h"
+#include "zephyr/console/remote/ConsoleServer.h"
 
 #include <QCoreApplication>
 #include <QImage>
@@ -51,6 +52,10 @@ int showWindow(const Options& options, Sandbox& sandbox)
     window.resize(options.size);
     window.whenShown([&] { followOptions(options, sandbox, window); });
     window.show();
+    std::optional<console::remote::ConsoleServer> server;
+    if (options.serve) {
+        server.emplace(sandbox.console(), *options.serve); // its line in the log says if that fails
+    }
     return QCoreApplication::exec();
 }
 
@@ -70,7 +75,7 @@ int runWindow(const Options& options)
         }
     };
     sandbox.whenQuitting([&] {
-        printLog(); // before the log gets a line about the exception that `quit` throws
+        printLog();
         QCoreApplication::quit();
     });
     runGuarded(sandbox, [&](console::Console& console) { runStartupFile(options.startup, console); });

@@ -1,6 +1,7 @@
 #include "sandbox/probe/KeyProbe.h"
 #include "sandbox/program/Batch.h"
 #include "sandbox/program/Complaint.h"
+#include "sandbox/program/HeadlessRun.h"
 #include "sandbox/program/Options.h"
 #include "sandbox/program/Printing.h"
 #include "sandbox/program/Sandbox.h"
@@ -56,7 +57,7 @@ int runWithoutWindow(const Options& options, int argc, char** argv)
         Sandbox sandbox;
         return printOut(QString::fromStdString(reference(sandbox.console(), *options.reference)));
     }
-    return runBatch(*options.batch, options.startup);
+    return options.isHeadless ? runHeadless(options) : runBatch(options);
 }
 
 int probeKeys()
@@ -82,7 +83,8 @@ int main(int argc, char** argv)
         return kFailed;
     }
     const auto& options = *std::get_if<Options>(&parsed);
-    if (options.wantsHelp || options.wantsVersion || options.reference || options.batch) {
+    if (options.wantsHelp || options.wantsVersion || options.reference || options.batch ||
+        options.isHeadless) {
         return runWithoutWindow(options, argc, argv);
     }
     const QGuiApplication application(argc, argv);

@@ -11,6 +11,19 @@ namespace {
 
 constexpr char kNotRegular[] = "it is no regular file";
 
+/// Where a part of `bytes` fits, the rest fails with a reason.
+bool writeAll(QSaveFile& file, QByteArray bytes)
+{
+    while (!bytes.isEmpty()) {
+        const qint64 written = file.write(bytes);
+        if (written <= 0) {
+            return false;
+        }
+        bytes.remove(0, written);
+    }
+    return true;
+}
+
 } // namespace
 
 std::optional<std::string> reasonNotToWrite(const std::filesystem::path& path, Devices devices)
@@ -31,7 +44,8 @@ std::optional<std::string> writeWhole(const QString& path, const QByteArray& byt
         return reason;
     }
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit()) {
+    // Without a buffer, since commit() takes no notice of what it can't write of that.
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeAll(file, bytes) && file.commit()) {
         return std::nullopt;
     }
     return file.errorString().simplified().toStdString();

@@ -38,8 +38,8 @@ public:
 
     ZEPHYR_CONSOLE_COMMANDS_EXPORT ~Command();
 
-    /// Makes `fn` run for the word `name` after the command's. Parameters and throws as run(). A name that was given before
-    /// throws `std::invalid_argument`.
+    /// Makes `fn` run for the word `name` after the command's. Parameters and throws as run(). A name that was given before,
+    /// one that can't be typed, and `Usage`, which heads the command's help, throw `std::invalid_argument`.
     template <typename Fn, typename... Parameters>
     Command& sub(std::u32string name, std::u32string description, Fn&& fn, const Parameters&... parameters)
     {
@@ -50,7 +50,7 @@ public:
     /// order. An `Answer&` or a `Console&` among them takes none. What it returns is written: a text, a value, a range of
     /// them, or an optional one.
     ///
-    /// Throws `std::invalid_argument` for a description that doesn't suit the function.
+    /// Throws `std::invalid_argument` for a description that doesn't suit the function; its text names the command.
     template <typename Fn, typename... Parameters>
     Command& run(Fn&& fn, const Parameters&... parameters)
     {

@@ -39,7 +39,8 @@ ZEPHYR_CONSOLE_COMMANDS_EXPORT std::u32string unitSuffix(TimeUnit unit);
 
 } // namespace detail
 
-/// Durations: a number and one of the units `ns`, `us`, `ms`, `s`, `min`, `h` and `d`, as in `250ms`, `1.5s` and `2min`.
+/// Durations: a number, as floating-point types read it, and one of the units `ns`, `us`, `ms`, `s`, `min`, `h` and `d`, as
+/// in `250ms`, `1.5s`, `2min` and `2e3ms`.
 /// A duration that counts in whole units takes no part of one.
 template <typename Rep, typename Period>
 struct Value<std::chrono::duration<Rep, Period>>

@@ -28,7 +28,8 @@ struct Value<QString>
 };
 
 /// `#rrggbb`, `#aarrggbb`, or a name such as `steelblue`. A colour that isn't of 8 bits a channel is written as
-/// `#aaaarrrrggggbbbb`. All colours are read as RGB.
+/// `#aaaarrrrggggbbbb`. All colours are read as RGB. An invalid colour is no value: it is written as an empty text, which
+/// isn't read, and so `vars save` refuses it.
 template <>
 struct Value<QColor>
 {

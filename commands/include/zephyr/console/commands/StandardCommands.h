@@ -14,7 +14,7 @@ class Console;
 namespace zephyr::console::commands {
 
 // Commands that many programs want. None is there unless a program adds it. Each answers failures by lines in the console;
-// files are written whole or not at all.
+// files are written whole or not at all, and a link to a file stays.
 
 /// `echo [TEXT...]`: writes its words with one blank between two.
 ZEPHYR_CONSOLE_COMMANDS_EXPORT Added addEcho(Console& console);

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -68,12 +69,13 @@ public:
     {}
 
     /// A variable whose value is the program's: `getter` returns it, and `setter` sets it, or ends with fail(). `byDefault`
-    /// is what the default restores; the value is left as it is now.
-    Variable(Console& console, std::u32string name, std::function<T()> getter,
+    /// is what the default restores; the value is left as it is now. Without a setter, which may be null, the variable is
+    /// read-only. Throws `std::invalid_argument` as above, and without a getter.
+    Variable(Console& console, const std::u32string& name, std::function<T()> getter,
              std::function<void(const T&)> setter, T byDefault, std::u32string description,
              const VariableLimits& limits = {})
-        : Variable(console, std::move(name),
-                   std::make_shared<State>(std::move(getter), std::move(setter), std::move(byDefault)),
+        : Variable(console, name,
+                   boundState(name, std::move(getter), std::move(setter), std::move(byDefault)),
                    std::move(description), limits)
     {}
 
@@ -89,9 +91,13 @@ public:
     /// The default.
     const T& byDefault() const { return mState->byDefault(); }
 
-    /// Sets the value, a read-only one too. Throws CommandError if it breaks a limit, and what a setter throws.
+    /// Sets the value, a read-only one too. Throws CommandError if it breaks a limit or there is no setter, and what a
+    /// setter throws.
     void set(const T& value)
     {
+        if (!mState->canSet()) {
+            fail(mName + U": the variable is read-only.");
+        }
         detail::checkLimits(*mAdded.rules, Value<T>::write(value), &value);
         const std::shared_ptr<State> state = mState; // who is told of the change may destroy the variable
         state->set(value);
@@ -113,12 +119,21 @@ private:
     static_assert(detail::HasValue<T>::value,
                   "A variable's type must be one that Value<T> reads and writes.");
 
+    static std::shared_ptr<State> boundState(const std::u32string& name, std::function<T()>&& getter,
+                                             std::function<void(const T&)>&& setter, T&& byDefault)
+    {
+        if (!getter) {
+            throw std::invalid_argument(*Value<std::string>::read(name) + ": a variable needs a getter");
+        }
+        return std::make_shared<State>(std::move(getter), std::move(setter), std::move(byDefault));
+    }
+
     Variable(Console& console, std::u32string name, std::shared_ptr<State> state, std::u32string description,
              const VariableLimits& limits)
         : mName(std::move(name)),
           mState(std::move(state)),
-          mAdded(detail::addVariable(console, mName, std::move(description), detail::kValueType<T>, limits,
-                                     mState)),
+          mAdded(detail::addVariable(console, mName, std::move(description), detail::kValueType<T>,
+                                     mState->canSet() ? limits : VariableLimits(limits).readOnly(), mState)),
           mRegistration(mAdded.added)
     {}
 

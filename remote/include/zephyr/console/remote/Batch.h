@@ -42,8 +42,7 @@ inline constexpr int kBatchImpossible =
 ///
 /// Lines are trimmed; empty ones and those that begin with `//` are skipped. A file that can't be read is reported in a sentence,
 /// and is no mistake of the program.
-/// \return an exit status for the program: kBatchSucceeded, kBatchLineFailed or kBatchImpossible, of which the greatest
-///     counts.
+/// \return an exit status for the program, the greatest that holds of kBatchSucceeded, kBatchLineFailed, kBatchImpossible.
 /// For the console's thread; needs no event loop. Throws `std::bad_alloc`.
 ZEPHYR_CONSOLE_REMOTE_EXPORT int runBatch(Console& console, const std::filesystem::path& file,
                                           const BatchOptions& options = {});

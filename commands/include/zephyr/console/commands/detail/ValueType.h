@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <typeinfo>
 #include <vector>
 
 namespace zephyr::console::commands::detail {
@@ -24,6 +25,7 @@ enum class Comparison
 /// What the library knows of a type of values without being compiled for it.
 struct ValueType
 {
+    const std::type_info* id; ///< Of T. Modules agree on it, and not on the addresses of their descriptions.
     std::u32string_view name;
     std::u32string_view example; ///< Empty if there is none.
     bool onlyCandidates;         ///< Whether the candidates are all that there is.
@@ -179,6 +181,14 @@ template <typename T>
 inline constexpr bool kOnlyCandidates<T, std::void_t<decltype(Value<T>::kOnlyCandidates)>> =
     Value<T>::kOnlyCandidates;
 
+template <typename T>
+constexpr bool onlyCandidatesOf()
+{
+    static_assert(!kOnlyCandidates<T> || HasCandidates<T>::value || HasTypedCandidates<T>::value,
+                  "A Value<T> with kOnlyCandidates must have candidates().");
+    return kOnlyCandidates<T>;
+}
+
 template <typename T, typename = void>
 inline constexpr std::u32string_view kExample{};
 
@@ -188,9 +198,10 @@ inline constexpr std::u32string_view kExample<T, std::void_t<decltype(Value<T>::
 
 /// The description of T, the same object for each use in a module.
 template <typename T>
-inline constexpr ValueType kValueType{Value<T>::kName,
+inline constexpr ValueType kValueType{&typeid(T),
+                                      Value<T>::kName,
                                       kExample<T>,
-                                      kOnlyCandidates<T>,
+                                      onlyCandidatesOf<T>(),
                                       std::is_same_v<T, bool>,
                                       std::is_same_v<T, std::filesystem::path>,
                                       &readInto<T>,
@@ -207,8 +218,13 @@ std::u32string textOf(const T& value)
 {
     if constexpr (std::is_convertible_v<const T&, std::string_view>) {
         return Value<std::string>::write(std::string(std::string_view(value)));
-    } else {
+    } else if constexpr (HasValue<T>::value) {
         return Value<T>::write(value);
+    } else {
+        static_assert(HasValue<T>::value,
+                      "A default, a limit, a choice or an offer must be a text, or a value "
+                      "of a type that Value<T> writes.");
+        return {};
     }
 }
 

@@ -88,6 +88,9 @@ public:
           mSetter(std::move(setter))
     {}
 
+    /// Whether a value can be set: not where the program has a getter alone.
+    bool canSet() const { return mSetter || !mGetter; }
+
     T value() const { return mGetter ? mGetter() : mOwn.get(); }
     const T& byDefault() const { return mDefault; }
 
