@@ -1,6 +1,6 @@
 # Makes the Debian packages with CPack: one of libraries for each COMPONENT that zephyr_add_library() was given,
-# qml6-module-zephyr-console, libzephyrconsole-dev and zephyr-sandbox. The preset "package" sets the rest: the prefix
-# /usr, and no run paths, since the system's loader finds the libraries.
+# qml6-module-zephyr-console, libzephyrconsole-dev, zephyr-attach and zephyr-sandbox. The preset "package" sets the rest:
+# the prefix /usr, and no run paths, since the system's loader finds the libraries.
 option(ZEPHYR_CONSOLE_DEBIAN_FILES "Install the copyright and changelog of the Debian packages" OFF)
 
 set(CPACK_GENERATOR DEB)
@@ -14,6 +14,9 @@ list(REMOVE_DUPLICATES library_components)
 set(CPACK_COMPONENTS_ALL ${library_components} Development Sandbox)
 if("Quick" IN_LIST library_components)
   list(APPEND CPACK_COMPONENTS_ALL QmlModule)
+endif()
+if(TARGET zephyr-attach)
+  list(APPEND CPACK_COMPONENTS_ALL Attach)
 endif()
 set(CPACK_COMPONENTS_GROUPING ONE_PER_GROUP)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
@@ -70,6 +73,13 @@ set(CPACK_DEBIAN_SANDBOX_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_SANDBOX_DESCRIPTION
   "${about}\n\nThis package holds a wind simulation that is worked by typing.")
 
+# It needs no library of the project.
+set(CPACK_DEBIAN_ATTACH_PACKAGE_NAME zephyr-attach)
+set(CPACK_DEBIAN_ATTACH_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_ATTACH_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_ATTACH_DESCRIPTION
+  "${about}\n\nThis package holds a program that works such a console from elsewhere.")
+
 # zephyr_install_debian_files(COMPONENT package)
 # Installs the copyright and changelog of a Debian package.
 function(zephyr_install_debian_files component package)
@@ -97,11 +107,16 @@ include(CPack)
 foreach(component IN LISTS library_components)
   if(component STREQUAL Runtime)
     cpack_add_component(Runtime)
+  elseif(component STREQUAL Remote)
+    cpack_add_component(Remote DEPENDS Runtime Commands)
   else()
     cpack_add_component(${component} DEPENDS Runtime)
   endif()
 endforeach()
-cpack_add_component(Sandbox DEPENDS Runtime)
+cpack_add_component(Sandbox DEPENDS Runtime Commands Remote)
+if("Attach" IN_LIST CPACK_COMPONENTS_ALL)
+  cpack_add_component(Attach)
+endif()
 set(needed_for_development ${library_components})
 if("QmlModule" IN_LIST CPACK_COMPONENTS_ALL)
   cpack_add_component(QmlModule DEPENDS Quick)

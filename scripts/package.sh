@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds the Debian packages of the libraries (libzephyrconsole1, libzephyrconsole-quick1 and so on), of the QML module, for
-# development, and of zephyr-sandbox into build/package/packages.
+# development, of zephyr-attach and of zephyr-sandbox into build/package/packages.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh

@@ -6,7 +6,7 @@ module_packages=(libqt6opengl6-dev qt6-declarative-dev)
 qml_packages=(qml6-module-qtquick qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript)
 test_packages=("${build_packages[@]}" "${module_packages[@]}" "${qml_packages[@]}" qt6-declarative-dev-tools libxcb1-dev
   libgtest-dev librapidcheck-dev xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick binutils clang pkg-config
-  socat expect tmux)
+  socat expect tmux zsh mandoc)
 # The version that decides what is formatted and what is a finding. Debian 12 and 13 both have it.
 clang_tools_version=22
 format_packages=("clang-format-$clang_tools_version")

@@ -16,12 +16,18 @@ for file in "${files[@]}"; do
     exit 1
   fi
 done
-for expected in libzephyrconsole1 libzephyrconsole-quick1 qml6-module-zephyr-console libzephyrconsole-dev zephyr-sandbox; do
+for expected in libzephyrconsole1 libzephyrconsole-quick1 libzephyrconsole-remote1 qml6-module-zephyr-console \
+  libzephyrconsole-dev zephyr-attach zephyr-sandbox; do
   if [[ " ${packages[*]} " != *" $expected "* ]]; then
     echo "error: there is no package $expected" >&2
     exit 1
   fi
 done
+attach=$(printf '%s\n' "${files[@]}" | grep /zephyr-attach_)
+if dpkg-deb --field "$attach" Depends | grep -E 'qt6gui|zephyrconsole'; then
+  echo "error: zephyr-attach needs no window system and no library of the project" >&2
+  exit 1
+fi
 kit=$(printf '%s\n' "${files[@]}" | grep /libzephyrconsole1_)
 if dpkg-deb --field "$kit" Depends | grep -E 'qt6(widgets|opengl|qml|quick)'; then
   echo "error: libzephyrconsole1 needs modules of Qt that only other packages need" >&2
@@ -69,6 +75,14 @@ cd "$work"
 echo "run slalom" >go.console
 zephyr-sandbox --batch go.console >log
 grep -q obstacle log
+zephyr-sandbox --headless --serve packages >served &
+sandbox=$!
+until zephyr-attach packages -c 'wind set 4 90' >answer 2>&1; do
+  kill -0 "$sandbox"
+  sleep 0.1
+done
+zephyr-attach packages -c quit
+wait "$sandbox"
 for project in consumer quick_consumer; do
   cmake -S "$projects/$project" -B "$project" -DCMAKE_CXX_STANDARD=17 >/dev/null
   cmake --build "$project"

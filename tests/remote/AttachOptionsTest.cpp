@@ -1,5 +1,7 @@
 #include "attach/Options.h"
 
+#include <QFile>
+#include <QRegularExpression>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -87,13 +89,36 @@ TEST(AttachOptions, RefuseWhatMakesNoSense)
     }
 }
 
-TEST(AttachOptions, AreAllInTheHelp)
+/// The long options in the help, without their dashes.
+QStringList optionsInHelp()
 {
-    const QString help = helpText();
-    for (const char* const option :
-         {"-h, --help", "-v, --version", "-l, --list", "-c, --command <LINE>", "-f, --file <FILE>",
-          "-k, --keep-going", "--follow", "-n, --last <N>", "--json", "NAME"}) {
-        EXPECT_TRUE(help.contains(option)) << option;
+    static const QRegularExpression pattern("^  .*--([a-z-]+)", QRegularExpression::MultilineOption);
+    QStringList options;
+    for (auto found = pattern.globalMatch(helpText()); found.hasNext();) {
+        options += found.next().captured(1);
+    }
+    return options;
+}
+
+QByteArray source(const char* name)
+{
+    QFile file(QString(ZEPHYR_ATTACH_SOURCES "/") + name);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+}
+
+TEST(AttachOptions, AreAllInTheHelpTheManualAndTheCompletions)
+{
+    const QStringList options = optionsInHelp();
+    EXPECT_EQ(
+        (QStringList{"help", "version", "list", "command", "file", "keep-going", "follow", "last", "json"}),
+        options);
+    for (const QString& option : options) {
+        EXPECT_TRUE(source("zephyr-attach.1").contains("\n.It Fl -" + option.toUtf8()) ||
+                    source("zephyr-attach.1").contains(", Fl -" + option.toUtf8()))
+            << option.toStdString();
+        EXPECT_TRUE(source("zephyr-attach.bash").contains("--" + option.toUtf8())) << option.toStdString();
+        EXPECT_TRUE(source("_zephyr-attach").contains("--" + option.toUtf8())) << option.toStdString();
     }
 }
 
