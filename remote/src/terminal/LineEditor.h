@@ -13,8 +13,8 @@ namespace zephyr::console::remote {
 
 class LineSource;
 
-/// What a LineEditor calls, all on its thread and none from inside of its constructor. Each may be empty. Callbacks may
-/// destroy the editor, except `complete`, and must not throw.
+/// What a LineEditor calls, all on its thread and none from inside of its constructor. Each may be empty, may destroy
+/// the editor, and must not throw.
 struct LineCallbacks
 {
     /// A line was entered. It has no line feed. The next one isn't asked for before this has returned.
