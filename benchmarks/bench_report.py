@@ -31,6 +31,8 @@ ROWS = {
     "write_redirected": ("`write` while redirected", 1.5),
     "execute": ("`execute` of five words among 1,000 commands", 1.3),
     "typed_command": ("a line for a command made of a function, beside one written by hand", 1.5),
+    "serve_write": ("`write` in a served console, nobody attached", 1.05),
+    "serve_frame": ("a frame while clients run 100 lines a second each", 1.05),
     "run_file": ("`runFile` of 100,000 lines", 1.1),
     "key": ("a key that types", None),
     "first_tab": ("a Tab that asks for 1,000 candidates, an erasure and a key", None),

@@ -16,8 +16,8 @@ for file in "${files[@]}"; do
     exit 1
   fi
 done
-for expected in libzephyrconsole1 libzephyrconsole-quick1 qml6-module-zephyr-console libzephyrconsole-dev zephyr-attach \
-  zephyr-sandbox; do
+for expected in libzephyrconsole1 libzephyrconsole-quick1 libzephyrconsole-remote1 qml6-module-zephyr-console \
+  libzephyrconsole-dev zephyr-attach zephyr-sandbox; do
   if [[ " ${packages[*]} " != *" $expected "* ]]; then
     echo "error: there is no package $expected" >&2
     exit 1

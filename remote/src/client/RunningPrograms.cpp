@@ -38,7 +38,8 @@ public:
     /// The program, if something listens there.
     std::optional<RunningProgram> program() const
     {
-        return mConnection.pid() ? std::optional(RunningProgram{mName, *mConnection.pid(), mAnswers}) : std::nullopt;
+        return mConnection.pid() ? std::optional(RunningProgram{mName, *mConnection.pid(), mAnswers})
+                                 : std::nullopt;
     }
 
 private:

@@ -88,10 +88,10 @@ void ClientSession::follow(const FollowRequest& request)
 
 void ClientSession::beginLine(qint64 id) { mAnswer = Answer{id, mConsole.logSize(), 0, std::nullopt}; }
 
-void ClientSession::endLine(const LineResult& result)
+void ClientSession::endLine(LineResult result)
 {
     mAnswer->end = mConsole.logSize();
-    mAnswer->result = result;
+    mAnswer->result = std::move(result);
     sendNow(); // the line may have ended the program's event loop
 }
 
@@ -123,7 +123,8 @@ bool ClientSession::sendNextFollowed()
     if (*mFollowed >= mConsole.logSize()) {
         return false;
     }
-    sendEntry(std::nullopt, (*mFollowed)++);
+    sendEntry(std::nullopt, *mFollowed);
+    ++*mFollowed;
     return true;
 }
 
@@ -133,7 +134,8 @@ bool ClientSession::sendNextOfAnswer()
         return false;
     }
     if (mAnswer->next < (mAnswer->result ? mAnswer->end : mConsole.logSize())) {
-        sendEntry(mAnswer->id, mAnswer->next++);
+        sendEntry(mAnswer->id, mAnswer->next);
+        ++mAnswer->next;
         return true;
     }
     if (mAnswer->result) {
@@ -152,8 +154,8 @@ void ClientSession::sendEntry(std::optional<qint64> id, std::size_t index)
 
 void ClientSession::sendDone()
 {
-    const Answer done = *std::exchange(mAnswer, std::nullopt);
-    answer(DoneMessage{done.id, done.result->outcome, textOf(done.result->reason)});
+    answer(DoneMessage{mAnswer->id, mAnswer->result->outcome, textOf(mAnswer->result->reason)});
+    mAnswer.reset();
 }
 
 void ClientSession::end(const QString& reason)

@@ -63,7 +63,7 @@ public:
     void beginLine(qint64 id);
 
     /// Says that the line has run, and how it ended.
-    void endLine(const LineResult& result);
+    void endLine(LineResult result);
 
     /// Sends what the client is to get, as much as it takes at the moment, without waiting.
     void send();

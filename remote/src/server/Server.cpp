@@ -13,6 +13,7 @@
 #include <QThread>
 
 #include <algorithm>
+#include <new>
 #include <utility>
 #include <variant>
 
@@ -34,7 +35,7 @@ QString numbered(const QString& name, int number)
 Server::Server(Console& console) : mConsole(console)
 {
     mServing.setSingleShot(true);
-    QObject::connect(&mServing, &QTimer::timeout, &mServing, [this] { serveAll(); });
+    QObject::connect(&mServing, &QTimer::timeout, &mServing, [this] { withMemory([this] { serveAll(); }); });
     QObject::connect(&mServer, &QLocalServer::newConnection, &mServer, [this] { takeClients(); });
 }
 
@@ -145,6 +146,16 @@ void Server::countWatchers()
         mSessions.begin(), mSessions.end(), [](const auto& session) { return session->wantsEntries(); }));
 }
 
+/// Does what an event asks for. Where memory runs out, it is tried again, as no exception may leave an event.
+void Server::withMemory(const std::function<void()>& action)
+{
+    try {
+        action();
+    } catch (const std::bad_alloc&) {
+        mServing.start(kRunningMs);
+    }
+}
+
 // Requests
 
 /// Serves the clients' requests in turns, one of each, for some milliseconds.
@@ -205,6 +216,7 @@ bool Server::serve(const std::shared_ptr<ClientSession>& session, const Request&
         const auto& follow = std::get<FollowRequest>(request);
         session->follow(follow);
         session->answer(DoneMessage{follow.id, Outcome::Ok, {}});
+        countWatchers(); // before the log is looked at, so that what is written meanwhile isn't missed
         session->send();
     }
     return !mIsStopped;
@@ -214,8 +226,12 @@ void Server::run(const std::shared_ptr<ClientSession>& session, const RunRequest
 {
     session->beginLine(request.id);
     countWatchers();
-    const LineResult result = runLine(mConsole, request.line.toStdU32String());
-    session->endLine(result);
+    LineResult result{Outcome::Failed, {}, false};
+    try {
+        result = runLine(mConsole, request.line.toStdU32String());
+    } catch (const std::bad_alloc&) { // nor is there memory for a reason
+    }
+    session->endLine(std::move(result));
     if (!mIsStopped) {
         countWatchers();
     }
@@ -240,7 +256,8 @@ void Server::logGrew()
             session->sendNow();
         }
     } else if (!mIsSendingDue.exchange(true)) {
-        QMetaObject::invokeMethod(&mServing, [this] { sendEntries(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            &mServing, [this] { withMemory([this] { sendEntries(); }); }, Qt::QueuedConnection);
     }
 }
 

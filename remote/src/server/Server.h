@@ -13,6 +13,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -46,6 +47,7 @@ private:
     void takeClients();
     void changed();
     void forgetGone();
+    void withMemory(const std::function<void()>& action);
     void serveAll();
     bool serveTurn();
     bool serve(const std::shared_ptr<ClientSession>& session, const Request& request);
