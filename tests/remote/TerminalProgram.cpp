@@ -1,4 +1,5 @@
-// A program without a window, for the tests of ConsoleTerminal. Its arguments are names of what it does beside.
+// A program without a window, for the tests of ConsoleTerminal. With the argument `second` it has two.
+#include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 #include "zephyr/console/ConsoleArgs.h"
 #include "zephyr/console/ConsoleCommand.h"
@@ -7,13 +8,14 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QMetaObject>
 #include <QStringList>
 #include <QTimer>
 
-#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -59,12 +61,14 @@ private:
     std::vector<std::u32string> mOffers;
 };
 
+std::string textOf(const ConsoleArgs& args) { return zephyr::StringUtil::toString(args.arg(1)); }
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
-    const QStringList wishes = QCoreApplication::arguments();
+    const bool hasSecond = QCoreApplication::arguments().contains("second");
     Console console;
     std::unique_ptr<ConsoleTerminal> terminal;
     std::unique_ptr<ConsoleTerminal> second;
@@ -78,7 +82,15 @@ int main(int argc, char** argv)
             to.write(U"said " + args.arg(i), Output);
         }
     });
-    add(U"later", [&](const ConsoleArgs& args, Console&) { // writes at the prompt, on SIGUSR-free terms: soon
+    add(U"listen", [](const ConsoleArgs& args, Console& to) { // writes lines of a FIFO, on another thread
+        std::thread([&to, path = textOf(args)] {
+            std::ifstream lines(path);
+            for (std::string line; std::getline(lines, line);) {
+                to.write(line, Output);
+            }
+        }).detach();
+    });
+    add(U"later", [&](const ConsoleArgs& args, Console&) { // writes when no line runs
         const std::u32string text = args.arg(1);
         QTimer::singleShot(0, &application, [&console, text] { console.write(U"later " + text, Output); });
     });
@@ -90,11 +102,10 @@ int main(int argc, char** argv)
         });
     });
     add(U"sleep", [](const ConsoleArgs& args, Console&) {
-        std::this_thread::sleep_for(
-            std::chrono::milliseconds(std::stoi(std::string(args.arg(1).begin(), args.arg(1).end()))));
+        std::this_thread::sleep_for(std::chrono::milliseconds(std::stoi(textOf(args))));
     });
     add(U"wait", [](const ConsoleArgs& args, Console& to) { // until a file is there
-        const std::string path(args.arg(1).begin(), args.arg(1).end());
+        const std::string path = textOf(args);
         to.write("waiting for " + path, Output);
         while (::access(path.c_str(), F_OK) != 0) {
             std::this_thread::sleep_for(std::chrono::milliseconds(5));
@@ -103,8 +114,27 @@ int main(int argc, char** argv)
     });
     add(U"throw", [](const ConsoleArgs&, Console&) { throw std::runtime_error("thrown"); });
     add(U"end", [](const ConsoleArgs&, Console&) { throw EndOfRun(); });
-    add(U"exit", [](const ConsoleArgs&, Console&) { std::exit(3); });
-    add(U"destroy", [&](const ConsoleArgs&, Console&) { terminal.reset(); });
+    add(U"exit", [&](const ConsoleArgs& args, Console&) { // when a line is written to a FIFO
+        std::thread([&application, path = textOf(args)] {
+            std::ifstream lines(path);
+            std::string line;
+            std::getline(lines, line);
+            QMetaObject::invokeMethod(&application, [] { std::exit(3); });
+        }).detach();
+    });
+    add(U"nest", [](const ConsoleArgs& args, Console& to) { // processes events until a file is there
+        const std::string path = textOf(args);
+        to.execute(U"say nested");
+        while (::access(path.c_str(), F_OK) != 0) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        }
+        to.execute(U"say unnested");
+    });
+    add(U"destroy", [&](const ConsoleArgs&, Console&) {
+        terminal.reset();
+        std::puts("Destroyed.");
+        std::fflush(stdout);
+    });
     add(U"wind", [](const ConsoleArgs&, Console&) {}, {U"set", U"settle", U"show"});
     add(
         U"many", [](const ConsoleArgs&, Console&) {},
@@ -119,7 +149,7 @@ int main(int argc, char** argv)
     ConsoleTerminalOptions options;
     options.historyFile = qEnvironmentVariable("TERMINAL_PROGRAM_HISTORY");
     terminal = std::make_unique<ConsoleTerminal>(console, options);
-    if (wishes.contains("second")) {
+    if (hasSecond) {
         second = std::make_unique<ConsoleTerminal>(console);
     }
     const int status = QCoreApplication::exec();

@@ -42,11 +42,24 @@ public:
         press("Enter");
     }
 
+    /// Pastes text, as fast as a terminal does.
+    void paste(const QString& text) const
+    {
+        tmux({"set-buffer", text});
+        tmux({"paste-buffer"});
+    }
+
+    /// Makes the terminal so many columns wide; its lines flow.
+    void setWidth(int columns) const { tmux({"resize-window", "-x", QString::number(columns)}); }
+
     /// What is seen, without the blanks at the end of lines and the empty lines at the end.
     std::string screen() const { return seen({}); }
 
     /// What is seen, with the escape sequences that set colours.
     std::string colouredScreen() const { return seen({"-e"}); }
+
+    /// What was seen since the beginning.
+    std::string history() const { return seen({"-S", "-"}); }
 
     /// Waits until the screen ends with `text`, while this process serves. \return whether it does.
     bool endsWith(const std::string& text) const

@@ -55,10 +55,16 @@ bool isInForegroundOf(int terminal)
            group == ::getpgrp(); // -1: not the program's controlling terminal, which stops nobody
 }
 
+void writeSafely(std::string_view text)
+{
+    [[maybe_unused]] const ssize_t written = ::write(state.out.load(), text.data(), text.size());
+}
+
 /// Calls nothing that a signal handler mustn't.
 void giveBack()
 {
     if (state.isChanged.load() && isInForegroundOf(state.terminal.load())) {
+        writeSafely("\r\n"); // what comes next begins on a line of its own
         ::tcsetattr(state.terminal.load(), TCSADRAIN, &state.found);
     }
 }
@@ -102,7 +108,7 @@ void onEnding(int signal)
     const int error = errno;
     if (signal == SIGINT && state.sparesInterrupt.exchange(false)) {
         state.isInterrupted = true;
-        [[maybe_unused]] const ssize_t written = ::write(state.out.load(), kSpared.data(), kSpared.size());
+        writeSafely(kSpared);
     } else {
         giveBack();
         passOn(signal);
