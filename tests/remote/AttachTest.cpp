@@ -268,10 +268,28 @@ TEST_F(AttachTest, FollowsTheLogUntilItIsInterruptedAndTheProgramGoesOn)
 
 TEST_F(AttachTest, EndsQuietlyWhenNobodyReadsItsOutput)
 {
-    attach.setProcessChannelMode(QProcess::SeparateChannels);
     attach.start("bash", {"-c", ZEPHYR_ATTACH_PROGRAM " sandbox -f - | head -n 1"});
-    attach.write("echo a\necho b\necho c\n");
-    EXPECT_EQ((AttachEnded{0, ">> echo a\n", ""}), end()) << "though standard input is still open";
+    ASSERT_TRUE(waitUntil([this] {
+        attach.write("echo a\n");
+        return attach.state() == QProcess::NotRunning;
+    }));
+    EXPECT_EQ((AttachEnded{0, ">> echo a\n", ""}), end());
+}
+
+TEST_F(AttachTest, EndsQuietlyWhenNobodyReadsTheLogItFollows)
+{
+    attach.start("bash", {"-c", ZEPHYR_ATTACH_PROGRAM " sandbox --follow -n 0 | head -n 1"});
+    ASSERT_TRUE(waitUntil([this] {
+        console.write(U"tick", Output);
+        return attach.state() == QProcess::NotRunning;
+    }));
+    EXPECT_EQ((AttachEnded{0, "tick\n", ""}), end());
+}
+
+TEST_F(AttachTest, RunsSeveralLinesAtOnce)
+{
+    EXPECT_EQ((AttachEnded{1, "    a\n    No brakes.\n", ""}),
+              run({"sandbox", "-c", "echo a\n// b\n\nbrake\necho c"}));
 }
 
 TEST_F(AttachTest, SaysThatItsOutputCantBeWritten)
@@ -280,7 +298,7 @@ TEST_F(AttachTest, SaysThatItsOutputCantBeWritten)
     EXPECT_EQ((AttachEnded{2, "",
                            "zephyr-attach: Can't write standard output: " +
                                test::systemText(std::errc::no_space_on_device) + ".\n"}),
-              run({"sandbox", "-c", "echo hello"}));
+              run({"sandbox", "-c", "gaps"}));
 }
 
 TEST_F(AttachTest, SaysWhatIsWrongWithAServer)
