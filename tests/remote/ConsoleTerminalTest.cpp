@@ -74,6 +74,7 @@ protected:
     {
         mTerminal.press("C-z");
         EXPECT_TRUE(mTerminal.endsWith("\n$"));
+        std::filesystem::remove(path("pid")); // of the program before
         mTerminal.enter("jobs -p > $HOME/pid; fg");
         pid_t id = 0;
         EXPECT_TRUE(waitUntil([&] { return static_cast<bool>(std::ifstream(path("pid")) >> id); }));
