@@ -39,6 +39,7 @@ int Session::run()
 
 void Session::end(int status)
 {
+    mHasEnded = true;
     mConnection.close();
     QCoreApplication::exit(status);
 }
@@ -51,7 +52,7 @@ void Session::fail(const QString& complaint)
 
 void Session::print(const Entry& entry)
 {
-    if (!mOutput.print(entry)) {
+    if (!mHasEnded && !mOutput.print(entry)) {
         end(kNoAnswer);
     }
 }

@@ -43,7 +43,7 @@ protected:
     /// Ends it with kNoAnswer and a complaint.
     void fail(const QString& complaint);
 
-    /// Prints an entry, and ends the session if that isn't possible.
+    /// Prints an entry unless the session has ended, and ends it if that isn't possible.
     void print(const console::remote::Entry& entry);
 
     /// Sends a request that runs a line. \return its id.
@@ -63,6 +63,7 @@ private:
     Output mOutput;
     std::optional<QString> mComplaint;
     qint64 mLastId = 0;
+    bool mHasEnded = false;
 };
 
 } // namespace zephyr::attach

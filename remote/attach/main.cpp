@@ -1,12 +1,12 @@
 #include "attach/Complaint.h"
 #include "attach/ExitStatus.h"
+#include "attach/InteractiveSession.h"
 #include "attach/Listing.h"
 #include "attach/LogFollower.h"
 #include "attach/Options.h"
 #include "attach/Output.h"
 #include "attach/ScriptInput.h"
 #include "attach/ScriptSession.h"
-#include "attach/TerminalSession.h"
 #include "attach/Utf8Locale.h"
 #include "client/RunningPrograms.h"
 
@@ -98,7 +98,7 @@ int attach(const SocketPlace& place, const QString& name, const Options& options
     if (options.file || isatty(STDIN_FILENO) == 0 || isatty(STDOUT_FILENO) == 0) {
         return runFile(place, name, options);
     }
-    return TerminalSession(place, name, options.isJson, options.last).run();
+    return InteractiveSession(place, name, options.isJson, options.last).run();
 }
 
 int run(const Options& options)

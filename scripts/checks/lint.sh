@@ -19,8 +19,9 @@ fi
   exit 1
 }
 cppcheck --quiet --enable=warning,performance,portability --std=c++20 --library=qt --error-exitcode=1 \
-  -I include -I common/include -I qt/include -I opengl/include -I widgets/include -I quick/include -I commands/include -I src -I quick/src \
+  -I include -I common/include -I qt/include -I opengl/include -I widgets/include -I quick/include -I commands/include -I remote/include -I src -I remote -I remote/src -I quick/src \
   -I build/lint/src/include -I build/lint/common/include -I build/lint/qt/include -I build/lint/opengl/include \
   -I build/lint/widgets/include -I build/lint/quick/include -I build/lint/commands/include \
-  src common/src commands/src qt/src opengl/src widgets/src quick/src examples
+  -I build/lint/remote/include \
+  src common/src commands/src remote/src remote/attach qt/src opengl/src widgets/src quick/src examples
 echo "clang-tidy, cppcheck: no findings"

@@ -75,6 +75,7 @@ protected:
         std::filesystem::remove(path("pid"));
         mTerminal.press("C-z");
         EXPECT_TRUE(mTerminal.endsWith("\n$"));
+        std::filesystem::remove(path("pid")); // of the program before
         mTerminal.enter("jobs -p > $HOME/pid; fg");
         pid_t id = 0;
         EXPECT_TRUE(waitUntil([&] { return static_cast<bool>(std::ifstream(path("pid")) >> id); }));

@@ -58,7 +58,8 @@ TEST_F(ProtocolPageInAShell, ShowsWhatSocatSees)
     const QString block = blocksOf("").constFirst();
     ASSERT_TRUE(block.startsWith("$ "));
     const QStringList lines = block.mid(2).split('\n', Qt::SkipEmptyParts);
-    const auto firstAnswer = std::find_if(lines.begin(), lines.end(), [](const QString& line) { return line.startsWith('{'); });
+    const auto firstAnswer =
+        std::find_if(lines.begin(), lines.end(), [](const QString& line) { return line.startsWith('{'); });
     const QString command = QStringList(lines.begin(), firstAnswer).join('\n');
     const QString answers = QStringList(firstAnswer, lines.end()).join('\n') + '\n';
 

@@ -79,11 +79,7 @@ public:
     /// Waits until the screen ends with `text`, while this process serves. \return whether it does.
     bool endsWith(const std::string& text) const
     {
-        const auto isThere = [&] {
-            const std::string all = screen();
-            return all.size() >= text.size() && all.compare(all.size() - text.size(), text.size(), text) == 0;
-        };
-        return console::remote::waitUntil(isThere);
+        return console::remote::waitUntil([&] { return screen().ends_with(text); });
     }
 
 private:

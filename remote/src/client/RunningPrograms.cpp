@@ -6,18 +6,46 @@
 #include <QStringList>
 
 #include <deque>
-#include <memory>
+#include <functional>
+#include <optional>
 
 namespace zephyr::console::remote {
 
 namespace {
 
-/// One program that is asked whether it runs.
-struct Asked
+/// A program that is asked whether it runs.
+class Asked
 {
-    QString name;
-    std::unique_ptr<Connection> connection;
-    bool answers = false;
+public:
+    /// Calls `settled` once, when it has answered, or is known not to.
+    Asked(const SocketPlace& place, const QString& name, const std::function<void()>& settled)
+        : mName(name),
+          mConnection(place, name,
+                      {[this, settled](const HelloMessage&) {
+                           mAnswers = true;
+                           settled();
+                       },
+                       [](const Message&) {},
+                       [this, settled](const QString&) {
+                           if (!mAnswers) {
+                               settled();
+                           }
+                       }})
+    {}
+
+    void ask(std::chrono::milliseconds limit) { mConnection.open(limit); }
+
+    /// The program, if something listens there.
+    std::optional<RunningProgram> program() const
+    {
+        return mConnection.pid() ? std::optional(RunningProgram{mName, *mConnection.pid(), mAnswers})
+                                 : std::nullopt;
+    }
+
+private:
+    QString mName;
+    Connection mConnection;
+    bool mAnswers = false;
 };
 
 } // namespace
@@ -25,35 +53,23 @@ struct Asked
 std::vector<RunningProgram> runningPrograms(const SocketPlace& place, std::chrono::milliseconds limit)
 {
     QEventLoop loop;
-    std::deque<Asked> asked; // a reference into it lasts
+    std::deque<Asked> asked;
     std::size_t settled = 0;
-    const auto settle = [&] {
-        if (++settled == asked.size()) {
-            loop.quit();
-        }
-    };
     for (const QString& name : place.names().mid(0, kMaxLookedAt)) {
-        Asked& one = asked.emplace_back(Asked{name, nullptr, false});
-        const auto greeted = [&one, &settle](const HelloMessage&) {
-            one.answers = true;
-            settle();
-        };
-        const auto lost = [&one, &settle](const QString&) {
-            if (!one.answers) {
-                settle();
+        asked.emplace_back(place, name, [&] {
+            if (++settled == asked.size()) {
+                loop.quit();
             }
-        };
-        one.connection = std::make_unique<Connection>(
-            place, name, ConnectionCallbacks{greeted, [](const Message&) {}, lost});
-        one.connection->open(limit);
+        });
+        asked.back().ask(limit);
     }
     if (!asked.empty()) {
         loop.exec();
     }
     std::vector<RunningProgram> running;
     for (const Asked& one : asked) {
-        if (const std::optional<qint64> pid = one.connection->pid()) {
-            running.push_back({one.name, *pid, one.answers});
+        if (const std::optional<RunningProgram> program = one.program()) {
+            running.push_back(*program);
         }
     }
     return running;

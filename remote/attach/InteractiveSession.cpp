@@ -1,4 +1,4 @@
-#include "attach/TerminalSession.h"
+#include "attach/InteractiveSession.h"
 
 #include "attach/ExitStatus.h"
 #include "attach/HistoryPlace.h"
@@ -21,18 +21,19 @@ constexpr std::chrono::seconds kCompletionPatience(1);
 } // namespace
 
 /// What has been asked of the program, by somebody who waits for it.
-struct TerminalSession::Question
+struct InteractiveSession::Question
 {
     qint64 id = 0;
     Completion completion; // the answer; without candidates until it comes
     QEventLoop loop;
 };
 
-TerminalSession::TerminalSession(const SocketPlace& place, const QString& name, bool isJson, qint64 last)
+InteractiveSession::InteractiveSession(const SocketPlace& place, const QString& name, bool isJson,
+                                       qint64 last)
     : Session(place, name, isJson), mLast(last)
 {}
 
-void TerminalSession::greeted(const HelloMessage& hello)
+void InteractiveSession::greeted(const HelloMessage& hello)
 {
     mEditor = std::make_unique<LineEditor>(
         stdin, stdout, kPromptText,
@@ -43,7 +44,7 @@ void TerminalSession::greeted(const HelloMessage& hello)
     sendFollow(hello, mLast);
 }
 
-void TerminalSession::received(const Message& message)
+void InteractiveSession::received(const Message& message)
 {
     if (const auto* const entry = std::get_if<EntryMessage>(&message)) {
         print(entry->entry);
@@ -54,7 +55,7 @@ void TerminalSession::received(const Message& message)
     }
 }
 
-void TerminalSession::runLine(const QString& line)
+void InteractiveSession::runLine(const QString& line)
 {
     if (line.trimmed().isEmpty()) {
         return;
@@ -67,7 +68,7 @@ void TerminalSession::runLine(const QString& line)
 }
 
 /// Prints an entry above the line that is being typed. The line that was typed is there already, behind the prompt.
-void TerminalSession::print(const Entry& entry)
+void InteractiveSession::print(const Entry& entry)
 {
     if (!output().isJson() && entry.type == Entry::Type::Input && mEcho == entry.text) {
         mEcho.reset();
@@ -76,7 +77,7 @@ void TerminalSession::print(const Entry& entry)
     }
 }
 
-void TerminalSession::done(qint64 id)
+void InteractiveSession::done(qint64 id)
 {
     if (mRunning == id) {
         mRunning.reset();
@@ -85,7 +86,7 @@ void TerminalSession::done(qint64 id)
     }
 }
 
-void TerminalSession::answer(const CandidatesMessage& candidates)
+void InteractiveSession::answer(const CandidatesMessage& candidates)
 {
     if (mQuestion != nullptr && mQuestion->id == candidates.id) {
         mQuestion->completion = {candidates.candidates, candidates.from};
@@ -93,7 +94,7 @@ void TerminalSession::answer(const CandidatesMessage& candidates)
     }
 }
 
-Completion TerminalSession::complete(const QString& beforeCursor)
+Completion InteractiveSession::complete(const QString& beforeCursor)
 {
     Question question;
     question.id = sendComplete(beforeCursor);

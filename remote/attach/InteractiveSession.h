@@ -1,5 +1,5 @@
-#ifndef ZEPHYR_ATTACH_TERMINALSESSION_H
-#define ZEPHYR_ATTACH_TERMINALSESSION_H
+#ifndef ZEPHYR_ATTACH_INTERACTIVESESSION_H
+#define ZEPHYR_ATTACH_INTERACTIVESESSION_H
 
 #include "attach/Session.h"
 #include "terminal/LineEditor.h"
@@ -10,11 +10,12 @@
 namespace zephyr::attach {
 
 /// A person at a terminal: types lines, which run one after the other, and sees the log as it grows.
-class TerminalSession : public Session
+class InteractiveSession : public Session
 {
 public:
     /// \param last the number of entries of the log to begin with.
-    TerminalSession(const console::remote::SocketPlace& place, const QString& name, bool isJson, qint64 last);
+    InteractiveSession(const console::remote::SocketPlace& place, const QString& name, bool isJson,
+                       qint64 last);
 
 protected:
     void greeted(const console::remote::HelloMessage& hello) override;
