@@ -67,7 +67,7 @@ public:
     /// Writes bytes at once. \return false if the terminal takes no more.
     bool write(const QByteArray& bytes);
 
-    /// Makes the keys that a raw terminal would still make signals of keys like others: Ctrl+C and Ctrl+Z. Ctrl+\\
+    /// Makes Ctrl+C and Ctrl+Z, which a raw terminal would still make signals of, keys like others. SIGQUIT's key
     /// stays the way out of a program that hangs.
     void keepSignalKeys();
 
