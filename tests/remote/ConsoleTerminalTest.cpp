@@ -364,6 +364,7 @@ TEST_F(ConsoleTerminalTest, LeavesTheTerminalToTheShellInTheBackground)
     mTerminal.press("C-z");
     ASSERT_TRUE(mTerminal.endsWith("\n$"));
     mTerminal.enter("bg");
+    ASSERT_TRUE(mTerminal.endsWith("\n[1] ${P}\n$")) << mTerminal.screen();
     mTerminal.enter("echo still a shell");
     ASSERT_TRUE(mTerminal.endsWith("\nstill a shell\n$")) << mTerminal.screen();
     EXPECT_TRUE(isAsBefore());
