@@ -72,6 +72,7 @@ protected:
 
     pid_t program()
     {
+        std::filesystem::remove(path("pid"));
         mTerminal.press("C-z");
         EXPECT_TRUE(mTerminal.endsWith("\n$"));
         std::filesystem::remove(path("pid")); // of the program before

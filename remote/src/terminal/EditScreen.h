@@ -25,16 +25,18 @@ struct EditFunctions
     unsigned char (*stop)(EditLine*, int);      ///< Ctrl+Z.
 };
 
-/// A line that is edited, and where it stands on the terminal. One thread at a time may use it, with a locale of UTF-8.
+/// A line that is edited, and where it stands on the terminal. One thread at a time may use it, with a locale of
+/// UTF-8.
 class EditScreen
 {
 public:
-    /// The program must be in the foreground of the terminal. Reads the user's `~/.editrc`, whose bindings hold but for Ctrl+C
-    /// and Ctrl+Z. `history` must outlive it.
+    /// The program must be in the foreground of the terminal. Reads the user's `~/.editrc`, whose bindings hold but
+    /// for Ctrl+C and Ctrl+Z. `history` must outlive it.
     EditScreen(std::FILE* in, std::FILE* out, const std::wstring& prompt, const EditFunctions& functions,
                HistoryW* history);
 
-    /// Shows the prompt and edits a line, until a key or function ends it. Makes the terminal raw, and what it was afterwards.
+    /// Shows the prompt and edits a line, until a key or function ends it. Makes the terminal raw, and what it was
+    /// afterwards.
     /// \return whether there is one, put into `line` with its line feed.
     bool edit(std::wstring& line);
 
@@ -65,8 +67,8 @@ public:
     /// Writes bytes at once. \return false if the terminal takes no more.
     bool write(const QByteArray& bytes);
 
-    /// Makes the keys that a raw terminal would still make signals of keys like others: Ctrl+C and Ctrl+Z. Ctrl+\\ stays the
-    /// way out of a program that hangs.
+    /// Makes Ctrl+C and Ctrl+Z, which a raw terminal would still make signals of, keys like others. SIGQUIT's key
+    /// stays the way out of a program that hangs.
     void keepSignalKeys();
 
     /// Whether the size has changed since the line was drawn.

@@ -137,7 +137,12 @@ void EditedLines::deliver(Event event, const QString& line)
 
 void EditedLines::answer(const QString& beforeCursor)
 {
-    const Completion completion = mCallbacks.complete ? mCallbacks.complete(beforeCursor) : Completion{};
+    const LineCallbacks callbacks = mCallbacks; // an event loop inside may destroy this object
+    const QPointer<QObject> host = mHost.get();
+    const Completion completion = callbacks.complete ? callbacks.complete(beforeCursor) : Completion{};
+    if (host.isNull()) {
+        return;
+    }
     {
         const std::lock_guard lock(mMutex);
         mAnswer = completion;

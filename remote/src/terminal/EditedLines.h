@@ -22,8 +22,9 @@ namespace zephyr::console::remote {
 
 /// Lines that are edited on a terminal.
 ///
-/// libedit waits for keys in the middle of its functions, as in its search. So it edits on a thread of its own, which holds the
-/// lock whenever it doesn't wait for a key or an answer. Who has the lock finds libedit between two keys and may draw.
+/// libedit waits for keys in the middle of its functions, as in its search. So it edits on a thread of its own, which
+/// holds the lock whenever it doesn't wait for a key or an answer. Who has the lock finds libedit between two keys
+/// and may draw.
 class EditedLines : public LineSource
 {
 public:

@@ -58,7 +58,7 @@ EntryPrinter::EntryPrinter(std::FILE* out)
 
 QString EntryPrinter::text(const Entry& entry) const
 {
-    const QString text = shownText(entry);
+    QString text = shownText(entry);
     if (!mIsTerminal) {
         return text;
     }

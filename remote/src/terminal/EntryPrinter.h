@@ -9,11 +9,12 @@
 
 namespace zephyr::console::remote {
 
-/// The text on a terminal that can't make the terminal do anything: `^[` for escape, U+FFFD for the control characters from
-/// U+0080 to U+009F. Tabs and line feeds stay.
+/// The text on a terminal that can't make the terminal do anything: `^[` for escape, U+FFFD for the control
+/// characters from U+0080 to U+009F. Tabs and line feeds stay.
 QString harmless(const QString& text);
 
-/// Writes entries of a log as a user reads them, with the prompt in front of input. What it does depends on the stream:
+/// Writes entries of a log as a user reads them, with the prompt in front of input. What it does depends on the
+/// stream:
 ///
 /// | | a terminal | a file or a pipe |
 /// |---|---|---|

@@ -9,8 +9,8 @@
 
 namespace zephyr::console::remote {
 
-/// The keys that come from a terminal, as characters, and a bell that wakes who waits for one. All functions but ring() belong to
-/// one thread.
+/// The keys that come from a terminal, as characters, and a bell that wakes who waits for one. All functions but
+/// ring() belong to one thread.
 class KeyReader
 {
 public:
@@ -27,7 +27,8 @@ public:
     /// Forgets the keys that have been read.
     void clear() { mKeys.clear(); }
 
-    /// Waits until the bell rings or, if `reads`, there is a key to read. \param atMost the longest time; none if it is negative.
+    /// Waits until the bell rings or, if `reads`, there is a key to read. \param atMost the longest time; none if it
+    /// is negative.
     /// \return whether there is a key to read, or the input has ended.
     bool wait(bool reads, std::chrono::milliseconds atMost);
 

@@ -105,7 +105,7 @@ bool LineHistory::enter(const std::wstring& line)
 
 void LineHistory::append(const std::wstring& line) const
 {
-    const FileLock lock(mPath);
+    [[maybe_unused]] const FileLock lock(mPath);
     QFile file(mPath);
     if (file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered, kForTheUser)) {
         file.setPermissions(kForTheUser);

@@ -14,8 +14,8 @@
 
 namespace zephyr::console::remote {
 
-/// Lines of a pipe, a file or what else isn't edited. One is delivered each time that the event loop has done everything else. A line of
-/// more than 1 MiB is left out, with a word about it on standard error.
+/// Lines of a pipe, a file or what else isn't edited. One is delivered each time that the event loop has done
+/// everything else. A line of more than 1 MiB is left out, with a word about it on standard error.
 class PlainLines : public QObject, public LineSource
 {
 public:

@@ -100,7 +100,7 @@ void passOn(int signal)
     sigaddset(&mask, signal);
     sigset_t before{};
     ::pthread_sigmask(SIG_UNBLOCK, &mask, &before);
-    ::raise(signal);
+    ::pthread_kill(::pthread_self(), signal);
     ::pthread_sigmask(SIG_SETMASK, &before, nullptr); // after a stop
     const struct sigaction action = endingAction();
     ::sigaction(signal, &action, nullptr);

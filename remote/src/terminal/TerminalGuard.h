@@ -8,13 +8,13 @@ namespace zephyr::console::remote {
 /// Gives a terminal back as it was found when the program exits, or gets a signal that ends or stops it, and tells
 /// of a new size and of going on after a stop. One at a time in a process: signal handlers know no objects.
 ///
-/// A signal whose handler isn't the default one is the program's and left alone, but for SIGWINCH and SIGCONT, whose handlers are
-/// called as well.
+/// A signal whose handler isn't the default one is the program's and left alone, but for SIGWINCH and SIGCONT, whose
+/// handlers are called as well.
 class TerminalGuard
 {
 public:
-    /// Guards the terminal that `in` reads and `out` writes. A byte is written to `wake` after each of the two things that
-    /// it tells of. \return null if the process has one.
+    /// Guards the terminal that `in` reads and `out` writes. A byte is written to `wake` after each of the two things
+    /// that it tells of. \return null if the process has one.
     static std::unique_ptr<TerminalGuard> create(int in, int out, int wake);
 
     ~TerminalGuard();
@@ -40,8 +40,8 @@ public:
     /// Whether the program may change the terminal and read from it. One in the background would be stopped.
     bool isInForeground() const;
 
-    /// Stops the program and those in a pipe with it, as Ctrl+Z does. Returns when it goes on. All signals of the calling
-    /// thread must be blocked.
+    /// Stops the program and those in a pipe with it, as Ctrl+Z does. Returns when it goes on. All signals of the
+    /// calling thread must be blocked.
     void stopProgram();
 
 private:

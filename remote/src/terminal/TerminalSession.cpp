@@ -113,7 +113,8 @@ Completion TerminalSession::complete(const QString& beforeCursor)
     return mConsole.isRunning() ? Completion{} : completionOf(mConsole, beforeCursor.toStdU32String());
 }
 
-/// Called by the thread that wrote. What a line writes that runs is printed at once; nobody would come to it before its end.
+/// Called by the thread that wrote. What a line writes that runs is printed at once; nobody would come to it before
+/// its end.
 void TerminalSession::logGrew()
 {
     if (std::this_thread::get_id() == mThread && mConsole.isRunning()) {

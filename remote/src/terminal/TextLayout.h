@@ -16,12 +16,13 @@ struct ScreenPlace
     bool operator==(const ScreenPlace&) const = default;
 };
 
-/// Where the cursor is behind `text`, written from `start` on by the line editor on a screen so many columns wide: a full row
-/// continues on the next one, a wide character is never cut in two, a control character is shown as `^A` and another
-/// one that can't be shown by its number. For a thread whose locale is one of UTF-8.
+/// Where the cursor is behind `text`, written from `start` on by the line editor on a screen so many columns wide: a
+/// full row continues on the next one, a wide character is never cut in two, a control character is shown as `^A` and
+/// another one that can't be shown by its number. For a thread whose locale is one of UTF-8.
 ScreenPlace placeAfter(std::wstring_view text, ScreenPlace start, int columns);
 
-/// The number of columns that the text takes, control characters not counted. For a thread whose locale is one of UTF-8.
+/// The number of columns that the text takes, control characters not counted. For a thread whose locale is one of
+/// UTF-8.
 int columnsOf(const QString& text);
 
 /// The words in as many columns of equal width as fit, read from top to bottom, each row ended by a line feed. Words

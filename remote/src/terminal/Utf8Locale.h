@@ -6,8 +6,8 @@
 
 namespace zephyr::console::remote {
 
-/// Makes characters UTF-8 for the C library on this thread, for as long as it lives, and leaves the program's locale alone. Where the
-/// system has no such locale, the program's holds.
+/// Makes characters UTF-8 for the C library on this thread, for as long as it lives, and leaves the program's locale
+/// alone. Where the system has no such locale, the program's holds.
 class Utf8Locale
 {
 public:
