@@ -2,7 +2,7 @@ include(CMakePackageConfigHelpers)
 include(GenerateExportHeader)
 
 # zephyr_compile_settings(TARGET)
-# Sets the language level, visibility, warnings, instrumentation and hardening of all code in this project.
+# Sets the language level, visibility, warnings, instrumentation, hardening and arithmetic of all code in this project.
 function(zephyr_compile_settings target)
   target_compile_features(${target} PUBLIC cxx_std_17 PRIVATE cxx_std_20)
   set_target_properties(${target} PROPERTIES
@@ -13,7 +13,7 @@ function(zephyr_compile_settings target)
     UNITY_BUILD OFF) # whatever a product sets for its own sources
   target_link_libraries(${target} PRIVATE
     $<BUILD_INTERFACE:zephyr_warnings> $<BUILD_INTERFACE:zephyr_instrumentation>
-    $<BUILD_INTERFACE:zephyr_hardening>)
+    $<BUILD_INTERFACE:zephyr_hardening> $<BUILD_INTERFACE:zephyr_floating_point>)
 endfunction()
 
 # zephyr_add_library(TARGET ALIAS name PACKAGE package EXPORT_HEADER path MACRO prefix HEADERS dir LINKS target...

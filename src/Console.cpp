@@ -508,6 +508,11 @@ bool Console::runFile(const std::filesystem::path& path)
     while (std::optional<std::u32string> line = file.nextLine()) {
         mPrivate->execute(std::move(*line), false);
     }
+    if (const std::error_code& error = file.readError()) {
+        writeIndented(U"ERROR: Console file '" + textOfPath(file.path()) + U"' can't be read to its end: " +
+                          StringUtil::toU32String(error.message()) + U".  The rest will not be run.",
+                      Output, kIndent);
+    }
     return true;
 }
 

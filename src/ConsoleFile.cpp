@@ -2,8 +2,9 @@
 
 #include "zephyr/common/StringUtil.h"
 
+#include <ios>
 #include <string_view>
-#include <system_error>
+#include <utility>
 
 namespace zephyr::console {
 
@@ -13,17 +14,19 @@ constexpr std::string_view kComment = "//";
 
 } // namespace
 
-ConsoleFile::ConsoleFile(const std::filesystem::path& path)
+ConsoleFile::ConsoleFile(std::filesystem::path path) : mPath(std::move(path))
 {
+    // Otherwise a line that doesn't fit into memory would look like the end of the file.
+    mStream.exceptions(std::ios::badbit);
     std::error_code error;
-    if (!std::filesystem::is_directory(path, error)) { // some platforms open a directory
-        mStream.open(path);
+    if (!std::filesystem::is_directory(mPath, error)) { // some platforms open a directory
+        mStream.open(mPath);
     }
 }
 
 std::optional<std::u32string> ConsoleFile::nextLine()
 {
-    while (std::getline(mStream, mLine)) {
+    while (readLine()) {
         if (mLine.empty()) {
             continue;
         }
@@ -33,6 +36,16 @@ std::optional<std::u32string> ConsoleFile::nextLine()
         }
     }
     return std::nullopt;
+}
+
+bool ConsoleFile::readLine()
+{
+    try {
+        return static_cast<bool>(std::getline(mStream, mLine));
+    } catch (const std::ios_base::failure& failure) {
+        mReadError = failure.code();
+        return false;
+    }
 }
 
 } // namespace zephyr::console

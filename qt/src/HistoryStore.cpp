@@ -47,7 +47,7 @@ bool writeAll(QFileDevice& file, QByteArray text)
         if (written <= 0) {
             return false;
         }
-        text.remove(0, written);
+        text.remove(0, static_cast<qsizetype>(written)); // of `text`, so it fits
     }
     return true;
 }

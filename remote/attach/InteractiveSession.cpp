@@ -6,7 +6,9 @@
 #include <QEventLoop>
 #include <QTimer>
 
+#include <algorithm>
 #include <chrono>
+#include <limits>
 #include <utility>
 #include <variant>
 
@@ -89,7 +91,9 @@ void InteractiveSession::done(qint64 id)
 void InteractiveSession::answer(const CandidatesMessage& candidates)
 {
     if (mQuestion != nullptr && mQuestion->id == candidates.id) {
-        mQuestion->completion = {candidates.candidates, candidates.from};
+        // A server may send a number beyond the sizes of this machine.
+        const qint64 from = std::min<qint64>(candidates.from, std::numeric_limits<qsizetype>::max());
+        mQuestion->completion = {candidates.candidates, static_cast<qsizetype>(from)};
         mQuestion->loop.quit();
     }
 }

@@ -58,6 +58,8 @@ fi
 mapfile -t libraries < <(grep '\.so\.1$' "$installed")
 [ "${#libraries[@]}" -eq "$(grep -c 'Targets\.cmake$' "$installed")" ]
 for library in "${libraries[@]}"; do
+  name=$(basename "$library" .so.1)
+  "$projects/exported_symbols.sh" "$library" "$projects/${name#lib}.symbols"
   readelf -W -d -l -s "$library" >"$work/report"
   for mark in BIND_NOW GNU_RELRO __stack_chk_fail; do
     if ! grep -q "$mark" "$work/report"; then

@@ -325,6 +325,15 @@ std::size_t offsetIn(const ConsoleSnapshot& snapshot, const void* field)
                                     reinterpret_cast<const char*>(&snapshot));
 }
 
+/// The value of a field that lies `offset` bytes from a snapshot's beginning, whatever the machine's byte order.
+template <typename Field>
+Field fieldAt(const ConsoleSnapshot& snapshot, std::size_t offset)
+{
+    Field field{};
+    std::memcpy(&field, reinterpret_cast<const char*>(&snapshot) + offset, sizeof(field));
+    return field;
+}
+
 TEST(ConsoleSnapshot, KeepsTheOrderOfItsFields)
 {
     const ConsoleSnapshot snapshot = someSnapshot(nullptr);
@@ -332,12 +341,10 @@ TEST(ConsoleSnapshot, KeepsTheOrderOfItsFields)
     EXPECT_EQ(offsetof(Layout, input), offsetIn(snapshot, &snapshot.activeInput()));
     EXPECT_EQ(offsetof(Layout, textColor), offsetIn(snapshot, &snapshot.textColor()));
     EXPECT_EQ(offsetof(Layout, backgroundColor), offsetIn(snapshot, &snapshot.backgroundColor()));
-    const auto* bytes = reinterpret_cast<const char*>(&snapshot);
-    EXPECT_EQ(0, std::memcmp(bytes + offsetof(Layout, cursorPosition), "\2\0\0\0_\0\0\0", 8));
-    const double rate = snapshot.cursorBlinkRate();
-    EXPECT_EQ(0, std::memcmp(bytes + offsetof(Layout, cursorBlinkRate), &rate, sizeof(rate)));
-    const std::uint32_t offset = snapshot.scrollOffset();
-    EXPECT_EQ(0, std::memcmp(bytes + offsetof(Layout, scrollOffset), &offset, sizeof(offset)));
+    EXPECT_EQ(2U, fieldAt<std::uint32_t>(snapshot, offsetof(Layout, cursorPosition)));
+    EXPECT_EQ(U'_', fieldAt<char32_t>(snapshot, offsetof(Layout, cursorChar)));
+    EXPECT_EQ(2.5, fieldAt<double>(snapshot, offsetof(Layout, cursorBlinkRate)));
+    EXPECT_EQ(1234567890U, fieldAt<std::uint32_t>(snapshot, offsetof(Layout, scrollOffset)));
 }
 
 TEST(ConsoleSnapshotValue, IsBuiltFromItsFieldsInTheOrderOfItsAccessors)

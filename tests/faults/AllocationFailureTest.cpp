@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <new>
@@ -234,6 +235,32 @@ TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereACommandShutsItDown)
     failEverywhere(executing(U"quit"), [](Console& console) {
         test::addCommand(console, U"quit").onExecute = [](const ConsoleArgs&, Console& c) { c.shutdown(); };
     });
+}
+
+TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereAFileRuns)
+{
+    const std::filesystem::path file =
+        mDirectory.write("a.console", "say x\nsay \"words that need memory\"\n");
+    failEverywhere([file](Console& console) { console.runFile(file); });
+}
+
+TEST_F(AllocationFailure, LeavesRunFileWhereALineDoesNotFitIntoMemory)
+{
+    const std::filesystem::path file = mDirectory.write("a.console", "say x\n" + std::string(100'000, 'x'));
+    std::size_t successes = 0;
+    for (bool failed = true; failed; ++successes) {
+        Subject subject;
+        const FailingAllocation failing(successes);
+        bool hasLeft = false;
+        try {
+            subject.console().runFile(file);
+        } catch (const std::bad_alloc&) {
+            hasLeft = true;
+        }
+        failed = failing.hasFailed();
+        EXPECT_EQ(hasLeft, failed) << "after " << successes << " allocations";
+    }
+    EXPECT_GT(successes, 10U);
 }
 
 TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereALineIsSubmitted)

@@ -2,8 +2,11 @@
 
 #include "support/ConsoleFilesFixture.h"
 #include "support/FileSizeLimit.h"
+#include "support/LostFile.h"
+#include "support/SystemText.h"
 #include "support/Unprivileged.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -75,6 +78,14 @@ protected:
         EXPECT_LE(written.size(), kDiskSize);
         EXPECT_EQ(written.substr(0, 2 * (kLine.size() + 1)), kLine + '\n' + kLine + '\n');
         EXPECT_EQ(logOf("say"), (Lines{echo("say"), output("said"), output("")}));
+    }
+
+    /// The line about a file that is open and can't be read any further.
+    static LogLine unreadable(const fs::path& file, std::errc error)
+    {
+        return output("ERROR: Console file '" + file.string() +
+                          "' can't be read to its end: " + systemText(error) + ".  The rest will not be run.",
+                      4);
     }
 
     void expectRedirected(const std::string& file)
@@ -164,6 +175,48 @@ TEST_F(FileFault, EndsAFileThatIsEmptiedMeanwhileAndRunsOn)
     EXPECT_LT(ran.size(), kDiskSize / 4);
     EXPECT_EQ(ran.front(), echo("empty"));
     EXPECT_EQ(logOf("say"), (Lines{echo("say"), output("said"), output("")}));
+}
+
+TEST_F(FileFault, SaysThatAFileCantBeReadToItsEnd)
+{
+    const fs::path unreadableFromTheStart = "/proc/self/mem";
+    EXPECT_TRUE(mConsole.runFile(unreadableFromTheStart));
+    EXPECT_EQ(log(), (Lines{unreadable(unreadableFromTheStart, std::errc::io_error)}));
+}
+
+TEST_F(FileFault, RunsWhatItReadOfAFileThatIsLostMeanwhile)
+{
+    std::string text = "lose\n";
+    while (text.size() < kDiskSize) { // more than one read of the stream takes
+        text += "say\n";
+    }
+    LostFile file(text);
+    add(U"lose", [&file](const ConsoleArgs&, Console&) { file.lose(); });
+    EXPECT_TRUE(mConsole.runFile(file.path()));
+    Lines ran = log();
+    EXPECT_EQ(ran.front(), echo("lose"));
+    EXPECT_EQ(ran.back(), unreadable(file.path(), std::errc::no_such_process));
+    EXPECT_GT(ran.size(), 100U);
+    EXPECT_LT(ran.size(), kDiskSize / 4);
+    EXPECT_EQ(std::count(ran.begin(), ran.end(), echo("say")),
+              std::count(ran.begin(), ran.end(), output("said")))
+        << "the part of a line ran";
+    EXPECT_EQ(logOf("say"), (Lines{echo("say"), output("said"), output("")}));
+}
+
+TEST_F(FileFault, NamesTheFileThatCantBeReadThoughItsPathIsGone)
+{
+    const LostFile other("say\n");
+    LostFile file("forget\n" + std::string(kDiskSize, '\n'));
+    setRunpath({file.path()});
+    add(U"forget", [&](const ConsoleArgs&, Console& console) {
+        console.removeRunpath(fs::path(file.path()));
+        console.appendRunpath(other.path());
+        file.lose();
+    });
+    const fs::path expected = file.path();
+    EXPECT_TRUE(mConsole.runFile(mConsole.runPaths().front()));
+    EXPECT_EQ(log().back(), unreadable(expected, std::errc::no_such_process));
 }
 
 TEST_F(FileFault, RunsLinesThatAreAppendedMeanwhile)

@@ -1,5 +1,6 @@
 #include "zephyr/console/remote/Batch.h"
 
+#include "support/LostFile.h"
 #include "support/ScriptedCommand.h"
 #include "support/SystemText.h"
 #include "support/TemporaryDirectory.h"
@@ -123,6 +124,29 @@ TEST_F(BatchTest, SaysWhyAFileCantBeRun)
                      "Can't run '" + path +
                          "/link': " + test::systemText(std::errc::too_many_symbolic_link_levels) + "."}),
               failures);
+}
+
+TEST_F(BatchTest, SaysWhyAFileCantBeReadToItsEnd)
+{
+    EXPECT_EQ(kBatchImpossible, runBatch(console, "/proc/self/mem", options));
+    EXPECT_EQ(Lines{"Can't read '/proc/self/mem' to its end: " + test::systemText(std::errc::io_error) + "."},
+              failures);
+}
+
+TEST_F(BatchTest, RunsWhatItReadOfAFileThatIsLostMeanwhile)
+{
+    std::string text = "lose\n";
+    while (text.size() < 65536) { // more than one read of the stream takes
+        text += "echo a\n";
+    }
+    test::LostFile file(text);
+    test::addCommand(console, U"lose").onExecute = [&file](const auto&, Console&) { file.lose(); };
+    EXPECT_EQ(kBatchImpossible, runBatch(console, file.path(), options));
+    EXPECT_EQ(Lines{"Can't read '" + file.path().string() +
+                    "' to its end: " + test::systemText(std::errc::no_such_process) + "."},
+              failures);
+    EXPECT_TRUE(printed().starts_with(">> lose\n\n>> echo a\n    a\n\n>> echo a\n"));
+    EXPECT_TRUE(printed().ends_with(">> echo a\n    a\n\n"));
 }
 
 TEST_F(BatchTest, StopsWhereItsTranscriptCantBePrinted)

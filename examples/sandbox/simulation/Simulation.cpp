@@ -94,7 +94,8 @@ void Simulation::setParticleCount(std::size_t count)
 
 void Simulation::renewOldest(const AirFlow& now)
 {
-    for (std::size_t i = mStepCount % kLifeSteps; i < mParticles.size(); i += kLifeSteps) {
+    const auto first = static_cast<std::size_t>(mStepCount % kLifeSteps);
+    for (std::size_t i = first; i < mParticles.size(); i += kLifeSteps) {
         mParticles[i] = newParticle(now);
     }
 }

@@ -163,8 +163,9 @@ public:
 
     /// Runs each line of the file at `path` with execute(); empty lines and lines that begin with `//` after
     /// trimming are skipped. A file that can't be opened, or is a directory, reports the assertion
-    /// `ifs.is_open()`. \return whether the file could be opened. Throws what a line's command throws; the
-    /// rest is then not run.
+    /// `ifs.is_open()`. Where an open file can't be read any further, one line in the log says why. \return whether
+    /// the file could be opened. Throws what a line's command throws, and `std::bad_alloc` when a line of the file
+    /// doesn't fit into memory; the rest is then not run.
     bool runFile(const std::filesystem::path& path);
 
     /// Runs the first file called `name` in the directories of the runpath, with a warning when there are

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <fstream>
+#include <ios>
 #include <limits>
 #include <optional>
 #include <system_error>
@@ -100,18 +101,32 @@ bool runWhole(Script& script, BatchRun& batch, const std::string& name)
     return goesOn;
 }
 
+/// Reads the next line. \return whether there is one; where it can't be read, `error` says why. Throws `std::bad_alloc`.
+bool readLine(std::istream& stream, std::string& bytes, std::error_code& error)
+{
+    try {
+        return static_cast<bool>(std::getline(stream, bytes));
+    } catch (const std::ios_base::failure& failure) {
+        error = failure.code();
+        return false;
+    }
+}
+
 /// Runs a script line by line, as the file may be a pipe whose end comes later.
 void runScript(std::istream& stream, BatchRun& batch, const std::string& name)
 {
+    // Otherwise a line that doesn't fit into memory would look like the end of the file.
+    stream.exceptions(std::ios::badbit);
     Script script(std::numeric_limits<qsizetype>::max());
     std::string bytes;
+    std::error_code error;
     bool goesOn = true;
-    while (goesOn && std::getline(stream, bytes)) {
+    while (goesOn && readLine(stream, bytes, error)) {
         script.add(QByteArray::fromStdString(bytes) + '\n');
         goesOn = runWhole(script, batch, name);
     }
-    if (stream.bad()) {
-        batch.reportImpossible("Can't read '" + name + "' to its end.");
+    if (error) {
+        batch.reportImpossible("Can't read '" + name + "' to its end: " + error.message() + '.');
     }
 }
 
