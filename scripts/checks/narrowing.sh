@@ -10,6 +10,9 @@ cmake --preset lint -DCMAKE_CXX_COMPILER=g++ >/dev/null
 # A command is a string in JSON, whose backslashes go first. What is generated isn't there yet.
 commands=$(sed -n 's/^ *"command": "\(.*\)",$/\1/p' build/lint/compile_commands.json | sed 's/\\\(.\)/\1/g' |
   grep "${1:-}[^ ]*\.cpp\$" | grep -v '_autogen/[^ ]*$' |
-  sed 's/ -o [^ ]* -c / -m32 -fsyntax-only /')
+  sed 's/ -o [^ ]* -c / -m32 -fsyntax-only /') || {
+  echo "error: no source has '${1:-}' in its path" >&2
+  exit 1
+}
 tr '\n' '\0' <<<"$commands" | xargs -0 -n 1 -P "$(nproc)" nice sh -c
 echo "narrowing: $(wc -l <<<"$commands") sources, no findings"
