@@ -19,7 +19,7 @@ bool writeAll(QSaveFile& file, QByteArray bytes)
         if (written <= 0) {
             return false;
         }
-        bytes.remove(0, written);
+        bytes.remove(0, static_cast<qsizetype>(written)); // of `bytes`, so it fits
     }
     return true;
 }
