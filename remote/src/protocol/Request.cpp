@@ -5,6 +5,9 @@
 #include <QJsonObject>
 #include <QJsonValue>
 
+#include <algorithm>
+#include <array>
+
 namespace zephyr::console::remote {
 
 namespace {
@@ -65,10 +68,9 @@ std::variant<Request, ProtocolError> readRequest(const QByteArray& line)
     if (!id) {
         return ProtocolError{"'id' must be a whole number from 0 to 9007199254740991."};
     }
-    const bool isRun = object.contains("run");
-    const bool isComplete = object.contains("complete");
-    const bool isFollow = object.contains("follow");
-    if (isRun + isComplete + isFollow != 1) {
+    const std::array kinds{object.contains("run"), object.contains("complete"), object.contains("follow")};
+    const auto [isRun, isComplete, isFollow] = kinds;
+    if (std::count(kinds.begin(), kinds.end(), true) != 1) {
         return ProtocolError{"A request must have one of 'run', 'complete' and 'follow'."};
     }
     if (isRun) {

@@ -12,7 +12,7 @@ namespace zephyr::console::remote {
 
 namespace {
 
-constexpr qint64 kReadAtATime = 64 * 1024; // bytes
+constexpr qint64 kReadAtATime = qint64{64} * 1024; // bytes
 
 /// A socket may be let go of while it emits a signal.
 void letGo(QLocalSocket* socket)
@@ -25,7 +25,8 @@ void letGo(QLocalSocket* socket)
 
 } // namespace
 
-ClientSession::ClientSession(QLocalSocket* socket, const Console& console, std::function<void()> changed)
+ClientSession::ClientSession(QLocalSocket* socket, const Console& console,
+                             const std::function<void()>& changed)
     : mConsole(console), mSocket(socket, &letGo)
 {
     socket->setReadBufferSize(kReadAtATime);

@@ -27,12 +27,12 @@ class ClientSession
 {
 public:
     /// The number of bytes that may wait to be sent before no more are added to them.
-    static constexpr qint64 kMaxUnsent = 256 * 1024;
+    static constexpr qint64 kMaxUnsent = qint64{256} * 1024;
 
     /// \param socket one that is connected, which the session takes over.
     /// \param console what the client uses; must outlive the session.
     /// \param changed called when there may be a request to take, or the client is gone.
-    ClientSession(QLocalSocket* socket, const Console& console, std::function<void()> changed);
+    ClientSession(QLocalSocket* socket, const Console& console, const std::function<void()>& changed);
     ~ClientSession();
 
     ClientSession(const ClientSession&) = delete;

@@ -25,8 +25,8 @@ struct BatchOptions
     /// stays the caller's.
     std::FILE* output = stdout;
 
-    /// Called with each failure, in one sentence in UTF-8 such as `storm.console:12: speed: 75 is above 60 m/s.`; if empty,
-    /// they are printed to standard error.
+    /// Called with each failure, in one sentence in UTF-8 such as "storm.console:12: speed: 75 is above 60 m/s."; if
+    /// empty, they are printed to standard error.
     std::function<void(const std::string& failure)> report;
 };
 
@@ -47,7 +47,7 @@ inline constexpr int kBatchImpossible =
 ZEPHYR_CONSOLE_REMOTE_EXPORT int runBatch(Console& console, const std::filesystem::path& file,
                                           const BatchOptions& options = {});
 
-/// As above, for lines that are run as they are. A failure is named after the line's number, from 1: `line 3: ...`.
+/// As above, for lines that are run as they are. A failure is named after the line's number, from 1: "line 3: ...".
 ZEPHYR_CONSOLE_REMOTE_EXPORT int runBatch(Console& console, const std::vector<std::u32string>& lines,
                                           const BatchOptions& options = {});
 

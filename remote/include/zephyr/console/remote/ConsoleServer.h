@@ -47,8 +47,8 @@ public:
     /// How deep lines may run inside of lines.
     static constexpr unsigned kDepthLimit = 64;
 
-    /// Begins to serve `console` as `name`, which has letters, digits, `-`, `_` and `.` of ASCII. What a program that has
-    /// crashed left behind under that name is cleared away; a program that is running keeps its name.
+    /// Begins to serve `console` as `name`, which has letters, digits, hyphens, underscores and full stops of ASCII. What a program
+    /// that has crashed left behind under that name is cleared away; a program that is running keeps its name.
     ZEPHYR_CONSOLE_REMOTE_EXPORT ConsoleServer(Console& console, const QString& name,
                                                Naming naming = Naming::Numbered);
 
