@@ -23,12 +23,13 @@ constexpr QFileDevice::Permissions kForTheUser = QFileDevice::ReadOwner | QFileD
 class FileLock
 {
 public:
-    explicit FileLock(const QString& path) : mLock(path + ".lock") { mLock.tryLock(kLockTime); }
+    explicit FileLock(const QString& path) : mLock(path + ".lock"), mIsHeld(mLock.tryLock(kLockTime)) {}
 
-    bool isHeld() const { return mLock.isLocked(); }
+    bool isHeld() const { return mIsHeld; }
 
 private:
     QLockFile mLock;
+    bool mIsHeld;
 };
 
 /// The lines of the file's end that is looked at; the first may be a part of one.
@@ -48,11 +49,14 @@ QList<QByteArray> linesOf(const QString& path)
 
 void replaceLines(const QString& path, const QList<QByteArray>& lines)
 {
+    const QByteArray bytes = lines.join('\n') + '\n';
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
+    // Without a buffer, as what is left in one when the disk is full is lost without a word.
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         file.setPermissions(kForTheUser);
-        file.write(lines.join('\n') + '\n');
-        file.commit();
+        if (file.write(bytes) == bytes.size()) {
+            file.commit();
+        }
     }
 }
 

@@ -80,13 +80,19 @@ void TerminalSession::runWaiting()
     }
 }
 
+/// Notes a line whose echo isn't printed, as the user sees it where it was typed.
+void TerminalSession::noteTyped(const std::u32string& line)
+{
+    if (mEditor->isInteractive()) {
+        mTyped = textOf(line);
+    }
+}
+
 void TerminalSession::run(const std::u32string& line)
 {
     const auto self = shared_from_this(); // the line may destroy it
     printNew();
-    if (mEditor->isInteractive()) {
-        mTyped = textOf(line);
-    }
+    noteTyped(line);
     const LineResult result = runLine(mConsole, line);
     if (!mEditor) {
         return;

@@ -33,6 +33,7 @@ public:
 
 private:
     void lineEntered(const QString& line);
+    void noteTyped(const std::u32string& line);
     void run(const std::u32string& line);
     void runWaiting();
     void end();
