@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdio>
 #include <memory>
 #include <stdexcept>
@@ -188,6 +189,21 @@ TEST_F(BatchTest, PrintsWhatOtherThreadsWriteMeanwhileInTheOrderOfTheLog)
         expected += "from a thread\n";
     }
     EXPECT_EQ(expected + "\n", printed());
+}
+
+TEST_F(BatchTest, MayBeginWhileAnotherThreadWrites)
+{
+    std::atomic<bool> isDone = false;
+    std::thread writer([&] {
+        while (!isDone) {
+            console.write(U"from a thread", Output);
+        }
+    });
+    for (int i = 0; i < 50; ++i) {
+        EXPECT_EQ(kBatchSucceeded, runBatch(console, std::vector<std::u32string>{U"echo a"}, options));
+    }
+    isDone = true;
+    writer.join();
 }
 
 TEST_F(BatchTest, TakesLinesOfAnyLength)

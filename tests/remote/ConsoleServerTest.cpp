@@ -12,6 +12,12 @@
 #include <stdexcept>
 #include <thread>
 
+#include <malloc.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 namespace zephyr::console::remote {
 namespace {
 
@@ -271,6 +277,80 @@ TEST_F(ConsoleServerTest, KeepsLittleForAClientThatDoesNotRead)
             ASSERT_TRUE(std::holds_alternative<DoneMessage>(message));
         }
     }
+}
+
+TEST_F(ConsoleServerTest, TakesNoMemoryForAClientThatDoesNotRead)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "the allocator is the sanitizer's";
+#endif
+    const std::u32string line(10000, U'x');
+    const auto growth = [&] { // while 20 MB are written that are to be sent
+        const std::size_t before = mallinfo2().uordblks + mallinfo2().hblkhd;
+        for (int i = 0; i < 2000; ++i) {
+            console.write(line, Output);
+            QCoreApplication::processEvents();
+        }
+        return mallinfo2().uordblks + mallinfo2().hblkhd - before;
+    };
+    growth(); // so that both have a log that is to grow as much
+    const std::size_t alone = growth();
+    PlainClient silent("sandbox");
+    silent.next();
+    silent.socket.setReadBufferSize(1);
+    silent.send(FollowRequest{1, true, 0});
+    silent.socket.flush();
+    waitUntil([&] { return silent.socket.bytesAvailable() > 0; });
+    const std::size_t served = growth();
+    EXPECT_LT(served, alone + 4'000'000);
+}
+
+TEST_F(ConsoleServerTest, HoldsALineUpForNoClientThatFollows)
+{
+    std::vector<std::unique_ptr<PlainClient>> followers;
+    for (int i = 0; i < 20; ++i) {
+        followers.push_back(std::make_unique<PlainClient>("sandbox"));
+        followers.back()->next();
+        followers.back()->send(FollowRequest{1, true, std::nullopt});
+        followers.back()->until(1);
+    }
+    test::addCommand(console, U"much").onExecute = [](const auto&, Console& running) {
+        for (int i = 0; i < 2000; ++i) {
+            running.write(U"one of many lines", Output);
+        }
+    };
+    PlainClient client("sandbox");
+    client.next();
+    EXPECT_EQ(2003u, client.run("much").size());
+    for (const auto& follower : followers) {
+        for (int i = 0; i < 2002; ++i) {
+            ASSERT_TRUE(std::holds_alternative<EntryMessage>(follower->next()));
+        }
+    }
+}
+
+TEST_F(ConsoleServerTest, ListensAgainOnceTheProgramHasDescriptorsAgain)
+{
+    rlimit before{};
+    ASSERT_EQ(0, getrlimit(RLIMIT_NOFILE, &before));
+    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0); // the highest that is in use
+    rlimit none = before;
+    none.rlim_cur = static_cast<rlim_t>(descriptor) + 1;
+    ASSERT_EQ(0, setrlimit(RLIMIT_NOFILE, &none));
+    sockaddr_un address{AF_UNIX, {}};
+    const QByteArray path = QFile::encodeName(SocketPlace::ofUser().socketOf("sandbox"));
+    std::copy(path.begin(), path.end(), address.sun_path);
+    EXPECT_EQ(0, ::connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address));
+    for (int i = 0; i < 20; ++i) { // in which the client can't be taken
+        QCoreApplication::processEvents();
+    }
+    EXPECT_EQ(0u, server->clientCount());
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_TRUE(waitUntil([] {
+        PlainClient client("sandbox");
+        return std::holds_alternative<HelloMessage>(client.next());
+    }));
+    ::close(descriptor);
 }
 
 TEST_F(ConsoleServerTest, ReadsNoMoreOfAFloodThanItServes)

@@ -88,6 +88,18 @@ TEST_F(ServerName, MayHaveTheGreatestLength)
     EXPECT_FALSE(longer.isListening());
 }
 
+TEST_F(ServerName, IsFreeAgainWhereItCantBeListenedAt)
+{
+    const SocketPlace place = SocketPlace::ofUser();
+    ASSERT_FALSE(place.make());
+    ASSERT_TRUE(QDir().mkdir(place.socketOf("sandbox")));
+    const ConsoleServer server(console, "sandbox");
+    EXPECT_FALSE(server.isListening());
+    EXPECT_EQ("", server.name());
+    EXPECT_NE("", server.error());
+    EXPECT_FALSE(QFile::exists(place.lockOf("sandbox")));
+}
+
 TEST_F(ServerName, IsRefusedInAFolderThatOthersMayEnter)
 {
     const SocketPlace place = SocketPlace::ofUser();

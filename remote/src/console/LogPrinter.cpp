@@ -3,6 +3,7 @@
 #include "console/Texts.h"
 #include "zephyr/console/Console.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <vector>
 
@@ -15,12 +16,10 @@ constexpr std::size_t kEntriesAtATime = 64;
 } // namespace
 
 LogPrinter::LogPrinter(Console& console, std::FILE* out)
-    : mConsole(console),
-      mOut(out),
-      mPrinter(out != nullptr ? out : stdout),
-      mObserver(console.addObserver([this] { printNew(); })),
-      mNext(console.logSize())
-{}
+    : mConsole(console), mOut(out), mPrinter(out != nullptr ? out : stdout), mNext(console.logSize())
+{
+    mObserver = console.addObserver([this] { printNew(); }); // last, as other threads call it at once
+}
 
 LogPrinter::~LogPrinter()
 {
@@ -34,19 +33,21 @@ std::optional<std::error_code> LogPrinter::error() const
     return mError;
 }
 
+/// Prints what is in the log now. What comes meanwhile is printed by the call that is made for it.
 void LogPrinter::printNew()
 {
     const std::lock_guard lock(mMutex);
+    const std::size_t end = mConsole.logSize();
     std::vector<LogEntry> entries;
-    do {
-        mConsole.readLog(mNext, kEntriesAtATime, entries);
+    while (mNext < end) {
+        mConsole.readLog(mNext, std::min(kEntriesAtATime, end - mNext), entries);
         for (const LogEntry& entry : entries) {
             if (mOut != nullptr && !mError && !mPrinter.print(entryOf(mNext, entry))) {
                 mError = std::error_code(errno, std::generic_category());
             }
             ++mNext;
         }
-    } while (!entries.empty());
+    }
 }
 
 } // namespace zephyr::console::remote

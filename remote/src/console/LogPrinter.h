@@ -41,7 +41,7 @@ private:
     Console& mConsole;
     std::FILE* mOut;
     EntryPrinter mPrinter;
-    std::uint64_t mObserver;
+    std::uint64_t mObserver = 0;
 
     mutable std::mutex mMutex; // guards what follows
     std::size_t mNext;         // entry to be printed

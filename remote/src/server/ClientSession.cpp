@@ -5,6 +5,7 @@
 
 #include <QScopedValueRollback>
 
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -33,7 +34,11 @@ ClientSession::ClientSession(QLocalSocket* socket, const Console& console,
     QObject::connect(socket, &QLocalSocket::readyRead, socket, changed);
     QObject::connect(socket, &QLocalSocket::disconnected, socket, changed);
     QObject::connect(socket, &QLocalSocket::bytesWritten, socket, [this, changed] {
-        send();
+        try {
+            send();
+        } catch (const std::bad_alloc&) { // the server tries again
+            changed();
+        }
         if (!mAnswer &&
             (mRequest || mReader.hasRest() || mSocket->bytesAvailable() > 0)) { // which may be served now
             changed();

@@ -13,6 +13,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace zephyr::console {
 class Console;
@@ -43,15 +44,18 @@ public:
     /// Whether the connection has ended.
     bool isGone() const { return mSocket->state() == QLocalSocket::UnconnectedState; }
 
+    /// Whether the connection lasts, and isn't about to end.
+    bool isServed() const { return !mIsEnding && !isGone(); }
+
     /// Whether the client follows the log, or is being sent what a line wrote.
     bool wantsEntries() const { return mFollowed || mAnswer; }
 
     /// The request to serve next, or null if there is none, or the answer to the one before isn't sent yet. It stays the
-    /// next one until it is dropped. Ends the connection where the client said what is no request.
+    /// next one until it is taken. Ends the connection where the client said what is no request.
     const Request* request();
 
-    /// Drops the request that stands next.
-    void dropRequest() { mRequest.reset(); }
+    /// Takes the request that stands next.
+    Request takeRequest() { return *std::exchange(mRequest, std::nullopt); }
 
     /// Sends an answer that is whole.
     void answer(const Message& message);

@@ -7,7 +7,6 @@
 #include "zephyr/console/Console.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QScopedValueRollback>
 #include <QThread>
@@ -23,6 +22,8 @@ namespace {
 
 constexpr int kServingMs = 4;  // at a time, so that the program's frames and windows go on
 constexpr int kRunningMs = 20; // between two looks at whether the line of somebody else has ended
+constexpr int kSendingMs = 10; // between two looks at who only follows, while a line runs
+constexpr int kListeningMs = 2000;
 constexpr int kMaxNumber = 99; // of programs with one name
 
 QString numbered(const QString& name, int number)
@@ -36,8 +37,13 @@ Server::Server(Console& console) : mConsole(console)
 {
     mServing.setSingleShot(true);
     QObject::connect(&mServing, &QTimer::timeout, &mServing, [this] { withMemory([this] { serveAll(); }); });
-    QObject::connect(&mServer, &QLocalServer::newConnection, &mServer, [this] { takeClients(); });
+    QObject::connect(&mServer, &QLocalServer::newConnection, &mServer,
+                     [this] { withMemory([this] { takeClients(); }); });
+    QObject::connect(&mListening, &QTimer::timeout, &mListening,
+                     [this] { withMemory([this] { listenAgain(); }); });
 }
+
+Server::~Server() { stop(); }
 
 // Listening
 
@@ -53,18 +59,39 @@ QString Server::listen(const QString& name, ConsoleServer::Naming naming)
     if (const std::optional<QString> error = place.make()) {
         return *error;
     }
-    if (const QString error = takeName(place, name, naming); !error.isEmpty()) {
+    const QString error = begin(place, name, naming);
+    if (!error.isEmpty()) {
+        mLock.reset();
+        mName.clear();
+    }
+    return error;
+}
+
+QString Server::begin(const SocketPlace& place, const QString& name, ConsoleServer::Naming naming)
+{
+    if (QString error = takeName(place, name, naming); !error.isEmpty()) {
         return error;
     }
-    const QString socket = place.socketOf(mName);
-    QFile::remove(socket); // of a program that has ended without doing so, as it held the name
+    mSocket = place.socketOf(mName);
     mServer.setSocketOptions(QLocalServer::UserAccessOption);
-    if (!mServer.listen(socket)) {
-        return QString("'%1' can't be listened at: %2.").arg(socket, mServer.errorString());
+    if (!listenAgain()) {
+        return QString("'%1' can't be listened at: %2.").arg(mSocket, mServer.errorString());
     }
     mConsole.setDepthLimit(ConsoleServer::kDepthLimit);
     mObserver = mConsole.addObserver([this] { logGrew(); });
+    mListening.start(kListeningMs);
     return {};
+}
+
+/// Listens, unless it does: QLocalServer ends where a client can't be taken, as when the program has no descriptor left.
+/// \return whether it does now.
+bool Server::listenAgain()
+{
+    if (mServer.isListening()) {
+        return true;
+    }
+    QFile::remove(mSocket); // of a program that has ended without doing so, as this one holds the name
+    return mServer.listen(mSocket);
 }
 
 QString Server::takeName(const SocketPlace& place, const QString& name, ConsoleServer::Naming naming)
@@ -95,6 +122,7 @@ void Server::stop()
     }
     mConsole.removeObserver(mObserver);
     mServing.stop();
+    mListening.stop();
     mServer.close();
     mSessions.clear();
     mLock.reset();
@@ -106,7 +134,7 @@ void Server::stop()
 std::size_t Server::clientCount() const
 {
     return static_cast<std::size_t>(std::count_if(mSessions.begin(), mSessions.end(),
-                                                  [](const auto& session) { return !session->isGone(); }));
+                                                  [](const auto& session) { return session->isServed(); }));
 }
 
 void Server::takeClients()
@@ -117,7 +145,8 @@ void Server::takeClients()
         if (!isOwnUser(socket->socketDescriptor())) {
             session->end("Only programs of the user who runs this one are served.");
         } else if (clientCount() >= ConsoleServer::kMaxClients) {
-            session->end(QString("%1 clients are connected, and no more are served.").arg(clientCount()));
+            session->end(
+                QString("%1 clients are connected, and no more are served.").arg(ConsoleServer::kMaxClients));
         } else {
             session->answer(HelloMessage{kProtocolVersion, mName, QCoreApplication::applicationPid(),
                                          static_cast<qint64>(mConsole.logSize())});
@@ -166,47 +195,48 @@ void Server::serveAll()
     }
     const std::shared_ptr<Server> self = shared_from_this();
     const QScopedValueRollback<bool> serving(mIsServing, true);
-    QElapsedTimer clock;
-    clock.start();
+    sendEntries(); // what a lack of memory held up
+    mServed.start();
     bool isMore = true;
-    while (isMore && !mIsStopped && clock.elapsed() < kServingMs) {
+    while (isMore && !mIsStopped && !isTimeUp()) {
         isMore = serveTurn();
     }
     if (mIsStopped) {
         return;
     }
     forgetGone();
+    sendEntries(); // to those who only follow
     if (isMore) {
         changed();
     }
 }
 
-/// Serves one request of each client. \return whether there may be more to serve at once.
+bool Server::isTimeUp() const { return mServed.elapsed() >= kServingMs; }
+
+/// Serves one request of each client, beginning with the one that comes next, until the time is up. \return whether there
+/// may be more to serve at once.
 bool Server::serveTurn()
 {
     bool hasServed = false;
     const auto sessions = mSessions; // a line may bring others
-    for (const std::shared_ptr<ClientSession>& session : sessions) {
-        const Request* const request = session->request();
-        if (request == nullptr) {
-            continue;
+    for (std::size_t i = 0; i < sessions.size(); ++i) {
+        const std::shared_ptr<ClientSession>& session = sessions[mTurns++ % sessions.size()];
+        if (session->request() != nullptr) {
+            if (mConsole.isRunning()) { // a line of the program's own, which processes events
+                mServing.start(kRunningMs);
+                return false;
+            }
+            serve(session, session->takeRequest());
+            hasServed = true;
+            if (mIsStopped || isTimeUp()) {
+                break;
+            }
         }
-        if (mConsole.isRunning()) { // a line of the program's own, which processes events
-            mServing.start(kRunningMs);
-            return false;
-        }
-        const Request taken = *request;
-        session->dropRequest();
-        if (!serve(session, taken)) {
-            return false;
-        }
-        hasServed = true;
     }
     return hasServed;
 }
 
-/// \return whether the server still serves.
-bool Server::serve(const std::shared_ptr<ClientSession>& session, const Request& request)
+void Server::serve(const std::shared_ptr<ClientSession>& session, const Request& request)
 {
     if (const auto* const line = std::get_if<RunRequest>(&request)) {
         run(session, *line);
@@ -219,7 +249,6 @@ bool Server::serve(const std::shared_ptr<ClientSession>& session, const Request&
         countWatchers(); // before the log is looked at, so that what is written meanwhile isn't missed
         session->send();
     }
-    return !mIsStopped;
 }
 
 void Server::run(const std::shared_ptr<ClientSession>& session, const RunRequest& request)
@@ -227,6 +256,8 @@ void Server::run(const std::shared_ptr<ClientSession>& session, const RunRequest
     session->beginLine(request.id);
     countWatchers();
     LineResult result{Outcome::Failed, {}, false};
+    const QScopedValueRollback<ClientSession*> running(mRunning, session.get());
+    mSinceSent.start();
     try {
         result = runLine(mConsole, request.line.toStdU32String());
     } catch (const std::bad_alloc&) { // nor is there memory for a reason
@@ -245,19 +276,28 @@ void Server::complete(ClientSession& session, const CompleteRequest& request)
 
 // The log
 
-/// On any thread. While a line of a client runs, its entries are sent at once.
+/// On any thread. While a line of a client runs, that client is sent its entries at once, and the others now and then.
 void Server::logGrew()
 {
     if (mWatchers == 0) {
         return;
     }
-    if (QThread::currentThread() == mServing.thread() && mIsServing) {
-        for (const std::shared_ptr<ClientSession>& session : mSessions) {
-            session->sendNow();
-        }
+    if (QThread::currentThread() == mServing.thread() && mRunning != nullptr) {
+        sendEntriesNow();
     } else if (!mIsSendingDue.exchange(true)) {
         QMetaObject::invokeMethod(
             &mServing, [this] { withMemory([this] { sendEntries(); }); }, Qt::QueuedConnection);
+    }
+}
+
+void Server::sendEntriesNow()
+{
+    mRunning->sendNow();
+    if (mSinceSent.elapsed() >= kSendingMs) {
+        mSinceSent.start();
+        for (const std::shared_ptr<ClientSession>& session : mSessions) {
+            session->sendNow();
+        }
     }
 }
 

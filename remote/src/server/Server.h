@@ -5,6 +5,7 @@
 #include "server/NameLock.h"
 #include "zephyr/console/remote/ConsoleServer.h"
 
+#include <QElapsedTimer>
 #include <QLocalServer>
 #include <QObject>
 #include <QString>
@@ -31,6 +32,12 @@ class Server : public std::enable_shared_from_this<Server>
 {
 public:
     explicit Server(Console& console);
+    ~Server();
+
+    Server(const Server&) = delete;
+    Server& operator=(const Server&) = delete;
+    Server(Server&&) = delete;
+    Server& operator=(Server&&) = delete;
 
     /// Begins to serve. Once; \return why that isn't possible, a sentence, or an empty text.
     QString listen(const QString& name, ConsoleServer::Naming naming);
@@ -38,11 +45,13 @@ public:
     /// Ends all connections. The console isn't used afterwards.
     void stop();
 
-    bool isListening() const { return mServer.isListening(); }
+    bool isListening() const { return mLock != nullptr; }
     const QString& name() const { return mName; }
     std::size_t clientCount() const;
 
 private:
+    QString begin(const SocketPlace& place, const QString& name, ConsoleServer::Naming naming);
+    bool listenAgain();
     QString takeName(const SocketPlace& place, const QString& name, ConsoleServer::Naming naming);
     void takeClients();
     void changed();
@@ -50,19 +59,27 @@ private:
     void withMemory(const std::function<void()>& action);
     void serveAll();
     bool serveTurn();
-    bool serve(const std::shared_ptr<ClientSession>& session, const Request& request);
+    bool isTimeUp() const;
+    void serve(const std::shared_ptr<ClientSession>& session, const Request& request);
     void run(const std::shared_ptr<ClientSession>& session, const RunRequest& request);
     void complete(ClientSession& session, const CompleteRequest& request);
     void logGrew();
     void sendEntries();
+    void sendEntriesNow();
     void countWatchers();
 
     Console& mConsole;
     QString mName;
+    QString mSocket; // a path
     std::unique_ptr<NameLock> mLock;
     QLocalServer mServer;
     std::vector<std::shared_ptr<ClientSession>> mSessions;
-    QTimer mServing; // serves when it fires
+    QTimer mServing;   // serves when it fires
+    QTimer mListening; // looks whether clients can still connect
+    QElapsedTimer mServed;
+    std::size_t mTurns = 0;            // of clients
+    ClientSession* mRunning = nullptr; // whose line runs
+    QElapsedTimer mSinceSent;          // to those who only follow, while a line runs
     std::uint64_t mObserver = 0;
     bool mIsServing = false;
     bool mIsStopped = false;
