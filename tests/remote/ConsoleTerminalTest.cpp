@@ -195,6 +195,21 @@ TEST_F(ConsoleTerminalTest, ListsSomeOfManyCandidates)
     EXPECT_NE(std::string::npos, mTerminal.screen().find("... and 928 more")) << mTerminal.screen();
 }
 
+TEST_F(ConsoleTerminalTest, ListsCandidatesWithControlCharactersWithoutEffectAndTakesNone)
+{
+    start();
+    mTerminal.type("open e");
+    mTerminal.press("Tab");
+    ASSERT_TRUE(mTerminal.endsWith(">> open evil")) << mTerminal.screen();
+    mTerminal.press("Tab");
+    const std::string listed = "\nevil^[]2;owned^G  evil^Jquit^I\ufffd\n>> open evil";
+    ASSERT_TRUE(mTerminal.endsWith(listed)) << mTerminal.screen();
+    mTerminal.press("C-c");
+    mTerminal.type("open t");
+    mTerminal.press("Tab");
+    EXPECT_TRUE(mTerminal.endsWith("\ntrap^Jsay trapped\n>> open t")) << mTerminal.screen();
+}
+
 TEST_F(ConsoleTerminalTest, CompletesNothingWhereThereIsNoCandidate)
 {
     start();

@@ -139,6 +139,8 @@ int main(int argc, char** argv)
         std::puts("Destroyed.");
         std::fflush(stdout);
     });
+    add(U"open", [](const ConsoleArgs&, Console&) {},
+        {U"evil\x1b]2;owned\x07", U"evil\nquit\t\u009b", U"trap\nsay trapped"});
     add(U"wind", [](const ConsoleArgs&, Console&) {}, {U"set", U"settle", U"show"});
     add(
         U"many", [](const ConsoleArgs&, Console&) {},
