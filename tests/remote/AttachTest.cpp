@@ -308,6 +308,19 @@ TEST_F(AttachTest, SaysThatItsOutputCantBeWritten)
               run({"sandbox", "-c", "gaps"}));
 }
 
+TEST_F(AttachTest, FindsStandardInputAndOutputClosed)
+{
+    const std::string reason = test::systemText(std::errc::bad_file_descriptor) + ".\n";
+    attach.start("bash", {"-c", ZEPHYR_ATTACH_PROGRAM " sandbox <&-"});
+    EXPECT_EQ((AttachEnded{2, "", "zephyr-attach: Can't read 'standard input': " + reason}), end());
+    attach.start("bash", {"-c", ZEPHYR_ATTACH_PROGRAM " sandbox -c 'echo hello' <&-"});
+    EXPECT_EQ((AttachEnded{0, "    hello\n", ""}), end());
+    attach.start("bash", {"-c", ZEPHYR_ATTACH_PROGRAM " sandbox -c 'echo hello' >&-"});
+    EXPECT_EQ((AttachEnded{2, "", "zephyr-attach: Can't write standard output: " + reason}), end());
+    attach.start("bash", {"-c", ZEPHYR_ATTACH_PROGRAM " sandbox -c nothing 2>&- >&- <&-"});
+    EXPECT_EQ((AttachEnded{2, "", ""}), end());
+}
+
 TEST_F(AttachTest, SaysWhatIsWrongWithAServer)
 {
     const SocketPlace place = SocketPlace::ofUser();
