@@ -243,6 +243,22 @@ TEST_F(ConsoleTerminalTest, TakesALineOfSeveralRowsAwayFromItsMiddle)
         << mTerminal.screen();
 }
 
+TEST_F(ConsoleTerminalTest, GoesOnAfterCtrlSWhileALineIsTyped)
+{
+    start();
+    listen();
+    mTerminal.type("say hello");
+    mTerminal.press("C-s");
+    log("meanwhile");
+    ASSERT_TRUE(mTerminal.endsWith("\nmeanwhile\n>> say hello")) << mTerminal.screen();
+    mTerminal.press("C-d"); // deletes, as the line isn't empty
+    mTerminal.press("Enter");
+    ASSERT_TRUE(mTerminal.endsWith("\nsaid hello\n\n>>")) << mTerminal.screen();
+    mTerminal.press("C-d");
+    ASSERT_TRUE(mTerminal.endsWith("ends.\n$"));
+    EXPECT_TRUE(isAsBefore());
+}
+
 TEST_F(ConsoleTerminalTest, EndsTheProgramOnCtrlD)
 {
     start();

@@ -233,7 +233,7 @@ int EditedLines::nextKey(wchar_t& key)
             key = *next;
             return 1;
         }
-        mScreen->keepSignalKeys();
+        mScreen->keepTerminalKeys();
         if (waitForKeys(kForEver) && mIsOnScreen && !mKeys.read()) {
             return 0;
         }

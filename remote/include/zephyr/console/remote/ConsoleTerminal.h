@@ -40,6 +40,8 @@ struct ConsoleTerminalOptions
 /// - On a terminal one types as in a shell: with editing, history, search with Ctrl+R, and Tab, which completes a
 ///   word or lists what may stand there. The log is printed above the line that is being typed. Ctrl+C takes the line
 ///   away, Ctrl+Z stops the program, Ctrl+D on an empty line is the end of the input. `~/.editrc` holds.
+/// - Ctrl+S doesn't stop the output while a line is typed. A terminal that is stopped otherwise, by Ctrl+S while a line
+///   runs or by its other end, holds up the program at its next output, as it does every other one.
 /// - While a line runs, the terminal is as the program found it. A line can't be interrupted: a first Ctrl+C says so
 ///   and drops what was typed ahead, a second one ends the program, as it would without this class. Handlers for
 ///   signals that the program has installed itself stay in force.
