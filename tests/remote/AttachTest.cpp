@@ -26,6 +26,9 @@ protected:
         test::addCommand(console, U"colour").onExecute = [](const auto&, Console& self) {
             self.write(U"\x1b[31mred\x1b[0m \u4e16", Output);
         };
+        test::addCommand(console, U"control").onExecute = [](const auto&, Console& self) {
+            self.write(U"\x1b \x7f \u0080 \u009b \u009f \u00a0", Output);
+        };
     }
 
     AttachEnded runFile(const std::string& bytes, const QStringList& more = {})
@@ -140,6 +143,12 @@ TEST_F(AttachTest, PrintsAllEntriesOfALineAsJson)
                            "\n",
                            ""}),
               run({"sandbox", "--json", "-c", "echo hello"}));
+}
+
+TEST_F(AttachTest, PrintsNoControlCharacterInJson)
+{
+    EXPECT_NE(std::string::npos, run({"sandbox", "--json", "-c", "control"})
+                                     .out.find("\"\\u001b \\u007f \\u0080 \\u009b \\u009f \u00a0\""));
 }
 
 TEST_F(AttachTest, PrintsTextAsItIsWhereThereIsNoTerminal)
