@@ -1,4 +1,5 @@
-// A program without a window, for the tests of ConsoleTerminal. With the argument `second` it has two.
+// A program without a window, for the tests of ConsoleTerminal. With the argument `second` it has two, with `aside` its
+// last word goes to standard error.
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 #include "zephyr/console/ConsoleArgs.h"
@@ -160,6 +161,6 @@ int main(int argc, char** argv)
     }
     const int status = QCoreApplication::exec();
     terminal.reset();
-    std::puts("The program ends.");
+    std::fputs("The program ends.\n", QCoreApplication::arguments().contains("aside") ? stderr : stdout);
     return status;
 }

@@ -47,7 +47,8 @@ struct ConsoleTerminalOptions
 ///   signals that the program has installed itself stay in force.
 /// - No terminal is needed. Where input or output is none, each line of the input is run, and the output is the log
 ///   as it is, without prompt and colours. A command that throws EndOfRun ends such an input. Lines of more than 1
-///   MiB are left out, with a word about it on standard error.
+///   MiB are left out, with a word about it on standard error. A closed pipe as output raises no SIGPIPE, and the first
+///   time that something else keeps the log from being printed, as a full disk, standard error says so.
 /// - The log is printed from its first entry on. On a terminal, control characters in it are shown and have no
 ///   effect. Colours only there, and not with a `NO_COLOR` in the environment that isn't empty.
 /// - Threads: made and destroyed by the console's thread, which needs a QCoreApplication. Lines run there, when its
