@@ -12,6 +12,23 @@ namespace {
 
 constexpr char kCantPrint[] = "Can't write standard output: %1.";
 
+/// An entry as JSON, on one line without its line feed. Control characters that JSON lets through are escaped as well: the
+/// line may be for a terminal.
+QString jsonText(const console::remote::Entry& entry)
+{
+    const QString json = QString::fromUtf8(console::remote::toLine(toJson(entry))).chopped(1);
+    QString text;
+    text.reserve(json.size());
+    for (const QChar c : json) {
+        if (c.category() == QChar::Other_Control) {
+            text += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QChar(u'0'));
+        } else {
+            text += c;
+        }
+    }
+    return text;
+}
+
 } // namespace
 
 bool write(const QByteArray& bytes)
@@ -30,8 +47,7 @@ bool Output::print(const console::remote::Entry& entry) const { return write(tex
 
 QString Output::text(const console::remote::Entry& entry) const
 {
-    return mIsJson ? QString::fromUtf8(console::remote::toLine(toJson(entry))).chopped(1)
-                   : mPrinter.text(entry);
+    return mIsJson ? jsonText(entry) : mPrinter.text(entry);
 }
 
 } // namespace zephyr::attach

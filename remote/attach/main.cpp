@@ -20,6 +20,7 @@
 #include <optional>
 #include <variant>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace {
@@ -42,6 +43,17 @@ QStringList commandLine(int argc, char** argv)
         arguments += QString::fromLocal8Bit(argv[i]);
     }
     return arguments;
+}
+
+/// Fills the place of each standard descriptor that is closed, or a socket would get its number. What fills it can't be
+/// used for what it stands for, so that the program fails as it would with a closed one.
+void fillClosedDescriptors()
+{
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(descriptor, F_GETFD) == -1) {
+            ::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY); // takes the lowest number
+        }
+    }
 }
 
 /// Prints to standard output. \return the exit status.
@@ -123,6 +135,7 @@ int run(const Options& options)
 
 int main(int argc, char** argv)
 {
+    fillClosedDescriptors();
     std::signal(SIGPIPE, SIG_IGN); // a closed pipe is a failed write
     ensureUtf8Locale();
     const ParsedOptions parsed = parseOptions(commandLine(argc, argv));

@@ -26,6 +26,9 @@ protected:
         test::addCommand(console, U"colour").onExecute = [](const auto&, Console& self) {
             self.write(U"\x1b[31mred\x1b[0m \u4e16", Output);
         };
+        test::addCommand(console, U"control").onExecute = [](const auto&, Console& self) {
+            self.write(U"\x1b \x7f \u0080 \u009b \u009f \u00a0", Output);
+        };
     }
 
     AttachEnded runFile(const std::string& bytes, const QStringList& more = {})
@@ -140,6 +143,12 @@ TEST_F(AttachTest, PrintsAllEntriesOfALineAsJson)
                            "\n",
                            ""}),
               run({"sandbox", "--json", "-c", "echo hello"}));
+}
+
+TEST_F(AttachTest, PrintsNoControlCharacterInJson)
+{
+    EXPECT_NE(std::string::npos, run({"sandbox", "--json", "-c", "control"})
+                                     .out.find("\"\\u001b \\u007f \\u0080 \\u009b \\u009f \u00a0\""));
 }
 
 TEST_F(AttachTest, PrintsTextAsItIsWhereThereIsNoTerminal)
@@ -306,6 +315,19 @@ TEST_F(AttachTest, SaysThatItsOutputCantBeWritten)
                            "zephyr-attach: Can't write standard output: " +
                                test::systemText(std::errc::no_space_on_device) + ".\n"}),
               run({"sandbox", "-c", "gaps"}));
+}
+
+TEST_F(AttachTest, FindsStandardInputAndOutputClosed)
+{
+    const std::string reason = test::systemText(std::errc::bad_file_descriptor) + ".\n";
+    attach.start("bash", {"-c", ZEPHYR_ATTACH_PROGRAM " sandbox <&-"});
+    EXPECT_EQ((AttachEnded{2, "", "zephyr-attach: Can't read 'standard input': " + reason}), end());
+    attach.start("bash", {"-c", ZEPHYR_ATTACH_PROGRAM " sandbox -c 'echo hello' <&-"});
+    EXPECT_EQ((AttachEnded{0, "    hello\n", ""}), end());
+    attach.start("bash", {"-c", ZEPHYR_ATTACH_PROGRAM " sandbox -c 'echo hello' >&-"});
+    EXPECT_EQ((AttachEnded{2, "", "zephyr-attach: Can't write standard output: " + reason}), end());
+    attach.start("bash", {"-c", ZEPHYR_ATTACH_PROGRAM " sandbox -c nothing 2>&- >&- <&-"});
+    EXPECT_EQ((AttachEnded{2, "", ""}), end());
 }
 
 TEST_F(AttachTest, SaysWhatIsWrongWithAServer)

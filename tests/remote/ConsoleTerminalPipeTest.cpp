@@ -1,20 +1,26 @@
+#include "support/SystemText.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
 #include <QByteArray>
+#include <QFile>
 #include <QProcess>
 #include <QString>
 
-#include <csignal>
+#include <array>
 #include <string>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace zephyr::console::remote {
 namespace {
 
 using test::TemporaryDirectory;
 
-constexpr int kPatience = 120000; // milliseconds
+constexpr int kPatience = 120000;   // milliseconds
+constexpr qint64 kBytesAtOnce = 64; // slower than a program writes
 
 const std::string kStart = "Zephyr Console:\n\n";
 const std::string kEnd = "The program ends.\n";
@@ -134,9 +140,48 @@ TEST(ConsoleTerminalPipe, MayBeDestroyedByItsLine)
 
 TEST(ConsoleTerminalPipe, EndsQuietlyWhenNobodyReadsTheOutput)
 {
-    // With the signal ignored, the end of the pipe is an error; without, it ends the program.
-    EXPECT_EQ("Zephyr Console:\n", outputOf("trap '' PIPE; yes 'say a' 2>/dev/null | $P | head -n 1"));
-    EXPECT_EQ("Zephyr Console:\n", outputOf("yes 'say a' 2>/dev/null | $P | head -n 1"));
+    const QString closed =
+        "yes 'say a' 2>/dev/null | { $P aside; echo status $? >&2; } | head -n 1 > /dev/null";
+    EXPECT_EQ(kEnd + "status 0\n", outputOf(closed));
+    EXPECT_EQ(kEnd + "status 0\n", outputOf("trap '' PIPE; " + closed));
+}
+
+TEST(ConsoleTerminalPipe, ComplainsOnceOfAnOutputThatCantBeWritten)
+{
+    EXPECT_EQ("Can't print the console's log: " + test::systemText(std::errc::no_space_on_device) + ".\n" +
+                  kEnd,
+              outputOf("printf 'say a\\nsay b\\n' | $P aside 2>&1 > /dev/full"));
+}
+
+TEST(ConsoleTerminalPipe, WaitsForAReaderWhereTheOutputDoesntBlock)
+{
+    const TemporaryDirectory folder;
+    std::string lines;
+    std::string answers;
+    for (int i = 0; i < 10000; ++i) { // more than the pipe takes
+        lines += "say " + std::to_string(i) + "\n";
+        answers += ">> say " + std::to_string(i) + "\nsaid " + std::to_string(i) + "\n\n";
+    }
+    std::array<int, 2> pipe{};
+    ASSERT_EQ(0, ::pipe2(pipe.data(), O_CLOEXEC));
+    ASSERT_EQ(0, ::fcntl(pipe[1], F_SETFL, O_NONBLOCK));
+    ASSERT_LT(
+        0, ::fcntl(pipe[1], F_SETPIPE_SZ, 1)); // a page, which must be read whole before more can be written
+    QProcess program;
+    program.setStandardInputFile(QString::fromStdString(folder.write("lines", lines).string()));
+    program.setChildProcessModifier([&] { ::dup2(pipe[1], STDOUT_FILENO); });
+    program.start(TERMINAL_PROGRAM, {"aside"});
+    EXPECT_TRUE(program.waitForStarted(kPatience));
+    ::close(pipe[1]);
+    QFile output;
+    ASSERT_TRUE(
+        output.open(pipe[0], QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle));
+    std::string text;
+    for (QByteArray some = output.read(kBytesAtOnce); !some.isEmpty(); some = output.read(kBytesAtOnce)) {
+        text += some.toStdString();
+    }
+    EXPECT_EQ(kStart + answers, text);
+    EXPECT_TRUE(program.waitForFinished(kPatience));
 }
 
 } // namespace

@@ -195,6 +195,21 @@ TEST_F(ConsoleTerminalTest, ListsSomeOfManyCandidates)
     EXPECT_NE(std::string::npos, mTerminal.screen().find("... and 928 more")) << mTerminal.screen();
 }
 
+TEST_F(ConsoleTerminalTest, ListsCandidatesWithControlCharactersWithoutEffectAndTakesNone)
+{
+    start();
+    mTerminal.type("open e");
+    mTerminal.press("Tab");
+    ASSERT_TRUE(mTerminal.endsWith(">> open evil")) << mTerminal.screen();
+    mTerminal.press("Tab");
+    const std::string listed = "\nevil^[]2;owned^G  evil^Jquit^I\ufffd\n>> open evil";
+    ASSERT_TRUE(mTerminal.endsWith(listed)) << mTerminal.screen();
+    mTerminal.press("C-c");
+    mTerminal.type("open t");
+    mTerminal.press("Tab");
+    EXPECT_TRUE(mTerminal.endsWith("\ntrap^Jsay trapped\n>> open t")) << mTerminal.screen();
+}
+
 TEST_F(ConsoleTerminalTest, CompletesNothingWhereThereIsNoCandidate)
 {
     start();
@@ -226,6 +241,22 @@ TEST_F(ConsoleTerminalTest, TakesALineOfSeveralRowsAwayFromItsMiddle)
     mTerminal.press("C-c");
     EXPECT_TRUE(mTerminal.endsWith(">> " + text.substr(0, 77) + "\n" + text.substr(77) + "^C\n>>"))
         << mTerminal.screen();
+}
+
+TEST_F(ConsoleTerminalTest, GoesOnAfterCtrlSWhileALineIsTyped)
+{
+    start();
+    listen();
+    mTerminal.type("say hello");
+    mTerminal.press("C-s");
+    log("meanwhile");
+    ASSERT_TRUE(mTerminal.endsWith("\nmeanwhile\n>> say hello")) << mTerminal.screen();
+    mTerminal.press("C-d"); // deletes, as the line isn't empty
+    mTerminal.press("Enter");
+    ASSERT_TRUE(mTerminal.endsWith("\nsaid hello\n\n>>")) << mTerminal.screen();
+    mTerminal.press("C-d");
+    ASSERT_TRUE(mTerminal.endsWith("ends.\n$"));
+    EXPECT_TRUE(isAsBefore());
 }
 
 TEST_F(ConsoleTerminalTest, EndsTheProgramOnCtrlD)

@@ -1,4 +1,5 @@
-// A program without a window, for the tests of ConsoleTerminal. With the argument `second` it has two.
+// A program without a window, for the tests of ConsoleTerminal. With the argument `second` it has two, with `aside` its
+// last word goes to standard error.
 #include "zephyr/common/StringUtil.h"
 #include "zephyr/console/Console.h"
 #include "zephyr/console/ConsoleArgs.h"
@@ -139,6 +140,8 @@ int main(int argc, char** argv)
         std::puts("Destroyed.");
         std::fflush(stdout);
     });
+    add(U"open", [](const ConsoleArgs&, Console&) {},
+        {U"evil\x1b]2;owned\x07", U"evil\nquit\t\u009b", U"trap\nsay trapped"});
     add(U"wind", [](const ConsoleArgs&, Console&) {}, {U"set", U"settle", U"show"});
     add(
         U"many", [](const ConsoleArgs&, Console&) {},
@@ -158,6 +161,6 @@ int main(int argc, char** argv)
     }
     const int status = QCoreApplication::exec();
     terminal.reset();
-    std::puts("The program ends.");
+    std::fputs("The program ends.\n", QCoreApplication::arguments().contains("aside") ? stderr : stdout);
     return status;
 }

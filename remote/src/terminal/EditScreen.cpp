@@ -162,15 +162,17 @@ void EditScreen::leave(const char* mark)
 
 void EditScreen::setRaw(bool raw) { el_set(mEdit.get(), EL_PREP_TERM, raw ? 1 : 0); }
 
-void EditScreen::keepSignalKeys()
+void EditScreen::keepTerminalKeys()
 {
     termios settings{};
     if (::tcgetattr(mIn, &settings) != 0 || (settings.c_lflag & ICANON) != 0) {
         return;
     }
-    if (settings.c_cc[VINTR] != _POSIX_VDISABLE || settings.c_cc[VSUSP] != _POSIX_VDISABLE) {
+    if (settings.c_cc[VINTR] != _POSIX_VDISABLE || settings.c_cc[VSUSP] != _POSIX_VDISABLE ||
+        (settings.c_iflag & IXON) != 0) {
         settings.c_cc[VINTR] = _POSIX_VDISABLE;
         settings.c_cc[VSUSP] = _POSIX_VDISABLE;
+        settings.c_iflag &= ~static_cast<tcflag_t>(IXON);
         ::tcsetattr(mIn, TCSADRAIN, &settings);
     }
 }

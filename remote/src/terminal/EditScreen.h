@@ -67,9 +67,10 @@ public:
     /// Writes bytes at once. \return false if the terminal takes no more.
     bool write(const QByteArray& bytes);
 
-    /// Makes Ctrl+C and Ctrl+Z, which a raw terminal would still make signals of, keys like others. SIGQUIT's key
-    /// stays the way out of a program that hangs.
-    void keepSignalKeys();
+    /// Makes Ctrl+C and Ctrl+Z, which a raw terminal would still make signals of, keys like others, and Ctrl+S and
+    /// Ctrl+Q, with which it would stop the program at its next output. SIGQUIT's key stays the way out of a program
+    /// that hangs.
+    void keepTerminalKeys();
 
     /// Whether the size has changed since the line was drawn.
     bool hasNewSize() const { return size() != mSize; }

@@ -1,5 +1,6 @@
 #include "terminal/EditedLines.h"
 
+#include "terminal/EntryPrinter.h"
 #include "terminal/Utf8Locale.h"
 
 #include <QMetaObject>
@@ -7,6 +8,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <iterator>
 #include <utility>
 
 namespace zephyr::console::remote {
@@ -43,6 +45,18 @@ QString commonPrefix(const QStringList& words)
         prefix.chop(1);
     }
     return prefix;
+}
+
+bool hasControlCharacter(const QString& text)
+{
+    return std::any_of(text.cbegin(), text.cend(),
+                       [](QChar c) { return c.category() == QChar::Other_Control; });
+}
+
+/// A candidate as it is listed: on one line, and without effect on the terminal.
+QString listed(const QString& candidate)
+{
+    return harmless(candidate).replace(u'\n', QStringLiteral("^J")).replace(u'\t', QStringLiteral("^I"));
 }
 
 } // namespace
@@ -219,7 +233,7 @@ int EditedLines::nextKey(wchar_t& key)
             key = *next;
             return 1;
         }
-        mScreen->keepSignalKeys();
+        mScreen->keepTerminalKeys();
         if (waitForKeys(kForEver) && mIsOnScreen && !mKeys.read()) {
             return 0;
         }
@@ -359,7 +373,8 @@ void EditedLines::apply(const Completion& completion, const QString& beforeCurso
     const QString typed = beforeCursor.mid(from);
     const QString common = commonPrefix(candidates);
     const bool isUnique = candidates.size() == 1;
-    if (isUnique || (common.size() > typed.size() && common.startsWith(typed, Qt::CaseInsensitive))) {
+    const bool isLonger = common.size() > typed.size() && common.startsWith(typed, Qt::CaseInsensitive);
+    if ((isUnique || isLonger) && !hasControlCharacter(common)) { // which nobody could have typed
         mScreen->replaceFrom(static_cast<std::size_t>(beforeCursor.left(from).toUcs4().size()),
                              (isUnique ? common + u' ' : common).toStdWString());
     } else {
@@ -369,8 +384,10 @@ void EditedLines::apply(const Completion& completion, const QString& beforeCurso
 
 void EditedLines::list(const QStringList& candidates)
 {
+    QStringList shown;
+    std::transform(candidates.cbegin(), candidates.cend(), std::back_inserter(shown), listed);
     const ScreenPlace size = mScreen->size();
-    printAbove(inColumns(candidates, size.column, std::clamp(size.row - 3, 1, kMaxListedRows)));
+    printAbove(inColumns(shown, size.column, std::clamp(size.row - 3, 1, kMaxListedRows)));
 }
 
 void EditedLines::printAbove(const QString& text)

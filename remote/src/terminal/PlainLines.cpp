@@ -1,8 +1,12 @@
 #include "terminal/PlainLines.h"
 
+#include "terminal/WriteAll.h"
+
 #include <QPointer>
 
 #include <cerrno>
+#include <cstdio>
+#include <system_error>
 #include <utility>
 
 #include <sys/stat.h>
@@ -15,6 +19,7 @@ namespace {
 constexpr qsizetype kMaxLine = qsizetype{1} << 20; // bytes
 constexpr qsizetype kBytesAtOnce = qsizetype{1} << 16;
 constexpr char kTooLong[] = "A line of more than 1 MiB was left out.\n";
+constexpr char kCantPrint[] = "Can't print the console's log: %s.\n";
 
 bool isFile(int descriptor)
 {
@@ -46,9 +51,11 @@ void PlainLines::print(const QString& text)
         return;
     }
     const QByteArray bytes = (text.endsWith(u'\n') ? text : text + u'\n').toUtf8();
-    const auto size = static_cast<std::size_t>(bytes.size());
-    if ((std::fwrite(bytes.constData(), 1, size, mOut) != size || std::fflush(mOut) != 0) && errno == EPIPE) {
+    const int error = writeAll(mOut, bytes);
+    if (error == EPIPE) {
         QTimer::singleShot(0, this, &PlainLines::end);
+    } else if (error != 0 && !std::exchange(mHasComplained, true)) {
+        std::fprintf(stderr, kCantPrint, std::generic_category().message(error).c_str());
     }
 }
 

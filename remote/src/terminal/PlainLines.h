@@ -15,7 +15,8 @@
 namespace zephyr::console::remote {
 
 /// Lines of a pipe, a file or what else isn't edited. One is delivered each time that the event loop has done
-/// everything else. A line of more than 1 MiB is left out, with a word about it on standard error.
+/// everything else. Standard error has a word about a line of more than 1 MiB, which is left out, and about the first
+/// failure to print, unless nobody reads any more.
 class PlainLines : public QObject, public LineSource
 {
 public:
@@ -40,9 +41,10 @@ private:
     LineCallbacks mCallbacks;
     bool mIsShown = true;
     bool mIsDelivering = false;
-    bool mIsAtEnd = false;    // of the input
-    bool mHasEnded = false;   // as the host was told
-    bool mIsSkipping = false; // the rest of a line that is too long
+    bool mIsAtEnd = false;       // of the input
+    bool mHasEnded = false;      // as the host was told
+    bool mHasComplained = false; // of output that can't be written
+    bool mIsSkipping = false;    // the rest of a line that is too long
     QByteArray mBytes;
     qsizetype mBegin = 0;                       // of the line that comes next
     std::unique_ptr<QSocketNotifier> mReadable; // null for a file, which always is

@@ -40,12 +40,15 @@ struct ConsoleTerminalOptions
 /// - On a terminal one types as in a shell: with editing, history, search with Ctrl+R, and Tab, which completes a
 ///   word or lists what may stand there. The log is printed above the line that is being typed. Ctrl+C takes the line
 ///   away, Ctrl+Z stops the program, Ctrl+D on an empty line is the end of the input. `~/.editrc` holds.
+/// - Ctrl+S doesn't stop the output while a line is typed. A terminal that is stopped otherwise, by Ctrl+S while a line
+///   runs or by its other end, holds up the program at its next output, as it does every other one.
 /// - While a line runs, the terminal is as the program found it. A line can't be interrupted: a first Ctrl+C says so
 ///   and drops what was typed ahead, a second one ends the program, as it would without this class. Handlers for
 ///   signals that the program has installed itself stay in force.
 /// - No terminal is needed. Where input or output is none, each line of the input is run, and the output is the log
 ///   as it is, without prompt and colours. A command that throws EndOfRun ends such an input. Lines of more than 1
-///   MiB are left out, with a word about it on standard error.
+///   MiB are left out, with a word about it on standard error. A closed pipe as output raises no SIGPIPE, and the first
+///   time that something else keeps the log from being printed, as a full disk, standard error says so.
 /// - The log is printed from its first entry on. On a terminal, control characters in it are shown and have no
 ///   effect. Colours only there, and not with a `NO_COLOR` in the environment that isn't empty.
 /// - Threads: made and destroyed by the console's thread, which needs a QCoreApplication. Lines run there, when its
