@@ -51,6 +51,20 @@ TEST_F(RunningProgramsTest, LeaveOutSocketsThatAreLeftBehind)
     EXPECT_EQ((Programs{{"sandbox", getpid(), true}}), runningPrograms(mPlace, kLong));
 }
 
+TEST_F(RunningProgramsTest, AreFoundBehindAnyNumberOfSocketsThatAreLeftBehind)
+{
+    const ScriptedServer server(mPlace, "sandbox", ScriptedServer::hello());
+    {
+        QLocalServer other;
+        ASSERT_TRUE(other.listen(mPlace.socketOf("other")));
+        for (int i = 0; i < kMaxFound + 3; ++i) {
+            std::filesystem::create_hard_link(mPlace.socketOf("other").toStdString(),
+                                              mPlace.socketOf(QString("n%1").arg(i)).toStdString());
+        }
+    }
+    EXPECT_EQ((Programs{{"sandbox", getpid(), true}}), runningPrograms(mPlace, kLong));
+}
+
 TEST_F(RunningProgramsTest, SayWhoDoesntAnswerAndHoldUpNobody)
 {
     const ScriptedServer silent(mPlace, "silent", "");
@@ -60,14 +74,14 @@ TEST_F(RunningProgramsTest, SayWhoDoesntAnswerAndHoldUpNobody)
               runningPrograms(mPlace, kShort));
 }
 
-TEST_F(RunningProgramsTest, AreLookedForAtSoManySocketsAtMost)
+TEST_F(RunningProgramsTest, AreSoManyAtMost)
 {
     std::deque<ScriptedServer> servers;
-    for (int i = 0; i < kMaxLookedAt + 3; ++i) {
+    for (int i = 0; i < kMaxFound + 3; ++i) {
         servers.emplace_back(mPlace, QString("n%1").arg(i, 4, 10, QChar('0')), ScriptedServer::hello());
     }
     const Programs running = runningPrograms(mPlace, kLong);
-    EXPECT_EQ(kMaxLookedAt, static_cast<qsizetype>(running.size()));
+    EXPECT_EQ(kMaxFound, static_cast<qsizetype>(running.size()));
     EXPECT_EQ((RunningProgram{"n0255", getpid(), true}), running.back());
 }
 

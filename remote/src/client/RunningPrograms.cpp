@@ -48,14 +48,14 @@ private:
     bool mAnswers = false;
 };
 
-} // namespace
-
-std::vector<RunningProgram> runningPrograms(const SocketPlace& place, std::chrono::milliseconds limit)
+/// Those of `names` that are running. Asks all of them at once.
+std::vector<RunningProgram> runningOf(const QStringList& names, const SocketPlace& place,
+                                      std::chrono::milliseconds limit)
 {
     QEventLoop loop;
     std::deque<Asked> asked;
     std::size_t settled = 0;
-    for (const QString& name : place.names().mid(0, kMaxLookedAt)) {
+    for (const QString& name : names) {
         asked.emplace_back(place, name, [&] {
             if (++settled == asked.size()) {
                 loop.quit();
@@ -71,6 +71,21 @@ std::vector<RunningProgram> runningPrograms(const SocketPlace& place, std::chron
         if (const std::optional<RunningProgram> program = one.program()) {
             running.push_back(*program);
         }
+    }
+    return running;
+}
+
+} // namespace
+
+std::vector<RunningProgram> runningPrograms(const SocketPlace& place, std::chrono::milliseconds limit)
+{
+    const QStringList names = place.names();
+    std::vector<RunningProgram> running;
+    for (qsizetype next = 0, wanted = kMaxFound; next < names.size() && wanted > 0;) {
+        const std::vector<RunningProgram> more = runningOf(names.mid(next, wanted), place, limit);
+        running.insert(running.end(), more.begin(), more.end());
+        next += wanted;
+        wanted -= static_cast<qsizetype>(more.size());
     }
     return running;
 }

@@ -11,8 +11,8 @@
 
 namespace zephyr::console::remote {
 
-/// The number of sockets that are looked at to find what runs.
-inline constexpr qsizetype kMaxLookedAt = 256;
+/// The number of programs that are found at most.
+inline constexpr qsizetype kMaxFound = 256;
 
 /// A program that serves its console.
 struct RunningProgram
@@ -24,8 +24,8 @@ struct RunningProgram
     bool operator==(const RunningProgram&) const = default;
 };
 
-/// The programs that listen in a place, sorted by name; sockets that a program left behind are skipped. Asks all of them at
-/// once, kMaxLookedAt at most, and waits for those that don't answer until `limit` is over. Runs an event loop.
+/// The programs that listen in a place, sorted by name, kMaxFound at most; sockets that a program left behind are skipped.
+/// Asks so many at once, and waits for those that don't answer until `limit` is over. Runs an event loop.
 std::vector<RunningProgram> runningPrograms(const SocketPlace& place, std::chrono::milliseconds limit);
 
 } // namespace zephyr::console::remote

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QMetaObject>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 #include <vector>
@@ -29,6 +30,9 @@ TerminalSession::TerminalSession(Console& console, const ConsoleTerminalOptions&
     mRetry.setSingleShot(true);
     mRetry.setInterval(kRetryTime);
     QObject::connect(&mRetry, &QTimer::timeout, &mCalls, [this] { runWaiting(); });
+    mPrintSome.setSingleShot(true);
+    mPrintSome.setInterval(0);
+    QObject::connect(&mPrintSome, &QTimer::timeout, &mCalls, [this] { printSome(); });
 }
 
 void TerminalSession::start()
@@ -126,26 +130,46 @@ void TerminalSession::logGrew()
     if (std::this_thread::get_id() == mThread && mConsole.isRunning()) {
         printNew();
     } else if (!mIsPrintingDue.exchange(true)) {
-        QMetaObject::invokeMethod(&mCalls, [this] { printNew(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(&mCalls, [this] { mPrintSome.start(); }, Qt::QueuedConnection);
     }
 }
 
+/// Prints what the log has by now, and not what other threads write meanwhile: they may be faster.
 void TerminalSession::printNew()
 {
+    const std::size_t end = mConsole.logSize();
+    while (mEditor && mNext < end) {
+        print(std::min(kEntriesAtATime, end - mNext));
+    }
+}
+
+/// Prints some of what is new, and the rest when other events have been processed.
+void TerminalSession::printSome()
+{
     mIsPrintingDue = false;
+    if (mEditor) {
+        print(kEntriesAtATime);
+    }
+    if (mEditor && mNext < mConsole.logSize()) {
+        mIsPrintingDue = true;
+        mPrintSome.start();
+    }
+}
+
+/// Prints `count` entries at most.
+void TerminalSession::print(std::size_t count)
+{
     std::vector<LogEntry> entries;
-    for (mConsole.readLog(mNext, kEntriesAtATime, entries); mEditor && !entries.empty();
-         mConsole.readLog(mNext, kEntriesAtATime, entries)) {
-        QString text;
-        for (const LogEntry& logged : entries) {
-            const Entry entry = entryOf(mNext++, logged);
-            if (!isEchoOnScreen(entry)) {
-                text += mPrinter.text(entry) + u'\n';
-            }
+    mConsole.readLog(mNext, count, entries);
+    QString text;
+    for (const LogEntry& logged : entries) {
+        const Entry entry = entryOf(mNext++, logged);
+        if (!isEchoOnScreen(entry)) {
+            text += mPrinter.text(entry) + u'\n';
         }
-        if (!text.isEmpty()) {
-            mEditor->print(text);
-        }
+    }
+    if (!text.isEmpty()) {
+        mEditor->print(text);
     }
 }
 

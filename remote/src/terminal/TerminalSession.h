@@ -40,6 +40,8 @@ private:
     Completion complete(const QString& beforeCursor);
     void logGrew();
     void printNew();
+    void printSome();
+    void print(std::size_t count);
     bool isEchoOnScreen(const Entry& entry);
 
     Console& mConsole;
@@ -53,7 +55,8 @@ private:
     std::optional<std::u32string> mWaiting; // until no other line runs
     QTimer mRetry;
     std::atomic<bool> mIsPrintingDue = false;
-    QObject mCalls; // takes calls from other threads
+    QTimer mPrintSome; // fires once in a round of the event loop, unlike calls that are queued
+    QObject mCalls;    // takes calls from other threads
 };
 
 } // namespace zephyr::console::remote
