@@ -14,14 +14,15 @@ function(zephyr_console_add_test)
   if(NOT DEFINED arg_STATUS)
     set(arg_STATUS 0)
   endif()
-  list(POP_FRONT arg_COMMAND program)
+  list(GET arg_COMMAND 0 program)
   if(TARGET ${program})
-    set(program $<TARGET_FILE:${program}>)
+    # As a text: what lists are made of would lose a semicolon in an argument.
+    string(REGEX REPLACE "^[^;]*" "$<TARGET_FILE:${program}>" arg_COMMAND "${arg_COMMAND}")
   endif()
   cmake_path(ABSOLUTE_PATH arg_FILE)
   cmake_path(ABSOLUTE_PATH arg_EXPECTED)
   add_test(NAME ${arg_NAME}
     COMMAND ${CMAKE_COMMAND} -DEXPECTED=${arg_EXPECTED} -DSTATUS=${arg_STATUS}
       -P ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/ZephyrConsoleTestRun.cmake
-      -- ${program} ${arg_COMMAND} ${arg_FILE})
+      -- ${arg_COMMAND} ${arg_FILE})
 endfunction()
