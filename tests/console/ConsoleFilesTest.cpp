@@ -4,6 +4,7 @@
 #include "support/ConsoleFilesFixture.h"
 #include "support/ConsoleInside.h"
 #include "support/LogLine.h"
+#include "support/SystemText.h"
 #include "support/Unprivileged.h"
 #include "zephyr/console/Console.h"
 
@@ -362,7 +363,9 @@ TEST_F(ConsoleFiles, CountAsRunWhereReadingFails)
     // Nothing is mapped at the address 0, so the file opens and its first byte can't be read.
     EXPECT_TRUE(mConsole.runFile("/proc/self/mem"));
     EXPECT_EQ(recorder.failures(), Texts());
-    EXPECT_EQ(log(), Lines());
+    EXPECT_EQ(log(), Lines{output("ERROR: Console file '/proc/self/mem' can't be read to its end: " +
+                                      systemText(std::errc::io_error) + ".  The rest will not be run.",
+                                  4)});
 }
 
 TEST_F(ConsoleFiles, ReportAPathWithNoFile)

@@ -33,7 +33,7 @@ struct ConnectionCallbacks
 class Connection
 {
 public:
-    /// \param name the program's, without an error in it.
+    /// Begins to connect to the program `name` at `place`, and calls `callbacks` from then on. The name must have no error.
     Connection(const SocketPlace& place, QString name, ConnectionCallbacks callbacks);
 
     /// Closes the connection.

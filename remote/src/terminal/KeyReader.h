@@ -27,8 +27,8 @@ public:
     /// Forgets the keys that have been read.
     void clear() { mKeys.clear(); }
 
-    /// Waits until the bell rings or, if `reads`, there is a key to read. \param atMost the longest time; none if it
-    /// is negative.
+    /// Waits until the bell rings or, if `reads`, there is a key to read, but for `atMost` at the longest unless that is
+    /// negative.
     /// \return whether there is a key to read, or the input has ended.
     bool wait(bool reads, std::chrono::milliseconds atMost);
 
