@@ -17,7 +17,7 @@ function(zephyr_console_add_test)
   list(GET arg_COMMAND 0 program)
   if(TARGET ${program})
     # As a text: what lists are made of would lose a semicolon in an argument.
-    string(REGEX REPLACE "^[^;]*" "$<TARGET_FILE:${program}>" arg_COMMAND "${arg_COMMAND}")
+    string(REGEX REPLACE "^[^;]+" "$<TARGET_FILE:${program}>" arg_COMMAND "${arg_COMMAND}")
   endif()
   cmake_path(ABSOLUTE_PATH arg_FILE)
   cmake_path(ABSOLUTE_PATH arg_EXPECTED)
