@@ -364,7 +364,7 @@ TEST_F(ConsoleFiles, CountAsRunWhereReadingFails)
     EXPECT_TRUE(mConsole.runFile("/proc/self/mem"));
     EXPECT_EQ(recorder.failures(), Texts());
     EXPECT_EQ(log(), Lines{output("ERROR: Console file '/proc/self/mem' can't be read to its end: " +
-                                      systemText(std::errc::io_error) + ".  The rest will not be run.",
+                                      test::systemText(std::errc::io_error) + ".  The rest will not be run.",
                                   4)});
 }
 
