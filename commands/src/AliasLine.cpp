@@ -1,5 +1,6 @@
 #include "AliasLine.h"
 
+#include "Signs.h"
 #include "zephyr/common/StringUtil.h"
 
 #include <algorithm>
@@ -8,12 +9,10 @@ namespace zephyr::console::commands {
 
 namespace {
 
-constexpr char32_t kQuote = U'"';
 constexpr char32_t kSpace = U' ';
 constexpr char32_t kLineFeed = U'\n';
 constexpr char32_t kLineEnd[] = U";";
 constexpr char32_t kSpecialInLines[] = U"\";";
-constexpr char32_t kMaskedSpace = 0xFFFF; // the console reads it as a space
 
 /// Whether `text` survives being written to a console file and read back.
 bool fitsAFile(const std::u32string& text)
@@ -41,7 +40,7 @@ bool isPlainLine(const std::u32string& line)
     return line.find_first_of(kSpecialInLines) == std::u32string::npos && StringUtil::trim(line) == line;
 }
 
-std::u32string joined(const std::vector<std::u32string>& lines)
+std::u32string joinedLines(const std::vector<std::u32string>& lines)
 {
     std::u32string value = lines.front();
     for (std::size_t i = 1; i < lines.size(); ++i) {
@@ -74,7 +73,7 @@ AliasLine aliasLine(const std::u32string& name, const std::vector<std::u32string
             return refused(name, U"a console file can't hold its line '" + line + U"'.");
         }
     }
-    return U"alias " + name + U" \"" + joined(lines) + U"\"";
+    return U"alias " + name + U" \"" + joinedLines(lines) + U"\"";
 }
 
 } // namespace zephyr::console::commands

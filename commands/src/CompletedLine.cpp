@@ -1,5 +1,6 @@
 #include "CompletedLine.h"
 
+#include "Signs.h"
 #include "Words.h"
 
 #include <algorithm>
@@ -10,7 +11,6 @@ namespace zephyr::console::commands {
 namespace {
 
 constexpr char32_t kBlank = U' ';
-constexpr char32_t kQuote = U'"';
 
 /// The line behind the command word, as it was typed.
 std::u32string textOf(const ConsoleArgs& args)

@@ -1,5 +1,6 @@
 #include "Escapes.h"
 
+#include "Signs.h"
 #include "zephyr/common/StringUtil.h"
 
 #include <algorithm>
@@ -13,7 +14,6 @@ namespace zephyr::console::commands {
 
 namespace {
 
-constexpr char32_t kMaskedSpace = 0xFFFF; // the console reads it as a space
 constexpr char32_t kDelete = 0x7F;
 constexpr char32_t kFirstC1 = 0x80;
 constexpr char32_t kEndOfC1 = 0xA0;

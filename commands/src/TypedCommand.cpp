@@ -19,7 +19,7 @@ using detail::Form;
 
 namespace {
 
-std::u32string joined(const std::vector<std::u32string>& lines)
+std::u32string asDescription(const std::vector<std::u32string>& lines)
 {
     std::u32string text;
     for (const std::u32string& line : lines) {
@@ -52,11 +52,12 @@ void TypedCommand::describeInHelp()
     if (const Form* own = formNamed({})) {
         lines = together(std::move(lines), own->parameterHelp());
     }
-    registerArgHandler(kUsage, {}, joined(lines), kNothing);
+    registerArgHandler(kUsage, {}, asDescription(lines), kNothing);
     for (const Form& form : mForms) {
         if (!form.name.empty()) {
-            registerArgHandler(form.name, {}, form.description,
-                               joined(together({kUsageBegin + form.usage(mName)}, form.parameterHelp())));
+            registerArgHandler(
+                form.name, {}, form.description,
+                asDescription(together({kUsageBegin + form.usage(mName)}, form.parameterHelp())));
         }
     }
 }

@@ -1,5 +1,6 @@
 #include "Words.h"
 
+#include "Signs.h"
 #include "zephyr/common/StringUtil.h"
 
 #include <QChar>
@@ -11,7 +12,6 @@ namespace zephyr::console::commands {
 
 namespace {
 
-constexpr char32_t kQuote = U'"';
 constexpr char32_t kSwitch = U'/';
 constexpr std::u32string_view kVowels = U"aeiouAEIOU";
 

@@ -12,7 +12,7 @@ source scripts/packages.sh
 scripts/install-packages.sh "${fuzz_packages[@]}"
 
 cmake -S . -B build/fuzz -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-  -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DZEPHYR_CONSOLE_BUILD_FUZZERS=ON -DZEPHYR_CONSOLE_BUILD_TESTS=OFF \
+  -DCMAKE_UNITY_BUILD=ON -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DZEPHYR_CONSOLE_BUILD_FUZZERS=ON -DZEPHYR_CONSOLE_BUILD_TESTS=OFF \
   -DZEPHYR_CONSOLE_BUILD_EXAMPLES=OFF >/dev/null
 targets=(keys lines files switches utf8 renderer commands variables view server)
 cmake --build build/fuzz --target "${targets[@]/#/fuzz_}"

@@ -265,13 +265,13 @@ TEST_F(ConsoleObservers, MayRemoveEachOtherOnTwoThreads)
 }
 
 /// Looks at a console when it is destroyed, as what an observer captured may.
-class LastLook
+class LookAtTheEnd
 {
 public:
-    LastLook(Console& console, std::vector<std::size_t>& sizes) : mConsole(console), mSizes(sizes) {}
-    ~LastLook() { mSizes.push_back(mConsole.logSize()); }
-    LastLook(const LastLook&) = delete;
-    LastLook& operator=(const LastLook&) = delete;
+    LookAtTheEnd(Console& console, std::vector<std::size_t>& sizes) : mConsole(console), mSizes(sizes) {}
+    ~LookAtTheEnd() { mSizes.push_back(mConsole.logSize()); }
+    LookAtTheEnd(const LookAtTheEnd&) = delete;
+    LookAtTheEnd& operator=(const LookAtTheEnd&) = delete;
 
 private:
     Console& mConsole;
@@ -281,7 +281,8 @@ private:
 TEST_F(ConsoleObservers, AreDestroyedWithoutALockWhereTheyAreRemoved)
 {
     std::vector<std::size_t> sizes;
-    const std::uint64_t id = mConsole.addObserver([look = std::make_shared<LastLook>(mConsole, sizes)] {});
+    const std::uint64_t id =
+        mConsole.addObserver([look = std::make_shared<LookAtTheEnd>(mConsole, sizes)] {});
     mConsole.removeObserver(id);
     EXPECT_EQ(sizes.size(), 1U);
 }
@@ -290,9 +291,9 @@ TEST(ConsoleObserversAtTheEnd, AreDestroyedWhileTheConsoleCanStillBeUsed)
 {
     std::vector<std::size_t> sizes;
     std::optional<Console> console(std::in_place);
-    console->addObserver([look = std::make_shared<LastLook>(*console, sizes)] {});
-    console->setObserver([look = std::make_shared<LastLook>(*console, sizes)] {});
-    console->addObserver([look = std::make_shared<LastLook>(*console, sizes)] {});
+    console->addObserver([look = std::make_shared<LookAtTheEnd>(*console, sizes)] {});
+    console->setObserver([look = std::make_shared<LookAtTheEnd>(*console, sizes)] {});
+    console->addObserver([look = std::make_shared<LookAtTheEnd>(*console, sizes)] {});
     console.reset();
     EXPECT_EQ(sizes, std::vector<std::size_t>(3, 2));
 }

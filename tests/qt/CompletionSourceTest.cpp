@@ -17,15 +17,15 @@ namespace zephyr::console::qt {
 namespace {
 
 using namespace std::chrono_literals;
-using Texts = std::vector<std::u32string>;
+using Words = std::vector<std::u32string>;
 
 class TheSource : public testing::Test
 {
 protected:
-    std::optional<Texts> ask(const std::u32string& line)
+    std::optional<Words> ask(const std::u32string& line)
     {
         const std::optional<SharedTexts> answer = source.ask(console, line);
-        return answer ? std::optional(Texts(answer->begin(), answer->end())) : std::nullopt;
+        return answer ? std::optional(Words(answer->begin(), answer->end())) : std::nullopt;
     }
 
     /// Registers a command that takes so long to answer.
@@ -34,7 +34,7 @@ protected:
         test::ScriptedCommand& command = test::addCommand(console, name);
         command.onComplete = [this, duration](const ConsoleArgs&) {
             now += duration;
-            return Texts{U"a"};
+            return Words{U"a"};
         };
         return command;
     }
@@ -46,14 +46,14 @@ protected:
 
 TEST_F(TheSource, AsksTheCommandOfTheLineForWhatCompletesItsLastWord)
 {
-    Texts words;
+    Words words;
     test::addCommand(console, U"cmd").onComplete = [&](const ConsoleArgs& args) {
         words = test::wordsOf(args);
-        return Texts{U"beta", U"alpha", U"beta"};
+        return Words{U"beta", U"alpha", U"beta"};
     };
-    EXPECT_EQ((Texts{U"beta", U"alpha", U"beta"}), ask(U"cmd \"a  b"));
-    EXPECT_EQ((Texts{U"cmd", U"\"a", U"", U"b"}), words);
-    EXPECT_EQ(Texts{}, ask(U"help "));
+    EXPECT_EQ((Words{U"beta", U"alpha", U"beta"}), ask(U"cmd \"a  b"));
+    EXPECT_EQ((Words{U"cmd", U"\"a", U"", U"b"}), words);
+    EXPECT_EQ(Words{}, ask(U"help "));
     EXPECT_EQ(std::nullopt, ask(U"none a"));
     EXPECT_EQ(std::nullopt, ask(U""));
 }
@@ -61,12 +61,12 @@ TEST_F(TheSource, AsksTheCommandOfTheLineForWhatCompletesItsLastWord)
 TEST_F(TheSource, PassesOnNothingThatACommandThrows)
 {
     test::ScriptedCommand& command = test::addCommand(console, U"cmd");
-    command.onComplete = [](const ConsoleArgs&) -> Texts { throw std::runtime_error("x"); };
+    command.onComplete = [](const ConsoleArgs&) -> Words { throw std::runtime_error("x"); };
     EXPECT_EQ(std::nullopt, ask(U"cmd "));
-    command.onComplete = [](const ConsoleArgs&) -> Texts { throw 42; };
+    command.onComplete = [](const ConsoleArgs&) -> Words { throw 42; };
     EXPECT_EQ(std::nullopt, ask(U"cmd "));
     command.onComplete = {};
-    EXPECT_EQ(Texts{}, ask(U"cmd "));
+    EXPECT_EQ(Words{}, ask(U"cmd "));
 }
 
 TEST_F(TheSource, RemembersWhichCommandTookLongerThan30Milliseconds)
@@ -77,12 +77,12 @@ TEST_F(TheSource, RemembersWhichCommandTookLongerThan30Milliseconds)
     ask(U"slow ");
     EXPECT_FALSE(source.isSlow(U"quick"));
     EXPECT_TRUE(source.isSlow(U"slow"));
-    EXPECT_EQ(Texts{U"a"}, ask(U"slow ")) << "whoever asks nonetheless";
+    EXPECT_EQ(Words{U"a"}, ask(U"slow ")) << "whoever asks nonetheless";
 }
 
 TEST_F(TheSource, RemembersACommandThatThrowsLate)
 {
-    test::addCommand(console, U"cmd").onComplete = [this](const ConsoleArgs&) -> Texts {
+    test::addCommand(console, U"cmd").onComplete = [this](const ConsoleArgs&) -> Words {
         now += 31ms;
         throw 42;
     };
@@ -96,7 +96,7 @@ std::weak_ptr<int> addChanging(Console& console, std::function<void()> change)
     const auto life = std::make_shared<int>(1);
     test::addCommand(console, U"cmd").onComplete = [life, change = std::move(change)](const ConsoleArgs&) {
         change();
-        return Texts(static_cast<std::size_t>(*life), U"a"); // reads what dies with the command
+        return Words(static_cast<std::size_t>(*life), U"a"); // reads what dies with the command
     };
     return life;
 }
@@ -104,7 +104,7 @@ std::weak_ptr<int> addChanging(Console& console, std::function<void()> change)
 TEST_F(TheSource, KeepsACommandAliveThatRemovesItself)
 {
     const auto life = addChanging(console, [&] { console.unregisterCommand(U"cmd"); });
-    EXPECT_EQ(Texts{U"a"}, ask(U"cmd "));
+    EXPECT_EQ(Words{U"a"}, ask(U"cmd "));
     EXPECT_TRUE(life.expired());
     EXPECT_EQ(std::nullopt, ask(U"cmd "));
 }
@@ -112,15 +112,15 @@ TEST_F(TheSource, KeepsACommandAliveThatRemovesItself)
 TEST_F(TheSource, KeepsACommandAliveThatReplacesItself)
 {
     const auto life = addChanging(console, [&] { test::addCommand(console, U"cmd"); });
-    EXPECT_EQ(Texts{U"a"}, ask(U"cmd "));
+    EXPECT_EQ(Words{U"a"}, ask(U"cmd "));
     EXPECT_TRUE(life.expired());
-    EXPECT_EQ(Texts{}, ask(U"cmd "));
+    EXPECT_EQ(Words{}, ask(U"cmd "));
 }
 
 TEST_F(TheSource, KeepsACommandAliveThatShutsTheConsoleDown)
 {
     const auto life = addChanging(console, [&] { console.shutdown(); });
-    EXPECT_EQ(Texts{U"a"}, ask(U"cmd "));
+    EXPECT_EQ(Words{U"a"}, ask(U"cmd "));
     EXPECT_TRUE(life.expired());
 }
 
@@ -130,7 +130,7 @@ void* askLeaving(void*)
 {
     Console console;
     CompletionSource source(&std::chrono::steady_clock::now);
-    test::addCommand(console, U"leave").onComplete = [](const ConsoleArgs&) -> Texts {
+    test::addCommand(console, U"leave").onComplete = [](const ConsoleArgs&) -> Words {
         pthread_exit(nullptr);
     };
     source.ask(console, U"leave ");

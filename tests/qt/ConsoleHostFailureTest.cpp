@@ -11,7 +11,6 @@
 namespace zephyr::test {
 namespace {
 
-const char* const kInputFull = "Maximum input length exceeded.";
 const std::size_t kInputSize = 2048;
 
 using Lines = std::vector<std::string>;

@@ -11,7 +11,7 @@
 namespace zephyr::test {
 namespace {
 
-constexpr QSize kFrame(320, 180);
+constexpr QSize kFrameSize(320, 180);
 
 /// A host of which the view is painted on a thread of its own.
 class ViewOnARenderThread : public HostedConsole
@@ -32,7 +32,7 @@ protected:
     {
         return QTest::qWaitFor(
             [&] {
-                QImage image(kFrame, frame.format());
+                QImage image(kFrameSize, frame.format());
                 image.fill(Qt::white);
                 QPainter painter(&image);
                 fresh.paint(painter);
@@ -61,7 +61,7 @@ protected:
 
 TEST_F(ViewOnARenderThread, IsWholeWhileAPersonTypesScrollsSelectsAndFinds)
 {
-    RenderThread renderer(host, kFrame);
+    RenderThread renderer(host, kFrameSize);
     for (int round = 0; round < 5; ++round) {
         type("cm");
         click(Qt::Key_Tab);
@@ -98,7 +98,7 @@ TEST_F(ViewOnARenderThread, IsWholeWhileAPersonTypesScrollsSelectsAndFinds)
 
 TEST_F(ViewOnARenderThread, ShowsWhatOtherThreadsWrite)
 {
-    RenderThread renderer(host, kFrame);
+    RenderThread renderer(host, kFrameSize);
     {
         std::vector<std::jthread> writers;
         for (int i = 0; i < 3; ++i) {
@@ -119,13 +119,13 @@ TEST_F(ViewOnARenderThread, OffersNothingOnceTheProgramHasRunALine)
 {
     type("cm");
     console->execute(U"help");
-    RenderThread renderer(host, kFrame);
+    RenderThread renderer(host, kFrameSize);
     EXPECT_TRUE(isPaintedAnew(renderer.finish()));
 }
 
 TEST_F(ViewOnARenderThread, TakesAnotherLook)
 {
-    RenderThread renderer(host, kFrame);
+    RenderThread renderer(host, kFrameSize);
     console::qt::Look look = host.look();
     for (int round = 0; round < 5; ++round) {
         look.fontSize = 7 + round;

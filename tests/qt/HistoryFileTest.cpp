@@ -14,7 +14,7 @@
 namespace zephyr::test {
 namespace {
 
-using Lines = std::vector<std::string>;
+using Texts = std::vector<std::string>;
 
 /// A window with a console, as another program has it.
 struct Program
@@ -35,16 +35,16 @@ struct Program
         sendKey(*window, QEvent::KeyRelease, key, {}, text);
     }
 
-    Lines history() const
+    Texts history() const
     {
-        Lines lines;
+        Texts lines;
         for (const std::u32string& line : console->history()) {
             lines.push_back(StringUtil::toString(line));
         }
         return lines;
     }
 
-    Lines log() const { return ConsoleDriver(*console).log(); }
+    Texts log() const { return ConsoleDriver(*console).log(); }
 
     std::shared_ptr<Console> console = std::make_shared<Console>();
     std::unique_ptr<QWindow> window = std::make_unique<QWindow>();
@@ -89,7 +89,7 @@ TEST_F(HistoryFile, GetsEachLineAsItIsTyped)
     program.type(" say \"a  b\" \xe6\xbc\xa2\\ ");
     const std::string both = "help\n say \"a  b\" \xe6\xbc\xa2\\\\ \n";
     EXPECT_EQ(both, waitForFile(both));
-    EXPECT_EQ((Lines{"help", " say \"a  b\" \xe6\xbc\xa2\\ "}), program.history());
+    EXPECT_EQ((Texts{"help", " say \"a  b\" \xe6\xbc\xa2\\ "}), program.history());
 }
 
 TEST_F(HistoryFile, BringsTheLinesBack)
@@ -101,7 +101,7 @@ TEST_F(HistoryFile, BringsTheLinesBack)
 
     Program next;
     EXPECT_TRUE(next.host->setHistoryFile(file()));
-    EXPECT_EQ((Lines{"one", "two"}), next.history());
+    EXPECT_EQ((Texts{"one", "two"}), next.history());
     next.press(Qt::Key_Up);
     EXPECT_EQ(U"two", next.console->activeInput());
     EXPECT_EQ("one\ntwo\n", directory.read("history")) << "recalled lines aren't written again";
@@ -112,7 +112,7 @@ TEST_F(HistoryFile, AddsItsLinesBehindWhatWasTyped)
     directory.write("history", "one\nzero\ntwo\none\n");
     program.type("zero");
     program.host->setHistoryFile(file());
-    EXPECT_EQ((Lines{"zero", "one", "two", "one"}), program.history()) << "but for what is there already";
+    EXPECT_EQ((Texts{"zero", "one", "two", "one"}), program.history()) << "but for what is there already";
     program.type("three");
     EXPECT_EQ("one\nzero\ntwo\none\nthree\n", waitForFile("one\nzero\ntwo\none\nthree\n"));
 }
@@ -139,7 +139,7 @@ TEST_F(HistoryFile, LeavesOutWhatACommandAddsToTheHistory)
     program.type("a");
     program.type("add");
     EXPECT_EQ("alias a add\nadd\n", waitForFile("alias a add\nadd\n"));
-    EXPECT_EQ((Lines{"alias a add", "added", "add", "added"}), program.history());
+    EXPECT_EQ((Texts{"alias a add", "added", "add", "added"}), program.history());
 }
 
 TEST_F(HistoryFile, HasNoLineTwiceInARow)
@@ -179,7 +179,7 @@ TEST_F(HistoryFile, IsShared)
     Program other;
     program.host->setHistoryFile(file());
     other.host->setHistoryFile(file());
-    Lines expected;
+    Texts expected;
     for (int i = 0; i < 50; ++i) {
         program.type("a" + std::to_string(i));
         other.type("b" + std::to_string(i));
@@ -190,7 +190,7 @@ TEST_F(HistoryFile, IsShared)
     other.host.reset();
     Program last;
     ASSERT_TRUE(last.host->setHistoryFile(file()));
-    Lines kept = last.history();
+    Texts kept = last.history();
     std::ranges::sort(kept);
     std::ranges::sort(expected);
     EXPECT_EQ(expected, kept);
@@ -217,7 +217,7 @@ TEST_F(HistoryFile, IsReplacedByAnother)
     program.host.reset();
     EXPECT_EQ("one\n", directory.read("history"));
     EXPECT_EQ("two\nthree\n", directory.read("second"));
-    EXPECT_EQ((Lines{"one", "two", "three"}), program.history());
+    EXPECT_EQ((Texts{"one", "two", "three"}), program.history());
 }
 
 TEST_F(HistoryFile, AddsItsLinesOnceToAConsoleThatGetsAnotherHost)
@@ -227,7 +227,7 @@ TEST_F(HistoryFile, AddsItsLinesOnceToAConsoleThatGetsAnotherHost)
     program.type("two");
     program.host.emplace(program.console, program.window.get());
     EXPECT_TRUE(program.host->setHistoryFile(file()));
-    EXPECT_EQ((Lines{"one", "two"}), program.history());
+    EXPECT_EQ((Texts{"one", "two"}), program.history());
 }
 
 TEST_F(HistoryFile, AddsItsLinesOnceThoughItIsSetAgain)
@@ -236,7 +236,7 @@ TEST_F(HistoryFile, AddsItsLinesOnceThoughItIsSetAgain)
     program.host->setHistoryFile(file());
     program.host->setHistoryFile({});
     EXPECT_TRUE(program.host->setHistoryFile(file(), 1));
-    EXPECT_EQ(Lines{"one"}, program.history());
+    EXPECT_EQ(Texts{"one"}, program.history());
     program.type("two");
     EXPECT_EQ("two\n", waitForFile("two\n"));
 }
@@ -258,10 +258,10 @@ TEST_F(HistoryFile, SaysOnceThatItCanNotBeUsed)
     EXPECT_FALSE(program.host->setHistoryFile(file()));
     const std::string report =
         "The history can't be kept in '" + file().toStdString() + "': It is no ordinary file";
-    EXPECT_EQ(Lines{report}, program.log());
+    EXPECT_EQ(Texts{report}, program.log());
     program.type("one");
     program.type("two");
-    EXPECT_EQ((Lines{"one", "two"}), program.history());
+    EXPECT_EQ((Texts{"one", "two"}), program.history());
     program.host.reset();
     EXPECT_EQ(1, std::ranges::count(program.log(), report));
 }

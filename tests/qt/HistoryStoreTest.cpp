@@ -29,7 +29,7 @@ using Lines = std::vector<std::u32string>;
 
 constexpr std::size_t kMany = 1000; // lines
 
-class HistoryStore : public testing::Test
+class AHistoryStore : public testing::Test
 {
 protected:
     QString path(const std::string& name = "history") const
@@ -65,9 +65,9 @@ protected:
     TemporaryDirectory directory;
 };
 
-TEST_F(HistoryStore, HasNoLinesBeforeThereIsAFile) { EXPECT_EQ(Lines{}, lines()); }
+TEST_F(AHistoryStore, HasNoLinesBeforeThereIsAFile) { EXPECT_EQ(Lines{}, lines()); }
 
-TEST_F(HistoryStore, KeepsLinesOfAllKinds)
+TEST_F(AHistoryStore, KeepsLinesOfAllKinds)
 {
     const Lines odd{U"plain", U"two\nlines", U"C:\\new", U"\x1b[0m\r", U" spaces ", U"\u6f22\U0001f600"};
     EXPECT_EQ("", append(odd));
@@ -76,7 +76,7 @@ TEST_F(HistoryStore, KeepsLinesOfAllKinds)
               directory.read("history"));
 }
 
-TEST_F(HistoryStore, IsForItsUserOnly)
+TEST_F(AHistoryStore, IsForItsUserOnly)
 {
     EXPECT_EQ("", append({U"secret"}));
     const auto others = std::filesystem::perms::group_all | std::filesystem::perms::others_all;
@@ -84,7 +84,7 @@ TEST_F(HistoryStore, IsForItsUserOnly)
               std::filesystem::status(directory.path() / "history").permissions() & others);
 }
 
-TEST_F(HistoryStore, LeavesNoOtherFileBehind)
+TEST_F(AHistoryStore, LeavesNoOtherFileBehind)
 {
     EXPECT_EQ("", append({U"one"}));
     EXPECT_EQ("", append({U"two"}, 1));
@@ -92,53 +92,53 @@ TEST_F(HistoryStore, LeavesNoOtherFileBehind)
     EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(directory.path()), {}));
 }
 
-TEST_F(HistoryStore, AddsAtTheEnd)
+TEST_F(AHistoryStore, AddsAtTheEnd)
 {
     directory.write("history", "one\n");
     EXPECT_EQ("", append({U"two"}));
     EXPECT_EQ("one\ntwo\n", directory.read("history"));
 }
 
-TEST_F(HistoryStore, EndsALineThatHasNoEnd)
+TEST_F(AHistoryStore, EndsALineThatHasNoEnd)
 {
     directory.write("history", "one");
     EXPECT_EQ("", append({U"two"}));
     EXPECT_EQ("one\ntwo\n", directory.read("history"));
 }
 
-TEST_F(HistoryStore, AddsNoLineTwiceInARow)
+TEST_F(AHistoryStore, AddsNoLineTwiceInARow)
 {
     EXPECT_EQ("", append({U"one", U"one", U"two", U"one"}));
     EXPECT_EQ("", append({U"one"}));
     EXPECT_EQ("one\ntwo\none\n", directory.read("history"));
 }
 
-TEST_F(HistoryStore, ReadsNoLineTwiceInARow)
+TEST_F(AHistoryStore, ReadsNoLineTwiceInARow)
 {
     directory.write("history", "one\none\n\none\ntwo\none\n");
     EXPECT_EQ((Lines{U"one", U"two", U"one"}), lines());
 }
 
-TEST_F(HistoryStore, ReadsWhatAnEditorLeaves)
+TEST_F(AHistoryStore, ReadsWhatAnEditorLeaves)
 {
     directory.write("history", "one\r\n\r\ntwo\r\nthree");
     EXPECT_EQ((Lines{U"one", U"two", U"three"}), lines());
 }
 
-TEST_F(HistoryStore, ReadsWhatIsNotUtf8AsReplacementCharacters)
+TEST_F(AHistoryStore, ReadsWhatIsNotUtf8AsReplacementCharacters)
 {
     directory.write("history", "a\xff\n");
     EXPECT_EQ(Lines{U"a\ufffd"}, lines());
 }
 
-TEST_F(HistoryStore, ReadsTheNewestLines)
+TEST_F(AHistoryStore, ReadsTheNewestLines)
 {
     directory.write("history", "one\ntwo\nthree\n");
     EXPECT_EQ((Lines{U"two", U"three"}), lines(2));
     EXPECT_EQ("one\ntwo\nthree\n", directory.read("history")) << "which changes nothing";
 }
 
-TEST_F(HistoryStore, DropsTheOldestLines)
+TEST_F(AHistoryStore, DropsTheOldestLines)
 {
     EXPECT_EQ("", append({U"one", U"two", U"three"}, 3));
     EXPECT_EQ("", append({U"four"}, 3));
@@ -149,7 +149,7 @@ TEST_F(HistoryStore, DropsTheOldestLines)
     EXPECT_EQ("seven\n", directory.read("history")) << "it has one at least";
 }
 
-TEST_F(HistoryStore, LeavesVeryLongLinesOut)
+TEST_F(AHistoryStore, LeavesVeryLongLinesOut)
 {
     const std::u32string longest(64 << 10, U'x');
     EXPECT_EQ("", append({U"one", longest + U'x', longest}));
@@ -160,7 +160,7 @@ TEST_F(HistoryStore, LeavesVeryLongLinesOut)
     EXPECT_EQ((1U << 20) + 11U, directory.read("history").size()) << "somebody's line is left alone";
 }
 
-TEST_F(HistoryStore, LeavesWhatIsNoOrdinaryFileAlone)
+TEST_F(AHistoryStore, LeavesWhatIsNoOrdinaryFileAlone)
 {
     std::filesystem::create_directory(directory.path() / "history");
     EXPECT_EQ("It is no ordinary file", readError());
@@ -174,7 +174,7 @@ TEST_F(HistoryStore, LeavesWhatIsNoOrdinaryFileAlone)
     EXPECT_EQ("It is no ordinary file", readError());
 }
 
-TEST_F(HistoryStore, LeavesAVeryLargeFileAlone)
+TEST_F(AHistoryStore, LeavesAVeryLargeFileAlone)
 {
     const std::filesystem::path file = directory.write("history", "");
     std::filesystem::resize_file(file, std::uintmax_t{1} << 30);
@@ -183,13 +183,13 @@ TEST_F(HistoryStore, LeavesAVeryLargeFileAlone)
     EXPECT_EQ(std::uintmax_t{1} << 30, std::filesystem::file_size(file));
 }
 
-TEST_F(HistoryStore, SaysThatItsFolderIsMissing)
+TEST_F(AHistoryStore, SaysThatItsFolderIsMissing)
 {
     const qt::HistoryStore nowhere(path("no/such/folder/history"), kMany);
     EXPECT_EQ("Its folder doesn't exist", nowhere.append({U"one"}).toStdString());
 }
 
-TEST_F(HistoryStore, FollowsALink)
+TEST_F(AHistoryStore, FollowsALink)
 {
     directory.write("real/history", "one\n");
     std::filesystem::create_symlink("real/history", directory.path() / "history");
@@ -203,7 +203,7 @@ TEST_F(HistoryStore, FollowsALink)
     EXPECT_EQ("Another program holds its lock file", append({U"four"})) << "it is the file's own";
 }
 
-TEST_F(HistoryStore, LeavesTheFileToWhoHoldsItsLock)
+TEST_F(AHistoryStore, LeavesTheFileToWhoHoldsItsLock)
 {
     QLockFile lock(path("history.lock"));
     ASSERT_TRUE(lock.tryLock());
@@ -221,7 +221,7 @@ int exitCodeOf(pid_t child)
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-TEST_F(HistoryStore, PassesALockThatAProgramLeftBehind)
+TEST_F(AHistoryStore, PassesALockThatAProgramLeftBehind)
 {
     const QString name = path("history.lock");
     const pid_t child = fork();
@@ -274,7 +274,7 @@ std::vector<int> numbers(int first, int last)
     return all;
 }
 
-TEST_F(HistoryStore, LosesNothingOfSeveralProgramsThatUseItAtOnce)
+TEST_F(AHistoryStore, LosesNothingOfSeveralProgramsThatUseItAtOnce)
 {
     constexpr int kCount = 40;
     std::vector<pid_t> children;
@@ -289,7 +289,7 @@ TEST_F(HistoryStore, LosesNothingOfSeveralProgramsThatUseItAtOnce)
               numbersOf(lines()));
 }
 
-TEST_F(HistoryStore, LosesNothingOfSeveralProgramsThatDropOldLines)
+TEST_F(AHistoryStore, LosesNothingOfSeveralProgramsThatDropOldLines)
 {
     constexpr int kMost = 300;
     constexpr int kCount = 40;
@@ -308,7 +308,7 @@ TEST_F(HistoryStore, LosesNothingOfSeveralProgramsThatDropOldLines)
               numbersOf(lines()));
 }
 
-class HistoryStoreDeathTest : public HistoryStore
+class HistoryStoreDeathTest : public AHistoryStore
 {
 protected:
     HistoryStoreDeathTest() { GTEST_FLAG_SET(death_test_style, "fast"); }

@@ -27,6 +27,8 @@ using console::Console;
 using console::qt::ConsoleHost;
 using console::qt::ToggleKeys;
 
+constexpr const char* kInputFull = "Maximum input length exceeded.";
+
 /// A window that records the keys and the wheel turns that reach it.
 class RecordingWindow : public QWindow
 {

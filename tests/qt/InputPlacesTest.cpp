@@ -11,7 +11,6 @@ namespace zephyr::test {
 namespace {
 
 const std::size_t kPlaces = 2048;
-const char* const kInputFull = "Maximum input length exceeded.";
 
 using Lines = std::vector<std::string>;
 

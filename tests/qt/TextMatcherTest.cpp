@@ -9,7 +9,7 @@
 namespace zephyr::console::qt {
 namespace {
 
-constexpr bool kMatchCase = true;
+constexpr bool kCaseMatters = true;
 
 /// Where matches begin.
 std::vector<std::size_t> matches(const TextMatcher& matcher, const std::u32string& text)
@@ -24,39 +24,39 @@ std::vector<std::size_t> matches(const TextMatcher& matcher, const std::u32strin
     return found;
 }
 
-using Places = std::vector<std::size_t>;
+using Offsets = std::vector<std::size_t>;
 
 TEST(TextMatcher, FindsEachMatchThatDoesNotOverlapTheOneBefore)
 {
-    EXPECT_EQ((Places{0, 2}), matches(TextMatcher(U"aa", kMatchCase), U"aaaaa"));
-    EXPECT_EQ((Places{1}), matches(TextMatcher(U"aba", kMatchCase), U"xababa"));
-    EXPECT_EQ((Places{2}), matches(TextMatcher(U"abac", kMatchCase), U"ababac"));
+    EXPECT_EQ((Offsets{0, 2}), matches(TextMatcher(U"aa", kCaseMatters), U"aaaaa"));
+    EXPECT_EQ((Offsets{1}), matches(TextMatcher(U"aba", kCaseMatters), U"xababa"));
+    EXPECT_EQ((Offsets{2}), matches(TextMatcher(U"abac", kCaseMatters), U"ababac"));
 }
 
 TEST(TextMatcher, FindsAnEmptyQueryNowhere)
 {
-    EXPECT_EQ(Places{}, matches(TextMatcher(U"", kMatchCase), U"abc"));
-    EXPECT_EQ(Places{}, matches(TextMatcher(), U"abc"));
+    EXPECT_EQ(Offsets{}, matches(TextMatcher(U"", kCaseMatters), U"abc"));
+    EXPECT_EQ(Offsets{}, matches(TextMatcher(), U"abc"));
     EXPECT_FALSE(TextMatcher().isIn(U""));
 }
 
 TEST(TextMatcher, FoldsCaseUnlessItMatters)
 {
-    EXPECT_TRUE(TextMatcher(U"\u00c4\u03a3\U00010400z", !kMatchCase).isIn(U"\u00e4\u03c2\U00010428Z"));
-    EXPECT_FALSE(TextMatcher(U"Z", kMatchCase).isIn(U"z"));
-    EXPECT_TRUE(TextMatcher(U"Z", kMatchCase).isIn(U"yZ"));
+    EXPECT_TRUE(TextMatcher(U"\u00c4\u03a3\U00010400z", !kCaseMatters).isIn(U"\u00e4\u03c2\U00010428Z"));
+    EXPECT_FALSE(TextMatcher(U"Z", kCaseMatters).isIn(U"z"));
+    EXPECT_TRUE(TextMatcher(U"Z", kCaseMatters).isIn(U"yZ"));
 }
 
 TEST(TextMatcher, KeepsPlacesWhereFoldingMakesTextLonger)
 {
-    EXPECT_EQ((Places{2}), matches(TextMatcher(U"X", !kMatchCase), U"\u00df\u0130x"));
+    EXPECT_EQ((Offsets{2}), matches(TextMatcher(U"X", !kCaseMatters), U"\u00df\u0130x"));
 }
 
 TEST(TextMatcher, ComparesWhatIsNoCharacterAsItIs)
 {
     const std::u32string odd{char32_t{0xffffffff}, char32_t{0xd800}};
-    EXPECT_TRUE(TextMatcher(odd, !kMatchCase).isIn(U"a" + odd));
-    EXPECT_FALSE(TextMatcher(odd, !kMatchCase).isIn(U"\U0010ffff"));
+    EXPECT_TRUE(TextMatcher(odd, !kCaseMatters).isIn(U"a" + odd));
+    EXPECT_FALSE(TextMatcher(odd, !kCaseMatters).isIn(U"\U0010ffff"));
 }
 
 TEST(TextMatcher, FindsWhatASimpleSearchFinds)
@@ -72,12 +72,12 @@ TEST(TextMatcher, FindsWhatASimpleSearchFinds)
     for (int round = 0; round < 2000; ++round) {
         const std::u32string query = textOf(1 + random() % 6);
         const std::u32string text = textOf(random() % 60);
-        Places expected;
+        Offsets expected;
         for (std::size_t at = text.find(query); at != std::u32string::npos;
              at = text.find(query, at + query.size())) {
             expected.push_back(at);
         }
-        EXPECT_EQ(expected, matches(TextMatcher(query, kMatchCase), text));
+        EXPECT_EQ(expected, matches(TextMatcher(query, kCaseMatters), text));
     }
 }
 

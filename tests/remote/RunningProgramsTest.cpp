@@ -14,8 +14,8 @@ namespace {
 
 using test::ScriptedServer;
 
-constexpr std::chrono::minutes kLong(5);
-constexpr std::chrono::milliseconds kShort(200);
+constexpr std::chrono::minutes kPatient(5);
+constexpr std::chrono::milliseconds kImpatient(200);
 
 class RunningProgramsTest : public testing::Test
 {
@@ -28,7 +28,7 @@ using Programs = std::vector<RunningProgram>;
 
 TEST_F(RunningProgramsTest, AreNoneWhereThereIsNoFolder)
 {
-    EXPECT_EQ(Programs{}, runningPrograms(mPlace, kLong));
+    EXPECT_EQ(Programs{}, runningPrograms(mPlace, kPatient));
 }
 
 TEST_F(RunningProgramsTest, AreSortedByName)
@@ -36,7 +36,7 @@ TEST_F(RunningProgramsTest, AreSortedByName)
     const ScriptedServer second(mPlace, "storm", ScriptedServer::hello());
     const ScriptedServer first(mPlace, "sandbox", ScriptedServer::hello());
     EXPECT_EQ((Programs{{"sandbox", getpid(), true}, {"storm", getpid(), true}}),
-              runningPrograms(mPlace, kLong));
+              runningPrograms(mPlace, kPatient));
 }
 
 TEST_F(RunningProgramsTest, LeaveOutSocketsThatAreLeftBehind)
@@ -48,7 +48,7 @@ TEST_F(RunningProgramsTest, LeaveOutSocketsThatAreLeftBehind)
         std::filesystem::create_hard_link(mPlace.socketOf("other").toStdString(),
                                           mPlace.socketOf("stale").toStdString());
     }
-    EXPECT_EQ((Programs{{"sandbox", getpid(), true}}), runningPrograms(mPlace, kLong));
+    EXPECT_EQ((Programs{{"sandbox", getpid(), true}}), runningPrograms(mPlace, kPatient));
 }
 
 TEST_F(RunningProgramsTest, AreFoundBehindAnyNumberOfSocketsThatAreLeftBehind)
@@ -62,7 +62,7 @@ TEST_F(RunningProgramsTest, AreFoundBehindAnyNumberOfSocketsThatAreLeftBehind)
                                               mPlace.socketOf(QString("n%1").arg(i)).toStdString());
         }
     }
-    EXPECT_EQ((Programs{{"sandbox", getpid(), true}}), runningPrograms(mPlace, kLong));
+    EXPECT_EQ((Programs{{"sandbox", getpid(), true}}), runningPrograms(mPlace, kPatient));
 }
 
 TEST_F(RunningProgramsTest, SayWhoDoesntAnswerAndHoldUpNobody)
@@ -71,7 +71,7 @@ TEST_F(RunningProgramsTest, SayWhoDoesntAnswerAndHoldUpNobody)
     const ScriptedServer other(mPlace, "future", toLine(Message(HelloMessage{2, "future", 1, 0})));
     const ScriptedServer odd(mPlace, "odd", "HTTP/1.1 200 OK\r\n");
     EXPECT_EQ((Programs{{"future", getpid(), false}, {"odd", getpid(), false}, {"silent", getpid(), false}}),
-              runningPrograms(mPlace, kShort));
+              runningPrograms(mPlace, kImpatient));
 }
 
 TEST_F(RunningProgramsTest, AreSoManyAtMost)
@@ -80,7 +80,7 @@ TEST_F(RunningProgramsTest, AreSoManyAtMost)
     for (int i = 0; i < kMaxFound + 3; ++i) {
         servers.emplace_back(mPlace, QString("n%1").arg(i, 4, 10, QChar('0')), ScriptedServer::hello());
     }
-    const Programs running = runningPrograms(mPlace, kLong);
+    const Programs running = runningPrograms(mPlace, kPatient);
     EXPECT_EQ(kMaxFound, static_cast<qsizetype>(running.size()));
     EXPECT_EQ((RunningProgram{"n0255", getpid(), true}), running.back());
 }

@@ -13,7 +13,7 @@ namespace {
 constexpr std::u32string_view kBegin = U"'";
 constexpr std::u32string_view kEnd =
     U"' is not a recognized command.  Type 'help' to list available commands.";
-constexpr std::size_t kEntriesAtATime = 256;
+constexpr std::size_t kEntriesLookedAt = 256;
 
 /// The first word of a line as the console reads it when the line runs: a space inside double quotes belongs to it.
 std::u32string_view firstWordToRun(std::u32string_view line)
@@ -42,8 +42,8 @@ std::optional<std::u32string> unknownNameIn(const Console& console, std::size_t 
     std::optional<std::u32string> found;
     std::u32string line;
     std::vector<LogEntry> entries;
-    for (; begin < end; begin += kEntriesAtATime) {
-        console.readLog(begin, std::min(kEntriesAtATime, end - begin), entries);
+    for (; begin < end; begin += kEntriesLookedAt) {
+        console.readLog(begin, std::min(kEntriesLookedAt, end - begin), entries);
         for (const LogEntry& entry : entries) {
             if (entry.type == Input) {
                 line = entry.text;

@@ -17,7 +17,7 @@ namespace zephyr::console::remote {
 namespace {
 
 constexpr qsizetype kMaxLine = qsizetype{1} << 20; // bytes
-constexpr qsizetype kBytesAtOnce = qsizetype{1} << 16;
+constexpr qsizetype kBytesOfARead = qsizetype{1} << 16;
 constexpr char kTooLong[] = "A line of more than 1 MiB was left out.\n";
 constexpr char kCantPrint[] = "Can't print the console's log: %s.\n";
 
@@ -92,8 +92,8 @@ void PlainLines::read()
     }
     mBytes.remove(0, std::exchange(mBegin, 0));
     const qsizetype size = mBytes.size();
-    mBytes.resize(size + kBytesAtOnce);
-    const ssize_t count = ::read(mIn, mBytes.data() + size, static_cast<std::size_t>(kBytesAtOnce));
+    mBytes.resize(size + kBytesOfARead);
+    const ssize_t count = ::read(mIn, mBytes.data() + size, static_cast<std::size_t>(kBytesOfARead));
     mBytes.resize(size + (count > 0 ? count : 0));
     mIsAtEnd = count == 0 || (count < 0 && errno != EINTR && errno != EAGAIN);
     mTurn.start();
