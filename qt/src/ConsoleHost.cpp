@@ -118,6 +118,8 @@ void ConsoleHost::paint(QPainter& painter)
     keep->paint(painter);
 }
 
+QRegion ConsoleHost::changedRegion() { return mPrivate->changedRegion(); }
+
 std::shared_ptr<Console> ConsoleHost::console() const { return mPrivate->console(); }
 
 bool ConsoleHost::isOpen() const { return mPrivate->isOpen(); }

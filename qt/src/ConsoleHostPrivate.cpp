@@ -42,6 +42,12 @@ ConsoleHost::Private::Private(ConsoleHost& host, const std::shared_ptr<Console>&
       mWatch(std::make_shared<ConsoleWatch>(host, [this] { onConsoleChanged(); })),
       mBlinkTimer(host, [this] { requestRepaint(); }),
       mBlinkDue(host, [this] { mBlinkTimer.start(); }),
+      mUntold(host,
+              [this] {
+                  if (mOpen) {
+                      requestRepaint();
+                  }
+              }),
       mView(host, mConsole,
             {[this](const KeyPress& press) { pressFromView(press); }, [this] { onViewChanged(); },
              [this](const std::function<void()>& work) { onViewTimer(work); }}),
@@ -90,6 +96,7 @@ void ConsoleHost::Private::end()
     }
     mWatch->endCalls();
     mBlinkDue.end();
+    mUntold.end();
     mWaiting.clear();
 }
 
@@ -521,13 +528,27 @@ void ConsoleHost::Private::paint(QPainter& painter)
     }
     mPainter.paint(*console, painter, mIsPlain ? nullptr : &mView.share());
     mWatch->framePainted();
-    if (mBlinkTimer.setDue(mPainter.secondsToBlink())) {
+    if (mPainter.hasUntold()) {
+        mUntold.post();
+    }
+    const std::optional<double> blink = mPainter.secondsToBlink();
+    if (blink && mBlinkTimer.setDue(*blink)) {
         if (isOnHostThread) {
             mBlinkTimer.start();
         } else {
             mBlinkDue.post();
         }
     }
+}
+
+QRegion ConsoleHost::Private::changedRegion()
+{
+    constexpr int kMostPixels = (1 << 24) - 1; // Qt's limit for the sides of a widget
+    const BorrowedConsole console(mConsole);
+    const bool isPrepared = mOpen && console && !mIsPlain;
+    const std::optional<QRegion> changed =
+        isPrepared ? mPainter.prepare(*console, mView.share()) : std::nullopt;
+    return changed.value_or(QRect(0, 0, kMostPixels, kMostPixels));
 }
 
 } // namespace zephyr::console::qt

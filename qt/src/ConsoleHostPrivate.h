@@ -26,6 +26,7 @@
 
 #include <QPointF>
 #include <QPointer>
+#include <QRegion>
 #include <QTimer>
 
 #include <atomic>
@@ -72,6 +73,9 @@ public:
 
     /// Paints the console if it is open. From any thread, one at a time.
     void paint(QPainter& painter);
+
+    /// What paint() shows otherwise than it was told last, in logical pixels. From the thread that paints.
+    QRegion changedRegion();
 
     /// Whether the console is open: on the host's thread as it is now, on others as it was when this object last
     /// looked.
@@ -191,6 +195,7 @@ private:
     std::size_t mAskedSize = 0; // number of entries in the log when a frame was last asked for
     BlinkTimer mBlinkTimer;
     ChangeNotice mBlinkDue;          // from the thread that paints
+    ChangeNotice mUntold;            // so too: what a frame changed outside its clip
     bool mIsKeyPressed = false;      // on the view
     bool mHasKeyChangedView = false; // so that a frame is due
     View mView;

@@ -130,7 +130,7 @@ void FramePainter::paint(const Console& console, QPainter& painter, ViewShare* v
             paintSnapshot(console, painter);
         }
     } catch (const std::bad_alloc&) {
-        return; // the frame stays incomplete
+        mBlinkRate.reset(); // the frame stays incomplete
     }
 }
 
@@ -146,20 +146,43 @@ void FramePainter::paintSnapshot(const Console& console, QPainter& painter)
     render(seconds, painter);
 }
 
-void FramePainter::paintView(const Console& console, QPainter& painter, ViewShare& view)
+void FramePainter::planView(const Console& console, ViewShare& view, QSize size)
 {
     const std::shared_ptr<const ViewState> state = view.state();
     const ConsoleInput input = console.readInput();
     mBlinkRate = state->blinkRate;
     mBlinkClock.advance(restartFrameClock(mIsFirstFrame.exchange(false)), input.cursor);
+    view.setPlan(mViewFrames.plan(console, input, state, size));
+}
+
+std::optional<QRegion> FramePainter::prepare(const Console& console, ViewShare& view)
+{
+    mTells = true;
+    if (mThread != std::this_thread::get_id() || mViewFrames.size().isEmpty()) {
+        return std::nullopt;
+    }
+    try {
+        planView(console, view, mViewFrames.size());
+        mIsPrepared = mViewFrames.prepare(mBlinkClock.isCursorShown(*mBlinkRate));
+        return mIsPrepared ? std::optional(mViewFrames.takeUndrawn()) : std::nullopt;
+    } catch (const std::bad_alloc&) {
+        mIsPrepared = false;
+        return std::nullopt;
+    }
+}
+
+void FramePainter::paintView(const Console& console, QPainter& painter, ViewShare& view)
+{
     const QSize size = logicalSize(painter);
-    const std::shared_ptr<const FramePlan> plan = mViewFrames.plan(console, input, state, size);
-    view.setPlan(plan);
+    if (!std::exchange(mIsPrepared, false) || size != mViewFrames.size()) {
+        planView(console, view, size);
+    }
     const PainterState painterState(painter);
     resetState(painter);
-    mViewFrames.paint(painter, mBlinkClock.isCursorShown(mBlinkRate));
+    mViewFrames.paint(painter, mBlinkClock.isCursorShown(*mBlinkRate));
+    const FramePlan& plan = *mViewFrames.lastPlan();
     const std::lock_guard lock(mMutex);
-    mPainted = {plan->logSize, size, plan->size, plan->font->lineHeight(), mViewFrames.cursor()};
+    mPainted = {plan.logSize, size, plan.size, plan.font->lineHeight(), mViewFrames.cursor()};
 }
 
 /// The size of a painter's device in the painter's own pixels.
@@ -181,6 +204,7 @@ void FramePainter::followThread()
     if (const std::thread::id self = std::this_thread::get_id(); std::exchange(mThread, self) != self) {
         mRenderer = ConsoleRenderer();
         mViewFrames = {};
+        mIsPrepared = false;
         mBlinkClock = {};
     }
 }
@@ -277,9 +301,12 @@ double FramePainter::restartFrameClock(bool isFirst)
     return seconds;
 }
 
-double FramePainter::secondsToBlink() const
+std::optional<double> FramePainter::secondsToBlink() const
 {
-    return mBlinkRate > 0.0 ? mBlinkClock.secondsToChange(mBlinkRate) : kSecondsToRetry;
+    if (!mBlinkRate) {
+        return kSecondsToRetry;
+    }
+    return *mBlinkRate > 0.0 ? std::optional(mBlinkClock.secondsToChange(*mBlinkRate)) : std::nullopt;
 }
 
 void FramePainter::rest()
@@ -288,7 +315,8 @@ void FramePainter::rest()
     mSnapshot.reset();
     mRenderer = ConsoleRenderer(); // which keeps the layout of every line that was shown
     mViewFrames = {};
-    mBlinkRate = 0.0;
+    mIsPrepared = false;
+    mBlinkRate.reset();
     mBlinkClock = {};
 }
 

@@ -9,6 +9,7 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <QRect>
+#include <QRegion>
 #include <QSize>
 #include <QString>
 
@@ -38,9 +39,17 @@ public:
     /// it copied for an earlier frame, a part of the frame, or nothing.
     void paint(const Console& console, QPainter& painter, ViewShare* view);
 
+    /// Brings the view's picture up to date, if the last frame had one and was painted by this thread. The next paint()
+    /// of that size draws it, and looks for nothing newer. For the thread that paints.
+    /// \return what the last frame that was told shows otherwise, in logical pixels; none if that isn't known.
+    std::optional<QRegion> prepare(const Console& console, ViewShare& view);
+
+    /// Whether what a frame showed anew was outside the painter's clip, and prepare() is what tells of changes.
+    bool hasUntold() const { return mTells && mViewFrames.hasUndrawn(); }
+
     /// The seconds from the last frame until the cursor next changes between shown and hidden, or until the next try if
-    /// memory ran out before there was a frame.
-    double secondsToBlink() const;
+    /// memory ran out. Nothing for a steady cursor.
+    std::optional<double> secondsToBlink() const;
 
     /// What was painted last, as the host's thread needs it. From any thread.
     struct Painted
@@ -78,6 +87,7 @@ private:
 
     static std::optional<Layer> layerFor(const QPainter& painter);
     static QSize logicalSize(const QPainter& painter);
+    void planView(const Console& console, ViewShare& view, QSize size);
     void paintView(const Console& console, QPainter& painter, ViewShare& view);
     void paintSnapshot(const Console& console, QPainter& painter);
     void render(double seconds, QPainter& painter);
@@ -90,11 +100,13 @@ private:
     std::optional<ConsoleSnapshot> mSnapshot;
     ConsoleRenderer mRenderer;
     ViewFrames mViewFrames;
+    bool mIsPrepared = false; // for the next frame
+    bool mTells = false;      // whether prepare() was ever called
     std::atomic<bool> mIsFirstFrame{true};
-    std::thread::id mThread;        // that painted last
-    QElapsedTimer mFrameClock;      // since the last frame
-    detail::BlinkClock mBlinkClock; // in step with the renderer's
-    double mBlinkRate = 0.0;        // of the last frame; 0 before there was one
+    std::thread::id mThread;          // that painted last
+    QElapsedTimer mFrameClock;        // since the last frame
+    detail::BlinkClock mBlinkClock;   // in step with the renderer's
+    std::optional<double> mBlinkRate; // of the last frame; none where it isn't whole
     QImage mLayer;
 
     mutable std::mutex mMutex; // guards what follows

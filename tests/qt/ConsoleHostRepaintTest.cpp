@@ -1,4 +1,5 @@
 #include "qt/HostedConsole.h"
+#include "qt/SteadyCursors.h"
 #include "zephyr/console/qt/Look.h"
 
 #include <QElapsedTimer>
@@ -43,6 +44,9 @@ public:
         paint();
         QObject::connect(&host, &ConsoleHost::repaintNeeded, &window, [this] { paint(); });
     }
+
+    /// Blinks with steady cursors too.
+    void paintAsTheRenderer() { host.setPlain(true); }
 
     bool blinks(int times)
     {
@@ -177,6 +181,33 @@ TEST_F(ConsoleHostRepaint, IsAskedForWithinTheBlinkRateWhileTheConsoleIsIdle)
     // The first change may come at once, each other one phase later. Each may be off by a millisecond of rounding.
     const double phases = console->cursorBlinkRate() * static_cast<double>(clock.elapsed() + 6) / 1000.0;
     EXPECT_LE(repaints.size() - 1, phases);
+}
+
+TEST_F(ConsoleHostRepaint, IsNotAskedForByASteadyCursor)
+{
+    const SteadyCursors steady;
+    open();
+    paintOnDemand();
+    repaints.clear();
+    Neighbour neighbour;
+    neighbour.paintAsTheRenderer();
+    ASSERT_TRUE(neighbour.blinks(4));
+    EXPECT_EQ(0, repaints.size());
+
+    click(Qt::Key_A, Qt::NoModifier, "a");
+    EXPECT_EQ(1, repaints.size());
+}
+
+TEST_F(ConsoleHostRepaint, IsAskedForAgainWhenTheCursorBlinksAgain)
+{
+    open();
+    paintOnDemand();
+    {
+        const SteadyCursors steady;
+        ASSERT_TRUE(waitFor(1)); // to show the cursor
+        repaints.clear();
+    }
+    ASSERT_TRUE(waitFor(4));
 }
 
 TEST_F(ConsoleHostRepaint, IsAskedForOnceAPhaseByAHostThatPaintsAllTheTime)

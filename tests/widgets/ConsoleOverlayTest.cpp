@@ -6,13 +6,16 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDockWidget>
+#include <QFontMetrics>
 #include <QGraphicsView>
 #include <QLayout>
 #include <QMainWindow>
 #include <QMdiArea>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QPointer>
+#include <QRegion>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSplitter>
@@ -48,11 +51,13 @@ public:
     }
 
     int paints = 0;
+    QRegion painted;
 
 protected:
-    void paintEvent(QPaintEvent*) override
+    void paintEvent(QPaintEvent* event) override
     {
         ++paints;
+        painted += event->region();
         QPainter(this).fillRect(rect(), mColor);
     }
 
@@ -123,7 +128,8 @@ TEST(ConsoleOverlay, ShowsAConsoleThatIsOpenAlready)
     Canvas window;
     window.resize(300, 200);
     const QImage before = showSettled(window);
-    const ConsoleOverlay overlay(&window, console);
+    ConsoleOverlay overlay(&window, console);
+    overlay.host().setPlain(true);
     EXPECT_TRUE(showsConsole(window, *console, before));
 }
 
@@ -154,6 +160,36 @@ TEST(ConsoleOverlay, AsksForNoPaintWhileClosed)
     writeLines(*window.overlay.console());
     QTest::qWait(200); // the paint that mustn't come has nothing to wait for
     EXPECT_EQ(0, window.paints);
+}
+
+TEST(ConsoleOverlay, HasNoMoreOfTheWidgetPaintedThanChanged)
+{
+    Canvas window;
+    ConsoleOverlay overlay(&window);
+    window.resize(600, 400);
+    writeLines(*overlay.console());
+    showSettled(window);
+    overlay.host().setOpen(true);
+    QTest::keyClicks(&window, "zzzz"); // of which no list is offered
+    showSettled(window);
+    const int lineHeight = QFontMetrics(*overlay.console()->snapshot().font()).height();
+
+    window.painted = {};
+    QTest::keyClick(&window, Qt::Key_Z);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !window.painted.isEmpty(); }, kSeenTimeoutMs));
+    EXPECT_LE(window.painted.boundingRect().height(), lineHeight + 4) << "a key";
+
+    showSettled(window);
+    const auto isAllPainted = [&] { return window.painted.boundingRect() == window.rect(); };
+    overlay.console()->newline();
+    EXPECT_TRUE(QTest::qWaitFor(isAllPainted, kSeenTimeoutMs)) << "a line";
+
+    showSettled(window);
+    window.painted = {};
+    QApplication::setCursorFlashTime(1000);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !window.painted.isEmpty(); }, kSeenTimeoutMs));
+    QApplication::setCursorFlashTime(0);
+    EXPECT_LE(window.painted.boundingRect().width(), 2 * lineHeight) << "the cursor's blinking";
 }
 
 TEST(ConsoleOverlay, TellsTheConsoleTheSizeOfTheWidget)
@@ -218,6 +254,7 @@ TEST(ConsoleOverlay, FollowsAnotherParent)
     first.resize(300, 200);
     second.resize(400, 260);
     ConsoleOverlay overlay(&first);
+    overlay.host().setPlain(true);
     showSettled(first);
     overlay.host().setOpen(true);
     overlay.setParent(&second);

@@ -4,6 +4,7 @@
 #include "zephyr/common/Assert.h"
 
 #include <QChildEvent>
+#include <QPaintEvent>
 #include <QPainter>
 
 namespace zephyr::console::widgets {
@@ -72,6 +73,9 @@ ConsoleOverlay::ConsoleOverlay(QWidget* over, const std::shared_ptr<Console>& co
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_NoSystemBackground);
     connect(&host(), &qt::ConsoleHost::openChanged, this, &QWidget::setVisible);
+    disconnect(&host(), &qt::ConsoleHost::repaintNeeded, this,
+               nullptr); // which would repaint all of what lies below
+    connect(&host(), &qt::ConsoleHost::repaintNeeded, this, [this] { update(host().changedRegion()); });
     ConsoleOverlay::setVisible(host().isOpen());
 }
 
@@ -95,9 +99,10 @@ void ConsoleOverlay::setVisible(bool visible)
 // The widget's own font stays out: what it sets beyond the console's font, such as italic letters, would be painted.
 void ConsoleOverlay::initPainter(QPainter*) const {}
 
-void ConsoleOverlay::paintEvent(QPaintEvent*)
+void ConsoleOverlay::paintEvent(QPaintEvent* event)
 {
     QPainter painter(this);
+    painter.setClipRegion(event->region());
     mPrivate->mHost.paint(painter);
 }
 

@@ -9,6 +9,7 @@
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QGuiApplication>
+#include <QStyleHints>
 
 #include <algorithm>
 #include <cmath>
@@ -25,6 +26,13 @@ constexpr std::size_t kMostOffers = 8; // in view
 constexpr double kZoomStep = 1.1;
 constexpr int kMostZoom = 20; // steps either way
 constexpr double kMinPointSize = 1.0;
+constexpr int kLeastFlashTime = 2; // milliseconds; below it, Qt's own text fields have a steady cursor
+
+/// Whether the person at the desktop, or the program, wants cursors that don't blink.
+bool isCursorSteady()
+{
+    return qGuiApp != nullptr && QGuiApplication::styleHints()->cursorFlashTime() < kLeastFlashTime;
+}
 
 ViewAction actionOf(const KeyPress& press)
 {
@@ -39,6 +47,10 @@ View::View(QObject& context, std::shared_ptr<ConsoleLender> console, Host host)
 {
     mSearch.setInterval(0);
     mShare.setState(std::make_shared<const ViewState>(state()));
+    if (qGuiApp != nullptr) {
+        QObject::connect(QGuiApplication::styleHints(), &QStyleHints::cursorFlashTimeChanged, &context,
+                         [this] { mHost.onTimer([this] { publish(); }); });
+    }
     QObject::connect(&mSearch, &QTimer::timeout, &context, [this] {
         mHost.onTimer([this] {
             try {
@@ -541,7 +553,7 @@ ViewState View::state()
     ViewState state;
     state.look = zoomedLook();
     if (const BorrowedConsole console(mConsole); console) {
-        state.blinkRate = console->cursorBlinkRate();
+        state.blinkRate = isCursorSteady() ? 0.0 : console->cursorBlinkRate();
         state.list = offers(*console);
     }
     state.firstEntry = mFirstEntry;

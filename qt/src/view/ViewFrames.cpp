@@ -4,9 +4,28 @@
 #include "ViewState.h"
 #include "zephyr/console/Console.h"
 
+#include <QPainter>
+#include <QPointF>
+#include <QRectF>
+#include <QSizeF>
+
 #include <optional>
 
 namespace zephyr::console::qt {
+
+namespace {
+
+/// The logical pixels that hold a region of a device's pixels.
+QRegion logical(const QRegion& pixels, double ratio)
+{
+    QRegion region;
+    for (const QRect& rect : pixels) {
+        region += QRectF(QPointF(rect.topLeft()) / ratio, QSizeF(rect.size()) / ratio).toAlignedRect();
+    }
+    return region;
+}
+
+} // namespace
 
 std::shared_ptr<const FramePlan> ViewFrames::plan(const Console& console, const ConsoleInput& input,
                                                   const std::shared_ptr<const ViewState>& state, QSize size)
@@ -41,18 +60,24 @@ const std::shared_ptr<const ViewFont>& ViewFrames::fontFor(const Look& look)
 
 void ViewFrames::paint(QPainter& painter, bool isCursorShown)
 {
-    if (updatePicture(painter, isCursorShown)) {
+    if (updatePicture(ViewPicture::ratioFor(painter), isCursorShown)) {
+        mUndrawn = painter.hasClipping() ? mUndrawn - painter.clipRegion() : QRegion();
         mPicture.draw(painter);
     } else {
+        mUndrawn = {};
         mPicture = {};
         mPainter.paint(painter, *mPlan, *mState, isCursorShown);
     }
 }
 
-/// Makes the picture show the frame. \return whether a picture serves for the painter.
-bool ViewFrames::updatePicture(const QPainter& painter, bool isCursorShown)
+bool ViewFrames::prepare(bool isCursorShown)
 {
-    const std::optional<double> ratio = ViewPicture::ratioFor(painter);
+    return mShown.plan != nullptr && updatePicture(mShown.ratio, isCursorShown);
+}
+
+/// Makes the picture show the frame. \return whether a picture serves, which has a ratio then.
+bool ViewFrames::updatePicture(std::optional<double> ratio, bool isCursorShown)
+{
     const Shown wanted{ratio ? mPlan : nullptr, isCursorShown, ratio.value_or(0.0)};
     if (wanted.plan != nullptr && wanted == mShown) {
         return true;
@@ -63,6 +88,7 @@ bool ViewFrames::updatePicture(const QPainter& painter, bool isCursorShown)
         return false;
     }
     mShown = wanted;
+    mUndrawn += logical(mPicture.changed(), wanted.ratio);
     return true;
 }
 

@@ -9,9 +9,12 @@
 
 #include <QImage>
 #include <QRect>
+#include <QRegion>
 #include <QSize>
 
 #include <memory>
+#include <optional>
+#include <utility>
 
 class QPainter;
 
@@ -38,6 +41,21 @@ public:
     /// must be a new painter's.
     void paint(QPainter& painter, bool isCursorShown);
 
+    /// Makes the picture of the last paint show the frame that was planned last. \return whether there is a picture.
+    bool prepare(bool isCursorShown);
+
+    /// The frame that was planned last.
+    const std::shared_ptr<const FramePlan>& lastPlan() const { return mPlan; }
+
+    /// The size of the device for which the last frame was planned, in logical pixels.
+    QSize size() const { return mSize; }
+
+    /// Whether something was painted into the picture, but not on a device, since takeUndrawn() was called last.
+    bool hasUndrawn() const { return !mUndrawn.isEmpty(); }
+
+    /// What was painted into the picture, but not on a device, since it was called last, in logical pixels.
+    QRegion takeUndrawn() { return std::exchange(mUndrawn, {}); }
+
     /// Where the cursor is in the frame that was painted last, in logical pixels.
     const QRect& cursor() const { return mPainter.cursor(); }
 
@@ -48,7 +66,7 @@ private:
     bool isPlanned(const Console& console, const ConsoleInput& input, const ViewState& state,
                    QSize size) const;
     const std::shared_ptr<const ViewFont>& fontFor(const Look& look);
-    bool updatePicture(const QPainter& painter, bool isCursorShown);
+    bool updatePicture(std::optional<double> ratio, bool isCursorShown);
 
     /// What a picture shows.
     struct Shown
@@ -71,6 +89,7 @@ private:
     ViewPainter mPainter;
     ViewPicture mPicture;
     Shown mShown;
+    QRegion mUndrawn; // logical pixels
 };
 
 } // namespace zephyr::console::qt

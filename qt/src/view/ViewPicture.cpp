@@ -62,8 +62,11 @@ bool ViewPicture::update(const std::shared_ptr<const FramePlan>& plan, const QCo
     mRatio = ratio;
     mBackground = background;
     std::vector<PlacedItem> now = placed(std::move(items));
-    const QRegion region = isKept ? changed(now, scroll(scrolledBy(*before, *plan))) : QRegion(mImage.rect());
+    const int firstRow = mFirstRow;
+    const QRegion region =
+        isKept ? differences(now, scroll(scrolledBy(*before, *plan))) : QRegion(mImage.rect());
     mItems = std::move(now);
+    mChanged = mFirstRow == firstRow ? region : QRegion(mImage.rect());
     if (region.rectCount() > kMaxRects) {
         paint(region.boundingRect());
     } else {
@@ -128,7 +131,7 @@ QRegion ViewPicture::scroll(int distance)
 
 /// Adds to `region` what differs between the items that the image shows and those that it is to show. The items in
 /// common are in the same order.
-QRegion ViewPicture::changed(const std::vector<PlacedItem>& items, QRegion region) const
+QRegion ViewPicture::differences(const std::vector<PlacedItem>& items, QRegion region) const
 {
     auto before = mItems.begin();
     for (const PlacedItem& placed : items) {

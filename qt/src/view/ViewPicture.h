@@ -35,6 +35,9 @@ public:
     bool update(const std::shared_ptr<const FramePlan>& plan, const QColor& background, double ratio,
                 std::vector<PaintItem> items);
 
+    /// What looks otherwise than before the last update, in pixels of the picture. Everything, where rows moved.
+    const QRegion& changed() const { return mChanged; }
+
     /// Draws it at the origin of a painter for which ratioFor() is the ratio of the last update. Changes the painter's
     /// transformation.
     void draw(QPainter& painter) const;
@@ -60,7 +63,7 @@ private:
     std::array<Part, 2> parts() const;
     std::vector<PlacedItem> placed(std::vector<PaintItem> items) const;
     QRegion scroll(int distance);
-    QRegion changed(const std::vector<PlacedItem>& items, QRegion region) const;
+    QRegion differences(const std::vector<PlacedItem>& items, QRegion region) const;
     QRect dirtied(const PlacedItem& placed) const;
     void paint(const QRect& place);
     void paint(const QRect& place, int offset);
@@ -71,6 +74,7 @@ private:
     QColor mBackground;
     double mRatio = 0.0;
     std::vector<PlacedItem> mItems;
+    QRegion mChanged;
 };
 
 } // namespace zephyr::console::qt

@@ -61,8 +61,9 @@ struct ViewState
         bool operator==(const List&) const = default;
     };
 
-    Look look;                    ///< Zoomed already.
-    double blinkRate = 0.0;       ///< How often a second the cursor changes between shown and hidden.
+    Look look; ///< Zoomed already.
+    double blinkRate =
+        0.0; ///< How often a second the cursor changes between shown and hidden; 0 shows it always.
     std::size_t firstEntry = 0;   ///< Earlier ones are hidden.
     std::optional<TextPlace> top; ///< The first row in view; none while the newest row is followed.
     std::size_t sizeSeen = 0;     ///< Of the log, when its end was last in view.

@@ -7,6 +7,7 @@
 #include "zephyr/console/qt/detail/Export.h"
 
 #include <QObject>
+#include <QRegion>
 #include <QString>
 
 #include <memory>
@@ -98,6 +99,20 @@ public:
     /// of each frame, with a painter that counts in the frame's logical pixels. The time between two calls makes the
     /// cursor blink.
     void paint(QPainter& painter);
+
+    /// What has to be painted anew since it was told last, in the logical pixels of what is painted, for hosts that
+    /// repaint a part of themselves, as widgets do. Ask it at each repaintNeeded(), and tell paint() by the painter's clip
+    /// what is repainted:
+    ///
+    ///     connect(&host, &ConsoleHost::repaintNeeded, this, [this] { update(host.changedRegion()); });
+    ///     ...
+    ///     painter.setClipRegion(event->region()); // in paintEvent()
+    ///     host.paint(painter);
+    ///
+    /// The next paint() shows what was told, and nothing newer. What changes outside the clip of another paint() asks
+    /// for a repaint. While the console is closed, or where it isn't known, it is more than any widget's size. Only for
+    /// the thread that paints.
+    QRegion changedRegion();
 
     /// The console, or null if it is gone.
     std::shared_ptr<Console> console() const;
