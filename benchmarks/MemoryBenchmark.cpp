@@ -11,9 +11,12 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QTemporaryDir>
 
 #include <malloc.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 
 namespace zephyr::bench {
@@ -167,6 +170,41 @@ void measureClosedKit(benchmark::State& state)
     }
 }
 
+/// What the host kit keeps after 100,000 lines, or all, were scrolled through.
+void measureScrolledKit(benchmark::State& state)
+{
+    constexpr std::size_t kScrolled = 100000; // lines
+    Canvas canvas;
+    HostedLog log(logLength(state));
+    HostedLog other(0);
+    other.host().setOpen(true);
+    other.host().paint(canvas.painter());
+    for (auto _ : state) {
+        const double before = bytesInUse();
+        log.host().setOpen(true);
+        log.host().paint(canvas.painter());
+        for (std::size_t seen = 0; seen < std::min(kScrolled, logLength(state)); seen += log.page()) {
+            log.pageUp();
+            log.host().paint(canvas.painter());
+        }
+        reportSince(state, before);
+    }
+}
+
+void measureMirror(benchmark::State& state)
+{
+    const QTemporaryDir directory;
+    HostedLog log(logLength(state));
+    for (auto _ : state) {
+        const double before = bytesInUse();
+        if (!log.host().mirrorLog(directory.filePath(QStringLiteral("log")))) {
+            state.SkipWithError("the mirror could not be written");
+        }
+        log.console().newline();
+        reportSince(state, before);
+    }
+}
+
 void memorySettings(benchmark::internal::Benchmark* registered)
 {
     registered->Apply(logLengths)->Iterations(1)->Repetitions(1);
@@ -186,6 +224,8 @@ BENCHMARK(measureRendererAfterAFrame)->Name("memory/first_frame")->Apply(memoryS
 BENCHMARK(measureRendererAfterEveryLine)->Name("memory/every_line")->Apply(memorySettings);
 BENCHMARK(measureOpenKit)->Name("memory/kit_open")->Apply(kitSettings);
 BENCHMARK(measureClosedKit)->Name("memory/kit_closed")->Apply(kitSettings);
+BENCHMARK(measureScrolledKit)->Name("memory/kit_scrolled")->Apply(kitSettings);
+BENCHMARK(measureMirror)->Name("memory/mirror")->Apply(kitSettings);
 
 } // namespace
 } // namespace zephyr::bench

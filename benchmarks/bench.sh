@@ -14,8 +14,13 @@ results=$PWD/build/bench/results
 rm -rf "$results"
 mkdir -p "$results"
 for program in build/bench/benchmarks/*_benchmark; do
+  on_display=()
+  if [[ $program == */opengl_benchmark ]]; then
+    [ -n "${DISPLAY:-}" ] || on_display=(xvfb-run --auto-servernum)
+    on_display+=(env QT_QPA_PLATFORM=xcb)
+  fi
   # A row and its floor take turns, so that other load on the machine slows both.
-  "$program" --benchmark_enable_random_interleaving=true --benchmark_repetitions=21 --benchmark_min_time=0.05 \
+  "${on_display[@]}" "$program" --benchmark_enable_random_interleaving=true --benchmark_repetitions=21 --benchmark_min_time=0.05 \
     "$@" --benchmark_out_format=json --benchmark_out="$results/$(basename "$program" _benchmark).json" >/dev/null
 done
 benchmarks/bench_report.py table "$results"

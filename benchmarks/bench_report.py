@@ -25,6 +25,8 @@ ROWS = {
     "kit_first_frame": ("kit's view, first frame; floor: `snapshot` and `render`", None),
     "kit_long_line": ("kit's view, one line of so many code points; floor: an empty log", 1.50),
     "kit_long_line_key": ("the same after a key", 1.50),
+    "typing": ("a key until the pixels changed, in a widget; floor: a `QLineEdit`", 1.00),
+    "opengl": ("OpenGL in software, a frame with the console open; floor: closed", None),
     "snapshot": ("`snapshot` by value", 1.05),
     "write": ("`write` of code points", 1.3),
     "write_utf8": ("`write` of UTF-8", 1.3),
@@ -48,6 +50,13 @@ MEMORY = {
     "every_line": "renderer that has shown every line",
     "kit_open": "open kit, its picture included",
     "kit_closed": "kit after closing",
+    "kit_scrolled": "kit after scrolling through 100,000 lines, or all",
+    "mirror": "the log's mirror in a file",
+}
+IDLE = {
+    "closed": "closed",
+    "open": "open, with a cursor that blinks three times a second",
+    "steady": "open, with a steady cursor",
 }
 OTHERS = {"textedit": "`QPlainTextEdit`", "tcl": "Tcl", "lua": "Lua"}
 FEWEST_REPETITIONS = 5
@@ -61,6 +70,7 @@ class Results:
     def __init__(self, folder):
         self.times = defaultdict(list)
         self.bytes = {}
+        self.wakeups = {}
         for file in sorted(folder.glob("*.json")):
             for run in json.loads(file.read_text())["benchmarks"]:
                 if run["run_type"] == "iteration":
@@ -74,6 +84,8 @@ class Results:
         self.times[key].append(run["cpu_time"] * NANOSECONDS[run["time_unit"]])
         if "bytes_per_line" in run:
             self.bytes[key] = run["bytes_per_line"]
+        if "wakeups_per_s" in run:
+            self.wakeups[who] = run["wakeups_per_s"]
 
     def median(self, *key):
         return statistics.median(self.times[key]) if key in self.times else None
@@ -142,8 +154,15 @@ def print_memory(results):
         print(f"| {title} | " + " | ".join(results.amount_of(who, length) for length in lengths) + " |")
 
 
+def print_idle(results):
+    print("\n| a window in which nothing happens | wake-ups a second |\n|---|--:|")
+    for who, title in IDLE.items():
+        if who in results.wakeups:
+            print(f"| {title} | {results.wakeups[who]:.1f} |")
+
+
 def write_data(results, folder):
-    if min(len(times) for (row, *_), times in results.times.items() if row != "memory") < FEWEST_REPETITIONS:
+    if min(len(times) for (row, *_), times in results.times.items() if row not in ("memory", "idle")) < FEWEST_REPETITIONS:
         sys.exit("error: too few repetitions to draw: run benchmarks/bench.sh without arguments")
     for row in ROWS:
         lines = []
@@ -166,6 +185,7 @@ def main():
         return
     print_times(results)
     print_memory(results)
+    print_idle(results)
 
 
 if __name__ == "__main__":

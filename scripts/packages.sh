@@ -14,5 +14,5 @@ lint_packages=("${build_packages[@]}" "${module_packages[@]}" "clang-tidy-$clang
 coverage_packages=("${test_packages[@]}" llvm libclang-rt-dev)
 docs_packages=(doxygen graphviz fonts-dejavu-core python3-markdown-it python3-mdit-py-plugins)
 package_packages=("${docs_packages[@]}" "${build_packages[@]}" "${module_packages[@]}" dpkg-dev binutils file lintian)
-bench_packages=("${build_packages[@]}" libbenchmark-dev tcl-dev liblua5.4-dev gnuplot-nox python3)
+bench_packages=("${build_packages[@]}" libqt6opengl6-dev xvfb xauth libbenchmark-dev tcl-dev liblua5.4-dev gnuplot-nox python3)
 fuzz_packages=("${build_packages[@]}" clang libclang-rt-dev)

@@ -4,6 +4,8 @@
 #include "support/Workload.h"
 #include "zephyr/console/qt/ConsoleHost.h"
 
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QWindow>
 
 #include <cstddef>
@@ -19,6 +21,18 @@ public:
 
     console::Console& console() { return *mConsole; }
     console::qt::ConsoleHost& host() { return mHost; }
+
+    /// Scrolls one page towards older lines, as the key does.
+    void pageUp()
+    {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, Qt::Key_PageUp, Qt::NoModifier);
+            QCoreApplication::sendEvent(&mWindow, &event);
+        }
+    }
+
+    /// The lines of a page in full HD, or some fewer.
+    static constexpr std::size_t page() { return 60; }
 
 private:
     std::shared_ptr<console::Console> mConsole = std::make_shared<console::Console>();
