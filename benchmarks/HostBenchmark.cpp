@@ -71,7 +71,8 @@ void typeInLineEdit(benchmark::State& state)
 {
     QWidget window;
     QLineEdit edit(&window);
-    edit.setGeometry(0, kFullHd.height() - edit.sizeHint().height(), kFullHd.width(), edit.sizeHint().height());
+    edit.setGeometry(0, kFullHd.height() - edit.sizeHint().height(), kFullHd.width(),
+                     edit.sizeHint().height());
     typeInChild(state, window, edit);
 }
 
@@ -97,6 +98,7 @@ public:
     }
 
     console::qt::ConsoleHost& host() { return mHost; }
+    int paints() const { return mPaints; }
 
 protected:
     void paintEvent(QPaintEvent*) override
@@ -104,9 +106,11 @@ protected:
         QPainter painter(this);
         painter.fillRect(QRect(QPoint(0, 0), size()), Qt::darkCyan);
         mHost.paint(painter);
+        ++mPaints;
     }
 
 private:
+    int mPaints = 0;
     console::qt::ConsoleHost mHost{this};
 };
 
@@ -125,6 +129,9 @@ void idle(benchmark::State& state, bool isOpen, int flashTime)
     Window window;
     window.host().setOpen(isOpen);
     QCoreApplication::processEvents();
+    if (window.paints() == 0 || window.host().isOpen() != isOpen) {
+        state.SkipWithError("the window was not painted as it should be");
+    }
     for (auto _ : state) {
         const std::int64_t before = waits();
         QEventLoop loop;

@@ -188,6 +188,12 @@ void measureScrolledKit(benchmark::State& state)
             log.host().paint(canvas.painter());
         }
         reportSince(state, before);
+        const QImage scrolled = canvas.image().copy();
+        log.pageUp();
+        log.host().paint(canvas.painter());
+        if (logLength(state) > kScrolled && canvas.image() == scrolled) {
+            state.SkipWithError("the log doesn't scroll");
+        }
     }
 }
 

@@ -3,6 +3,7 @@
 #include "support/Workload.h"
 #include "zephyr/console/opengl/OpenGLConsole.h"
 
+#include <QImage>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
 #include <QOpenGLFramebufferObject>
@@ -46,6 +47,8 @@ public:
         gl.glViewport(0, 0, kFullHd.width(), kFullHd.height());
     }
 
+    QImage image() const { return mBuffer->toImage(); }
+
     void finish() { mContext.functions()->glFinish(); }
 
 private:
@@ -66,6 +69,12 @@ void drawWithOpenGL(benchmark::State& state, bool isOpen)
     QWindow window;
     console::opengl::OpenGLConsole host(console, &window);
     host.setOpen(isOpen);
+    frame.drawScene();
+    const QImage scene = frame.image();
+    host.paint(kFullHd, 1.0);
+    if ((frame.image() != scene) != isOpen) {
+        state.SkipWithError("the console is not shown as it should be");
+    }
     for (auto _ : state) {
         frame.drawScene();
         host.paint(kFullHd, 1.0);

@@ -17,6 +17,7 @@ public:
     Canvas() : mImage(kWidth, kHeight, QImage::Format_ARGB32_Premultiplied), mPainter(begun(mImage)) {}
 
     QPainter& painter() { return *mPainter; }
+    const QImage& image() const { return mImage; }
 
 private:
     static std::unique_ptr<QPainter> begun(QImage& image)

@@ -39,7 +39,8 @@ ConsoleHost::Private::Private(ConsoleHost& host, const std::shared_ptr<Console>&
               emit mHost->exceptionCaught(line);
           }
       }),
-      mWatch(std::make_shared<ConsoleWatch>(host, [this] { onConsoleChanged(); })),
+      mWatch(std::make_shared<ConsoleWatch>(
+          host, [this] { onConsoleChanged(); }, [this] { onFrameEnded(); })),
       mBlinkTimer(host, [this] { requestRepaint(); }),
       mBlinkDue(host, [this] { mBlinkTimer.start(); }),
       mUntold(host,
@@ -501,6 +502,16 @@ void ConsoleHost::Private::onConsoleChanged()
     mAccessibility.update();
 }
 
+/// Has a later frame show what was logged while one was painted, be the cursor steady or not.
+void ConsoleHost::Private::onFrameEnded()
+{
+    const BorrowedConsole console(mConsole);
+    if (mOpen && console && console->logSize() > mPainter.painted().shown &&
+        mBlinkTimer.setDue(1.0 / console->cursorBlinkRate())) {
+        mBlinkTimer.start();
+    }
+}
+
 void ConsoleHost::Private::requestRepaint()
 {
     if (const BorrowedConsole console(mConsole); console) {
@@ -531,24 +542,33 @@ void ConsoleHost::Private::paint(QPainter& painter)
     if (mPainter.hasUntold()) {
         mUntold.post();
     }
+    awaitBlink();
+}
+
+/// Waits until the cursor changes. From the thread that paints.
+void ConsoleHost::Private::awaitBlink()
+{
     const std::optional<double> blink = mPainter.secondsToBlink();
-    if (blink && mBlinkTimer.setDue(*blink)) {
-        if (isOnHostThread) {
-            mBlinkTimer.start();
-        } else {
-            mBlinkDue.post();
-        }
+    if (!blink || !mBlinkTimer.setDue(*blink)) {
+        return;
+    }
+    if (!mHost.isNull() && QThread::currentThread() == mHost->thread()) {
+        mBlinkTimer.start();
+    } else {
+        mBlinkDue.post();
     }
 }
 
 QRegion ConsoleHost::Private::changedRegion()
 {
-    constexpr int kMostPixels = (1 << 24) - 1; // Qt's limit for the sides of a widget
     const BorrowedConsole console(mConsole);
     const bool isPrepared = mOpen && console && !mIsPlain;
     const std::optional<QRegion> changed =
         isPrepared ? mPainter.prepare(*console, mView.share()) : std::nullopt;
-    return changed.value_or(QRect(0, 0, kMostPixels, kMostPixels));
+    if (changed && changed->isEmpty()) {
+        awaitBlink(); // no frame follows
+    }
+    return changed.value_or(mEverything);
 }
 
 } // namespace zephyr::console::qt

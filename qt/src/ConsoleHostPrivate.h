@@ -165,7 +165,11 @@ private:
     void onWaitedForLine();
     void onViewTimer(const std::function<void()>& work);
     void forgetInput();
+    static constexpr int kMostPixels = (1 << 24) - 1; // Qt's limit for the sides of a widget
+
+    void onFrameEnded();
     void requestRepaint();
+    void awaitBlink();
 
     std::shared_ptr<Console> mOwned; // null if the console is the program's
     const std::shared_ptr<ConsoleLender> mConsole;
@@ -194,10 +198,11 @@ private:
     ChangeWatch mChanges;
     std::size_t mAskedSize = 0; // number of entries in the log when a frame was last asked for
     BlinkTimer mBlinkTimer;
-    ChangeNotice mBlinkDue;          // from the thread that paints
-    ChangeNotice mUntold;            // so too: what a frame changed outside its clip
-    bool mIsKeyPressed = false;      // on the view
-    bool mHasKeyChangedView = false; // so that a frame is due
+    ChangeNotice mBlinkDue; // from the thread that paints
+    ChangeNotice mUntold;   // so too: a frame that nobody asked for showed something new
+    const QRegion mEverything{0, 0, kMostPixels, kMostPixels}; // made early, for when memory runs out
+    bool mIsKeyPressed = false;                                // on the view
+    bool mHasKeyChangedView = false;                           // so that a frame is due
     View mView;
     ViewPointer mViewPointer;
     ConsoleAccessibility mAccessibility;

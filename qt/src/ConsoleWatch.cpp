@@ -23,8 +23,12 @@ private:
 
 } // namespace
 
-ConsoleWatch::ConsoleWatch(QObject& receiver, std::function<void()> changed)
-    : mChanged(receiver, std::move(changed)), mFrameEnded(receiver, [this] { mIsInFrame = false; })
+ConsoleWatch::ConsoleWatch(QObject& receiver, std::function<void()> changed, std::function<void()> frameEnded)
+    : mChanged(receiver, std::move(changed)),
+      mFrameEnded(receiver, [this, frameEnded = std::move(frameEnded)] {
+          mIsInFrame = false;
+          frameEnded();
+      })
 {}
 
 void ConsoleWatch::start(Console& console)
@@ -46,7 +50,9 @@ void ConsoleWatch::hear(const Console& console)
 {
     if (std::this_thread::get_id() == mHostThread && console.isOpen() != mIsOpen) {
         mChanged.post();
-    } else if (mIsOpen && !isInFrame()) {
+    } else if (mIsOpen && isInFrame()) {
+        mFrameEnded.post();
+    } else if (mIsOpen) {
         mToldSize = console.logSize();
         mChanged.post();
     }

@@ -21,14 +21,15 @@ namespace zephyr::console::qt {
 /// Hears from a console that its log grew, that it was opened or closed, or that it is gone, whoever caused that on
 /// whatever thread, and tells the host's thread once that is back in its event loop.
 ///
-/// What is logged while a frame is painted tells nobody, or a host that logs in every frame would paint without end:
-/// the next frame shows it, at the latest when the cursor blinks. On the thread of the host a frame lasts until that
-/// thread is back in its event loop; a thread of its own that paints is always in one.
+/// What is logged while a frame is painted asks for no frame at once, or a host that logs in every frame would paint
+/// without end: a later frame shows it. On the thread of the host a frame lasts until that thread is back in its event
+/// loop; a thread of its own that paints is always in one.
 class ConsoleWatch : public std::enable_shared_from_this<ConsoleWatch>
 {
 public:
-    /// Calls `changed` for `receiver`. Belongs to the thread that constructs it.
-    ConsoleWatch(QObject& receiver, std::function<void()> changed);
+    /// Calls `changed` for `receiver`, and `frameEnded` after a frame in which something may have been logged. Belongs to
+    /// the thread that constructs it.
+    ConsoleWatch(QObject& receiver, std::function<void()> changed, std::function<void()> frameEnded);
 
     /// Starts to watch `console`. Call this once.
     void start(Console& console);

@@ -131,11 +131,15 @@ void FramePainter::paint(const Console& console, QPainter& painter, ViewShare* v
         }
     } catch (const std::bad_alloc&) {
         mBlinkRate.reset(); // the frame stays incomplete
+        mHasUntold = false;
     }
 }
 
 void FramePainter::paintSnapshot(const Console& console, QPainter& painter)
 {
+    mViewFrames = {};
+    mIsPrepared = false;
+    mHasUntold = false;
     takeOrRefresh(mSnapshot, console);
     if (!mSnapshot) {
         return; // memory ran out
@@ -158,13 +162,14 @@ void FramePainter::planView(const Console& console, ViewShare& view, QSize size)
 std::optional<QRegion> FramePainter::prepare(const Console& console, ViewShare& view)
 {
     mTells = true;
-    if (mThread != std::this_thread::get_id() || mViewFrames.size().isEmpty()) {
+    const bool isWhole = mBlinkRate && !mViewFrames.size().isEmpty();
+    if (!isWhole || mThread != std::this_thread::get_id()) {
         return std::nullopt;
     }
     try {
         planView(console, view, mViewFrames.size());
         mIsPrepared = mViewFrames.prepare(mBlinkClock.isCursorShown(*mBlinkRate));
-        return mIsPrepared ? std::optional(mViewFrames.takeUndrawn()) : std::nullopt;
+        return mIsPrepared ? std::optional(mViewFrames.takeChanged()) : std::nullopt;
     } catch (const std::bad_alloc&) {
         mIsPrepared = false;
         return std::nullopt;
@@ -174,15 +179,27 @@ std::optional<QRegion> FramePainter::prepare(const Console& console, ViewShare& 
 void FramePainter::paintView(const Console& console, QPainter& painter, ViewShare& view)
 {
     const QSize size = logicalSize(painter);
-    if (!std::exchange(mIsPrepared, false) || size != mViewFrames.size()) {
+    const bool isResized = size != mViewFrames.size();
+    const bool isPrepared = std::exchange(mIsPrepared, false) && !isResized;
+    if (!isPrepared) {
         planView(console, view, size);
     }
     const PainterState painterState(painter);
     resetState(painter);
-    mViewFrames.paint(painter, mBlinkClock.isCursorShown(*mBlinkRate));
+    const bool hasNews = mViewFrames.paint(painter, mBlinkClock.isCursorShown(*mBlinkRate));
+    if (isResized) {
+        mViewFrames.takeChanged(); // all of it is painted
+    }
+    mHasUntold = mTells && !isPrepared && !isResized && hasNews;
     const FramePlan& plan = *mViewFrames.lastPlan();
     const std::lock_guard lock(mMutex);
-    mPainted = {plan.logSize, size, plan.size, plan.font->lineHeight(), mViewFrames.cursor()};
+    // What was logged since a frame was prepared was logged in that frame, by what the host painted below.
+    mPainted = {isPrepared ? console.logSize() : plan.logSize,
+                plan.logSize,
+                size,
+                plan.size,
+                plan.font->lineHeight(),
+                mViewFrames.cursor()};
 }
 
 /// The size of a painter's device in the painter's own pixels.
@@ -230,7 +247,7 @@ void FramePainter::renderFrame(double seconds, QPainter& painter)
     const QRect cursor = cursorRectangle(*mSnapshot, metrics, size.height());
     paintComposition(painter, cursor);
     const std::lock_guard lock(mMutex);
-    mPainted = {mSnapshot->lines().size(), size, size, metrics.height(), cursor};
+    mPainted = {mSnapshot->lines().size(), mSnapshot->lines().size(), size, size, metrics.height(), cursor};
 }
 
 /// Paints over the input from the cursor on, as the text that is composed is about to be inserted there.

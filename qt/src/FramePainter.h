@@ -44,8 +44,9 @@ public:
     /// \return what the last frame that was told shows otherwise, in logical pixels; none if that isn't known.
     std::optional<QRegion> prepare(const Console& console, ViewShare& view);
 
-    /// Whether what a frame showed anew was outside the painter's clip, and prepare() is what tells of changes.
-    bool hasUntold() const { return mTells && mViewFrames.hasUndrawn(); }
+    /// Whether the last frame showed what prepare() didn't tell, and someone asks prepare(). Nobody knows where on the
+    /// screen such a frame went: a part of a window was uncovered, or somebody took a picture of it.
+    bool hasUntold() const { return mHasUntold; }
 
     /// The seconds from the last frame until the cursor next changes between shown and hidden, or until the next try if
     /// memory ran out. Nothing for a steady cursor.
@@ -55,6 +56,7 @@ public:
     struct Painted
     {
         std::size_t logSize = 0; ///< Number of entries in the log then.
+        std::size_t shown = 0;   ///< Number of entries that it shows, or would if it were as large.
         QSize device;            ///< Of what was painted on, in logical pixels; empty before the first frame.
         QSize size;              ///< Of what the console covered of that, which is its page.
         int lineHeight = 0;      ///< In logical pixels.
@@ -102,6 +104,7 @@ private:
     ViewFrames mViewFrames;
     bool mIsPrepared = false; // for the next frame
     bool mTells = false;      // whether prepare() was ever called
+    bool mHasUntold = false;
     std::atomic<bool> mIsFirstFrame{true};
     std::thread::id mThread;          // that painted last
     QElapsedTimer mFrameClock;        // since the last frame

@@ -132,6 +132,27 @@ TEST_P(FrameMemoryFault, LeavesAFrameForTheNextTime)
     EXPECT_EQ(expected, image);
 }
 
+TEST_F(MemoryFault, HasAllPaintedThatAPreparedFrameLeftOut)
+{
+    ViewShare share;
+    QImage image(200, 90, QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&image);
+    int incomplete = 0;
+    FramePainter frames;
+    frames.paint(mConsole, painter, &share);
+    mConsole.write(kLongText, Output);
+    ASSERT_TRUE(frames.prepare(mConsole, share));
+    failAtEachAllocation([&](std::size_t) {
+        frames.paint(mConsole, painter, &share);
+        if (frames.secondsToBlink()) { // which the steady cursor doesn't ask for
+            ++incomplete;
+            EXPECT_FALSE(frames.prepare(mConsole, share)) << "its region would be lost";
+        }
+    });
+    EXPECT_GT(incomplete, 0);
+    EXPECT_TRUE(frames.prepare(mConsole, share));
+}
+
 INSTANTIATE_TEST_SUITE_P(, FrameMemoryFault, testing::Bool(),
                          [](const auto& tested) { return tested.param ? "OfAView" : "OfTheRenderer"; });
 

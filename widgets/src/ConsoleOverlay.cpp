@@ -4,7 +4,6 @@
 #include "zephyr/common/Assert.h"
 
 #include <QChildEvent>
-#include <QPaintEvent>
 #include <QPainter>
 
 namespace zephyr::console::widgets {
@@ -99,10 +98,9 @@ void ConsoleOverlay::setVisible(bool visible)
 // The widget's own font stays out: what it sets beyond the console's font, such as italic letters, would be painted.
 void ConsoleOverlay::initPainter(QPainter*) const {}
 
-void ConsoleOverlay::paintEvent(QPaintEvent* event)
+void ConsoleOverlay::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.setClipRegion(event->region());
     mPrivate->mHost.paint(painter);
 }
 

@@ -1,5 +1,6 @@
 #include "View.h"
 
+#include "../Gui.h"
 #include "../KeyPress.h"
 #include "EntryText.h"
 #include "RowLayout.h"
@@ -31,7 +32,7 @@ constexpr int kLeastFlashTime = 2; // milliseconds; below it, Qt's own text fiel
 /// Whether the person at the desktop, or the program, wants cursors that don't blink.
 bool isCursorSteady()
 {
-    return qGuiApp != nullptr && QGuiApplication::styleHints()->cursorFlashTime() < kLeastFlashTime;
+    return hasGui() && QGuiApplication::styleHints()->cursorFlashTime() < kLeastFlashTime;
 }
 
 ViewAction actionOf(const KeyPress& press)
@@ -47,7 +48,7 @@ View::View(QObject& context, std::shared_ptr<ConsoleLender> console, Host host)
 {
     mSearch.setInterval(0);
     mShare.setState(std::make_shared<const ViewState>(state()));
-    if (qGuiApp != nullptr) {
+    if (hasGui()) {
         QObject::connect(QGuiApplication::styleHints(), &QStyleHints::cursorFlashTimeChanged, &context,
                          [this] { mHost.onTimer([this] { publish(); }); });
     }

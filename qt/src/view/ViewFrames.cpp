@@ -58,16 +58,16 @@ const std::shared_ptr<const ViewFont>& ViewFrames::fontFor(const Look& look)
     return mFont;
 }
 
-void ViewFrames::paint(QPainter& painter, bool isCursorShown)
+bool ViewFrames::paint(QPainter& painter, bool isCursorShown)
 {
+    const Shown before = mShown;
     if (updatePicture(ViewPicture::ratioFor(painter), isCursorShown)) {
-        mUndrawn = painter.hasClipping() ? mUndrawn - painter.clipRegion() : QRegion();
         mPicture.draw(painter);
     } else {
-        mUndrawn = {};
         mPicture = {};
         mPainter.paint(painter, *mPlan, *mState, isCursorShown);
     }
+    return mShown.plan != nullptr && !(mShown == before);
 }
 
 bool ViewFrames::prepare(bool isCursorShown)
@@ -82,13 +82,16 @@ bool ViewFrames::updatePicture(std::optional<double> ratio, bool isCursorShown)
     if (wanted.plan != nullptr && wanted == mShown) {
         return true;
     }
-    mShown = {};
+    const Shown before = std::exchange(mShown, {});
     if (wanted.plan == nullptr || !mPicture.update(mPlan, mState->look.background, wanted.ratio,
                                                    mPainter.itemsOf(*mPlan, *mState, isCursorShown))) {
         return false;
     }
     mShown = wanted;
-    mUndrawn += logical(mPicture.changed(), wanted.ratio);
+    mChanged += logical(mPicture.changed(), wanted.ratio);
+    if (before.plan != nullptr && before.plan->size != wanted.plan->size) {
+        mChanged += QRect(QPoint(0, 0), before.plan->size); // what lay below it shows again
+    }
     return true;
 }
 

@@ -38,8 +38,9 @@ public:
                                           const std::shared_ptr<const ViewState>& state, QSize size);
 
     /// Paints the frame that was planned last, and changes the painter's state. The pen, the composition and the like
-    /// must be a new painter's.
-    void paint(QPainter& painter, bool isCursorShown);
+    /// must be a new painter's. \return whether its picture differs from the
+    /// one before; false where there is no picture.
+    bool paint(QPainter& painter, bool isCursorShown);
 
     /// Makes the picture of the last paint show the frame that was planned last. \return whether there is a picture.
     bool prepare(bool isCursorShown);
@@ -50,11 +51,8 @@ public:
     /// The size of the device for which the last frame was planned, in logical pixels.
     QSize size() const { return mSize; }
 
-    /// Whether something was painted into the picture, but not on a device, since takeUndrawn() was called last.
-    bool hasUndrawn() const { return !mUndrawn.isEmpty(); }
-
-    /// What was painted into the picture, but not on a device, since it was called last, in logical pixels.
-    QRegion takeUndrawn() { return std::exchange(mUndrawn, {}); }
+    /// Where frames differ from the one that was the last when this was called last, in logical pixels.
+    QRegion takeChanged() { return std::exchange(mChanged, {}); }
 
     /// Where the cursor is in the frame that was painted last, in logical pixels.
     const QRect& cursor() const { return mPainter.cursor(); }
@@ -89,7 +87,7 @@ private:
     ViewPainter mPainter;
     ViewPicture mPicture;
     Shown mShown;
-    QRegion mUndrawn; // logical pixels
+    QRegion mChanged; // logical pixels
 };
 
 } // namespace zephyr::console::qt

@@ -101,17 +101,13 @@ public:
     void paint(QPainter& painter);
 
     /// What has to be painted anew since it was told last, in the logical pixels of what is painted, for hosts that
-    /// repaint a part of themselves, as widgets do. Ask it at each repaintNeeded(), and tell paint() by the painter's clip
-    /// what is repainted:
+    /// repaint a part of themselves, as widgets do:
     ///
     ///     connect(&host, &ConsoleHost::repaintNeeded, this, [this] { update(host.changedRegion()); });
-    ///     ...
-    ///     painter.setClipRegion(event->region()); // in paintEvent()
-    ///     host.paint(painter);
     ///
-    /// The next paint() shows what was told, and nothing newer. What changes outside the clip of another paint() asks
-    /// for a repaint. While the console is closed, or where it isn't known, it is more than any widget's size. Only for
-    /// the thread that paints.
+    /// Ask it at each repaintNeeded(), once you began. The next paint() shows what was told, and nothing newer; a paint()
+    /// that wasn't asked for and shows something new asks for a repaint. While the console is closed, or where it isn't
+    /// known, it is more than any widget's size. Only for the thread that paints.
     QRegion changedRegion();
 
     /// The console, or null if it is gone.
@@ -216,7 +212,7 @@ public:
 signals:
     /// The console no longer looks as it was painted: a key acted, the log grew, or the cursor blinked. Emitted at each
     /// such change, once when the console closes, and never while it stays closed. What is logged while a frame is
-    /// painted asks for no frame: a later one shows it, at the latest when the cursor blinks.
+    /// painted asks for no frame at once: a later one shows it, within a third of a second.
     void repaintNeeded();
 
     /// The console was opened or closed.
