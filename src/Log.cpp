@@ -3,24 +3,16 @@
 #include "zephyr/common/StringUtil.h"
 
 #include <algorithm>
-#include <utility>
+#include <string>
 
 namespace zephyr::console {
 
-namespace {
-
-constexpr std::size_t kReserve = 2048; // entries
-
-} // namespace
-
-Log::Log() { mLog.reserve(kReserve); }
-
-void Log::append(std::u32string&& text, ConsoleMessageType type, unsigned indent)
+void Log::append(LogEntry&& entry)
 {
-    mLog.push_back({std::move(text), type, indent});
+    mLog.add(std::move(entry));
     // good() alone isn't enough: a stream that was never opened is good too.
     if (mRedirectStream.is_open() && mRedirectStream.good()) {
-        const std::string line = StringUtil::toString(mLog.back().text);
+        const std::string line = StringUtil::toString(mLog[mLog.size() - 1].text);
         mRedirectStream.write(line.data(), static_cast<std::streamsize>(line.size())).put('\n');
     }
 }
@@ -28,9 +20,10 @@ void Log::append(std::u32string&& text, ConsoleMessageType type, unsigned indent
 void Log::read(std::size_t first, std::size_t count, std::vector<LogEntry>& entries) const
 {
     const std::size_t begin = std::min(first, mLog.size());
-    const std::size_t end = begin + std::min(count, mLog.size() - begin);
-    entries.assign(mLog.begin() + static_cast<std::ptrdiff_t>(begin),
-                   mLog.begin() + static_cast<std::ptrdiff_t>(end));
+    entries.resize(std::min(count, mLog.size() - begin)); // entries that were there keep their memory
+    auto to = entries.begin();
+    mLog.forEachPiece(begin, entries.size(),
+                      [&to](const LogEntry* from, const LogEntry* end) { to = std::copy(from, end, to); });
 }
 
 LogPart Log::readPart(std::size_t index, std::size_t first, std::size_t count) const
