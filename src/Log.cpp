@@ -12,8 +12,19 @@ void Log::append(LogEntry&& entry)
     mLog.add(std::move(entry));
     // good() alone isn't enough: a stream that was never opened is good too.
     if (mRedirectStream.is_open() && mRedirectStream.good()) {
-        const std::string line = StringUtil::toString(mLog[mLog.size() - 1].text);
-        mRedirectStream.write(line.data(), static_cast<std::streamsize>(line.size())).put('\n');
+        mirror(mLog[mLog.size() - 1].text);
+    }
+}
+
+/// Writes `text` and a line feed to the redirect file.
+void Log::mirror(const std::u32string& text)
+{
+    const std::string line = StringUtil::toString(text);
+    const auto length = static_cast<std::streamsize>(line.size());
+    std::filebuf& file =
+        *mRedirectStream.rdbuf(); // the stream's own functions ask for its state at each call
+    if (file.sputn(line.data(), length) != length || file.sputc('\n') == std::filebuf::traits_type::eof()) {
+        mRedirectStream.setstate(std::ios::badbit);
     }
 }
 

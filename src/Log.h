@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <fstream>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -42,6 +43,8 @@ public:
     void endRedirection();
 
 private:
+    void mirror(const std::u32string& text);
+
     LogEntries mLog;
     std::ofstream mRedirectStream;
 };
