@@ -1,5 +1,7 @@
 // The cost of a key, which must not depend on the length of the log or the history.
 
+#include "support/Commands.h"
+#include "support/Keys.h"
 #include "support/Workload.h"
 
 #include <Qt>
@@ -10,36 +12,12 @@ namespace zephyr::bench {
 namespace {
 
 using console::Console;
-using console::ConsoleArgs;
 
-constexpr int kCandidates = 1000;
 constexpr std::int64_t kKeysInLine = 1000;
 constexpr std::int64_t kShortHistory = 100;   // records
 constexpr std::int64_t kLongHistory = 100000; // records
 constexpr std::int64_t kUps = 10000;
 constexpr std::int64_t kFirstTabs = 1000; // each erasure lowers the limit of the line, which starts at 2048
-
-void type(Console& console, std::u32string_view text)
-{
-    for (const char32_t c : text) {
-        console.keyPressed(Qt::Key_A, Qt::NoModifier, std::u32string(1, c));
-    }
-}
-
-void press(Console& console, int key) { console.keyPressed(key, Qt::NoModifier, std::u32string()); }
-
-/// Offers many candidates. The console asks for them at the first Tab, so every later Tab measures only the console.
-class ManyCandidates : public console::ConsoleCommand
-{
-public:
-    std::u32string name() const override { return U"choose"; }
-    void execute(const ConsoleArgs&, Console&) override {}
-
-    std::vector<std::u32string> getAutoCompleteResults(const ConsoleArgs&) override
-    {
-        return std::vector<std::u32string>(kCandidates, U"candidate");
-    }
-};
 
 /// An open console with a log and a history. Each record of the history also adds to the log.
 std::unique_ptr<Console> usedConsole(const benchmark::State& state)

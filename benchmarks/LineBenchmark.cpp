@@ -1,6 +1,7 @@
 // The cost of running a line with a thousand commands registered: single lines, and a file.
 
 #include "Interpreters.h"
+#include "support/Commands.h"
 #include "support/Workload.h"
 #include "zephyr/common/StringUtil.h"
 
@@ -17,48 +18,15 @@ namespace zephyr::bench {
 namespace {
 
 using console::Console;
-using console::ConsoleArgs;
 using console::LogEntry;
 
-constexpr int kCommands = 1000;
-constexpr int kCommandInLine = 500;
 constexpr std::int64_t kLines = 20000;
 constexpr int kFileLines = 100000;
-
-std::string commandName(int number) { return "command" + std::to_string(number); }
-
-std::vector<std::string> commandNames()
-{
-    std::vector<std::string> names;
-    for (int i = 0; i < kCommands; ++i) {
-        names.push_back(commandName(i));
-    }
-    return names;
-}
-
-std::u32string fiveWords(int command)
-{
-    return StringUtil::toU32String(commandName(command)) + U" first second third fourth";
-}
-
-class EmptyCommand : public console::ConsoleCommand
-{
-public:
-    explicit EmptyCommand(const std::string& name) : mName(StringUtil::toU32String(name)) {}
-
-    std::u32string name() const override { return mName; }
-    void execute(const ConsoleArgs& args, Console&) override { benchmark::DoNotOptimize(&args); }
-
-private:
-    std::u32string mName;
-};
 
 std::unique_ptr<Console> readyConsole(std::size_t lines)
 {
     auto console = std::make_unique<Console>();
-    for (const std::string& name : commandNames()) {
-        console->registerCommand(std::make_unique<EmptyCommand>(name));
-    }
+    addCommands(*console);
     fillLog(*console, lines);
     return console;
 }

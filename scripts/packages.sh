@@ -16,3 +16,4 @@ docs_packages=(doxygen graphviz fonts-dejavu-core python3-markdown-it python3-md
 package_packages=("${docs_packages[@]}" "${build_packages[@]}" "${module_packages[@]}" dpkg-dev binutils file lintian)
 bench_packages=("${build_packages[@]}" libqt6opengl6-dev xvfb xauth libbenchmark-dev tcl-dev liblua5.4-dev gnuplot-nox python3)
 fuzz_packages=("${build_packages[@]}" clang libclang-rt-dev)
+instructions_packages=("${bench_packages[@]}" valgrind)

@@ -20,7 +20,7 @@ public:
         const std::thread::id self = std::this_thread::get_id();
         // Only the owner can find its own identity here, so that no ordering between threads is needed.
         if (mOwner.load(std::memory_order_relaxed) == self) {
-            throw std::system_error(std::make_error_code(std::errc::resource_deadlock_would_occur));
+            refuse();
         }
         mMutex.lock();
         mOwner.store(self, std::memory_order_relaxed);
@@ -34,6 +34,12 @@ public:
     }
 
 private:
+    // By itself, so that what locks stays small enough for the compiler to put it in place of each call.
+    [[noreturn]] static void refuse()
+    {
+        throw std::system_error(std::make_error_code(std::errc::resource_deadlock_would_occur));
+    }
+
     std::mutex mMutex;
     std::atomic<std::thread::id> mOwner;
 };

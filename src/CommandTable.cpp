@@ -1,5 +1,7 @@
 #include "CommandTable.h"
 
+#include <QScopeGuard>
+
 #include <iterator>
 #include <utility>
 
@@ -7,7 +9,13 @@ namespace zephyr::console {
 
 void CommandTable::add(const std::u32string& name, std::unique_ptr<ConsoleCommand>&& command)
 {
-    std::unique_ptr<ConsoleCommand>& entry = mCommands[name];
+    const auto added = mCommands.try_emplace(name);
+    std::unique_ptr<ConsoleCommand>& entry = added.first->second;
+    if (added.second) {
+        auto undo = qScopeGuard([&] { mCommands.erase(added.first); });
+        mFinder.emplace(added.first->first, &entry);
+        undo.dismiss();
+    }
     retire(std::move(entry));
     entry = std::move(command);
 }
@@ -19,14 +27,15 @@ bool CommandTable::remove(const std::u32string& name)
         return false;
     }
     ++mRemovals;
+    mFinder.erase(entry.key());
     retire(std::move(entry.mapped()));
     return true;
 }
 
 ConsoleCommand* CommandTable::find(const std::u32string& name) const
 {
-    const auto found = mCommands.find(name);
-    return found == mCommands.end() ? nullptr : found->second.get();
+    const auto found = mFinder.find(name);
+    return found == mFinder.end() ? nullptr : found->second->get();
 }
 
 std::optional<std::vector<std::u32string>> CommandTable::candidates(std::vector<std::u32string>&& words,
@@ -58,6 +67,7 @@ void CommandTable::forEach(const std::function<void(const ConsoleCommand&)>& fn)
 
 void CommandTable::clear()
 {
+    mFinder.clear();
     auto commands = std::exchange(mCommands, {});
     ++mRemovals;
     for (auto& [name, command] : commands) {

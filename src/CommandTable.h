@@ -9,6 +9,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -73,6 +75,8 @@ private:
     void retire(std::unique_ptr<ConsoleCommand> command);
 
     std::map<std::u32string, std::unique_ptr<ConsoleCommand>> mCommands;
+    std::unordered_map<std::u32string_view, const std::unique_ptr<ConsoleCommand>*>
+        mFinder; // finds them fast
     Call* mInnermost = nullptr;
     std::size_t mRemovals = 0; // from mCommands, by which iterators become invalid
 };

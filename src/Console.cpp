@@ -153,8 +153,8 @@ Console::Private::Private(Console& console)
 
 Console::Console() : mPrivate(new Private(*this), &Private::destroy)
 {
-    mPrivate->appendLine(kTitle, Output, 0);
-    mPrivate->appendLine(std::u32string(), Output, 0);
+    mPrivate->append({kTitle, Output, 0});
+    mPrivate->append({{}, Output, 0});
     registerCommand(std::make_unique<Private::HelpCommand>());
     registerCommand(std::make_unique<AliasConsoleCommand>(mPrivate->mAliases));
 }
@@ -245,7 +245,7 @@ void Console::Private::insertText(const std::u32string& text)
         return;
     }
     if (parts->line.isFull()) {
-        return appendLine(kInputFull, Output, 0); // locks again, which throws: oddity 2
+        return append({kInputFull, Output, 0}); // locks again, which throws: oddity 2
     }
     if (!text.empty()) {
         parts->line.insert(text.front());
@@ -316,7 +316,7 @@ void Console::Private::execute(std::u32string line, bool recordInHistory)
 
     std::vector<std::u32string> words = splitUnquoted(line, kWordDelimiter);
     std::u32string recorded = recordInHistory ? line : std::u32string();
-    appendLine(std::move(line), Input, 0); // the echo, before anything that the line does
+    append({std::move(line), Input, 0}); // the echo, before anything that the line does
     if (words.empty()) {
         return;
     }
@@ -339,7 +339,7 @@ void Console::Private::refuse(const std::u32string& line)
 {
     const std::u32string limit = StringUtil::toU32String(std::to_string(mDepthLimit));
     const std::u32string refusal = U"'" + line + kTooDeepMiddle + limit + U".";
-    appendLine(refusal, Output, 0);
+    append({refusal, Output, 0});
     throw DepthLimitError(StringUtil::toString(refusal));
 }
 
@@ -347,7 +347,7 @@ void Console::Private::refuse(const std::u32string& line)
 void Console::Private::dispatch(ConsoleCommand* command, std::vector<std::u32string>&& words)
 {
     if (command == nullptr) {
-        appendLine(U"'" + words.front() + kUnknownCommandEnd, Output, 0);
+        append({U"'" + words.front() + kUnknownCommandEnd, Output, 0});
     } else {
         runCommand(*command, std::move(words));
     }
@@ -355,7 +355,7 @@ void Console::Private::dispatch(ConsoleCommand* command, std::vector<std::u32str
         if (command != nullptr) {
             parts.log.endRedirection(); // an outer line's too: oddity 7
         }
-        parts.log.append({}, Output, 0);
+        parts.log.append({{}, Output, 0});
         parts.line.clear();
     });
 }
@@ -425,12 +425,12 @@ void Console::forEachAlias(
 
 void Console::write(const std::string& text, ConsoleMessageType type)
 {
-    mPrivate->appendLine(StringUtil::toU32String(text), type, 0);
+    mPrivate->append({StringUtil::toU32String(text), type, 0});
 }
 
 void Console::write(const std::u32string& text, ConsoleMessageType type)
 {
-    mPrivate->appendLine(text, type, 0);
+    mPrivate->append({text, type, 0});
 }
 
 void Console::writeIndented(const std::string& text, ConsoleMessageType type, unsigned indent)
@@ -445,7 +445,7 @@ void Console::writeIndented(const std::string& text, unsigned indent)
 
 void Console::writeIndented(const std::u32string& text, ConsoleMessageType type, unsigned indent)
 {
-    mPrivate->appendLine(std::u32string(indent, U' ') + text, type, indent);
+    mPrivate->append({std::u32string(indent, U' ') + text, type, indent});
 }
 
 void Console::writeIndented(const std::u32string& text, unsigned indent)
@@ -453,7 +453,7 @@ void Console::writeIndented(const std::u32string& text, unsigned indent)
     writeIndented(text, Output, indent);
 }
 
-void Console::newline() { mPrivate->appendLine(std::u32string(), Output, 0); }
+void Console::newline() { mPrivate->append({{}, Output, 0}); }
 std::size_t Console::logSize() const { return mPrivate->lock()->log.entries().size(); }
 
 void Console::readLog(std::size_t first, std::size_t count, std::vector<LogEntry>& entries) const
@@ -466,9 +466,9 @@ LogPart Console::readLogPart(std::size_t index, std::size_t first, std::size_t c
     return mPrivate->lock()->log.readPart(index, first, count);
 }
 
-void Console::Private::appendLine(std::u32string text, ConsoleMessageType type, unsigned indent)
+void Console::Private::append(LogEntry&& entry)
 {
-    change([&](Guarded& parts) { parts.log.append(std::move(text), type, indent); });
+    change([&entry](Guarded& parts) { parts.log.append(std::move(entry)); });
 }
 
 bool Console::mouseWheel(Angle vertical, Angle)
@@ -545,31 +545,55 @@ ConsoleSnapshot Console::snapshot() const
 
 ConsoleSnapshot Console::Private::takeSnapshot(const Access& parts) const
 {
-    return {parts->log.entries(), parts->line.text(),           mTextColor,
-            mBackgroundColor,     parts->line.cursorPosition(), mCursorChar,
-            mCursorBlinkRate,     parts->scroll.offset(),       mFont};
+    ConsoleSnapshot snapshot({}, parts->line.text(), mTextColor, mBackgroundColor,
+                             parts->line.cursorPosition(), mCursorChar, mCursorBlinkRate,
+                             parts->scroll.offset(), mFont);
+    snapshot.mLines.reserve(parts->log.entries().size());
+    addNewLines(parts, snapshot);
+    return snapshot;
+}
+
+/// Copies to `snapshot`, which has room for them, the entries that were written since it was taken: all or, if it throws
+/// `std::bad_alloc`, none.
+void Console::Private::addNewLines(const Access& parts, ConsoleSnapshot& snapshot)
+{
+    const LogEntries& log = parts->log.entries();
+    std::vector<LogEntry>& lines = snapshot.mLines;
+    const std::size_t known = lines.size();
+    auto removeNew = qScopeGuard([&] { lines.resize(known); });
+    log.forEachPiece(known, log.size() - known, [&lines](const LogEntry* begin, const LogEntry* end) {
+        lines.insert(lines.end(), begin, end);
+    });
+    removeNew.dismiss();
+}
+
+/// Brings `snapshot` up to date. \return 0, or the number of lines that it must first get room for.
+std::size_t Console::Private::refresh(ConsoleSnapshot& snapshot)
+{
+    const Access parts = lock();
+    const std::size_t size = parts->log.entries().size();
+    // The font is this console's own, and a snapshot that shares it keeps its address from being used again.
+    if (!mFont || snapshot.mFont != mFont || snapshot.mLines.size() > size) {
+        snapshot = takeSnapshot(parts);
+        return 0;
+    }
+    if (snapshot.mLines.capacity() < size) {
+        return size; // also since an insertion that moves the lines and then fails would lose them
+    }
+    std::u32string input = parts->line.text();
+    addNewLines(parts, snapshot);
+    snapshot.mInput = std::move(input);
+    snapshot.mCursorPosition = parts->line.cursorPosition();
+    snapshot.mScrollOffset = parts->scroll.offset(); // the rest never changes
+    return 0;
 }
 
 void Console::refresh(ConsoleSnapshot& snapshot) const
 {
-    const Private::Access parts = mPrivate->lock();
-    const std::vector<LogEntry>& log = parts->log.entries();
-    const std::size_t known = snapshot.mLines.size();
-    // The font is this console's own, and a snapshot that shares it keeps its address from being used again.
-    if (!mPrivate->mFont || snapshot.mFont != mPrivate->mFont || known > log.size()) {
-        snapshot = mPrivate->takeSnapshot(parts);
-        return;
+    // Room is made without the lock, since growing moves all lines: other threads would wait for that.
+    while (const std::size_t lines = mPrivate->refresh(snapshot)) {
+        snapshot.mLines.reserve(std::max(lines, 2 * snapshot.mLines.size()));
     }
-    std::u32string input = parts->line.text();
-    if (snapshot.mLines.capacity() < log.size()) {
-        // Room comes first: an insertion that moves the entries and then fails would lose them.
-        snapshot.mLines.reserve(std::max(log.size(), 2 * known));
-    }
-    snapshot.mLines.insert(snapshot.mLines.end(), log.begin() + static_cast<std::ptrdiff_t>(known),
-                           log.end());
-    snapshot.mInput = std::move(input);
-    snapshot.mCursorPosition = parts->line.cursorPosition();
-    snapshot.mScrollOffset = parts->scroll.offset(); // the rest never changes
 }
 
 } // namespace zephyr::console

@@ -92,13 +92,15 @@ public:
     void execute(std::u32string line, bool recordInHistory);
     bool isRunning() const { return mRunningLines > 0; }
 
-    void appendLine(std::u32string text, ConsoleMessageType type, unsigned indent);
+    void append(LogEntry&& entry);
     void scrollLines(std::int64_t lines);
     unsigned visibleLineCount() const;
     ConsoleSnapshot takeSnapshot(const Access& parts) const;
+    std::size_t refresh(ConsoleSnapshot& snapshot);
 
 private:
     bool applyCompletion(bool backwards);
+    static void addNewLines(const Access& parts, ConsoleSnapshot& snapshot);
     void refuse(const std::u32string& line);
     void dispatch(ConsoleCommand* command, std::vector<std::u32string>&& words);
     void runCommand(ConsoleCommand& command, std::vector<std::u32string>&& words);

@@ -81,7 +81,7 @@ void ConsoleRenderer::render(const ElapsedSimTime& elapsed, const ConsoleSnapsho
 
     const QFontMetrics metrics(*snapshot.font());
     const std::size_t first = firstEntryToDraw(snapshot, metrics.height(), size.height());
-    const std::int64_t edge = mLowerEdge.position(snapshot, promptLine, size.height(), p);
+    const std::int64_t edge = mLowerEdge.position(snapshot, first, promptLine, size.height(), p);
     const std::int64_t baseline = drawLog(snapshot, first, metrics, edge, p);
     if (baseline <= LowerEdge::kLowest) {
         p.drawText(QPoint(0, static_cast<int>(baseline)), QString::fromStdU32String(promptLine));

@@ -3,34 +3,38 @@
 #include "zephyr/common/StringUtil.h"
 
 #include <algorithm>
-#include <utility>
+#include <string>
 
 namespace zephyr::console {
 
-namespace {
-
-constexpr std::size_t kReserve = 2048; // entries
-
-} // namespace
-
-Log::Log() { mLog.reserve(kReserve); }
-
-void Log::append(std::u32string&& text, ConsoleMessageType type, unsigned indent)
+void Log::append(LogEntry&& entry)
 {
-    mLog.push_back({std::move(text), type, indent});
+    mLog.add(std::move(entry));
     // good() alone isn't enough: a stream that was never opened is good too.
     if (mRedirectStream.is_open() && mRedirectStream.good()) {
-        const std::string line = StringUtil::toString(mLog.back().text);
-        mRedirectStream.write(line.data(), static_cast<std::streamsize>(line.size())).put('\n');
+        mirror(mLog[mLog.size() - 1].text);
+    }
+}
+
+/// Writes `text` and a line feed to the redirect file.
+void Log::mirror(const std::u32string& text)
+{
+    const std::string line = StringUtil::toString(text);
+    const auto length = static_cast<std::streamsize>(line.size());
+    std::filebuf& file =
+        *mRedirectStream.rdbuf(); // the stream's own functions ask for its state at each call
+    if (file.sputn(line.data(), length) != length || file.sputc('\n') == std::filebuf::traits_type::eof()) {
+        mRedirectStream.setstate(std::ios::badbit);
     }
 }
 
 void Log::read(std::size_t first, std::size_t count, std::vector<LogEntry>& entries) const
 {
     const std::size_t begin = std::min(first, mLog.size());
-    const std::size_t end = begin + std::min(count, mLog.size() - begin);
-    entries.assign(mLog.begin() + static_cast<std::ptrdiff_t>(begin),
-                   mLog.begin() + static_cast<std::ptrdiff_t>(end));
+    entries.resize(std::min(count, mLog.size() - begin)); // entries that were there keep their memory
+    auto to = entries.begin();
+    mLog.forEachPiece(begin, entries.size(),
+                      [&to](const LogEntry* from, const LogEntry* end) { to = std::copy(from, end, to); });
 }
 
 LogPart Log::readPart(std::size_t index, std::size_t first, std::size_t count) const

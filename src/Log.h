@@ -1,12 +1,13 @@
 #ifndef ZEPHYR_CONSOLE_LOG_H
 #define ZEPHYR_CONSOLE_LOG_H
 
-#include "zephyr/console/ConsoleMessageType.h"
+#include "LogEntries.h"
 #include "zephyr/console/ConsoleSnapshot.h"
 
 #include <cstddef>
 #include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zephyr::console {
@@ -16,13 +17,11 @@ namespace zephyr::console {
 class Log
 {
 public:
-    Log();
-
     /// Appends an entry. If a redirect file is open and no write to it has failed, it gets the text and a line feed.
-    void append(std::u32string&& text, ConsoleMessageType type, unsigned indent);
+    void append(LogEntry&& entry);
 
     /// The entries so far.
-    const std::vector<LogEntry>& entries() const { return mLog; }
+    const LogEntries& entries() const { return mLog; }
 
     /// Replaces the contents of `entries` by up to `count` entries of the log, from index `first` on.
     void read(std::size_t first, std::size_t count, std::vector<LogEntry>& entries) const;
@@ -44,7 +43,9 @@ public:
     void endRedirection();
 
 private:
-    std::vector<LogEntry> mLog;
+    void mirror(const std::u32string& text);
+
+    LogEntries mLog;
     std::ofstream mRedirectStream;
 };
 

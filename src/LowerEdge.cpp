@@ -16,6 +16,7 @@ namespace zephyr::console::detail {
 
 namespace {
 
+constexpr std::size_t kShortText = 256; // code points, at most
 constexpr char32_t kFirstMark = 0x0300; // the first combining mark in Unicode
 
 /// The number of marks in `text`, and so at least the number that any letter of it carries.
@@ -41,26 +42,55 @@ bool losesWhatIsBelow(const QPainter& p)
 
 } // namespace
 
-std::int64_t LowerEdge::position(const ConsoleSnapshot& snapshot, std::u32string_view promptLine, int height,
-                                 const QPainter& p)
+std::int64_t LowerEdge::position(const ConsoleSnapshot& snapshot, std::size_t first,
+                                 std::u32string_view promptLine, int height, const QPainter& p)
 {
     if (snapshot.scrollOffset() == 0 || !losesWhatIsBelow(p)) {
         return kLowest;
     }
-    countMarks(snapshot.lines());
     // A mark raises a letter by less than a line. Lines are measured in the device's own resolution, which
     // may be finer than the one that they are spaced in.
-    const QFontMetrics onDevice(*snapshot.font(), p.device());
-    const std::size_t linesOfReach = std::size_t{1} + std::max(mMostMarks, marksIn(promptLine));
-    const std::int64_t reach = static_cast<std::int64_t>(linesOfReach) * onDevice.height();
+    const std::int64_t lineOnDevice = QFontMetrics(*snapshot.font(), p.device()).height();
     // A window with a pixel ratio tells its height in logical pixels already, so the larger height counts.
-    return std::min(kLowest, std::max(height, p.device()->height()) + reach);
+    const std::int64_t bottom = std::max(height, p.device()->height());
+    const auto edgeWith = [&](std::size_t marks) {
+        return std::min(kLowest, bottom + static_cast<std::int64_t>(marks + 1) * lineOnDevice);
+    };
+    // A text has no more marks than code points, so a short one that begins below this can't reach up to the device.
+    const std::int64_t lowest = edgeWith(kShortText);
+    const int spacing = std::max(1, QFontMetrics(*snapshot.font()).height());
+    const auto near = static_cast<std::size_t>(lowest / spacing + 1); // entries
+    const std::vector<LogEntry>& log = snapshot.lines();
+    const std::size_t begin = std::min(first, log.size());
+    countMarks(log, begin, begin + std::min(near, log.size() - begin));
+    countMarksOfLongTexts(log);
+    return edgeWith(std::max({mMostMarks, mMostMarksOfLongTexts, marksIn(promptLine)}));
 }
 
-void LowerEdge::countMarks(const std::vector<LogEntry>& log)
+/// Counts the marks of the entries from index `begin` up to `end`, those that aren't counted yet.
+void LowerEdge::countMarks(const std::vector<LogEntry>& log, std::size_t begin, std::size_t end)
 {
-    for (; mEntriesCounted < log.size(); ++mEntriesCounted) {
-        mMostMarks = std::max(mMostMarks, marksIn(log[mEntriesCounted].text));
+    if (end < mCountedBegin || begin > mCountedEnd) {
+        // The range is one, and what lies between may be most of the log.
+        mCountedBegin = begin;
+        mCountedEnd = begin;
+        mMostMarks = 0;
+    }
+    while (mCountedBegin > begin) {
+        mMostMarks = std::max(mMostMarks, marksIn(log[--mCountedBegin].text));
+    }
+    while (mCountedEnd < end) {
+        mMostMarks = std::max(mMostMarks, marksIn(log[mCountedEnd++].text));
+    }
+}
+
+/// Counts the marks of each entry with a long text, once.
+void LowerEdge::countMarksOfLongTexts(const std::vector<LogEntry>& log)
+{
+    for (; mLookedAt < log.size(); ++mLookedAt) {
+        if (log[mLookedAt].text.size() > kShortText) {
+            mMostMarksOfLongTexts = std::max(mMostMarksOfLongTexts, marksIn(log[mLookedAt].text));
+        }
     }
 }
 

@@ -1,36 +1,14 @@
+#include "support/SleepingThread.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
 
-#include <atomic>
 #include <limits>
-#include <thread>
 
 #include <malloc.h>
 
 namespace {
-
-/// A sleeping thread. In a process with one thread, the C library skips locks and atomic operations, which flatters
-/// whatever takes nanoseconds.
-class SleepingThread
-{
-public:
-    SleepingThread() : mThread([this] { mAwake.wait(false); }) {}
-
-    ~SleepingThread()
-    {
-        mAwake = true;
-        mAwake.notify_all();
-        mThread.join();
-    }
-
-    SleepingThread(const SleepingThread&) = delete;
-    SleepingThread& operator=(const SleepingThread&) = delete;
-
-private:
-    std::atomic<bool> mAwake{false};
-    std::thread mThread;
-};
 
 /// Makes the allocator keep freed memory. Otherwise rows with large logs would request fresh pages again and again, and
 /// chance would decide which row of a pair pays for that.
@@ -54,7 +32,7 @@ int main(int argc, char** argv)
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;
     }
-    const SleepingThread sleeper;
+    const zephyr::bench::SleepingThread sleeper;
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
     return 0;

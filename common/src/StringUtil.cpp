@@ -6,8 +6,11 @@
 #include <QStringDecoder>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <functional>
 #include <iterator>
+#include <numeric>
 #include <type_traits>
 
 namespace zephyr {
@@ -19,18 +22,66 @@ constexpr std::string_view kUtf8Replacement = "\xEF\xBF\xBD";
 constexpr char32_t kReplacement = QChar::ReplacementCharacter;
 constexpr std::size_t kLongestSequence = 4; // bytes
 
-// Whether all of `text` is ASCII, which is the same in every form of Unicode. Nearly all text is, so the loop
-// has no exit: the compiler checks several characters at a time.
+// Nearly all text is ASCII, which is the same in every form of Unicode. It is checked and converted by whole blocks: the
+// compiler makes a few vector instructions of a loop whose length it knows.
+constexpr std::size_t kBlock = 16; // characters
+
+template <typename Char>
+using Block = std::array<std::make_unsigned_t<Char>, kBlock>;
+
+// A copy of the block at `from`, of which the compiler knows that nothing else changes it.
+template <typename Char>
+Block<Char> blockAt(const Char* from)
+{
+    Block<Char> block;
+    std::copy_n(from, kBlock, block.begin());
+    return block;
+}
+
+// Calls `step` with the position of each block of `text`, which must have one. The last block ends with the text and so may
+// overlap the one before.
+template <typename Char, typename Step>
+void forEachBlock(std::basic_string_view<Char> text, const Step& step)
+{
+    const std::size_t last = text.size() - kBlock;
+    for (std::size_t position = 0; position < last; position += kBlock) {
+        step(position);
+    }
+    step(last);
+}
+
 template <typename Char>
 bool isAscii(std::basic_string_view<Char> text)
 {
-    using Value = std::make_unsigned_t<Char>;
-    constexpr Value kBeyond = 0x80;
-    Value bits = 0;
-    for (const Char c : text) {
-        bits = static_cast<Value>(bits | static_cast<Value>(c));
+    constexpr unsigned kBeyond = 0x80;
+    if (text.size() < kBlock) {
+        return std::all_of(text.begin(), text.end(),
+                           [](Char c) { return static_cast<std::make_unsigned_t<Char>>(c) < kBeyond; });
     }
-    return bits < kBeyond;
+    Block<Char> bits{};
+    forEachBlock(text, [&](std::size_t position) {
+        const Block<Char> block = blockAt(text.data() + position);
+        for (std::size_t i = 0; i < kBlock; ++i) {
+            bits[i] |= block[i];
+        }
+    });
+    return std::accumulate(bits.begin(), bits.end(), 0U, std::bit_or<>()) < kBeyond;
+}
+
+// ASCII `text` in characters of another width.
+template <typename To, typename From>
+std::basic_string<To> converted(std::basic_string_view<From> text)
+{
+    if (text.size() < kBlock) {
+        return {text.begin(), text.end()};
+    }
+    std::basic_string<To> result(text.size(), To{});
+    forEachBlock(text, [&](std::size_t position) {
+        const Block<From> block = blockAt(text.data() + position);
+        std::transform(block.begin(), block.end(), result.data() + position,
+                       [](auto c) { return static_cast<To>(c); });
+    });
+    return result;
 }
 
 bool isWellFormed(std::string_view utf8)
@@ -149,7 +200,7 @@ std::u32string StringUtil::trim(std::u32string_view text)
 std::string StringUtil::toString(std::u32string_view text)
 {
     if (isAscii(text)) {
-        return std::string(text.begin(), text.end());
+        return converted<char>(text);
     }
     QString utf16;
     utf16.reserve(static_cast<qsizetype>(text.size()));
@@ -162,7 +213,7 @@ std::string StringUtil::toString(std::u32string_view text)
 std::u32string StringUtil::toU32String(std::string_view text)
 {
     if (isAscii(text)) {
-        return std::u32string(text.begin(), text.end());
+        return converted<char32_t>(text);
     }
     if (isWellFormed(text)) {
         return decoded(text);

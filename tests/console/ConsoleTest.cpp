@@ -79,11 +79,10 @@ TEST(Console, StartsWithoutHistory)
     EXPECT_EQ(user.input(), "");
 }
 
-TEST(Console, StartsWithRoomForInputAndLog)
+TEST(Console, StartsWithRoomForInput)
 {
     Console console;
     EXPECT_EQ(test::inputBuffer(console), std::u32string(2048, U'\0'));
-    EXPECT_EQ(test::partsOf(console).lock()->log.entries().capacity(), 2048U);
     EXPECT_EQ(test::historyIndex(console), -1);
 }
 

@@ -19,21 +19,21 @@ std::u32string marked(std::size_t count) { return U"a" + std::u32string(count, U
 
 /// The edge on an image of kHeight pixels whose painter has been set up.
 std::int64_t edgeOf(LowerEdge& edge, const ConsoleView& view, const std::u32string& promptLine = kPromptLine,
-                    const std::function<void(QPainter&)>& setUp = {})
+                    const std::function<void(QPainter&)>& setUp = {}, std::size_t first = 0)
 {
     QImage canvas = scene(QSize(60, kHeight));
     QPainter p(&canvas);
     if (setUp) {
         setUp(p);
     }
-    return edge.position(view.snapshot(), promptLine, kHeight, p);
+    return edge.position(view.snapshot(), first, promptLine, kHeight, p);
 }
 
-/// How many lines the edge of a view that is scrolled back lies below the device.
+/// How many lines the edge of a view that is scrolled back, with the entry `first` at its top, lies below the device.
 std::int64_t linesBelow(LowerEdge& edge, const std::vector<console::LogEntry>& log,
-                        const std::u32string& promptLine = kPromptLine)
+                        const std::u32string& promptLine = kPromptLine, std::size_t first = 0)
 {
-    const std::int64_t below = edgeOf(edge, {.log = log, .scroll = 1}, promptLine) - kHeight;
+    const std::int64_t below = edgeOf(edge, {.log = log, .scroll = 1}, promptLine, {}, first) - kHeight;
     EXPECT_EQ(below % lineHeight(), 0);
     return below / lineHeight();
 }
@@ -72,6 +72,51 @@ TEST(LowerEdge, CountsAnEntryOnce)
     EXPECT_EQ(linesBelow(edge, {output(marked(9))}), 1);
 }
 
+/// A thousand short lines, and a marked one at `index`.
+std::vector<console::LogEntry> logWithMarksAt(std::size_t index, std::size_t marks)
+{
+    std::vector<console::LogEntry> log(1000, output(U"b"));
+    log[index] = output(marked(marks));
+    return log;
+}
+
+TEST(LowerEdge, LooksAsFarDownAsAShortTextCouldReach)
+{
+    const auto fitting = static_cast<std::size_t>(kHeight / lineHeight());
+    LowerEdge near;
+    EXPECT_EQ(linesBelow(near, logWithMarksAt(fitting + 255, 255)), 1 + 255);
+    LowerEdge far;
+    EXPECT_EQ(linesBelow(far, logWithMarksAt(fitting + 270, 255)), 1);
+}
+
+TEST(LowerEdge, LooksAtEachLongText)
+{
+    LowerEdge edge;
+    EXPECT_EQ(linesBelow(edge, logWithMarksAt(999, 256)), 1 + 256);
+}
+
+TEST(LowerEdge, LooksBelowTheTopOfTheView)
+{
+    LowerEdge edge;
+    EXPECT_EQ(linesBelow(edge, logWithMarksAt(400, 3), kPromptLine, 401), 1);
+    EXPECT_EQ(linesBelow(edge, logWithMarksAt(400, 3), kPromptLine, 400), 1 + 3);
+}
+
+TEST(LowerEdge, CountsMarksAgainWhereTheViewJumps)
+{
+    const std::vector<console::LogEntry> log = logWithMarksAt(900, 3);
+    LowerEdge edge;
+    EXPECT_EQ(linesBelow(edge, log), 1);
+    EXPECT_EQ(linesBelow(edge, log, kPromptLine, 899), 1 + 3);
+    EXPECT_EQ(linesBelow(edge, log), 1);
+}
+
+TEST(LowerEdge, TakesAViewFromBeyondTheLog)
+{
+    LowerEdge edge;
+    EXPECT_EQ(linesBelow(edge, {output(marked(2))}, kPromptLine, 5), 1);
+}
+
 TEST(LowerEdge, CountsThePromptLineOfTheFrameOnly)
 {
     LowerEdge edge;
@@ -99,7 +144,7 @@ TEST(LowerEdge, IsLowestOnADeviceThatRecords)
     LowerEdge edge;
     QPicture picture;
     QPainter p(&picture);
-    EXPECT_EQ(edge.position(ConsoleView{.scroll = 1}.snapshot(), kPromptLine, kHeight, p),
+    EXPECT_EQ(edge.position(ConsoleView{.scroll = 1}.snapshot(), 0, kPromptLine, kHeight, p),
               LowerEdge::kLowest);
 }
 
@@ -109,8 +154,8 @@ TEST(LowerEdge, LiesBelowTheLargerOfTheLogicalHeightAndTheDevices)
     QImage canvas = scene(QSize(60, kHeight));
     QPainter p(&canvas);
     const console::ConsoleSnapshot snapshot = ConsoleView{.scroll = 1}.snapshot();
-    EXPECT_EQ(edge.position(snapshot, kPromptLine, kHeight / 2, p), kHeight + lineHeight());
-    EXPECT_EQ(edge.position(snapshot, kPromptLine, kHeight * 2, p), kHeight * 2 + lineHeight());
+    EXPECT_EQ(edge.position(snapshot, 0, kPromptLine, kHeight / 2, p), kHeight + lineHeight());
+    EXPECT_EQ(edge.position(snapshot, 0, kPromptLine, kHeight * 2, p), kHeight * 2 + lineHeight());
 }
 
 TEST(LowerEdge, IsNeverLowerThanTheLowest)
