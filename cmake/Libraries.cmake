@@ -1,6 +1,16 @@
 include(CMakePackageConfigHelpers)
 include(GenerateExportHeader)
 
+# Linux and most other systems; not Windows or macOS, which have other kinds of libraries.
+if(UNIX AND NOT APPLE)
+  set(ZEPHYR_ELF ON)
+endif()
+# What a run path calls the folder of the file that it is in. Windows has no run paths.
+set(ZEPHYR_ORIGIN $ORIGIN)
+if(APPLE)
+  set(ZEPHYR_ORIGIN @loader_path)
+endif()
+
 # zephyr_compile_settings(TARGET)
 # Sets the language level, visibility, warnings, instrumentation, hardening and arithmetic of all code in this project.
 function(zephyr_compile_settings target)
@@ -50,17 +60,19 @@ function(zephyr_add_library target)
   endforeach()
 
   # Templates of the standard library are instantiated with default visibility. The version script limits the exports to
-  # this project's own names.
-  set(version_script ${PROJECT_SOURCE_DIR}/cmake/exports.map)
-  target_link_options(${target} PRIVATE LINKER:--version-script=${version_script})
-  if(NOT ZEPHYR_CONSOLE_SANITIZERS) # a sanitizer's runtime may be linked by the program only
-    target_link_options(${target} PRIVATE LINKER:--no-undefined)
+  # this project's own names. Windows exports what is marked only, and Apple's linker takes no such script.
+  if(ZEPHYR_ELF)
+    set(version_script ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+    target_link_options(${target} PRIVATE LINKER:--version-script=${version_script})
+    set_target_properties(${target} PROPERTIES LINK_DEPENDS ${version_script})
+    if(NOT ZEPHYR_CONSOLE_SANITIZERS) # a sanitizer's runtime may be linked by the program only
+      target_link_options(${target} PRIVATE LINKER:--no-undefined)
+    endif()
   endif()
   set_target_properties(${target} PROPERTIES
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}
-    EXPORT_NAME ${arg_ALIAS}
-    LINK_DEPENDS ${version_script})
+    EXPORT_NAME ${arg_ALIAS})
   if(NOT arg_COMPONENT)
     set(arg_COMPONENT Runtime)
   endif()
@@ -74,8 +86,10 @@ endfunction()
 # pkg-config file made from cmake/TARGET.pc.in.
 function(zephyr_install_library target package component)
   install(TARGETS ${target} EXPORT ${target}Targets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${component} NAMELINK_COMPONENT Development)
-  set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${component} NAMELINK_COMPONENT Development
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT ${component} # a DLL
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development) # and what links it
+  set_target_properties(${target} PROPERTIES INSTALL_RPATH ${ZEPHYR_ORIGIN})
   foreach(headers IN LISTS ARGN)
     install(DIRECTORY ${headers}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT Development
       FILES_MATCHING PATTERN *.h)
@@ -101,8 +115,10 @@ function(zephyr_install_qml_module library plugin path)
   zephyr_compile_settings(${plugin})
   cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR
     BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}/${dir} OUTPUT_VARIABLE libraries_from_plugin)
-  set_target_properties(${plugin} PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries_from_plugin}")
-  install(TARGETS ${plugin} LIBRARY DESTINATION ${dir} COMPONENT QmlModule)
+  set_target_properties(${plugin} PROPERTIES INSTALL_RPATH "${ZEPHYR_ORIGIN}/${libraries_from_plugin}")
+  install(TARGETS ${plugin}
+    LIBRARY DESTINATION ${dir} COMPONENT QmlModule
+    RUNTIME DESTINATION ${dir} COMPONENT QmlModule)
   get_target_property(built_dir ${plugin} LIBRARY_OUTPUT_DIRECTORY)
   install(FILES ${built_dir}/qmldir ${built_dir}/${library}.qmltypes DESTINATION ${dir} COMPONENT QmlModule)
 endfunction()
