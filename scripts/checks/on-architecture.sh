@@ -114,7 +114,7 @@ fi
 
 step "building"
 # shellcheck disable=SC2016 # the inner shell's variables
-inside "$root" sh -ec 'cd /sources && cmake --preset dev -B "$@" >/dev/null' - "/build/$architecture" "${configuring[@]}"
+inside "$root" sh -ec 'cd /sources && cmake --preset dev --no-warn-unused-cli -B "$@" >/dev/null' - "/build/$architecture" "${configuring[@]}"
 inside "$root" cmake --build "/build/$architecture" --target "${targets[@]}"
 # Emulated, a program may take ten times as long.
 [ "$architecture" = i386 ] ||
