@@ -1,6 +1,16 @@
 include(CMakePackageConfigHelpers)
 include(GenerateExportHeader)
 
+# Linux and most other systems; not Windows or macOS, which have other kinds of libraries.
+if(UNIX AND NOT APPLE)
+  set(ZEPHYR_ELF ON)
+endif()
+# What a run path calls the folder of the file that it is in. Windows has no run paths.
+set(ZEPHYR_ORIGIN $ORIGIN)
+if(APPLE)
+  set(ZEPHYR_ORIGIN @loader_path)
+endif()
+
 # zephyr_compile_settings(TARGET)
 # Sets the language level, visibility, warnings, instrumentation, hardening and arithmetic of all code in this project.
 function(zephyr_compile_settings target)
@@ -55,7 +65,7 @@ function(zephyr_add_library target)
     target_link_libraries(${built} PUBLIC ${arg_LINKS})
   endforeach()
 
-  if(BUILD_SHARED_LIBS)
+  if(BUILD_SHARED_LIBS AND ZEPHYR_ELF)
     zephyr_limit_exports(${target})
   endif()
   set_target_properties(${target} PROPERTIES
@@ -73,7 +83,7 @@ endfunction()
 
 # zephyr_limit_exports(TARGET)
 # Templates of the standard library are instantiated with default visibility. The version script limits the exports to this
-# project's own names.
+# project's own names. Windows exports only what is marked, and Apple's linker takes no such script.
 function(zephyr_limit_exports target)
   set(version_script ${PROJECT_SOURCE_DIR}/cmake/exports.map)
   target_link_options(${target} PRIVATE LINKER:--version-script=${version_script})
@@ -88,8 +98,9 @@ endfunction()
 function(zephyr_install_library target package component)
   install(TARGETS ${target} EXPORT ${target}Targets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${component} NAMELINK_COMPONENT Development
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development)
-  set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT ${component} # a DLL
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development) # and what links it, or a static library
+  set_target_properties(${target} PROPERTIES INSTALL_RPATH ${ZEPHYR_ORIGIN})
   foreach(headers IN LISTS ARGN)
     install(DIRECTORY ${headers}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT Development
       FILES_MATCHING PATTERN *.h)
@@ -135,8 +146,10 @@ function(zephyr_install_qml_module library plugin path)
   endif()
   cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR
     BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}/${dir} OUTPUT_VARIABLE libraries_from_plugin)
-  set_target_properties(${plugin} PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries_from_plugin}")
-  install(TARGETS ${plugin} LIBRARY DESTINATION ${dir} COMPONENT QmlModule)
+  set_target_properties(${plugin} PROPERTIES INSTALL_RPATH "${ZEPHYR_ORIGIN}/${libraries_from_plugin}")
+  install(TARGETS ${plugin}
+    LIBRARY DESTINATION ${dir} COMPONENT QmlModule
+    RUNTIME DESTINATION ${dir} COMPONENT QmlModule)
 endfunction()
 
 # zephyr_install_package(PACKAGE)
