@@ -21,7 +21,7 @@ using console::Console;
 using Clock = std::chrono::steady_clock;
 
 constexpr int kThreads = 8;
-constexpr int kLines = 160000;            // that all threads write together
+constexpr int kLines = 160000;             // that all threads write together
 constexpr int kWritesDuringFrames = 50000; // some tens of frames
 
 double secondsSince(Clock::time_point begin)
@@ -33,18 +33,21 @@ double secondsSince(Clock::time_point begin)
 double writeFrom(Console& console, int threads)
 {
     const std::u32string text = lineText(0);
-    std::latch start(threads + 1);
+    std::latch ready(threads);
+    std::latch start(1);
     std::vector<std::thread> writers;
     for (int i = 0; i < threads; ++i) {
         writers.emplace_back([&] {
-            start.arrive_and_wait();
+            ready.count_down();
+            start.wait();
             for (int line = 0; line < kLines / threads; ++line) {
                 console.write(text, console::Output);
             }
         });
     }
-    start.arrive_and_wait();
+    ready.wait();
     const Clock::time_point begin = Clock::now();
+    start.count_down();
     for (std::thread& writer : writers) {
         writer.join();
     }
@@ -121,7 +124,10 @@ void longestSettings(benchmark::internal::Benchmark* registered)
     registered->Apply(clockSettings)->Arg(kSmallLog)->Arg(kHugeLog)->Unit(benchmark::kMicrosecond);
 }
 
-BENCHMARK_CAPTURE(writeFromThreads, one, 1)->Name("write_threads/floor")->Apply(clockSettings)->Arg(kSmallLog);
+BENCHMARK_CAPTURE(writeFromThreads, one, 1)
+    ->Name("write_threads/floor")
+    ->Apply(clockSettings)
+    ->Arg(kSmallLog);
 BENCHMARK_CAPTURE(writeFromThreads, eight, kThreads)
     ->Name("write_threads/console")
     ->Apply(clockSettings)
