@@ -78,9 +78,10 @@ TOOLCHAIN
 binfmt=/proc/sys/fs/binfmt_misc
 emulate() {
   [ -e $binfmt/register ] || mount -t binfmt_misc binfmt_misc $binfmt
+  [ ! -e "$binfmt/zephyr-$cpu" ] || echo -1 >"$binfmt/zephyr-$cpu" # of a script that was killed
   sed -n "s#^:qemu-$cpu:\(.*\):[^:]*:[^:]*\$#:zephyr-$cpu:\1:$root/usr/bin/qemu-$cpu:OPF#p" \
     "$root/usr/share/qemu/binfmt.d/qemu-$cpu.conf" >$binfmt/register
-  trap 'echo -1 >$binfmt/zephyr-$cpu' EXIT
+  trap 'echo -1 >"$binfmt/zephyr-$cpu"' EXIT
 }
 
 configuring=("-DZEPHYR_CONSOLE_TEST_ROOMS=$rooms")

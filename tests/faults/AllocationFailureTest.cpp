@@ -17,6 +17,7 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zephyr::console {
@@ -334,6 +335,42 @@ TEST_F(AllocationFailure, LeavesASnapshotAsItWasWhereItIsRefreshed)
         expectUsable(console);
     }
     EXPECT_GT(successes, 5U);
+}
+
+TEST_F(AllocationFailure, LeavesASnapshotAsItWasWhereManyLinesAreAdded)
+{
+    constexpr std::size_t kLines = 2050; // more than the log keeps in one piece
+    std::size_t successes = 0;
+    for (bool failed = true; failed; ++successes) {
+        Subject subject;
+        Console& console = subject.console();
+        ConsoleSnapshot snapshot = console.snapshot();
+        const std::size_t before = snapshot.lines().size();
+        while (console.logSize() + 2 < kLines) {
+            console.newline(); // which needs no memory
+        }
+        for (int i = 0; i < 4; ++i) {
+            console.write(U"a text that needs memory of its own", Output);
+        }
+        failed = runFailing(console, [&](Console& c) { c.refresh(snapshot); }, successes);
+        EXPECT_EQ(snapshot.lines().size(), failed ? before : console.logSize());
+    }
+    EXPECT_GT(successes, 4U);
+}
+
+TEST_F(AllocationFailure, RegistersACommandOrLeavesItToTheCaller)
+{
+    std::size_t successes = 0;
+    for (bool failed = true; failed; ++successes) {
+        Subject subject;
+        std::unique_ptr<ConsoleCommand> command = std::make_unique<test::ScriptedCommand>(kLongText);
+        failed = runFailing(
+            subject.console(), [&](Console& c) { c.registerCommand(std::move(command)); }, successes);
+        EXPECT_EQ(command != nullptr, failed);
+        EXPECT_EQ(subject.console().lookupCommand(kLongText) == nullptr, failed);
+        subject.console().execute(U"help"); // which lists every command
+    }
+    EXPECT_GT(successes, 1U);
 }
 
 TEST_F(AllocationFailure, LeavesTheConsoleUsableWhereItsObserversAreSet)
