@@ -19,10 +19,9 @@ function(zephyr_compile_settings target)
     CXX_EXTENSIONS OFF
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON
-    POSITION_INDEPENDENT_CODE ON)
-  if(NOT PROJECT_IS_TOP_LEVEL)
-    set_target_properties(${target} PROPERTIES UNITY_BUILD OFF) # whatever a product sets for its own sources
-  endif()
+    POSITION_INDEPENDENT_CODE ON
+    UNITY_BUILD_MODE BATCH
+    UNITY_BUILD_BATCH_SIZE 8) # whatever a product sets, so that sources are combined in no other groups than here
   target_link_libraries(${target} PRIVATE
     $<BUILD_INTERFACE:zephyr_warnings> $<BUILD_INTERFACE:zephyr_instrumentation>
     $<BUILD_INTERFACE:zephyr_hardening> $<BUILD_INTERFACE:zephyr_floating_point>)
