@@ -104,13 +104,21 @@ void writeDuringFrames(benchmark::State& state)
     log.host().setOpen(true);
     log.host().paint(canvas.painter());
     std::atomic<bool> isOver{false};
+    std::atomic<int> frames{0};
     std::thread painter([&] {
         while (!isOver) {
             log.host().paint(canvas.painter());
+            ++frames;
+            frames.notify_one();
         }
     });
+    frames.wait(0);
     for (auto _ : state) {
+        const int before = frames;
         state.SetIterationTime(longestWrite(log.console()));
+        if (frames == before) {
+            state.SkipWithError("no frame was painted meanwhile");
+        }
     }
     isOver = true;
     painter.join();

@@ -590,9 +590,10 @@ std::size_t Console::Private::refresh(ConsoleSnapshot& snapshot)
 
 void Console::refresh(ConsoleSnapshot& snapshot) const
 {
-    // Room is made without the lock, since growing moves all lines: other threads would wait for that.
+    // Room is made without the lock, since growing moves all lines: other threads would wait for that. It is more than what
+    // is needed, so that what they write meanwhile has room too.
     while (const std::size_t lines = mPrivate->refresh(snapshot)) {
-        snapshot.mLines.reserve(std::max(lines, 2 * snapshot.mLines.size()));
+        snapshot.mLines.reserve(std::max(lines + lines / 2, 2 * snapshot.mLines.size()));
     }
 }
 

@@ -3,6 +3,7 @@
 #include "zephyr/common/StringUtil.h"
 
 #include <algorithm>
+#include <exception>
 #include <string>
 
 namespace zephyr::console {
@@ -23,9 +24,14 @@ void Log::mirror(const std::u32string& text)
     const auto length = static_cast<std::streamsize>(line.size());
     std::filebuf& file =
         *mRedirectStream.rdbuf(); // the stream's own functions ask for its state at each call
-    if (file.sputn(line.data(), length) != length || file.sputc('\n') == std::filebuf::traits_type::eof()) {
-        mRedirectStream.setstate(std::ios::badbit);
+    try {
+        if (file.sputn(line.data(), length) == length &&
+            file.sputc('\n') != std::filebuf::traits_type::eof()) {
+            return;
+        }
+    } catch (const std::exception&) { // of which a stream's own functions make a bad stream too
     }
+    mRedirectStream.setstate(std::ios::badbit);
 }
 
 void Log::read(std::size_t first, std::size_t count, std::vector<LogEntry>& entries) const

@@ -19,6 +19,9 @@ public:
     static constexpr std::size_t kBlock = 2048;
 
     LogEntries() { addBlock(); }
+    LogEntries(LogEntries&&) = default; // what is left has no block, and can only be destroyed
+    LogEntries(const LogEntries&) = delete;
+    LogEntries& operator=(const LogEntries&) = delete;
 
     /// Adds an entry. If it throws `std::bad_alloc`, nothing was added.
     void add(LogEntry&& entry)

@@ -31,6 +31,9 @@ std::size_t marksIn(std::u32string_view text)
         text.begin(), text.end(), [](char32_t c) { return c >= kFirstMark && QChar::isMark(c); }));
 }
 
+/// The number of marks in a short text; none for a long one, which is counted by itself.
+std::size_t marksInShort(std::u32string_view text) { return text.size() > kShortText ? 0 : marksIn(text); }
+
 /// Whether what is drawn below the device's lower edge is lost. A transformation may bring it back, and a
 /// recording device has no edge.
 bool losesWhatIsBelow(const QPainter& p)
@@ -77,10 +80,10 @@ void LowerEdge::countMarks(const std::vector<LogEntry>& log, std::size_t begin, 
         mMostMarks = 0;
     }
     while (mCountedBegin > begin) {
-        mMostMarks = std::max(mMostMarks, marksIn(log[--mCountedBegin].text));
+        mMostMarks = std::max(mMostMarks, marksInShort(log[--mCountedBegin].text));
     }
     while (mCountedEnd < end) {
-        mMostMarks = std::max(mMostMarks, marksIn(log[mCountedEnd++].text));
+        mMostMarks = std::max(mMostMarks, marksInShort(log[mCountedEnd++].text));
     }
 }
 

@@ -38,7 +38,11 @@ QT_QPA_PLATFORM=offscreen LD_BIND_NOW=1 valgrind --tool=callgrind --instr-atstar
   exit 1
 }
 while read -r path times; do
-  part=$(grep -l "^desc: Trigger: Client Request: $path\$" "$counts"/part.*)
+  part=$(grep -l "^desc: Trigger: Client Request: $path\$" "$counts"/part.* || true)
+  if [ ! -e "$part" ]; then
+    echo "error: nothing was counted of $path" >&2
+    exit 1
+  fi
   echo "$path $(($(sed -n 's/^totals: //p' "$part") / times))"
 done <"$counts/paths" >"$counts/now"
 if [ ! -s "$counts/now" ]; then

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -231,6 +232,47 @@ TEST(StringUtilUtf8, NeverTakesALeadingValueForAByteOrder)
 }
 
 // Trimming of bytes
+
+// ASCII is converted by blocks, so what isn't stands at each place of a block, in texts of each length around some.
+TEST(StringUtilUtf8, KeepsAsciiAroundOneOtherCodePointAtEachPlace)
+{
+    constexpr std::size_t kMost = 80;
+    for (const char32_t other : {U'\u0080', U'\u00FF', U'\uFFFD', U'\U0010FFFF'}) {
+        const std::string encoded = StringUtil::toString(std::u32string(1, other));
+        ASSERT_GE(encoded.size(), 2U);
+        for (std::size_t size = 1; size <= kMost; ++size) {
+            for (std::size_t place = 0; place < size; ++place) {
+                std::u32string text(size, U'a');
+                text[place] = other;
+                const std::string utf8 =
+                    std::string(place, 'a') + encoded + std::string(size - place - 1, 'a');
+                ASSERT_EQ(utf8, StringUtil::toString(text)) << size << ", " << place;
+                ASSERT_EQ(text, StringUtil::toU32String(utf8)) << size << ", " << place;
+            }
+        }
+    }
+}
+
+TEST(StringUtilUtf8, ReplacesAByteOrAValueThatIsNoneAtEachPlaceAmongAscii)
+{
+    constexpr std::size_t kMost = 80;
+    for (std::size_t size = 1; size <= kMost; ++size) {
+        for (std::size_t place = 0; place < size; ++place) {
+            const std::u32string replaced =
+                std::u32string(place, U'a') + U'\uFFFD' + std::u32string(size - place - 1, U'a');
+            std::string broken(size, 'a');
+            broken[place] = '\xFF';
+            ASSERT_EQ(replaced, StringUtil::toU32String(broken)) << size << ", " << place;
+            for (const std::uint32_t value :
+                 {0x110000U, 0x80000041U}) { // the last one's lowest bits are a letter's
+                std::u32string beyond(size, U'a');
+                beyond[place] = static_cast<char32_t>(value);
+                ASSERT_EQ(StringUtil::toString(replaced), StringUtil::toString(beyond))
+                    << size << ", " << place;
+            }
+        }
+    }
+}
 
 TEST(StringUtilTrim, LeavesBytesWithoutBlanksAtTheEndsAsTheyAre)
 {

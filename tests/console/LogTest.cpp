@@ -71,6 +71,21 @@ TEST(Log, ReadsAPartInPlaceOfWhatWasThere)
     EXPECT_EQ(read(log, 2, 0), std::vector<std::u32string>());
 }
 
+TEST(Log, ReadsAcrossItsBlocks)
+{
+    constexpr std::size_t kBlock = LogEntries::kBlock;
+    const Log log = logOf(3 * static_cast<int>(kBlock));
+    const auto expected = [](std::size_t first, std::size_t count) {
+        std::vector<std::u32string> texts;
+        for (std::size_t i = 0; i < count; ++i) {
+            texts.emplace_back(1, static_cast<char32_t>(U'a' + first + i));
+        }
+        return texts;
+    };
+    EXPECT_EQ(read(log, kBlock - 1, 3), expected(kBlock - 1, 3));
+    EXPECT_EQ(read(log, 0, 3 * kBlock), expected(0, 3 * kBlock));
+}
+
 TEST(Log, CutsARangeThatReachesBeyondIt)
 {
     const Log log = logOf(3);
