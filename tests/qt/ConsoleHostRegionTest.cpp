@@ -71,7 +71,7 @@ protected:
 
 TEST_F(ConsoleHostRegion, IsMoreThanAnyWidgetWhereNothingIsKnown)
 {
-    const QRect everything(0, 0, kMostPixels, kMostPixels);
+    const QRegion everything(0, 0, kMostPixels, kMostPixels);
     QObject::disconnect(&host, &ConsoleHost::repaintNeeded, &window, nullptr);
     EXPECT_EQ(everything, host.changedRegion()) << "closed";
     open();
