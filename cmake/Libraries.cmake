@@ -76,7 +76,7 @@ function(zephyr_add_library target)
   endif()
   zephyr_install_library(${target} ${arg_PACKAGE} ${arg_COMPONENT} ${arg_HEADERS} ${CMAKE_CURRENT_BINARY_DIR}/include)
   if(BUILD_SHARED_LIBS OR NOT arg_QML_MODULE) # pkg-config can't name the object libraries of a static QML module
-    zephyr_install_pkgconfig_file(${target} DEFINITION ${exports_nothing})
+    zephyr_install_pkgconfig_file(${target} ${exports_nothing})
   endif()
 endfunction()
 
@@ -108,13 +108,12 @@ function(zephyr_install_library target package component)
     COMPONENT Development)
 endfunction()
 
-# zephyr_install_pkgconfig_file(TARGET [DEFINITION definition])
+# zephyr_install_pkgconfig_file(TARGET [definition])
 # Installs a pkg-config file for TARGET, made from cmake/TARGET.pc.in. What includes its headers is compiled with `definition`.
 function(zephyr_install_pkgconfig_file target)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "DEFINITION" "")
   set(definition "")
-  if(arg_DEFINITION)
-    set(definition " -D${arg_DEFINITION}")
+  if(ARGN)
+    set(definition " -D${ARGN}")
   endif()
   # An installation may be moved, so its paths are relative to the file that holds them.
   set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
