@@ -2,12 +2,12 @@
 
 #include "CodePoints.h"
 #include "EntryText.h"
+#include "Graphemes.h"
 #include "RowBreaks.h"
 #include "zephyr/console/Console.h"
 #include "zephyr/console/Texts.h"
 
 #include <QChar>
-#include <QTextBoundaryFinder>
 
 #include <algorithm>
 #include <string>
@@ -41,16 +41,12 @@ std::size_t segmentBegin(const EntryText& text, std::size_t index)
         return nominal - kSegmentSlack + lineFeed + 1;
     }
     const LaidOutText laidOut(before);
-    QTextBoundaryFinder graphemes(QTextBoundaryFinder::Grapheme, laidOut.text());
-    graphemes.setPosition(laidOut.unitAt(kSegmentSlack));
-    if (!graphemes.isAtBoundary()) {
-        graphemes.toPreviousBoundary();
+    Graphemes graphemes(laidOut.text());
+    int unit = graphemes.beginUpTo(laidOut.unitAt(kSegmentSlack));
+    while (unit > 0 && isLineEnd(laidOut.text()[unit])) {
+        unit = graphemes.beginBefore(unit); // a line's end alone would be an empty row
     }
-    while (graphemes.position() > 0 && isLineEnd(laidOut.text()[graphemes.position()])) {
-        graphemes.toPreviousBoundary(); // a line's end alone would be an empty row
-    }
-    const std::size_t boundary =
-        laidOut.indexAt(static_cast<int>(std::max<qsizetype>(0, graphemes.position())));
+    const std::size_t boundary = laidOut.indexAt(unit);
     return nominal - kSegmentSlack + (boundary > 0 ? boundary : kSegmentSlack);
 }
 

@@ -1,8 +1,8 @@
 #include "RowBreaks.h"
 
 #include "CodePoints.h"
+#include "Graphemes.h"
 
-#include <QTextBoundaryFinder>
 #include <QTextLayout>
 #include <QTextOption>
 
@@ -19,14 +19,6 @@ bool fitsPlainly(std::u32string_view text, const ViewFont& font, double width)
            std::all_of(text.begin(), text.end(), [](char32_t c) { return c >= U' ' && c <= U'~'; });
 }
 
-/// `unit`, or the end of the grapheme that it is within: Qt breaks between a blank and a mark on it, and where the
-/// script, the direction or the font changes.
-int graphemeEnd(QTextBoundaryFinder& graphemes, int unit)
-{
-    graphemes.setPosition(unit);
-    return graphemes.isAtBoundary() ? unit : static_cast<int>(graphemes.toNextBoundary());
-}
-
 } // namespace
 
 std::vector<std::size_t> breakIntoRows(std::u32string_view text, const ViewFont& font, RowWidths widths,
@@ -39,13 +31,15 @@ std::vector<std::size_t> breakIntoRows(std::u32string_view text, const ViewFont&
     QTextLayout layout(laidOut.text(), font.font());
     layout.setTextOption(font.textOption(wrap == Wrap::AtWords ? QTextOption::WrapAtWordBoundaryOrAnywhere
                                                                : QTextOption::WrapAnywhere));
-    QTextBoundaryFinder graphemes(QTextBoundaryFinder::Grapheme, laidOut.text());
+    Graphemes graphemes(laidOut.text());
     std::vector<std::size_t> ends;
     int behind = 0; // the last row's end
     layout.beginLayout();
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         line.setLineWidth(std::max(1.0, ends.empty() ? widths.first : widths.others));
-        const int end = graphemeEnd(graphemes, line.textStart() + line.textLength());
+        // Qt breaks between a blank and a mark on it, and where the script, the direction or the font changes.
+        const int unit = line.textStart() + line.textLength();
+        const int end = unit > behind ? graphemes.endFrom(unit) : behind;
         if (end > behind) { // Qt has an empty line behind a line separator that ends the text
             ends.push_back(laidOut.indexAt(end));
             behind = end;

@@ -44,6 +44,12 @@ TEST(RowBreaks, AreAnywhereWhereAWordIsLongerThanARow)
     EXPECT_EQ(Breaks({3, 8, 13}), breaksAt(5, U"ab 0123456789"));
 }
 
+TEST(RowBreaks, CutNoEmojiThatStandsBeforeThai)
+{
+    const std::u32string family = U"\U0001F468\u200D\U0001F469\u200D\U0001F467";
+    EXPECT_EQ(family.size(), breaksAt(1, family + U"\u0E01\u0E33", Wrap::Anywhere).front());
+}
+
 TEST(RowBreaks, LeaveBlanksAtTheEndOfARow)
 {
     EXPECT_EQ(Breaks({8, 11}), breaksAt(4, U"word    end"));
