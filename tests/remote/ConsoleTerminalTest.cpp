@@ -498,6 +498,8 @@ TEST_F(ConsoleTerminalTest, PrintsInputInColourUnlessToldNotTo)
     EXPECT_NE(std::string::npos, mTerminal.colouredScreen().find("\x1b[1m>> say b"))
         << mTerminal.colouredScreen();
     mTerminal.press("C-d");
+    ASSERT_TRUE(mTerminal.endsWith("The program ends.\n$"))
+        << mTerminal.screen(); // it drops what is typed while it ends
     start({}, "NO_COLOR=1");
     mTerminal.enter("alias a \"say b\"");
     mTerminal.enter("a");
