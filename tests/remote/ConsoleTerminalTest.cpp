@@ -485,6 +485,7 @@ TEST_F(ConsoleTerminalTest, WaitsWithALineUntilNoOtherOneRuns)
     ASSERT_TRUE(mTerminal.endsWith(">> say nested\nsaid nested\n\n>>")) << mTerminal.screen();
     mTerminal.enter("say after");
     ASSERT_TRUE(mTerminal.endsWith("\n>> say after")) << mTerminal.screen();
+    ASSERT_TRUE(mTerminal.startsRow()) << mTerminal.screen();
     mFolder.write("go", "");
     EXPECT_TRUE(mTerminal.endsWith("\nsaid unnested\n\n\nsaid after\n\n>>")) << mTerminal.screen();
 }

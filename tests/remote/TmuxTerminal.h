@@ -82,6 +82,13 @@ public:
         return console::remote::waitUntil([&] { return screen().ends_with(text); });
     }
 
+    /// Waits until the cursor stands at the start of a row, as it does when a typed line was taken. \return whether it does.
+    bool startsRow() const
+    {
+        return console::remote::waitUntil(
+            [&] { return tmux({"display-message", "-p", "#{cursor_x}"}).trimmed() == "0"; });
+    }
+
 private:
     QByteArray tmux(const QStringList& arguments) const
     {
