@@ -76,6 +76,13 @@ TEST(EditLine, ErasesWholeGraphemeClusters)
     EXPECT_EQ(U"|z", shown(line));
 }
 
+TEST(EditLine, ErasesEmojiWholeWhereThaiFollows)
+{
+    EditLine line = lineOf(U"\U0001f468\u200d\U0001f469|\u0e01");
+    line.erasePrevious(kCluster);
+    EXPECT_EQ(U"|\u0e01", shown(line));
+}
+
 TEST(EditLine, ErasesNothingBeyondItsEnds)
 {
     EditLine line = lineOf(U"|ab");

@@ -1,8 +1,9 @@
 #include "EditLine.h"
 
+#include "Graphemes.h"
+
 #include <QChar>
 #include <QString>
-#include <QTextBoundaryFinder>
 
 #include <algorithm>
 #include <iterator>
@@ -24,14 +25,12 @@ bool breaksLine(char32_t c)
 /// Where grapheme clusters of `text` begin and end, in ascending order.
 std::vector<std::size_t> boundariesOf(std::u32string_view text)
 {
-    const QString units = QString::fromUcs4(text.data(), static_cast<qsizetype>(text.size()));
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, units);
+    Graphemes graphemes(QString::fromUcs4(text.data(), static_cast<qsizetype>(text.size())));
     std::vector<std::size_t> boundaries{0};
-    qsizetype unit = 0;
+    int unit = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         unit += QChar::requiresSurrogates(text[i]) ? 2 : 1;
-        finder.setPosition(unit);
-        if (finder.isAtBoundary()) {
+        if (graphemes.endsAt(unit)) {
             boundaries.push_back(i + 1);
         }
     }

@@ -15,19 +15,18 @@ class Graphemes
 public:
     explicit Graphemes(const QString& text) : mFinder(QTextBoundaryFinder::Grapheme, u'x' + text) {}
 
-    /// `unit`, or the end of the grapheme that it is within. It must be behind the beginning of the text.
-    int endFrom(int unit)
+    /// Whether a grapheme ends at `unit`, which must be behind the beginning of the text.
+    bool endsAt(int unit)
     {
         mFinder.setPosition(unit + 1);
-        return mFinder.isAtBoundary() ? unit : static_cast<int>(mFinder.toNextBoundary()) - 1;
+        return mFinder.isAtBoundary();
     }
 
+    /// `unit`, or the end of the grapheme that it is within. It must be behind the beginning of the text.
+    int endFrom(int unit) { return endsAt(unit) ? unit : static_cast<int>(mFinder.toNextBoundary()) - 1; }
+
     /// `unit`, or the beginning of the grapheme that it is within: 0 for one that begins before the text.
-    int beginUpTo(int unit)
-    {
-        mFinder.setPosition(unit + 1);
-        return mFinder.isAtBoundary() ? unit : begin();
-    }
+    int beginUpTo(int unit) { return endsAt(unit) ? unit : begin(); }
 
     /// The beginning of the grapheme before the one that begins at `unit`, or 0.
     int beginBefore(int unit)
