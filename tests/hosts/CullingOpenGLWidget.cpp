@@ -38,6 +38,7 @@ protected:
         QOpenGLFunctions& gl = *context()->functions();
         gl.glScissor(0, 0, pixels.width(), pixels.height());
         gl.glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+        mTriangle->bindProgram();
         test::Triangle::draw();
         gl.glScissor(10, 10, 30, 20); // what the last object of a scene may leave
         gl.glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);

@@ -1,4 +1,4 @@
-// A QOpenGLWidget that binds its program, vertices and textures once, in initializeGL().
+// A QOpenGLWidget that binds its vertices once, in initializeGL().
 
 #include "hosts/Triangle.h"
 #include "zephyr/console/opengl/OpenGLConsole.h"
@@ -25,6 +25,7 @@ protected:
 
     void paintGL() override
     {
+        mTriangle->bindProgram();
         test::Triangle::draw();
         mConsole.paint();
     }

@@ -44,9 +44,12 @@ public:
     /// Binds again what setUp() bound, for a host that shares its context.
     void bind()
     {
-        mProgram.bind();
+        bindProgram();
         mArray.bind();
     }
+
+    /// Binds the program again, for a QOpenGLWidget: Qt 6.8 leaves none before each frame.
+    void bindProgram() { mProgram.bind(); }
 
     /// Clears the framebuffer and draws, with whatever is bound.
     static void draw()

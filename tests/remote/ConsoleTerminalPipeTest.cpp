@@ -43,6 +43,7 @@ std::string outputOf(const QString& command)
     QProcess shell;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("P", TERMINAL_PROGRAM);
+    environment.insert("LC_ALL", "C.UTF-8"); // or Qt complains, of itself
     shell.setProcessEnvironment(environment);
     shell.setProcessChannelMode(QProcess::MergedChannels);
     shell.start("sh", {"-c", command});

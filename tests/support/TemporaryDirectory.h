@@ -29,8 +29,9 @@ public:
     {
         // QTemporaryDir can't remove files whose names aren't UTF-8, and warns about those that are left.
         std::error_code ignored;
-        for (const auto& entry : std::filesystem::directory_iterator(
-                 QFile::encodeName(mDirectory.path()).toStdString(), ignored)) {
+        const std::filesystem::path directory = QFile::encodeName(mDirectory.path()).toStdString();
+        std::filesystem::permissions(directory, std::filesystem::perms::owner_all, ignored);
+        for (const auto& entry : std::filesystem::directory_iterator(directory, ignored)) {
             std::filesystem::remove_all(entry.path(), ignored);
         }
     }

@@ -35,13 +35,13 @@ private:
     std::filesystem::perms mBefore;
 };
 
-/// Runs `body` as a user who owns nothing, then ends the process. For death tests. That user can read the
+/// Runs `body` as a user who may write nothing here, then ends the process. For death tests. That user can read the
 /// current directory, and can rely on relative paths only, since the directories above may be closed to him.
 [[noreturn]] inline void runUnprivileged(const std::function<void()>& body)
 {
     constexpr uid_t kNobody = 65534;
     constexpr int kStillPrivileged = 99;
-    std::filesystem::permissions(".", std::filesystem::perms(0755));
+    std::filesystem::permissions(".", std::filesystem::perms(0555)); // who isn't the superuser owns it
     // The groups go first: only the superuser can give them up.
     if (geteuid() == 0 && (setgroups(0, nullptr) != 0 || setgid(kNobody) != 0 || setuid(kNobody) != 0)) {
         std::_Exit(kStillPrivileged);

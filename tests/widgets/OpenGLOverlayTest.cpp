@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 namespace zephyr::test {
 namespace {
 
@@ -28,7 +30,7 @@ public:
         update();
     }
 
-    /// Whether the state is still as initializeGL() set it.
+    /// Whether the state is still as initializeGL() set it, or as Qt set it before the first frame.
     bool keepsState = true;
 
 protected:
@@ -47,8 +49,10 @@ protected:
         GLint alignment = 0;
         glGetIntegerv(GL_BLEND_SRC_RGB, &source);
         glGetIntegerv(GL_UNPACK_ALIGNMENT, &alignment);
+        const bool blends = glIsEnabled(GL_BLEND) != 0; // as Qt 6.8 does
         keepsState = keepsState && glIsEnabled(GL_SCISSOR_TEST) != 0 && glIsEnabled(GL_CULL_FACE) != 0 &&
-                     glIsEnabled(GL_BLEND) == 0 && source == GL_ONE && alignment == 2;
+                     mBlends.value_or(blends) == blends && source == GL_ONE && alignment == 2;
+        mBlends = blends;
         const auto ratio = static_cast<int>(devicePixelRatio());
         glScissor(0, 0, width() * ratio, height() * ratio);
         glClearColor(mRed, 0.4f, 0.6f, 1.0f);
@@ -60,6 +64,7 @@ protected:
 
 private:
     float mRed = 0.2f;
+    std::optional<bool> mBlends;
 };
 
 /// Opens and closes the console over `over` while `picture` changes its frames.
