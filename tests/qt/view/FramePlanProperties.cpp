@@ -147,7 +147,7 @@ RC_GTEST_PROP(FramePlanProperties, TheThumbReachesTheEndsOfItsTrackAtTheEndsOfTh
         RC_ASSERT(scroll.top() != before);
         show();
         RC_ASSERT(plan.track.contains(plan.thumb));
-        RC_ASSERT(plan.thumb.top() <= last);
+        RC_ASSERT(plan.thumb.top() <= last + 1); // as its length is rounded to pixels as well
         last = plan.thumb.top();
     }
     RC_ASSERT(plan.thumb.top() == plan.track.top());
