@@ -20,6 +20,9 @@ for program in "$prefix"/bin/*; do
   done
 done
 
+completion=share/zsh/site-functions/_zephyr-attach
+[ -e "$prefix/$completion" ] || complain "zsh finds no completion of zephyr-attach, which is not in $completion"
+
 desktop=$prefix/share/applications/zephyr-sandbox.desktop
 desktop-file-validate "$desktop" || complain "$desktop is not valid"
 [ -x "$prefix/bin/$(sed -n 's/^Exec=//p' "$desktop")" ] || complain "$desktop starts no program"
