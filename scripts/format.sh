@@ -8,4 +8,4 @@ mode=(-i)
 if [ "${1:-}" = --check ]; then
   mode=(--dry-run -Werror)
 fi
-git ls-files -z -- '*.h' '*.cpp' | xargs -0 "clang-format-$clang_tools_version" "${mode[@]}"
+git ls-files -z -- '*.h' '*.cpp' | xargs -0 "$(clang_tool clang-format)" "${mode[@]}"

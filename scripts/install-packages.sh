@@ -9,11 +9,12 @@ if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
   exit 0
 fi
 
+# A name may be a real package's, of any architecture, or one that another package provides.
+here=$(dpkg-query -W -f='${db:Status-Status} ${Package}, ${Provides}\n' | sed -n 's/^installed //p' |
+  tr ',' '\n' | sed 's/^ *//; s/[ (].*//')
 missing=()
 for package in "$@"; do
-  if [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
-    missing+=("$package")
-  fi
+  grep -qxF -e "$package" <<<"$here" || missing+=("$package")
 done
 if [ ${#missing[@]} -eq 0 ]; then
   exit 0

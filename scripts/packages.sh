@@ -9,6 +9,15 @@ test_packages=("${build_packages[@]}" "${module_packages[@]}" "${qml_packages[@]
   socat expect tmux zsh mandoc desktop-file-utils appstream python3)
 # The version that decides what is formatted and what is a finding. Debian 12 and 13 both have it.
 clang_tools_version=22
+# clang_tool NAME
+# Prints what a tool of that version is called here: Debian has the version in the name, and other systems may not.
+clang_tool() {
+  if ! command -v "$1-$clang_tools_version" >/dev/null && "$1" --version 2>/dev/null | grep -q "version $clang_tools_version\."; then
+    echo "$1"
+  else
+    echo "$1-$clang_tools_version"
+  fi
+}
 format_packages=("clang-format-$clang_tools_version")
 lint_packages=("${build_packages[@]}" "${module_packages[@]}" "clang-tidy-$clang_tools_version" cppcheck)
 coverage_packages=("${test_packages[@]}" llvm libclang-rt-dev)

@@ -19,7 +19,7 @@ class ZephyrConsole(ConanFile):
     package_type = "library"
     settings = "os", "arch", "compiler", "build_type"
     options = {"shared": [True, False]}
-    default_options = {"shared": True}
+    default_options = {"shared": True, "qt/*:qtdeclarative": True}  # without which there is no library for Qt Quick
 
     def set_version(self):
         text = (ROOT / "CMakeLists.txt").read_text(encoding="utf-8")

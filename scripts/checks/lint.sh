@@ -14,7 +14,7 @@ if [ -n "$unread" ]; then
   printf 'error: the build leaves these files out, so clang-tidy would not read them:\n%s\n' "$unread" >&2
   exit 1
 fi
-"run-clang-tidy-$clang_tools_version" -quiet -p build/lint "^$PWD/(?!build/)" >build/lint/clang-tidy.log 2>&1 || {
+"run-$(clang_tool clang-tidy)" -quiet -p build/lint "^$PWD/(?!build/)" >build/lint/clang-tidy.log 2>&1 || {
   grep -E '(warning|error):' build/lint/clang-tidy.log | sort -u >&2
   exit 1
 }

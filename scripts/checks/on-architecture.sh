@@ -24,7 +24,10 @@ if [ $# -gt 1 ]; then
   targets=("${targets[@]/%//all}")
 fi
 scripts/install-packages.sh debootstrap dpkg-dev util-linux
-triplet=$(dpkg-architecture -a "$architecture" -q DEB_HOST_GNU_TYPE -f 2>/dev/null)
+triplet=$(dpkg-architecture -a "$architecture" -q DEB_HOST_GNU_TYPE -f 2>/dev/null) || {
+  echo "error: Debian has no architecture $architecture" >&2
+  exit 2
+}
 cpu=${triplet%%-*}
 export SOURCES=$PWD
 step() { printf '== %s: %s (%d s)\n' "$architecture" "$1" "$SECONDS"; }
@@ -76,12 +79,20 @@ TOOLCHAIN
 
 # The kernel opens the emulator now (flag F), and so finds it from within the system too.
 binfmt=/proc/sys/fs/binfmt_misc
+mounted=
+stop_emulating() {
+  [ ! -e "$binfmt/zephyr-$cpu" ] || echo -1 >"$binfmt/zephyr-$cpu"
+  [ -z "$mounted" ] || umount $binfmt
+}
 emulate() {
-  [ -e $binfmt/register ] || mount -t binfmt_misc binfmt_misc $binfmt
+  trap stop_emulating EXIT
+  if [ ! -e $binfmt/register ]; then
+    mount -t binfmt_misc binfmt_misc $binfmt
+    mounted=yes
+  fi
   [ ! -e "$binfmt/zephyr-$cpu" ] || echo -1 >"$binfmt/zephyr-$cpu" # of a script that was killed
   sed -n "s#^:qemu-$cpu:\(.*\):[^:]*:[^:]*\$#:zephyr-$cpu:\1:$root/usr/bin/qemu-$cpu:OPF#p" \
     "$root/usr/share/qemu/binfmt.d/qemu-$cpu.conf" >$binfmt/register
-  trap 'echo -1 >"$binfmt/zephyr-$cpu"' EXIT
 }
 
 configuring=("-DZEPHYR_CONSOLE_TEST_ROOMS=$rooms")

@@ -29,6 +29,8 @@ recipe = runpy.run_path(str(sources / "packaging/conan/conanfile.py"))["ZephyrCo
 recipe.set_version()
 assert recipe.version == version, f"the recipe is of version {recipe.version}, not {version}"
 
+assert recipe.default_options["qt/*:qtdeclarative"], "the library for Qt Quick is left out, without a word"
+
 recipe.export_sources()
 needed = {line.split("(")[1].split(")")[0] for line in (sources / "CMakeLists.txt").read_text().splitlines()
           if line.startswith("add_subdirectory(")}

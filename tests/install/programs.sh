@@ -20,12 +20,18 @@ for program in "$prefix"/bin/*; do
   done
 done
 
+completion=share/zsh/site-functions/_zephyr-attach
+[ -e "$prefix/$completion" ] || complain "zsh finds no completion of zephyr-attach, which is not in $completion"
+
 desktop=$prefix/share/applications/zephyr-sandbox.desktop
 desktop-file-validate "$desktop" || complain "$desktop is not valid"
 [ -x "$prefix/bin/$(sed -n 's/^Exec=//p' "$desktop")" ] || complain "$desktop starts no program"
 [ -e "$prefix/share/icons/hicolor/scalable/apps/$(sed -n 's/^Icon=//p' "$desktop").svg" ] || complain "$desktop has no icon"
 
 metainfo=$prefix/share/metainfo/org.example.zephyrconsole.sandbox.metainfo.xml
-appstreamcli validate --no-net "$metainfo" || complain "$metainfo is not valid"
+appstreamcli validate --no-net --pedantic "$metainfo" || complain "$metainfo is not valid"
 grep -q '<launchable type="desktop-id">zephyr-sandbox.desktop<' "$metainfo" || complain "$metainfo launches no program"
+version=$(QT_QPA_PLATFORM=offscreen "$prefix/bin/zephyr-sandbox" --version)
+newest=$(sed -n 's/.*<release version="\([^"]*\)".*/\1/p' "$metainfo" | sed -n 1p)
+[ "$version" = "zephyr-sandbox $newest" ] || complain "the newest release in $metainfo is '$newest', and this is $version"
 [ -z "$failed" ]

@@ -5,9 +5,14 @@ libraries=$1 directory=$2 compiler=("${@:3}")
 sources=$(cd "$(dirname "$0")" && pwd)
 export PKG_CONFIG_PATH=$libraries/pkgconfig LD_LIBRARY_PATH=$libraries
 
+version=$(sed -n 's/^project(ZephyrConsole VERSION \([0-9.]*\) .*/\1/p' "$sources/../../../CMakeLists.txt")
 for library in "$libraries"/libZephyr*.so; do
-  pkg-config --print-errors --exists "$(basename "$library" .so | cut -c4-) = 1.0.0"
+  pkg-config --print-errors --exists "$(basename "$library" .so | cut -c4-) = ${version:?CMakeLists.txt names no version}"
 done
+if pkg-config --print-requires ZephyrConsole | grep -x glm; then
+  echo "error: not every GLM has a pkg-config file" >&2
+  exit 1
+fi
 # Programs that link Qt must be position-independent, which Qt's pkg-config files don't say: hence -fPIC.
 quoted=$(pkg-config --cflags --libs ZephyrConsoleQt) # quoted for a shell
 eval "flags=($quoted)"
