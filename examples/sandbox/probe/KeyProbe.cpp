@@ -15,7 +15,7 @@ namespace zephyr::sandbox {
 
 namespace {
 
-constexpr char kTitle[] = "zephyr-sandbox keys";
+constexpr char kProbeTitle[] = "zephyr-sandbox keys";
 constexpr char kHint[] = "Press keys. Closing the window, or pressing Escape twice, ends this.\n"
                          "A press that went elsewhere mostly went to the input method, as an accent's does.";
 
@@ -31,7 +31,7 @@ constexpr int kEscapesToEnd = 2;
 
 KeyProbe::KeyProbe(std::function<void(const QString& line)> reportLine) : mReportLine(std::move(reportLine))
 {
-    setTitle(kTitle);
+    setTitle(kProbeTitle);
     resize(kSize);
 }
 

@@ -3,16 +3,15 @@
 #include "sandbox/program/Complaint.h"
 #include "sandbox/program/HeadlessRun.h"
 #include "sandbox/program/Options.h"
+#include "sandbox/program/PosixProcess.h"
 #include "sandbox/program/Printing.h"
 #include "sandbox/program/Sandbox.h"
-#include "sandbox/program/Utf8Locale.h"
 #include "sandbox/program/WindowRun.h"
 #include "zephyr/console/commands/Reference.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
 
-#include <csignal>
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -75,8 +74,7 @@ int probeKeys()
 
 int main(int argc, char** argv)
 {
-    std::signal(SIGPIPE, SIG_IGN); // a closed pipe is a failed write, which is reported
-    ensureUtf8Locale();
+    preparePosixProcess();
     const ParsedOptions parsed = parseOptions(commandLine(argc, argv));
     if (const auto* const error = std::get_if<OptionsError>(&parsed)) {
         complain(error->text);
