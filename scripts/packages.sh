@@ -22,8 +22,8 @@ format_packages=("clang-format-$clang_tools_version")
 lint_packages=("${build_packages[@]}" "${module_packages[@]}" "clang-tidy-$clang_tools_version" cppcheck)
 coverage_packages=("${test_packages[@]}" llvm libclang-rt-dev)
 docs_packages=(doxygen graphviz fonts-dejavu-core python3-markdown-it python3-mdit-py-plugins)
-package_packages=("${docs_packages[@]}" "${build_packages[@]}" "${module_packages[@]}" libgtest-dev debhelper dpkg-dev git
-  binutils file lintian)
+package_packages=("${docs_packages[@]}" "${build_packages[@]}" "${module_packages[@]}" libgtest-dev build-essential debhelper
+  dpkg-dev git binutils file lintian)
 abi_packages=(abigail-tools dpkg xz-utils)
 bench_packages=("${build_packages[@]}" libqt6opengl6-dev xvfb xauth libbenchmark-dev tcl-dev liblua5.4-dev gnuplot-nox python3)
 fuzz_packages=("${build_packages[@]}" clang libclang-rt-dev)
