@@ -42,6 +42,7 @@ done
 # What lintian need not find, each with its reason:
 tags=(
   initial-upload-closes-no-bugs # these packages aren't uploaded to Debian, where a report asks for each new one
+  out-of-date-standards-version # the newest one that Debian 12's lintian knows is named
 )
 lintian --display-info --pedantic --fail-on error,warning,info,pedantic --suppress-tags "$(IFS=,; echo "${tags[*]}")" \
   build/package/*.changes
